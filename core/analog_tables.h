@@ -1,0 +1,23 @@
+#pragma once
+// Analog1.Dat to Analog8.Dat: the physical value of each raw byte of a channel, 256 doubles.
+#include "core/shared_state.h"
+#include "platform/files.h"
+
+#include <cstdint>
+#include <string>
+
+namespace kvo::core {
+
+// "AnalogN.Dat" of a channel, 1 to 8.
+std::string analogTableName(int channel);
+// Reads the table of a channel. A missing file is created empty; entries that are not there keep
+// what they held.
+void LoadAnalogTable(const std::string& appFolder, const std::string& name, int channel,
+    AnalogTables& tables, platform::Files& files);
+[[nodiscard]] platform::WriteResult SaveAnalogTable(const std::string& appFolder,
+    const std::string& name, int channel, const AnalogTables& tables, platform::Files& files);
+// The byte that gives the table's value through `scale`: the whole part of table[raw] / scale. A
+// quotient outside 0 to 255, a NaN and a scale of 0 give raw back.
+std::uint8_t applyAnalogTable(const std::array<double, 256>& table, float scale, std::uint8_t raw);
+
+} // namespace kvo::core

@@ -1,0 +1,2 @@
+// Entry of the program.
+int main() { return 0; }

@@ -1,0 +1,39 @@
+#pragma once
+// KvoData.Ini: 240-byte records that map run files to descriptions; names, titles and date keys.
+#include "core/shared_state.h"
+#include "platform/clock.h"
+#include "platform/files.h"
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace kvo::core {
+
+// Number by which descriptions sort: century, month, day, run number (two characters each).
+std::int32_t RunDateKey(std::string_view description);
+// "yymmddhh.mmd" of a moment.
+std::string runFileName(const platform::DateTime& moment);
+// " Date:" date " Run: " title (130 characters at most) "#".
+std::string runText(std::string_view title, const platform::DateTime& moment);
+// What the index says of a run text: from character 7 up to the one before the first "#".
+std::string indexDescription(std::string_view runText);
+
+std::string indexPath(const std::string& appFolder, const platform::Files& files);
+// All records in file order; padding kept off. A missing index is empty. A record cut short at the
+// end is taken with what it has.
+std::vector<RunIndexEntry> readRunIndex(const std::string& path, const platform::Files& files);
+[[nodiscard]] platform::WriteResult writeRunIndex(
+    const std::string& path, const std::vector<RunIndexEntry>& entries, platform::Files& files);
+// Adds RunIndexBuffer(1) and, unless IndexNoSort, sorts newest first; read once, written once.
+[[nodiscard]] platform::WriteResult AddRunToIndex(const SharedState& state, platform::Files& files);
+
+// The title offered for the next download: from the last description ("" for none) and today.
+std::string suggestTitle(std::string_view lastDescription, const platform::DateTime& today);
+
+// Whether a name from an index or a folder may be used as a base name here: no separator, no "..",
+// no control byte, no device name, not empty.
+bool isSafeBaseName(std::string_view name);
+
+} // namespace kvo::core

@@ -1,0 +1,38 @@
+#pragma once
+// The serial port as the logger link uses it: polled, 9600,N,8,1, no handshake.
+#include <string>
+#include <string_view>
+
+namespace kvo::platform {
+
+// Why a port did not open, in the order of what a user can do about it.
+enum class PortError { none, missing, busy, notPermitted, other };
+
+class SerialPort {
+public:
+    virtual ~SerialPort() = default;
+    // Selects the port by number, 1 to 16; only while it is closed.
+    virtual void setCommPort(int number) = 0;
+    virtual int commPort() const = 0;
+    // "9600,N,8,1"
+    virtual void setSettings(std::string_view settings) = 0;
+    // How many bytes one input() removes; 0 means all that is there.
+    virtual void setInputLen(int bytes) = 0;
+    virtual int inputLen() const = 0;
+    // A failed open leaves portOpen() false and never throws. Bytes that were in the driver before
+    // the open are dropped. A port that is lost closes itself once.
+    virtual void setPortOpen(bool open) = 0;
+    virtual bool portOpen() const = 0;
+    virtual int inBufferCount() = 0;
+    virtual int outBufferCount() = 0;
+    virtual void output(std::string_view bytes) = 0;
+    // At most inputLen() bytes, oldest first; empty if nothing is there.
+    virtual std::string input() = 0;
+    // Number of the last communication event, 0 for none.
+    virtual int commEvent() const = 0;
+    // Why the last open failed, and words for the user (device, reason, what to do).
+    virtual PortError openError() const = 0;
+    virtual std::string openErrorText() const = 0;
+};
+
+} // namespace kvo::platform

@@ -1,0 +1,26 @@
+#pragma once
+// What stands between the program and the machine, in one place. main fills it with the real
+// things, tests with doubles. Only forms and main reach it; logic takes what it needs as arguments.
+#include "platform/clock.h"
+#include "platform/dialogs.h"
+#include "platform/files.h"
+#include "platform/serial_port.h"
+#include "platform/yield.h"
+
+namespace kvo::platform {
+
+struct Services {
+    Files* files = nullptr;
+    Clock* clock = nullptr;
+    Dialogs* dialogs = nullptr;
+    SerialPort* port = nullptr;
+    Yield* yield = nullptr;
+};
+
+// The one set of services of the program.
+inline Services& services() {
+    static Services all;
+    return all;
+}
+
+} // namespace kvo::platform
