@@ -1,0 +1,90 @@
+#include "platform/qt/application.h"
+
+#include "platform/qt/text.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QEvent>
+#include <QFontDatabase>
+#include <QFontMetricsF>
+#include <QLocale>
+#include <QSysInfo>
+#include <QWidget>
+
+#include <clocale>
+
+namespace kvo::platform_qt {
+namespace {
+
+bool digitsOfOneWidth(const QFont& font) {
+    const QFontMetricsF metrics(font);
+    const qreal width = metrics.horizontalAdvance(QLatin1Char('0'));
+    for (char digit = '1'; digit <= '9'; ++digit) {
+        if (!qFuzzyCompare(metrics.horizontalAdvance(QLatin1Char(digit)), width)) return false;
+    }
+    return true;
+}
+
+// Desktops without a font setting name a family that only stands for one; make sure that what comes
+// is a readable sans serif where we know one.
+void settleFont(QApplication& application) {
+    const QString known = QStringLiteral("DejaVu Sans");
+    QFont font = application.font();
+    QFont::insertSubstitution(font.family(), known);
+    const bool placeholder =
+        font.family().compare(QLatin1String("Sans Serif"), Qt::CaseInsensitive) == 0 ||
+        font.family().compare(QLatin1String("Sans"), Qt::CaseInsensitive) == 0;
+    if (placeholder && QFontDatabase::hasFamily(known)) font.setFamily(known);
+    application.setFont(font);
+}
+
+} // namespace
+
+void prepareApplication(QApplication& application) {
+    std::setlocale(LC_NUMERIC, "C");
+    QLocale::setDefault(QLocale::c());
+    QApplication::setStyle(QStringLiteral("Fusion"));
+    settleFont(application);
+    application.installEventFilter(new Namer(&application));
+    QApplication::setQuitOnLastWindowClosed(false);
+}
+
+QFont tabularFont() {
+    QFont font = QApplication::font();
+    if (digitsOfOneWidth(font)) return font;
+    font.setFamily(QStringLiteral("DejaVu Sans"));
+    if (digitsOfOneWidth(font)) return font;
+    QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    fixed.setPointSizeF(font.pointSizeF());
+    return fixed;
+}
+
+int processorType() {
+    const QString architecture = QSysInfo::currentCpuArchitecture();
+    if (architecture == QLatin1String("i386")) return 386;
+    if (architecture == QLatin1String("i486")) return 486;
+    return 586;
+}
+
+void changeFolder(const std::string& folder) {
+    QDir::setCurrent(shownPath(folder));
+}
+
+std::string currentFolder() {
+    std::string folder = typedPath(QDir::toNativeSeparators(QDir::currentPath()));
+    while (folder.size() > 1 && (folder.back() == '/' || folder.back() == '\\')) folder.pop_back();
+    return folder == "/" ? std::string() : folder;
+}
+
+bool Namer::eventFilter(QObject* object, QEvent* event) {
+    if (event->type() != QEvent::Polish || !object->isWidgetType()) return false;
+    auto* widget = static_cast<QWidget*>(object);
+    const QString name = widget->objectName();
+    if (!name.isEmpty() && !name.startsWith(QLatin1String("qt_")) &&
+        widget->accessibleDescription().isEmpty()) {
+        widget->setAccessibleDescription(name);
+    }
+    return false;
+}
+
+} // namespace kvo::platform_qt

@@ -1,0 +1,39 @@
+#pragma once
+// What the one QApplication needs before the first form: number formats that do not follow the
+// locale, one look on every desktop, and control names that assistive tools and test drivers find.
+#include <QFont>
+#include <QObject>
+#include <QString>
+
+#include <string>
+
+class QApplication;
+
+namespace kvo::platform_qt {
+
+// Called once, right behind the application object: LC_NUMERIC and the default locale become "C",
+// the style Fusion with the desktop's own palette and font, the namer is installed, and closing the
+// last window no longer ends the program (the main window's unload does).
+void prepareApplication(QApplication& application);
+
+// The application's font when its digits are all of one width, else a font of that size whose
+// digits are; for values that change in place.
+QFont tabularFont();
+
+// Processor number as the start sequence compares it: 386, 486, 586; 586 for everything later.
+int processorType();
+
+// Makes a folder the current directory; silent when it is gone.
+void changeFolder(const std::string& folder);
+// The current directory, without a separator behind it.
+std::string currentFolder();
+
+// Gives every named widget its object name as accessible description, unless it has one. Object
+// names do not reach the accessibility bus by themselves.
+class Namer : public QObject {
+public:
+    using QObject::QObject;
+    bool eventFilter(QObject* object, QEvent* event) override;
+};
+
+} // namespace kvo::platform_qt
