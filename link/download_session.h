@@ -1,0 +1,65 @@
+#pragma once
+// The course of one download from the click on "Start Download" to the saved run: greeting, wheel
+// dialogue, header, transfer, decoding, title, run file, index, and the offer to view it. Any button
+// may be pressed inside its waits.
+#include "core/shared_state.h"
+#include "link/download.h"
+#include "link/download_view.h"
+#include "link/logger_link.h"
+#include "platform/clock.h"
+#include "platform/dialogs.h"
+#include "platform/files.h"
+
+#include <string>
+
+namespace kvo::link {
+
+// Unless the configuration has it off: asks the user to see that today's date is right, ahead of
+// showing the download form.
+void showDateCheck(
+    const core::AppConfig& config, platform::Dialogs& dialogs, const platform::Clock& clock);
+
+// One for each time the form is shown, made as the form loads (the data type becomes 0, the period
+// arrays start empty). It must live until Command_Send_Click has returned, also where that has
+// unloaded the form; after view.unload() it does not touch the view but for showDataGraph and
+// refreshChooser, which are about other windows.
+class DownloadSession {
+public:
+    DownloadSession(LoggerLink& link, core::SharedState& state, DownloadView& view,
+        platform::Dialogs& dialogs, const platform::Clock& clock, platform::Files& files);
+
+    // A click that comes while one is at work does nothing.
+    void Command_Send_Click();
+    // Ends the session and unloads the form, also from inside a wait; nothing is reported.
+    void Cancel_Command_Click();
+    // True from the click to its end.
+    bool running() const { return m_running; }
+
+private:
+    void run();
+    bool startSession();
+    void askWheel();
+    bool takeDataType();
+    void transfer();
+    bool askTitle(std::string& title);
+    std::string suggestedTitle() const;
+    void save(const std::string& title);
+    bool saveRunFile(const std::string& name);
+    bool chooseOtherPlace(const std::string& name);
+    void addToIndex();
+    void offerView();
+    void unloadView();
+
+    LoggerLink& m_link;
+    core::SharedState& m_state;
+    DownloadView& m_view;
+    platform::Dialogs& m_dialogs;
+    const platform::Clock& m_clock;
+    platform::Files& m_files;
+    PulsePeriods m_periods;
+    bool m_running = false;
+    bool m_cancelled = false;
+    bool m_unloaded = false;
+};
+
+} // namespace kvo::link
