@@ -3,6 +3,8 @@
 // Positions are singles in the scale set last.
 #include "platform/colour.h"
 
+#include <cstddef>
+#include <cstdint>
 #include <span>
 #include <string_view>
 
@@ -12,6 +14,13 @@ struct Point {
     float x = 0;
     float y = 0;
     friend bool operator==(const Point&, const Point&) = default;
+};
+
+// One of the bars that boxes() draws.
+struct Bar {
+    float top = 0;
+    float bottom = 0;
+    Colour colour = 0;
 };
 
 class Surface {
@@ -31,6 +40,18 @@ public:
     virtual void polyline(std::span<const Point> points, Colour colour) = 0;
     // Filled box between two corners.
     virtual void box(float x1, float y1, float x2, float y2, Colour colour) = 0;
+    // For i from 1 to masks.size() in turn, and in each for every bit b of masks[i - 1] that is set,
+    // from bit 0 up: the filled box from (i - 1, bars[b].top) to (i, bars[b].bottom). The picture is
+    // that of the single boxes in this order; a surface may reach it faster. At most 8 bars.
+    virtual void boxes(std::span<const std::uint8_t> masks, std::span<const Bar> bars) {
+        for (std::size_t i = 0; i < masks.size(); ++i) {
+            for (std::size_t b = 0; b < bars.size(); ++b) {
+                if (((masks[i] >> b) & 1) == 0) continue;
+                box(static_cast<float>(i), bars[b].top, static_cast<float>(i + 1), bars[b].bottom,
+                    bars[b].colour);
+            }
+        }
+    }
     // Text at the current position in the fore colour. Behind it the next text starts at x = 0, a
     // line further down, unless the position is set.
     virtual void print(std::string_view text) = 0;
@@ -50,6 +71,8 @@ public:
     virtual void setFontSize(float points) = 0;
     // True: drawing goes to the kept picture. False: it lies on top until the next refresh.
     virtual void setAutoRedraw(bool on) = 0;
+    // False where there is no memory to draw at the present size.
+    virtual bool usable() const { return true; }
 };
 
 } // namespace kvo::platform

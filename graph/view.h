@@ -1,0 +1,94 @@
+#pragma once
+// GraphView, the state of the graph window, and the plain rules of the window: what a data type
+// decides, which labels show, captions, and the colours that a new background forces.
+#include "core/basic/from_one.h"
+#include "core/config_record.h"
+#include "graph/channels.h"
+#include "platform/colour.h"
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace kvo::graph {
+
+inline constexpr std::int32_t switchDynaDefault = 0xFF0009;
+inline constexpr std::int32_t switchShiftDefault = 255;
+inline constexpr std::int32_t switchThrottleDefault = 0xFF00FF;
+inline constexpr std::int32_t switchBrakeDefault = 65408;
+
+struct GraphView {
+    std::int16_t CursorSample = 0;     // sample number under the time line
+    std::int16_t RocosFromOverlay = 0; // not 0: RoCoS_Cal reads the overlay run
+    std::int16_t RpmScale = 0;         // rpm a vertical unit; MaxRpm + 6 from DrawTrend on
+    double MphScale = 0;               // vertical units a mph; set by DrawGrid
+    double ProgressCount = 0;          // running total of the loading bar
+    std::int32_t OverlayChannelColour = 0;
+    std::int16_t LoadingBar = 0; // -1 while a redraw belongs to a load
+    std::string RocosText;       // result of RoCoS_Cal
+    float DragStartX = 0;        // where the right button went down
+    std::int32_t SwitchColourDyna = switchDynaDefault;
+    std::int32_t SwitchColourShift = switchShiftDefault;
+    std::int32_t SwitchColourThrottle = switchThrottleDefault;
+    std::int32_t SwitchColourBrake = switchBrakeDefault;
+};
+
+// What a data type decides in the window.
+struct GraphTypeFacts {
+    int type;
+    std::optional<int> rightEdge;          // of Trend.Scale, samples
+    std::optional<int> rightEdgeFreshFile; // the same when the window opens on a run handed over
+    std::optional<int> startCursor;        // sample
+    int timeZeroBase;                      // sample
+};
+// The row of a data type: 8, 12, 17, 20, 23, 25, 29, 32, 43; nothing for any other.
+std::optional<GraphTypeFacts> graphTypeFacts(int type);
+
+// The y scale of Trend in every case.
+inline constexpr float trendTop = 1100;
+
+// What a routine does to a group of labels.
+enum class Show { leave, hide, show };
+struct LabelVisibility {
+    Show clutch = Show::leave;           // Label10(1), Clutch, OverlayClutch
+    core::FromOne<Show, 8> analogToggle; // Text_Analog(n)
+    core::FromOne<Show, 8> analogValue;  // Analog(n) and OverlayAnalog(n)
+    Show exhaustToggle = Show::leave;    // Label9(1..8)
+    Show exhaustValue = Show::leave;     // Exhaust(1..8), OverlayExhaust(1..8)
+    Show exhaustHeading = Show::leave;   // Label15
+    friend bool operator==(const LabelVisibility&, const LabelVisibility&) = default;
+};
+// A car (vehicleType 1) has no clutch labels; unknown types and 23, 29 leave the rest alone.
+LabelVisibility ShowChannelsForType(int type, int vehicleType);
+// What DrawTrend does to the labels on its own.
+LabelVisibility drawTrendLabels(int type, const core::AppConfig& config);
+
+struct ResolutionChoice {
+    std::string caption; // of Mnu_Resolution
+    int checkedItem;     // 1, 4 or 8
+};
+ResolutionChoice Resolution_Change(int step);
+
+// What Change_Colour makes of a background: all colours after it, the channels that were repaired
+// in the order of the routine, and whether a switch colour fell to white.
+struct ColourChange {
+    std::array<std::int32_t, channelCount> colours{};
+    std::vector<int> repaired;
+    std::int32_t switchDyna = 0;
+    std::int32_t switchShift = 0;
+    std::int32_t switchThrottle = 0;
+    std::int32_t switchBrake = 0;
+    bool barsRepainted = false;
+};
+ColourChange changeColour(const core::AppConfig& config);
+
+// The colour of a channel of the overlay in "Invert of Graph".
+std::int32_t InvertColour(std::int32_t colour, std::int32_t graphBackColour);
+
+// Colour dialog of a channel: where it starts (nothing for a colour that is none), and whether the
+// choice is the background's own, which is refused.
+std::optional<platform::Colour> colourDialogStart(std::int32_t colour);
+
+} // namespace kvo::graph
