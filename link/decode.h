@@ -1,6 +1,6 @@
 #pragma once
-// From raw readings to engineering values, in place. It takes arrays, not a line: a recorded session
-// is as good as a logger.
+// From raw readings to engineering values, in place. It takes arrays, not a line: a recorded
+// session is as good as a logger.
 #include "core/shared_state.h"
 #include "link/download.h"
 #include "platform/files.h"

@@ -1,6 +1,7 @@
 #pragma once
 // The transfer of the logger's whole memory into the rows of the run and the period arrays, as raw
-// readings. How many samples there are and how each one lies on the wire follows from the data type.
+// readings. How many samples there are and how each one lies on the wire follows from the data
+// type.
 #include "core/shared_state.h"
 #include "link/download_view.h"
 #include "link/logger_link.h"
@@ -40,8 +41,8 @@ std::optional<DownloadType> downloadType(int dataType);
 std::string progressText(int sample, int sampleCount);
 
 // One transfer. SampleCount of the state is set before; rows and periods keep what they held where
-// nothing arrives. On failure LinkFailed is -1, the user was told, the port is closed and `view` was
-// unloaded - unless `cancelled` says that the user left, which is no failure to tell.
+// nothing arrives. On failure LinkFailed is -1, the user was told, the port is closed and `view`
+// was unloaded - unless `cancelled` says that the user left, which is no failure to tell.
 class Download {
 public:
     Download(LoggerLink& link, core::SharedState& state, PulsePeriods& periods, DownloadView& view,

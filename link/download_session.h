@@ -1,7 +1,7 @@
 #pragma once
 // The course of one download from the click on "Start Download" to the saved run: greeting, wheel
-// dialogue, header, transfer, decoding, title, run file, index, and the offer to view it. Any button
-// may be pressed inside its waits.
+// dialogue, header, transfer, decoding, title, run file, index, and the offer to view it. Any
+// button may be pressed inside its waits.
 #include "core/shared_state.h"
 #include "link/download.h"
 #include "link/download_view.h"

@@ -38,16 +38,16 @@ public:
     std::int16_t LinkFailed = 0;  // 0 or -1: time-out, failed open, Cancel, stop of a pit run
     LoggerHeader Header;
 
-    // Opens port 1 to 16 at 9600 8N1 and drops what was waiting. A port that does not open is told to
-    // the user and leaves LinkFailed at -1.
+    // Opens port 1 to 16 at 9600 8N1 and drops what was waiting. A port that does not open is told
+    // to the user and leaves LinkFailed at -1.
     void OpenLoggerPort(int portNumber);
     // Shows what the port's last communication event means, if it is one of those with a text.
     void ReportCommEvent();
     // Closes the port if it is open.
     void CloseLoggerPort();
 
-    // Sends CommandByte `count` times, each one as the output buffer has run empty. That wait has no
-    // bound but ends when the port is gone.
+    // Sends CommandByte `count` times, each one as the output buffer has run empty. That wait has
+    // no bound but ends when the port is gone.
     void SendCommand(std::uint8_t count);
     // Waits up to 8000 turns for one reply into ReplyByte. On a time-out ReplyByte stays and
     // LinkFailed becomes -1 if a data type is known. A port that was lost is a time-out at once.

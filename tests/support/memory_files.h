@@ -1,0 +1,49 @@
+#pragma once
+// A disk in memory, with '/' as its separator, whose writes can be made to fail.
+#include "platform/files.h"
+
+#include <map>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace kvo::testing {
+
+class MemoryFiles : public platform::Files {
+public:
+    enum class Failure { fullDisk, readOnly };
+    // Writes below `prefix` fail from now on, `times` times; -1: until it is allowed again.
+    void failWrites(const std::string& prefix, Failure how, int times = -1);
+    void allowWrites() { m_failures.clear(); }
+    // Puts a file there, whatever may fail.
+    void put(const std::string& path, platform::Bytes content) {
+        m_files[path] = std::move(content);
+    }
+    int writes() const { return m_writes; }
+
+    std::optional<platform::Bytes> read(const std::string& path) const override;
+    platform::WriteResult write(const std::string& path, const platform::Bytes& content) override;
+    bool exists(const std::string& path) const override { return find(path) != m_files.end(); }
+    bool folderExists(const std::string& path) const override;
+    platform::WriteResult makeFolder(const std::string& path) override;
+    platform::WriteResult remove(const std::string& path) override;
+    std::vector<std::string> list(const std::string& folder) const override;
+    char separator() const override { return '/'; }
+
+private:
+    struct FailingPlace {
+        std::string prefix;
+        Failure how;
+        int times;
+    };
+    using Map = std::map<std::string, platform::Bytes>;
+    Map::const_iterator find(const std::string& path) const;
+    platform::WriteResult refusal(const std::string& path);
+
+    Map m_files;
+    std::set<std::string> m_folders;
+    std::vector<FailingPlace> m_failures;
+    int m_writes = 0;
+};
+
+} // namespace kvo::testing
