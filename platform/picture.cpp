@@ -1,0 +1,260 @@
+#include "platform/picture.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+namespace kvo::platform {
+
+namespace {
+
+// Boxes of more different heights than this are painted one by one.
+constexpr std::size_t mostLanes = 16;
+
+int positivePx(double value) {
+    return static_cast<int>(std::lround(std::clamp(value, 1.0, 1000.0)));
+}
+
+} // namespace
+
+int textFontPx(float points) {
+    return std::max(10, positivePx(points * 1.5));
+}
+
+int textLineHeightPx(float points) {
+    return positivePx(textFontPx(points) * 1.2);
+}
+
+void Picture::clear() {
+    m_operations.clear();
+    m_scales.clear();
+    m_points.clear();
+    m_boxes.clear();
+    m_letters.clear();
+    m_sealed = true;
+    ++m_generation;
+}
+
+bool Picture::goesOn(Kind kind, const UserScale& scale) const {
+    return !m_sealed && !m_operations.empty() && m_operations.back().kind == kind &&
+           m_scales[m_operations.back().scale] == scale;
+}
+
+Picture::Operation& Picture::begin(Kind kind, const UserScale& scale, std::size_t first) {
+    if (m_scales.empty() || m_scales.back() != scale) m_scales.push_back(scale);
+    Operation& op = m_operations.emplace_back();
+    op.kind = kind;
+    op.scale = static_cast<std::uint32_t>(m_scales.size() - 1);
+    op.first = first;
+    m_sealed = false;
+    return op;
+}
+
+void Picture::addLine(std::span<const Point> points, const Style& style, const UserScale& scale) {
+    if (points.empty()) return;
+    if (goesOn(Kind::line, scale) && m_operations.back().style == style &&
+        m_points.back() == points.front()) {
+        points = points.subspan(1);
+    } else {
+        begin(Kind::line, scale, m_points.size()).style = style;
+    }
+    m_points.insert(m_points.end(), points.begin(), points.end());
+    m_operations.back().count += points.size();
+}
+
+void Picture::addBox(Point a, Point b, Colour colour, const UserScale& scale) {
+    if (!goesOn(Kind::boxes, scale)) begin(Kind::boxes, scale, m_boxes.size());
+    m_boxes.push_back({a, b, colour});
+    ++m_operations.back().count;
+}
+
+void Picture::addText(
+    Point leftTop, std::string_view text, float points, Colour colour, const UserScale& scale) {
+    Operation& op = begin(Kind::text, scale, m_letters.size());
+    m_letters += text;
+    op.count = text.size();
+    op.style.colour = colour;
+    op.points = points;
+    op.leftTop = leftTop;
+}
+
+std::size_t Picture::memory() const {
+    return m_operations.capacity() * sizeof(Operation) + m_scales.capacity() * sizeof(UserScale) +
+           m_points.capacity() * sizeof(Point) + m_boxes.capacity() * sizeof(Box) +
+           m_letters.capacity();
+}
+
+PixelRect Picture::bounds(std::size_t operation, const SurfaceSize& surface) const {
+    const PixelRect all{0, 0, surface.widthPx, surface.heightPx};
+    const Operation& op = m_operations[operation];
+    if (op.kind != Kind::line) return all;
+    const PixelScale scale(m_scales[op.scale], surface);
+    PixelRect r{farPixel, farPixel, -farPixel, -farPixel};
+    for (const Point& p : std::span(m_points).subspan(op.first, op.count)) {
+        const PixelPoint at = scale.point(p);
+        if (at.x == noPixel || at.y == noPixel) continue;
+        r = {std::min(r.left, at.x), std::min(r.top, at.y), std::max(r.right, at.x),
+            std::max(r.bottom, at.y)};
+    }
+    const int widthPx = op.style.drawWidth * surface.linePx;
+    return intersection(all, {r.left, r.top, r.right + widthPx, r.bottom + widthPx});
+}
+
+void Picture::paint(Raster& raster, TextPainter& text, const SurfaceSize& surface,
+    std::size_t first, std::size_t end) const {
+    for (std::size_t i = first; i < end; ++i) {
+        const Operation& op = m_operations[i];
+        const PixelScale scale(m_scales[op.scale], surface);
+        if (op.kind == Kind::line) {
+            Pen pen{
+                rgb32(op.style.colour), op.style.drawStyle, op.style.drawWidth * surface.linePx};
+            raster.polyline(std::span(m_points).subspan(op.first, op.count), scale, pen);
+        } else if (op.kind == Kind::boxes) {
+            paintBoxes(op, raster, scale);
+        } else {
+            text.paintText(scale.point(op.leftTop),
+                std::string_view(m_letters).substr(op.first, op.count), op.points, op.style.colour);
+        }
+    }
+}
+
+void Picture::paintBoxes(const Operation& op, Raster& raster, const PixelScale& scale) const {
+    std::vector<Lane> lanes;
+    if (lanesOf(op, scale, lanes)) {
+        paintLanes(op, raster, scale, lanes);
+        return;
+    }
+    for (const Box& box : std::span(m_boxes).subspan(op.first, op.count)) {
+        raster.box(scale.point(box.a), scale.point(box.b), rgb32(box.colour));
+    }
+}
+
+// The heights at which the boxes stand; false where two of them share a row of pixels, so that the
+// order of the boxes matters.
+bool Picture::lanesOf(
+    const Operation& op, const PixelScale& scale, std::vector<Lane>& lanes) const {
+    for (const Box& box : std::span(m_boxes).subspan(op.first, op.count)) {
+        const bool known = std::any_of(lanes.begin(), lanes.end(),
+            [&](const Lane& lane) { return lane.y1 == box.a.y && lane.y2 == box.b.y; });
+        if (known) continue;
+        const auto [top, bottom] = std::minmax({scale.y(box.a.y), scale.y(box.b.y)});
+        if (top == noPixel || lanes.size() == mostLanes) return false;
+        lanes.push_back({box.a.y, box.b.y, top, bottom});
+    }
+    for (std::size_t i = 0; i < lanes.size(); ++i) {
+        for (std::size_t j = i + 1; j < lanes.size(); ++j) {
+            if (lanes[i].top <= lanes[j].bottom && lanes[j].top <= lanes[i].bottom) return false;
+        }
+    }
+    return true;
+}
+
+// Neighbours of one height and colour become one box. Heights do not touch one another, so this is
+// the same picture.
+void Picture::paintLanes(const Operation& op, Raster& raster, const PixelScale& scale,
+    const std::vector<Lane>& lanes) const {
+    struct Span {
+        int left = 1;
+        int right = 0; // included
+        Colour colour = 0;
+    };
+    std::array<Span, mostLanes> open;
+    const auto close = [&](std::size_t lane) {
+        const Span& s = open[lane];
+        if (s.left > s.right) return;
+        raster.box({s.left, lanes[lane].top}, {s.right, lanes[lane].bottom}, rgb32(s.colour));
+    };
+    for (const Box& box : std::span(m_boxes).subspan(op.first, op.count)) {
+        std::size_t lane = 0;
+        while (lanes[lane].y1 != box.a.y || lanes[lane].y2 != box.b.y) ++lane;
+        const auto [left, right] = std::minmax({scale.x(box.a.x), scale.x(box.b.x)});
+        if (left == noPixel) continue;
+        Span& s = open[lane];
+        if (s.left <= s.right && s.colour == box.colour && left >= s.left && left <= s.right + 1) {
+            s.right = std::max(s.right, right);
+            continue;
+        }
+        close(lane);
+        s = {left, right, box.colour};
+    }
+    for (std::size_t lane = 0; lane < lanes.size(); ++lane) close(lane);
+}
+
+Picture& PictureSurface::target() {
+    return m_autoRedraw ? m_kept : m_upper;
+}
+
+void PictureSurface::drawn() {
+    if (m_autoRedraw) {
+        // What lay on top is not part of the kept picture, and drawing on that shows it anew.
+        wipeUpper();
+        if (m_watcher != nullptr) m_watcher->keptChanged();
+        return;
+    }
+    if (m_watcher != nullptr) m_watcher->upperDrawn(m_upper.size() - 1);
+}
+
+void PictureSurface::wipeUpper() {
+    if (m_upper.empty()) return;
+    if (m_watcher != nullptr) m_watcher->upperWiped();
+    m_upper.clear();
+}
+
+void PictureSurface::setScale(float left, float top, float right, float bottom) {
+    m_scale = {left, top, right, bottom};
+}
+
+void PictureSurface::cls() {
+    m_current = {};
+    wipeUpper();
+    if (!m_autoRedraw) return;
+    m_kept.clear();
+    if (m_watcher != nullptr) m_watcher->keptChanged();
+}
+
+void PictureSurface::lineTo(float x, float y, Colour colour) {
+    const std::array<Point, 2> ends{m_current, Point{x, y}};
+    target().addLine(ends, {colour, m_drawStyle, m_drawWidth}, m_scale);
+    m_current = ends[1];
+    drawn();
+}
+
+void PictureSurface::line(float x1, float y1, float x2, float y2, Colour colour) {
+    target().seal();
+    m_current = {x1, y1};
+    lineTo(x2, y2, colour);
+}
+
+void PictureSurface::polyline(std::span<const Point> points, Colour colour) {
+    if (points.empty()) return;
+    m_line.assign(1, m_current);
+    m_line.insert(m_line.end(), points.begin(), points.end());
+    target().addLine(m_line, {colour, m_drawStyle, m_drawWidth}, m_scale);
+    m_current = points.back();
+    drawn();
+}
+
+void PictureSurface::box(float x1, float y1, float x2, float y2, Colour colour) {
+    target().addBox({x1, y1}, {x2, y2}, colour, m_scale);
+    m_current = {x2, y2};
+    drawn();
+}
+
+void PictureSurface::print(std::string_view text) {
+    target().addText(m_current, text, m_fontPoints, m_foreColor, m_scale);
+    const float unitsPerPx =
+        (m_scale.bottom - m_scale.top) / static_cast<float>(std::max(1, m_heightPx));
+    m_current = {0, m_current.y + unitsPerPx * static_cast<float>(textLineHeightPx(m_fontPoints))};
+    drawn();
+}
+
+void PictureSurface::refresh() {
+    wipeUpper();
+}
+
+void PictureSurface::setBackColor(Colour colour) {
+    m_backColor = colour;
+    if (m_watcher != nullptr) m_watcher->backColorChanged();
+}
+
+} // namespace kvo::platform
