@@ -1,0 +1,23 @@
+#pragma once
+// Times that can be compared on a machine that does other things too: the contenders take turns,
+// round by round, and the median of each one's rounds counts.
+#include <functional>
+#include <vector>
+
+namespace kvo::bench {
+
+// Seconds one call of each contender takes. A round calls a contender as often as fills about two
+// milliseconds.
+std::vector<double> medianSeconds(const std::vector<std::function<void()>>& contenders, int rounds);
+
+// Seconds of processor time this thread has used.
+double threadSeconds();
+// Seconds of a clock that only goes forward.
+double wallSeconds();
+
+// Keeps the compiler from leaving out a result that nobody reads.
+template <typename T> void keep(const T& value) {
+    asm volatile("" : : "g"(&value) : "memory");
+}
+
+} // namespace kvo::bench
