@@ -8,8 +8,8 @@
 
 namespace kvo::core {
 
-// Lenient number of a text box: blanks passed over, sign, digits, one point; ends at the first other
-// character; 0 if there is none.
+// Lenient number of a text box: blanks passed over, sign, digits, one point; ends at the first
+// other character; 0 if there is none.
 double Val(std::string_view text);
 // Strict number: sign, digits, one point, blanks around it; nothing for anything else.
 std::optional<double> strictNumber(std::string_view text);

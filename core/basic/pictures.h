@@ -8,7 +8,8 @@
 namespace kvo::core {
 
 // # an optional digit, 0 a required one, a backslash quotes; every other character is itself.
-// Rounds half away from zero on the 15-digit decimal form; a value that rounds to zero has no minus.
+// Rounds half away from zero on the 15-digit decimal form; a value that rounds to zero has no
+// minus.
 std::string Format(double value, std::string_view picture);
 
 // d, dd, ddd, dddd, m, mm, mmm, mmmm, yy, yyyy, h, hh, n, nn (mm behind hh is minutes), backslash
