@@ -3,13 +3,12 @@
 // of the overlay. The arithmetic yields values into buffers that are kept from picture to picture;
 // the routines of TrendDrawing walk them onto a surface.
 #include "core/shared_state.h"
-#include "graph/derived.h"
+#include "graph/curves.h"
+#include "graph/scenery.h"
 #include "graph/view.h"
 #include "platform/surface.h"
 
-#include <array>
 #include <cstdint>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -34,64 +33,9 @@ public:
     virtual void setOverlayLabelColour(int channel, std::int32_t colour) = 0;
 };
 
-// --- Values
-// ----------------------------------------------------------------------------------------
-
-// Which run a curve is made of, and how it lies on the surface.
-struct CurveSource {
-    const core::RunImage* image = nullptr;        // rows, analog types, tyre setup
-    const core::RunHeader* drive = nullptr;       // primary drive
-    const core::RunHeader* clutchDrive = nullptr; // primary drive of the clutch channel
-    int sampleCount = 0; // rows gone through, 0 to 65535; rows past the array read as zeros
-    int step = 1;        // samples a point
-    int dataType = 0;    // 20: time-shared exhausts
-    int shiftX = 0;      // added to the sample number
-    int rpmScale = 0;    // rpm a unit
-    double mphScale = 0; // units a mph
-};
-// Fills `points` with the targets of the polyline of a channel. Gives how many samples were
-// visited. A run-time failure ends the curve: the points made before it stay.
-int makeCurve(const CurveSource& source, const core::AppConfig& config, int channel,
-    std::vector<platform::Point>& points);
-
-// Height of a channel's value v on the surface; nothing where it is no single (a run-time failure).
-std::optional<float> curveHeight(
-    const core::AppConfig& config, int channel, double v, int rpmScale, double mphScale);
-// The magnification that counts: the default where 0 is stored.
-int magnification(const core::AppConfig& config, int channel);
-
-// Vertical units a mph for the run's largest SpeedRaw.
-double mphScaleFor(std::int32_t peakSpeedRaw);
-
-// One step of the grid: a line, or a text whose position is set as told.
-struct GridMark {
-    enum class Kind { line, text };
-    Kind kind = Kind::line;
-    std::optional<float> x; // text: CurrentX, nothing: not set
-    float y = 0;            // text: CurrentY; line: y1
-    float x1 = 0;
-    float x2 = 0;
-    float y2 = 0;
-    std::string text;
-};
-// Nothing is made for an rpmScale below 1 (a run-time failure).
-void makeGrid(const core::AppConfig& config, int rpmScale, double mphScale, int timeOffset,
-    int sampleCount, int dataType, float scaleWidth, std::vector<GridMark>& marks);
-
-// The eight bars in the order of the bits of a bar mask: Dyna, Shift, Throttle, Brake of the run,
-// then of the overlay.
-inline constexpr int barCount = 8;
-std::array<platform::Bar, barCount> switchBars(const GraphView& view);
-// One mask a sample from 1 on: which bars have a box from i - 1 to i.
-void makeSwitchMasks(const core::RunImage& run, const core::RunImage* overlay, int sampleCount,
-    std::vector<std::uint8_t>& masks);
-
-// Value given to ProgressBar1.Max.
+// Value given to ProgressBar1.Max by DrawTrend and by OverLayDraw.
 double progressMax(const core::AppConfig& config, int dataType, int sampleCount);
 double overlayProgressMax(const core::AppConfig& config, int overlayDataType, int sampleCount);
-
-// --- Routines
-// --------------------------------------------------------------------------------------
 
 class TrendDrawing {
 public:
@@ -136,8 +80,10 @@ public:
 
 private:
     void applyMagnifyDefault(int channel);
-    void drawPoints(std::int32_t colour, int visited);
+    void drawPoints(std::int32_t colour);
+    void Ind_Line(int calls);
     bool isDrawn(int channel) const;
+    int step() const;
     CurveSource mainSource() const;
     CurveSource overlaySource() const;
 

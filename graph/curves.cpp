@@ -1,0 +1,229 @@
+#include "graph/curves.h"
+
+#include "graph/channels.h"
+#include "graph/derived.h"
+
+#include <cmath>
+#include <cstdint>
+#include <limits>
+
+namespace kvo::graph {
+namespace {
+
+using core::AppConfig;
+using core::RunSample;
+using platform::Point;
+
+constexpr int rpmWindow = 5;   // samples of a running average of rpm and speed
+constexpr int byteWindow = 10; // and of analogs and exhausts
+
+// How the values of a channel become heights.
+class HeightRule {
+public:
+    HeightRule(const AppConfig& config, int channel, int rpmScale, double mphScale)
+        : m_kind(channelFacts(channel).kind), m_rpmScale(rpmScale), m_mphScale(mphScale),
+          m_magnify(magnification(config, channel)),
+          m_raise(config.ComboScale[static_cast<std::size_t>(channel)]) {}
+
+    // A height that is no finite single means a run-time failure.
+    float operator()(double v) const {
+        switch (m_kind) {
+        case ChannelKind::engine:
+        case ChannelKind::clutch:
+        case ChannelKind::input:
+        case ChannelKind::output:
+            if (m_rpmScale == 0) return std::numeric_limits<float>::infinity();
+            return static_cast<float>(v / m_rpmScale + m_raise);
+        case ChannelKind::mph:
+            return static_cast<float>(v / 200 * m_mphScale + m_raise);
+        default:
+            return static_cast<float>(m_magnify * v + m_raise);
+        }
+    }
+
+private:
+    ChannelKind m_kind;
+    double m_rpmScale;
+    double m_mphScale;
+    double m_magnify;
+    double m_raise;
+};
+
+// Goes through the samples, asks valueAt(i) for each, and puts the points down. Gives the samples
+// visited; a failure ends it.
+template <typename ValueAt>
+int trace(const CurveSource& source, const HeightRule& height, int step, std::vector<Point>& points,
+    ValueAt valueAt) {
+    int visited = 0;
+    for (int i = 1; i <= source.sampleCount; i += step) {
+        ++visited;
+        const Reading v = valueAt(i);
+        if (v.hasFailed()) break;
+        if (!v.hasValue()) continue;
+        const float y = height(v.value);
+        if (!std::isfinite(y)) break;
+        points.push_back({static_cast<float>(i + source.shiftX), y});
+    }
+    return visited;
+}
+
+// A sum of words over its window, rounded to a whole number, ties to even. The sum is kept in 32
+// bits.
+Reading roundedMean(std::int64_t sum, int window) {
+    if (sum < std::numeric_limits<std::int32_t>::min() ||
+        sum > std::numeric_limits<std::int32_t>::max()) {
+        return Reading::failed();
+    }
+    return Reading::of(std::nearbyint(static_cast<double>(sum) / window));
+}
+
+// Sum of word(row) over the samples from i to i + window - 1.
+template <typename Word>
+std::int64_t windowSum(const CurveSource& source, int i, int window, Word word) {
+    std::int64_t sum = 0;
+    for (int k = i; k < i + window; ++k) sum += word(source.image->rowOrZero(k));
+    return sum;
+}
+
+// Engine, input, output and speed: the word, or the mean of five.
+template <typename Word>
+int traceWord(const CurveSource& source, const HeightRule& height, bool smooth,
+    std::vector<Point>& points, Word word) {
+    const int smoothUpTo = smooth ? source.sampleCount - rpmWindow : 0;
+    return trace(source, height, source.step, points, [&](int i) {
+        if (i < smoothUpTo) return roundedMean(windowSum(source, i, rpmWindow, word), rpmWindow);
+        return Reading::of(word(source.image->rowOrZero(i)));
+    });
+}
+
+int traceClutch(
+    const CurveSource& source, const HeightRule& height, bool smooth, std::vector<Point>& points) {
+    const auto ratio = primaryRatio(*source.clutchDrive);
+    const int smoothUpTo = smooth ? source.sampleCount - rpmWindow : 0;
+    return trace(source, height, source.step, points, [&](int i) {
+        if (!ratio) return Reading::failed();
+        const auto rpm = [&](const RunSample& row) {
+            return static_cast<std::int64_t>(clutchRpm(*ratio, row.EngineRpm));
+        };
+        if (i < smoothUpTo) return roundedMean(windowSum(source, i, rpmWindow, rpm), rpmWindow);
+        return Reading::of(static_cast<double>(rpm(source.image->rowOrZero(i))));
+    });
+}
+
+int traceSlip(const CurveSource& source, const HeightRule& height, std::vector<Point>& points) {
+    const auto ratio = primaryRatio(*source.drive);
+    return trace(source, height, source.step, points, [&](int i) {
+        const RunSample& row = source.image->rowOrZero(i);
+        return ratio ? slipDrawn(*ratio, row.EngineRpm, row.InputRpm) : Reading::failed();
+    });
+}
+
+int traceRatio(const CurveSource& source, const HeightRule& height, std::vector<Point>& points) {
+    const auto ratio = primaryRatio(*source.drive);
+    return trace(source, height, source.step, points, [&](int i) {
+        const RunSample& row = source.image->rowOrZero(i);
+        // The primary drive is asked for only where the output shaft turns.
+        if (row.OutputRpm == 0) return Reading::of(0);
+        if (!ratio) return Reading::failed();
+        return Reading::of(ratioDrawn(*ratio, row.EngineRpm, row.OutputRpm));
+    });
+}
+
+int traceAnalog(const CurveSource& source, const HeightRule& height, int n, bool smooth,
+    std::vector<Point>& points) {
+    const int type = source.image->tail.AnalogTypes[n];
+    const int smoothUpTo = smooth ? source.sampleCount - byteWindow : 0;
+    const auto byte = [n](const RunSample& row) { return row.Analog[n]; };
+    return trace(source, height, source.step, points, [&](int i) {
+        if (i >= smoothUpTo) {
+            return Reading::of(analogDrawn(byte(source.image->rowOrZero(i)), type));
+        }
+        const Reading mean = roundedMean(windowSum(source, i, byteWindow, byte), byteWindow);
+        return Reading::of(analogDrawn(mean.value, type));
+    });
+}
+
+// The logger of type 20 sends one temperature at a time: bits 4 to 6 of Status name it and
+// Analog(7) holds it. Every sample is looked at, whatever the step.
+int traceSharedExhaust(
+    const CurveSource& source, const HeightRule& height, int n, std::vector<Point>& points) {
+    return trace(source, height, 1, points, [&](int i) {
+        const RunSample& row = source.image->rowOrZero(i);
+        return ((row.Status >> 4) & 7) == n - 1 ? Reading::of(row.Analog[7]) : Reading::none();
+    });
+}
+
+int traceExhaust(const CurveSource& source, const HeightRule& height, int n, bool smooth,
+    std::vector<Point>& points) {
+    const int smoothUpTo = smooth ? source.sampleCount - byteWindow : 0;
+    const auto byte = [n](const RunSample& row) { return row.Exhaust[n]; };
+    return trace(source, height, source.step, points, [&](int i) {
+        if (i >= smoothUpTo) return Reading::of(byte(source.image->rowOrZero(i)));
+        // Required: the mean of an exhaust is not rounded.
+        return Reading::of(
+            static_cast<double>(windowSum(source, i, byteWindow, byte)) / byteWindow);
+    });
+}
+
+bool smoothed(const AppConfig& config, const ChannelFacts& facts) {
+    return facts.smoothOption >= 0 &&
+           config.SmoothOption[static_cast<std::size_t>(facts.smoothOption)] == 1;
+}
+
+} // namespace
+
+int magnification(const AppConfig& config, int channel) {
+    const int stored = config.Text_Magnify[static_cast<std::size_t>(channel)];
+    return stored != 0 ? stored : channelFacts(channel).magnifyDefault;
+}
+
+std::optional<float> curveHeight(
+    const AppConfig& config, int channel, double v, int rpmScale, double mphScale) {
+    const float y = HeightRule(config, channel, rpmScale, mphScale)(v);
+    return std::isfinite(y) ? std::optional<float>(y) : std::nullopt;
+}
+
+int makeCurve(
+    const CurveSource& source, const AppConfig& config, int channel, std::vector<Point>& points) {
+    const ChannelFacts& facts = channelFacts(channel);
+    const HeightRule height(config, channel, source.rpmScale, source.mphScale);
+    const bool smooth = smoothed(config, facts);
+    const core::RunImage& image = *source.image;
+    points.clear();
+    switch (facts.kind) {
+    case ChannelKind::engine:
+        return traceWord(
+            source, height, smooth, points, [](const RunSample& row) { return row.EngineRpm; });
+    case ChannelKind::input:
+        return traceWord(
+            source, height, smooth, points, [](const RunSample& row) { return row.InputRpm; });
+    case ChannelKind::output:
+        return traceWord(
+            source, height, smooth, points, [](const RunSample& row) { return row.OutputRpm; });
+    case ChannelKind::mph:
+        return traceWord(
+            source, height, smooth, points, [](const RunSample& row) { return row.SpeedRaw; });
+    case ChannelKind::clutch:
+        return traceClutch(source, height, smooth, points);
+    case ChannelKind::slip:
+        return traceSlip(source, height, points);
+    case ChannelKind::ratio:
+        return traceRatio(source, height, points);
+    case ChannelKind::rocos:
+        return trace(source, height, source.step, points,
+            [&](int i) { return rocosDrawn(image, source.sampleCount, i); });
+    case ChannelKind::tyreGrowth:
+        return trace(source, height, source.step, points, [&](int i) {
+            const RunSample& row = image.rowOrZero(i);
+            return tyreGrowthDrawn(row.SpeedRaw, row.OutputRpm, image.analog);
+        });
+    case ChannelKind::analog:
+        return traceAnalog(source, height, facts.number, smooth, points);
+    case ChannelKind::exhaust:
+        if (source.dataType == 20) return traceSharedExhaust(source, height, facts.number, points);
+        return traceExhaust(source, height, facts.number, smooth, points);
+    }
+    return 0;
+}
+
+} // namespace kvo::graph
