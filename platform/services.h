@@ -1,6 +1,7 @@
 #pragma once
 // What stands between the program and the machine, in one place. main fills it with the real
 // things, tests with doubles. Only forms and main reach it; logic takes what it needs as arguments.
+#include "platform/browser.h"
 #include "platform/clock.h"
 #include "platform/dialogs.h"
 #include "platform/files.h"
@@ -15,6 +16,7 @@ struct Services {
     Dialogs* dialogs = nullptr;
     SerialPort* port = nullptr;
     Yield* yield = nullptr;
+    Browser* browser = nullptr;
 };
 
 // The one set of services of the program.

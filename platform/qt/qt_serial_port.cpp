@@ -1,0 +1,134 @@
+#include "platform/qt/qt_serial_port.h"
+
+#include "platform/qt/open_failure.h"
+#include "platform/qt/serial_devices.h"
+#include "platform/qt/text.h"
+
+#include <QByteArray>
+#include <QFileInfo>
+#include <QList>
+
+#ifdef Q_OS_UNIX
+#include <poll.h>
+#endif
+
+namespace kvo::platform_qt {
+namespace {
+
+// The buffer that the link counts on. Past it bytes wait in the driver, so a flooding line cannot
+// fill the memory.
+constexpr qint64 receiveBufferBytes = 1024;
+
+QSerialPort::Parity parityOf(char letter) {
+    switch (letter) {
+    case 'E':
+        return QSerialPort::EvenParity;
+    case 'O':
+        return QSerialPort::OddParity;
+    case 'M':
+        return QSerialPort::MarkParity;
+    case 'S':
+        return QSerialPort::SpaceParity;
+    default:
+        return QSerialPort::NoParity;
+    }
+}
+
+} // namespace
+
+QtSerialPort::QtSerialPort(FolderSource programFolder) : m_programFolder(std::move(programFolder)) {
+    m_port.setReadBufferSize(receiveBufferBytes);
+    connect(&m_port, &QSerialPort::errorOccurred, this, &QtSerialPort::errorHappened);
+    connect(&m_port, &QSerialPort::readyRead, this, &QtSerialPort::activity);
+    connect(&m_port, &QSerialPort::bytesWritten, this, &QtSerialPort::activity);
+}
+
+void QtSerialPort::setCommPort(int number) {
+    if (!m_port.isOpen()) m_number = number;
+}
+
+void QtSerialPort::setSettings(std::string_view settings) {
+    const QList<QByteArray> parts =
+        QByteArray(settings.data(), static_cast<qsizetype>(settings.size())).split(',');
+    if (parts.size() != 4 || parts[1].isEmpty()) return;
+    m_port.setBaudRate(parts[0].toInt());
+    m_port.setParity(parityOf(parts[1][0]));
+    m_port.setDataBits(static_cast<QSerialPort::DataBits>(parts[2].toInt()));
+    m_port.setStopBits(parts[3] == "2" ? QSerialPort::TwoStop : QSerialPort::OneStop);
+    m_port.setFlowControl(QSerialPort::NoFlowControl);
+}
+
+void QtSerialPort::setPortOpen(bool open) {
+    if (open == m_port.isOpen()) return;
+    if (open)
+        openPort();
+    else
+        m_port.close();
+}
+
+void QtSerialPort::openPort() {
+    m_openError = platform::PortError::none;
+    m_openErrorText.clear();
+    const QString device = deviceOfPort(m_number, shownPath(m_programFolder()), serialDevices());
+    // By its real name, so that the lock file sees that another program has it under that name.
+    const QString real = QFileInfo(device).canonicalFilePath();
+    m_port.setPortName(real.isEmpty() ? device : real);
+    m_opening = true;
+    const bool opened = !device.isEmpty() && m_port.open(QIODevice::ReadWrite);
+    m_opening = false;
+    if (opened)
+        m_port.clear(); // what the driver kept from before is nobody's answer
+    else
+        explainFailedOpen(device);
+}
+
+void QtSerialPort::explainFailedOpen(const QString& device) {
+    const OpenFailure failure = explainOpenFailure(m_number, device, m_port.errorString());
+    m_openError = failure.error;
+    m_openErrorText = typed(failure.text);
+    m_port.clearError();
+}
+
+int QtSerialPort::inBufferCount() {
+    return m_port.isOpen() ? static_cast<int>(m_port.bytesAvailable()) : 0;
+}
+
+int QtSerialPort::outBufferCount() {
+    return m_port.isOpen() ? static_cast<int>(m_port.bytesToWrite()) : 0;
+}
+
+void QtSerialPort::output(std::string_view bytes) {
+    if (!m_port.isOpen()) return;
+    m_port.write(bytes.data(), static_cast<qint64>(bytes.size()));
+    if (m_port.isOpen()) m_port.flush(); // else they would wait for the next event loop
+}
+
+std::string QtSerialPort::input() {
+    if (!m_port.isOpen()) return {};
+    const qint64 wanted = m_inputLen > 0 ? m_inputLen : m_port.bytesAvailable();
+    return m_port.read(wanted).toStdString();
+}
+
+void QtSerialPort::errorHappened(QSerialPort::SerialPortError error) {
+    // NoError comes with every open, TimeoutError is no loss; while opening, open() itself tells.
+    const bool harmless =
+        error == QSerialPort::NoError || error == QSerialPort::TimeoutError || m_opening;
+    if (!harmless) lose();
+}
+
+void QtSerialPort::pollHangUp() {
+#ifdef Q_OS_UNIX
+    if (!m_port.isOpen()) return;
+    pollfd line{static_cast<int>(m_port.handle()), 0, 0};
+    if (::poll(&line, 1, 0) > 0 && (line.revents & (POLLHUP | POLLERR | POLLNVAL)) != 0) lose();
+#endif
+}
+
+// A lost port reports its error without end while it is open, so it is closed at once.
+void QtSerialPort::lose() {
+    if (!m_port.isOpen()) return;
+    m_port.close();
+    emit activity();
+}
+
+} // namespace kvo::platform_qt

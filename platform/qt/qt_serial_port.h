@@ -1,0 +1,61 @@
+#pragma once
+// The logger's serial port on QSerialPort. Polled, as the link uses it; a signal wakes the yield
+// when something happens on it. A line that is lost (adapter pulled, other side gone) closes the
+// port once and from then on reads as a silent line.
+#include "platform/serial_port.h"
+
+#include <QObject>
+#include <QSerialPort>
+
+#include <functional>
+#include <string>
+
+namespace kvo::platform_qt {
+
+class QtSerialPort : public QObject, public platform::SerialPort {
+    Q_OBJECT
+
+public:
+    // Gives the program's folder, in which links named COM1 to COM16 stand for port numbers.
+    using FolderSource = std::function<std::string()>;
+    explicit QtSerialPort(FolderSource programFolder);
+
+    void setCommPort(int number) override;
+    int commPort() const override { return m_number; }
+    void setSettings(std::string_view settings) override;
+    void setInputLen(int bytes) override { m_inputLen = bytes; }
+    int inputLen() const override { return m_inputLen; }
+    void setPortOpen(bool open) override;
+    bool portOpen() const override { return m_port.isOpen(); }
+    int inBufferCount() override;
+    int outBufferCount() override;
+    void output(std::string_view bytes) override;
+    std::string input() override;
+    int commEvent() const override { return 0; }
+    platform::PortError openError() const override { return m_openError; }
+    std::string openErrorText() const override { return m_openErrorText; }
+
+    // Asks the system whether the other side is gone, for lines that do not tell by themselves;
+    // closes the port if so.
+    void pollHangUp();
+
+signals:
+    // Bytes came, bytes went, or the line was lost.
+    void activity();
+
+private:
+    void openPort();
+    void explainFailedOpen(const QString& device);
+    void errorHappened(QSerialPort::SerialPortError error);
+    void lose();
+
+    FolderSource m_programFolder;
+    QSerialPort m_port;
+    int m_number = 1;
+    int m_inputLen = 0;
+    bool m_opening = false;
+    platform::PortError m_openError = platform::PortError::none;
+    std::string m_openErrorText;
+};
+
+} // namespace kvo::platform_qt

@@ -1,0 +1,159 @@
+// Making, finding and putting away forms; texts across the border; names for assistive tools.
+#include "platform/qt/text.h"
+#include "tests/forms/support/form_test_main.h"
+#include "tests/forms/support/user_click.h"
+
+#include <QDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTimer>
+
+#include <cstdio>
+#include <cstdlib>
+
+using namespace kvo::platform_qt;
+using namespace kvo::tests;
+
+namespace {
+
+class Sample : public QDialog {
+public:
+    static inline int alive = 0;
+    struct Kept {
+        int visits = 0;
+    };
+    Sample() {
+        ++alive;
+        setObjectName(QStringLiteral("Sample"));
+        Text_ET = named(new QLineEdit, "Text_ET");
+        Command = named(new QPushButton(QStringLiteral("&Go")), "Command");
+        Analog.make("Analog", [](int i) { return new QLabel(QString::number(i)); });
+        setLayout(column({row({buddyLabel(QStringLiteral("&ET"), Text_ET), Text_ET}), Command,
+            &Analog[1], &Analog[8]}));
+        connect(Command, &QPushButton::clicked, this, [this] { Command_Click(); });
+    }
+    ~Sample() override { --alive; }
+    void Command_Click() {
+        unload<Sample>();
+        // The handler goes on after the unload, as a form's code may.
+        Text_ET->setText(QStringLiteral("late"));
+        lastText = Text_ET->text();
+    }
+    static inline QString lastText;
+    QLineEdit* Text_ET = nullptr;
+    QPushButton* Command = nullptr;
+    ControlArray<QLabel, 1, 8> Analog;
+};
+
+} // namespace
+
+class FormKitTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void cleanup() { QCOMPARE(modalComplaints(), QString()); }
+
+    void aFormIsMadeOnFirstUseAndStaysTheSame() {
+        QVERIFY(!isLoaded<Sample>());
+        Sample& first = form<Sample>();
+        QVERIFY(isLoaded<Sample>());
+        QCOMPARE(&form<Sample>(), &first);
+        QCOMPARE(Sample::alive, 1);
+        unload<Sample>();
+        QVERIFY(!isLoaded<Sample>());
+        unload<Sample>();
+        QTRY_COMPARE(Sample::alive, 0);
+    }
+
+    void aModalFormMayUnloadItselfInItsOwnHandler() {
+        onModal([](QWidget* modal) {
+            QCOMPARE(userClick(&control<QPushButton>(*modal, "Command")), QString());
+        });
+        showModal(form<Sample>());
+        QVERIFY(!isLoaded<Sample>());
+        QCOMPARE(Sample::lastText, QStringLiteral("late"));
+        QTRY_COMPARE(Sample::alive, 0);
+    }
+
+    void whatIsKeptOutlivesTheForm() {
+        kept<Sample>().visits = 7;
+        form<Sample>();
+        unload<Sample>();
+        QCOMPARE(kept<Sample>().visits, 7);
+    }
+
+    void arraysAreReachedByIndex() {
+        Sample& sample = form<Sample>();
+        QCOMPARE(sample.Analog[8].text(), QStringLiteral("8"));
+        QCOMPARE(sample.Analog[3].objectName(), QStringLiteral("Analog(3)"));
+        QVERIFY(sample.Analog.find(0) == nullptr);
+        QVERIFY(sample.Analog.find(9) == nullptr);
+        unload<Sample>();
+    }
+
+    void namesReachAssistiveToolsButNeverReplaceHumanOnes() {
+        Sample& sample = form<Sample>();
+        sample.Command->setAccessibleDescription(QStringLiteral("Starts the run"));
+        sample.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&sample));
+        QCOMPARE(sample.Text_ET->accessibleDescription(), QStringLiteral("Text_ET"));
+        QCOMPARE(sample.Command->accessibleDescription(), QStringLiteral("Starts the run"));
+        unload<Sample>();
+    }
+
+    void leavingABoxIsNotLosingTheWindow() {
+        QWidget window;
+        auto* first = new QLineEdit;
+        auto* second = new QLineEdit;
+        window.setLayout(column({first, second}));
+        int left = 0;
+        onLeave(first, [&left] { ++left; });
+        window.show();
+        window.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&window));
+        first->setFocus();
+        QWidget other;
+        other.show();
+        other.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&other));
+        QCOMPARE(left, 0);
+        window.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&window));
+        QTest::keyClick(first, Qt::Key_Tab);
+        QCOMPARE(left, 1);
+    }
+
+    void textsCrossTheBorderUnchanged() {
+        std::string all;
+        for (int i = 0; i < 256; ++i) all.push_back(static_cast<char>(i));
+        QCOMPARE(typed(shown(all)), all);
+        QCOMPARE(shown("\x80\x99\xe9"), QStringLiteral("\u20ac\u2122\u00e9"));
+        QCOMPARE(typed(QStringLiteral("a\u0107\U0001F600b")), std::string("a??b"));
+        QCOMPARE(shownLines("a\rb\r\nc\nd\r\r"), QStringLiteral("a\nb\nc\nd\n\n"));
+    }
+
+    void numbersNeverFollowTheLocale() {
+        QCOMPARE(std::strtod("2.5", nullptr), 2.5);
+        char text[16] = {};
+        std::snprintf(text, sizeof text, "%.2f", 1.5);
+        QCOMPARE(QByteArray(text), QByteArray("1.50"));
+        QCOMPARE(QLocale().decimalPoint(), QStringLiteral("."));
+    }
+
+    void digitsThatChangeAreOfOneWidth() {
+        const QFontMetricsF metrics(tabularFont());
+        for (char digit = '1'; digit <= '9'; ++digit) {
+            QCOMPARE(metrics.horizontalAdvance(QLatin1Char(digit)),
+                metrics.horizontalAdvance(QLatin1Char('0')));
+        }
+    }
+
+    void windowsAreMeasuredInTwips() {
+        QCOMPARE(toTwips(795), 11925);
+        QCOMPARE(toPixels(2250), 150);
+    }
+};
+
+KVO_FORM_TEST_MAIN(FormKitTest)
+#include "form_kit_test.moc"

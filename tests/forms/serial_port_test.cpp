@@ -1,0 +1,215 @@
+// The serial port and the wait, over a real pseudo-terminal.
+#include "platform/qt/open_failure.h"
+#include "platform/qt/qt_serial_port.h"
+#include "platform/qt/qt_yield.h"
+#include "platform/qt/serial_devices.h"
+#include "tests/forms/support/form_test_main.h"
+#include "tests/forms/support/pty_pair.h"
+
+#include <QElapsedTimer>
+#include <QFile>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTimer>
+
+#include <ctime>
+
+using namespace kvo::platform_qt;
+using kvo::platform::PortError;
+using kvo::tests::PtyPair;
+
+namespace {
+
+double cpuMilliseconds() {
+    return 1000.0 * static_cast<double>(std::clock()) / CLOCKS_PER_SEC;
+}
+
+} // namespace
+
+class SerialPortTest : public QObject {
+    Q_OBJECT
+
+    QTemporaryDir m_folder;
+    std::string folder() const { return m_folder.path().toStdString(); }
+    void linkPort(int number, const std::string& device) {
+        const QString link = m_folder.filePath(QStringLiteral("COM%1").arg(number));
+        QFile::remove(link);
+        QVERIFY(QFile::link(QString::fromStdString(device), link));
+    }
+
+private slots:
+    void bytesPassUnchangedBothWays() {
+        PtyPair far;
+        linkPort(1, far.devicePath());
+        QtSerialPort port([this] { return folder(); });
+        QtYield yield(port);
+        port.setCommPort(1);
+        port.setSettings("9600,N,8,1");
+        port.setPortOpen(true);
+        QVERIFY(port.portOpen());
+        std::string all;
+        for (int i = 0; i < 256; ++i) all.push_back(static_cast<char>(i));
+        port.output(all);
+        QCOMPARE(far.receive(256), all);
+        QCOMPARE(port.outBufferCount(), 0);
+        far.send(all);
+        while (port.inBufferCount() < 256) QVERIFY(yield.turns(8000) < 8000);
+        port.setInputLen(1);
+        QCOMPARE(port.input(), std::string(1, '\0'));
+        port.setInputLen(54);
+        QCOMPARE(port.input(), all.substr(1, 54));
+        port.setInputLen(0);
+        QCOMPARE(port.input(), all.substr(55));
+        QCOMPARE(port.input(), std::string());
+    }
+
+    void bytesFromBeforeTheOpenAreDropped() {
+        PtyPair far;
+        linkPort(2, far.devicePath());
+        far.send("old");
+        QtSerialPort port([this] { return folder(); });
+        QtYield yield(port);
+        port.setCommPort(2);
+        port.setPortOpen(true);
+        QVERIFY(port.portOpen());
+        yield.turns(640);
+        QCOMPARE(port.inBufferCount(), 0);
+    }
+
+    void aWaitSleepsAndCountsByTheClock() {
+        PtyPair far;
+        linkPort(1, far.devicePath());
+        QtSerialPort port([this] { return folder(); });
+        QtYield yield(port);
+        port.setPortOpen(true);
+        QElapsedTimer clock;
+        const double cpuBefore = cpuMilliseconds();
+        clock.start();
+        QCOMPARE(yield.turns(8000), 8000);
+        const qint64 wall = clock.elapsed();
+        QVERIFY2(wall >= 245 && wall < 400, qPrintable(QString::number(wall)));
+        QVERIFY(cpuMilliseconds() - cpuBefore < 50);
+    }
+
+    void aWaitEndsAtOnceWhenAByteComes() {
+        PtyPair far;
+        linkPort(1, far.devicePath());
+        QtSerialPort port([this] { return folder(); });
+        QtYield yield(port);
+        port.setPortOpen(true);
+        QTimer::singleShot(50, [&far] { far.send("x"); });
+        const int passed = yield.turns(32000);
+        QVERIFY2(passed >= 1500 && passed < 5000, qPrintable(QString::number(passed)));
+        QCOMPARE(port.inBufferCount(), 1);
+    }
+
+    void aPulledCableClosesOnceAndNeverSpins() {
+        PtyPair far;
+        linkPort(1, far.devicePath());
+        QtSerialPort port([this] { return folder(); });
+        QtYield yield(port);
+        port.setPortOpen(true);
+        QSignalSpy activity(&port, &QtSerialPort::activity);
+        QTimer::singleShot(20, [&far] { far.hangUp(); });
+        const double cpuBefore = cpuMilliseconds();
+        int left = 16000;
+        while (left > 0) left -= yield.turns(left);
+        QVERIFY(!port.portOpen());
+        QCOMPARE(activity.count(), 1);
+        QVERIFY2(cpuMilliseconds() - cpuBefore < 100, "the wait spins on a lost line");
+        QCOMPARE(port.inBufferCount(), 0);
+        port.output("still safe");
+        QCOMPARE(port.outBufferCount(), 0);
+        QCOMPARE(port.input(), std::string());
+        port.setPortOpen(false);
+    }
+
+    void aLineThatDoesNotTellIsFoundByPolling() {
+        PtyPair far;
+        linkPort(1, far.devicePath());
+        QtSerialPort port([this] { return folder(); });
+        port.setPortOpen(true);
+        port.pollHangUp();
+        QVERIFY(port.portOpen());
+        far.hangUp();
+        port.pollHangUp();
+        QVERIFY(!port.portOpen());
+    }
+
+    void aFloodingLineStaysInsideTheBuffer() {
+        PtyPair far;
+        linkPort(1, far.devicePath());
+        QtSerialPort port([this] { return folder(); });
+        QtYield yield(port);
+        port.setPortOpen(true);
+        far.send(std::string(3000, 'g'));
+        const double cpuBefore = cpuMilliseconds();
+        int left = 6400;
+        while (left > 0) left -= yield.turns(left);
+        QCOMPARE(port.inBufferCount(), 1024);
+        QVERIFY(cpuMilliseconds() - cpuBefore < 80);
+        port.setInputLen(0);
+        QCOMPARE(port.input().size(), std::size_t{1024});
+        while (port.inBufferCount() < 1024) QVERIFY(yield.turns(8000) < 8000);
+    }
+
+    void aMissingPortSaysSo() {
+        QtSerialPort port([this] { return folder(); });
+        linkPort(7, "/dev/no-such-device");
+        port.setCommPort(7);
+        port.setPortOpen(true);
+        QVERIFY(!port.portOpen());
+        QCOMPARE(port.openError(), PortError::missing);
+        QVERIFY(port.openErrorText().find("/dev/no-such-device") != std::string::npos);
+    }
+
+    void aPortInUseSaysSo() {
+        PtyPair far;
+        linkPort(1, far.devicePath());
+        QtSerialPort first([this] { return folder(); });
+        first.setPortOpen(true);
+        QVERIFY(first.portOpen());
+        QtSerialPort second([this] { return folder(); });
+        second.setPortOpen(true);
+        QVERIFY(!second.portOpen());
+        QCOMPARE(second.openError(), PortError::busy);
+        QVERIFY(second.openErrorText().find("in use") != std::string::npos);
+    }
+
+    void aDeviceThatIsNoLineSaysSo() {
+        linkPort(3, "/dev/null");
+        QtSerialPort port([this] { return folder(); });
+        port.setCommPort(3);
+        port.setPortOpen(true);
+        QVERIFY(!port.portOpen());
+        QCOMPARE(port.openError(), PortError::other);
+    }
+
+    void aNumberWithoutDeviceIsMissing() {
+        const kvo::platform_qt::OpenFailure failure = explainOpenFailure(16, {}, {});
+        QCOMPARE(failure.error, PortError::missing);
+        QVERIFY(failure.text.contains(QLatin1String("number 16")));
+    }
+
+    void usbAdaptersComeFirstInNaturalOrder() {
+        std::vector<SerialDevice> devices{{QStringLiteral("/dev/ttyS1"), false},
+            {QStringLiteral("/dev/ttyUSB10"), true}, {QStringLiteral("/dev/ttyS0"), false},
+            {QStringLiteral("/dev/ttyUSB2"), true}, {QStringLiteral("/dev/ttyACM0"), true}};
+        sortSerialDevices(devices);
+        QStringList paths;
+        for (const SerialDevice& device : devices) paths << device.path;
+        QCOMPARE(paths, QStringList({QStringLiteral("/dev/ttyACM0"), QStringLiteral("/dev/ttyUSB2"),
+                            QStringLiteral("/dev/ttyUSB10"), QStringLiteral("/dev/ttyS0"),
+                            QStringLiteral("/dev/ttyS1")}));
+        const QTemporaryDir empty;
+        QCOMPARE(deviceOfPort(2, empty.path(), devices), QStringLiteral("/dev/ttyUSB2"));
+        QCOMPARE(deviceOfPort(6, empty.path(), devices), QString());
+        QCOMPARE(deviceOfPort(0, empty.path(), devices), QString());
+        QCOMPARE(deviceOfPort(17, empty.path(), devices), QString());
+        QVERIFY(QFile::link(QStringLiteral("/dev/pts/99"), empty.filePath(QStringLiteral("COM2"))));
+        QCOMPARE(deviceOfPort(2, empty.path(), devices), empty.filePath(QStringLiteral("COM2")));
+    }
+};
+
+KVO_FORM_TEST_MAIN(SerialPortTest)
+#include "serial_port_test.moc"

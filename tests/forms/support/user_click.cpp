@@ -1,0 +1,157 @@
+#include "tests/forms/support/user_click.h"
+
+#include <QApplication>
+#include <QDialog>
+#include <QDialogButtonBox>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPointer>
+#include <QPushButton>
+#include <QStringList>
+#include <QTest>
+#include <QTimer>
+#include <QWindow>
+
+#include <deque>
+
+namespace kvo::tests {
+namespace {
+
+struct Script {
+    std::function<void(QWidget*)> run;
+    int ticksLeft;
+};
+
+// Scripts are taken in order: the first one waits for the next dialog that none had before.
+struct ModalDriver {
+    std::deque<Script> scripts;
+    QStringList complaints;
+    QPointer<QWidget> served;
+    QTimer* timer = nullptr;
+};
+
+ModalDriver& driver() {
+    static ModalDriver one;
+    return one;
+}
+
+constexpr int tickMs = 5;
+constexpr int scriptMs = 10000;
+
+void complain(const QString& text) {
+    driver().complaints << text;
+    qWarning("%s", qPrintable(text));
+}
+
+void guardAgainstHanging(QWidget* modal) {
+    const QPointer<QWidget> guard(modal);
+    QTimer::singleShot(scriptMs, modal, [guard] {
+        if (!guard || !guard->isVisible()) return;
+        complain(QStringLiteral("dialog '%1' was left open").arg(guard->windowTitle()));
+        if (auto* dialog = qobject_cast<QDialog*>(guard.data())) dialog->reject();
+    });
+}
+
+void tick() {
+    ModalDriver& state = driver();
+    if (state.scripts.empty()) {
+        state.timer->stop();
+        return;
+    }
+    QWidget* modal = QApplication::activeModalWidget();
+    if (modal == nullptr || modal == state.served) {
+        if (--state.scripts.front().ticksLeft > 0) return;
+        complain(QStringLiteral("an expected dialog did not come up"));
+        state.scripts.pop_front();
+        return;
+    }
+    const auto run = state.scripts.front().run;
+    state.scripts.pop_front();
+    state.served = modal;
+    guardAgainstHanging(modal);
+    run(modal);
+}
+
+void clickButton(QWidget* box, const QString& text) {
+    const auto buttons = box->findChildren<QPushButton*>();
+    for (QPushButton* button : buttons) {
+        if (button->text().remove(QLatin1Char('&')) != text) continue;
+        const QString refused = userClick(button);
+        if (!refused.isEmpty()) complain(QStringLiteral("button %1: %2").arg(text, refused));
+        return;
+    }
+    complain(QStringLiteral("'%1' has no button %2").arg(box->windowTitle(), text));
+}
+
+bool titled(QWidget* modal, const QString& title) {
+    if (modal->windowTitle() == title) return true;
+    complain(QStringLiteral("expected '%1', got '%2'").arg(title, modal->windowTitle()));
+    if (auto* dialog = qobject_cast<QDialog*>(modal)) dialog->reject();
+    return false;
+}
+
+} // namespace
+
+QString userClick(QWidget* widget, QPoint place, Qt::MouseButton button) {
+    if (place.x() < 0) place = widget->rect().center();
+    if (!widget->isVisible()) return QStringLiteral("hidden");
+    if (!widget->isEnabled()) return QStringLiteral("disabled");
+    QWidget* window = widget->window();
+    QWidget* modal = QApplication::activeModalWidget();
+    if (modal != nullptr && modal != window)
+        return QStringLiteral("blocked by modal '%1'").arg(modal->windowTitle());
+    const QPoint inWindow = widget->mapTo(window, place);
+    QWidget* hit = window->childAt(inWindow);
+    if (hit == nullptr) hit = window;
+    if (hit != widget && !widget->isAncestorOf(hit))
+        return QStringLiteral("covered by '%1'").arg(hit->objectName());
+    QTest::mouseClick(window->windowHandle(), button, {}, inWindow);
+    return {};
+}
+
+void onModal(std::function<void(QWidget*)> script, int timeoutMs) {
+    ModalDriver& state = driver();
+    if (state.timer == nullptr) {
+        state.timer = new QTimer(qApp);
+        state.timer->setInterval(tickMs);
+        QObject::connect(state.timer, &QTimer::timeout, qApp, [] { tick(); });
+    }
+    if (state.scripts.empty()) state.served = QApplication::activeModalWidget();
+    state.scripts.push_back({std::move(script), timeoutMs / tickMs});
+    state.timer->start();
+}
+
+void answerBox(
+    const QString& title, const QString& buttonText, std::function<void(const QMessageBox&)> look) {
+    onModal([title, buttonText, look](QWidget* modal) {
+        if (!titled(modal, title)) return;
+        auto* box = qobject_cast<QMessageBox*>(modal);
+        if (box == nullptr) return complain(QStringLiteral("'%1' is no message box").arg(title));
+        if (look) look(*box);
+        clickButton(box, buttonText);
+    });
+}
+
+void answerInput(const QString& title, const QString& text, bool accept) {
+    onModal([title, text, accept](QWidget* modal) {
+        if (!titled(modal, title)) return;
+        auto* edit = modal->findChild<QLineEdit*>(QStringLiteral("InputText"));
+        if (edit == nullptr) return complain(QStringLiteral("'%1' has no text box").arg(title));
+        edit->selectAll();
+        QTest::keyClick(edit, Qt::Key_Delete);
+        QTest::keyClicks(edit, text);
+        clickButton(modal, accept ? QStringLiteral("OK") : QStringLiteral("Cancel"));
+    });
+}
+
+QString modalComplaints() {
+    ModalDriver& state = driver();
+    QStringList all = state.complaints;
+    if (!state.scripts.empty())
+        all << QStringLiteral("%1 expected dialogs did not come up").arg(state.scripts.size());
+    state.complaints.clear();
+    state.scripts.clear();
+    return all.join(QStringLiteral("; "));
+}
+
+} // namespace kvo::tests
