@@ -2,14 +2,28 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cmath>
 
 namespace kvo::platform {
 
 namespace {
 
-// Boxes of more different heights than this are painted one by one.
-constexpr std::size_t mostLanes = 16;
+// A bar on a surface: its rows of pixels, both included, and its colour.
+struct PixelBar {
+    int top = 0;
+    int bottom = 0;
+    std::uint32_t rgb = 0;
+};
+
+bool shareRows(std::span<const PixelBar> bars) {
+    for (std::size_t i = 0; i < bars.size(); ++i) {
+        for (std::size_t j = i + 1; j < bars.size(); ++j) {
+            if (bars[i].top <= bars[j].bottom && bars[j].top <= bars[i].bottom) return true;
+        }
+    }
+    return false;
+}
 
 int positivePx(double value) {
     return static_cast<int>(std::lround(std::clamp(value, 1.0, 1000.0)));
@@ -30,6 +44,8 @@ void Picture::clear() {
     m_scales.clear();
     m_points.clear();
     m_boxes.clear();
+    m_masks.clear();
+    m_bars.clear();
     m_letters.clear();
     m_sealed = true;
     ++m_generation;
@@ -68,6 +84,16 @@ void Picture::addBox(Point a, Point b, Colour colour, const UserScale& scale) {
     ++m_operations.back().count;
 }
 
+void Picture::addBars(
+    std::span<const std::uint8_t> masks, std::span<const Bar> bars, const UserScale& scale) {
+    Operation& op = begin(Kind::bars, scale, m_masks.size());
+    op.count = masks.size();
+    op.bars = m_bars.size();
+    op.barCount = std::min<std::size_t>(bars.size(), 8);
+    m_masks.insert(m_masks.end(), masks.begin(), masks.end());
+    m_bars.insert(m_bars.end(), bars.begin(), bars.begin() + static_cast<long>(op.barCount));
+}
+
 void Picture::addText(
     Point leftTop, std::string_view text, float points, Colour colour, const UserScale& scale) {
     Operation& op = begin(Kind::text, scale, m_letters.size());
@@ -81,7 +107,7 @@ void Picture::addText(
 std::size_t Picture::memory() const {
     return m_operations.capacity() * sizeof(Operation) + m_scales.capacity() * sizeof(UserScale) +
            m_points.capacity() * sizeof(Point) + m_boxes.capacity() * sizeof(Box) +
-           m_letters.capacity();
+           m_masks.capacity() + m_bars.capacity() * sizeof(Bar) + m_letters.capacity();
 }
 
 PixelRect Picture::bounds(std::size_t operation, const SurfaceSize& surface) const {
@@ -111,6 +137,8 @@ void Picture::paint(Raster& raster, TextPainter& text, const SurfaceSize& surfac
             raster.polyline(std::span(m_points).subspan(op.first, op.count), scale, pen);
         } else if (op.kind == Kind::boxes) {
             paintBoxes(op, raster, scale);
+        } else if (op.kind == Kind::bars) {
+            paintBars(op, raster, scale);
         } else {
             text.paintText(scale.point(op.leftTop),
                 std::string_view(m_letters).substr(op.first, op.count), op.points, op.style.colour);
@@ -119,65 +147,43 @@ void Picture::paint(Raster& raster, TextPainter& text, const SurfaceSize& surfac
 }
 
 void Picture::paintBoxes(const Operation& op, Raster& raster, const PixelScale& scale) const {
-    std::vector<Lane> lanes;
-    if (lanesOf(op, scale, lanes)) {
-        paintLanes(op, raster, scale, lanes);
-        return;
-    }
     for (const Box& box : std::span(m_boxes).subspan(op.first, op.count)) {
         raster.box(scale.point(box.a), scale.point(box.b), rgb32(box.colour));
     }
 }
 
-// The heights at which the boxes stand; false where two of them share a row of pixels, so that the
-// order of the boxes matters.
-bool Picture::lanesOf(
-    const Operation& op, const PixelScale& scale, std::vector<Lane>& lanes) const {
-    for (const Box& box : std::span(m_boxes).subspan(op.first, op.count)) {
-        const bool known = std::any_of(lanes.begin(), lanes.end(),
-            [&](const Lane& lane) { return lane.y1 == box.a.y && lane.y2 == box.b.y; });
-        if (known) continue;
-        const auto [top, bottom] = std::minmax({scale.y(box.a.y), scale.y(box.b.y)});
-        if (top == noPixel || lanes.size() == mostLanes) return false;
-        lanes.push_back({box.a.y, box.b.y, top, bottom});
+// The boxes of samples that follow one another meet in a column of pixels. Where no two bars share
+// a row, a stretch of such samples is one box; else the order of the boxes decides, so they are
+// painted one by one.
+void Picture::paintBars(const Operation& op, Raster& raster, const PixelScale& scale) const {
+    const auto masks = std::span(m_masks).subspan(op.first, op.count);
+    std::array<PixelBar, 8> all;
+    const auto bars = std::span(all).first(op.barCount);
+    for (std::size_t b = 0; b < bars.size(); ++b) {
+        const Bar& bar = m_bars[op.bars + b];
+        const auto [top, bottom] = std::minmax({scale.y(bar.top), scale.y(bar.bottom)});
+        bars[b] = {top, bottom, rgb32(bar.colour)};
     }
-    for (std::size_t i = 0; i < lanes.size(); ++i) {
-        for (std::size_t j = i + 1; j < lanes.size(); ++j) {
-            if (lanes[i].top <= lanes[j].bottom && lanes[j].top <= lanes[i].bottom) return false;
+    const auto paintSamples = [&](const PixelBar& bar, std::size_t from, std::size_t to) {
+        raster.box({scale.x(static_cast<float>(from)), bar.top},
+            {scale.x(static_cast<float>(to)), bar.bottom}, bar.rgb);
+    };
+    if (shareRows(bars)) {
+        for (std::size_t i = 0; i < masks.size(); ++i) {
+            for (std::size_t b = 0; b < bars.size(); ++b) {
+                if (((masks[i] >> b) & 1) != 0) paintSamples(bars[b], i, i + 1);
+            }
+        }
+        return;
+    }
+    for (std::size_t b = 0; b < bars.size(); ++b) {
+        for (std::size_t i = 0; i < masks.size(); ++i) {
+            if (((masks[i] >> b) & 1) == 0) continue;
+            const std::size_t from = i;
+            while (i < masks.size() && ((masks[i] >> b) & 1) != 0) ++i;
+            paintSamples(bars[b], from, i);
         }
     }
-    return true;
-}
-
-// Neighbours of one height and colour become one box. Heights do not touch one another, so this is
-// the same picture.
-void Picture::paintLanes(const Operation& op, Raster& raster, const PixelScale& scale,
-    const std::vector<Lane>& lanes) const {
-    struct Span {
-        int left = 1;
-        int right = 0; // included
-        Colour colour = 0;
-    };
-    std::array<Span, mostLanes> open;
-    const auto close = [&](std::size_t lane) {
-        const Span& s = open[lane];
-        if (s.left > s.right) return;
-        raster.box({s.left, lanes[lane].top}, {s.right, lanes[lane].bottom}, rgb32(s.colour));
-    };
-    for (const Box& box : std::span(m_boxes).subspan(op.first, op.count)) {
-        std::size_t lane = 0;
-        while (lanes[lane].y1 != box.a.y || lanes[lane].y2 != box.b.y) ++lane;
-        const auto [left, right] = std::minmax({scale.x(box.a.x), scale.x(box.b.x)});
-        if (left == noPixel) continue;
-        Span& s = open[lane];
-        if (s.left <= s.right && s.colour == box.colour && left >= s.left && left <= s.right + 1) {
-            s.right = std::max(s.right, right);
-            continue;
-        }
-        close(lane);
-        s = {left, right, box.colour};
-    }
-    for (std::size_t lane = 0; lane < lanes.size(); ++lane) close(lane);
 }
 
 Picture& PictureSurface::target() {
@@ -196,8 +202,8 @@ void PictureSurface::drawn() {
 
 void PictureSurface::wipeUpper() {
     if (m_upper.empty()) return;
-    if (m_watcher != nullptr) m_watcher->upperWiped();
     m_upper.clear();
+    if (m_watcher != nullptr) m_watcher->upperWiped();
 }
 
 void PictureSurface::setScale(float left, float top, float right, float bottom) {
@@ -237,6 +243,19 @@ void PictureSurface::polyline(std::span<const Point> points, Colour colour) {
 void PictureSurface::box(float x1, float y1, float x2, float y2, Colour colour) {
     target().addBox({x1, y1}, {x2, y2}, colour, m_scale);
     m_current = {x2, y2};
+    drawn();
+}
+
+void PictureSurface::boxes(std::span<const std::uint8_t> masks, std::span<const Bar> bars) {
+    const unsigned known = (1U << std::min<std::size_t>(bars.size(), 8)) - 1;
+    for (std::size_t i = masks.size(); i > 0; --i) {
+        const unsigned bits = masks[i - 1] & known;
+        if (bits == 0) continue;
+        const auto last = static_cast<std::size_t>(std::bit_width(bits) - 1);
+        m_current = {static_cast<float>(i), bars[last].bottom};
+        break;
+    }
+    target().addBars(masks, bars, m_scale);
     drawn();
 }
 

@@ -50,6 +50,9 @@ public:
     // of the points.
     void addLine(std::span<const Point> points, const Style& style, const UserScale& scale);
     void addBox(Point a, Point b, Colour colour, const UserScale& scale);
+    // As Surface::boxes.
+    void addBars(
+        std::span<const std::uint8_t> masks, std::span<const Bar> bars, const UserScale& scale);
     void addText(
         Point leftTop, std::string_view text, float points, Colour colour, const UserScale& scale);
 
@@ -63,14 +66,16 @@ public:
     std::size_t memory() const;
 
 private:
-    enum class Kind : std::uint8_t { line, boxes, text };
+    enum class Kind : std::uint8_t { line, boxes, bars, text };
     struct Operation {
         Kind kind = Kind::line;
         std::uint32_t scale = 0; // place in m_scales
         Style style;
-        float points = 0;      // size of a text
-        Point leftTop;         // of a text
-        std::size_t first = 0; // place in m_points, m_boxes or m_letters
+        float points = 0;     // size of a text
+        Point leftTop;        // of a text
+        std::size_t bars = 0; // place in m_bars
+        std::size_t barCount = 0;
+        std::size_t first = 0; // place in m_points, m_boxes, m_masks or m_letters
         std::size_t count = 0;
     };
     struct Box {
@@ -78,25 +83,17 @@ private:
         Point b;
         Colour colour;
     };
-    // The rows of boxes that share their height.
-    struct Lane {
-        float y1;
-        float y2;
-        int top;
-        int bottom; // included
-    };
-
     Operation& begin(Kind kind, const UserScale& scale, std::size_t first);
     bool goesOn(Kind kind, const UserScale& scale) const;
     void paintBoxes(const Operation& op, Raster& raster, const PixelScale& scale) const;
-    bool lanesOf(const Operation& op, const PixelScale& scale, std::vector<Lane>& lanes) const;
-    void paintLanes(const Operation& op, Raster& raster, const PixelScale& scale,
-        const std::vector<Lane>& lanes) const;
+    void paintBars(const Operation& op, Raster& raster, const PixelScale& scale) const;
 
     std::vector<Operation> m_operations;
     std::vector<UserScale> m_scales;
     std::vector<Point> m_points;
     std::vector<Box> m_boxes;
+    std::vector<std::uint8_t> m_masks;
+    std::vector<Bar> m_bars;
     std::string m_letters;
     std::uint32_t m_generation = 0;
     bool m_sealed = true;
@@ -109,7 +106,7 @@ public:
     virtual void keptChanged() = 0;
     // Operation `place` of the upper picture is new.
     virtual void upperDrawn(std::size_t place) = 0;
-    // The upper picture is about to be wiped.
+    // The upper picture has been wiped.
     virtual void upperWiped() = 0;
     virtual void backColorChanged() = 0;
 };
@@ -126,6 +123,8 @@ public:
     const UserScale& scale() const { return m_scale; }
     // Nobody watches where it is null. The watcher must outlive the surface or be taken off.
     void setWatcher(PictureWatcher* watcher) { m_watcher = watcher; }
+    // What usable() says: whether there is memory to draw at the present size.
+    void setUsable(bool usable) { m_usable = usable; }
     // Height without scale factor; it says how far down a line of text goes.
     void setHeightPx(int heightPx) { m_heightPx = heightPx; }
 
@@ -136,6 +135,7 @@ public:
     void line(float x1, float y1, float x2, float y2, Colour colour) override;
     void polyline(std::span<const Point> points, Colour colour) override;
     void box(float x1, float y1, float x2, float y2, Colour colour) override;
+    void boxes(std::span<const std::uint8_t> masks, std::span<const Bar> bars) override;
     void print(std::string_view text) override;
     void refresh() override;
     void setCurrentX(float x) override { m_current.x = x; }
@@ -150,6 +150,7 @@ public:
     void setDrawMode(int) override {}
     void setFontSize(float points) override { m_fontPoints = points; }
     void setAutoRedraw(bool on) override { m_autoRedraw = on; }
+    bool usable() const override { return m_usable; }
 
 private:
     Picture& target();
@@ -168,6 +169,7 @@ private:
     int m_drawWidth = 1;
     float m_fontPoints = 7;
     bool m_autoRedraw = true;
+    bool m_usable = true;
     std::vector<Point> m_line; // reused
 };
 

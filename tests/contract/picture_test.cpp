@@ -67,9 +67,12 @@ void drawSomething(PictureSurface& surface) {
     surface.setDrawStyle(0);
     for (int i = 1; i < 1361; ++i) {
         const auto x = static_cast<float>(i);
-        if (i % 7 < 4) surface.box(x - 1, 1096, x, 1088, 255);
-        if (i % 90 < 60) surface.box(x - 1, 1078, x, 1070, 0xFF00FF);
+        if (i % 7 < 4) surface.box(x - 1, 96, x, 88, 255);
     }
+    std::vector<std::uint8_t> masks(1360);
+    for (std::size_t i = 0; i < masks.size(); ++i) masks[i] = i % 90 < 60 ? 5 : 2;
+    const std::vector<Bar> bars{{1096, 1088, 255}, {1078, 1070, 0xFF00FF}, {1060, 1052, 77}};
+    surface.boxes(masks, bars);
     for (int style = 0; style < 5; ++style) {
         surface.setDrawStyle(style);
         surface.setCurrentX(0);
@@ -141,32 +144,50 @@ TEST(Picture, NewOperationsPaintedOnTopGiveTheSameAsAllAnew) {
 // that two bars share a row of pixels.
 TEST(Picture, BarsAreTheBoxesOneByOne) {
     std::mt19937 random(5);
+    std::vector<std::uint8_t> masks;
+    for (int i = 0; i < 2048; ++i) {
+        const bool keep = random() % 20 != 0 && !masks.empty();
+        masks.push_back(keep ? masks.back() : static_cast<std::uint8_t>(random()));
+    }
+    std::vector<Bar> bars;
+    for (int bar = 0; bar < 8; ++bar) {
+        const float top = 1096 - 9 * static_cast<float>(bar);
+        bars.push_back({top, top - 8, paletteColour(bar + 1)});
+    }
     for (const int heightPx : {90, 300, 1080, 2000}) {
         for (const int linePx : {1, 2}) {
             const SurfaceSize size{700, heightPx, linePx};
-            const UserScale scale{0, 1100, 2049, 0};
-            const PixelScale pixels(scale, size);
             PictureSurface surface;
-            surface.setScale(scale.left, scale.top, scale.right, scale.bottom);
-            Image plain(whole(size));
-            Raster raster(plain.words.data(), size.widthPx, whole(size));
-            for (int i = 1; i <= 2048; ++i) {
-                for (unsigned bar = 0; bar < 8; ++bar) {
-                    if (random() % 5 == 0) continue;
-                    const float top = 1096 - 9 * static_cast<float>(bar);
-                    const Colour colour = i % 500 == 0 ? 0x123456 : paletteColour(int(bar) + 1);
-                    const Point a{static_cast<float>(i - 1), top};
-                    const Point b{static_cast<float>(i), top - 8};
-                    surface.box(a.x, a.y, b.x, b.y, colour);
-                    raster.box(pixels.point(a), pixels.point(b), rgb32(colour));
-                }
-            }
+            surface.setScale(0, 1100, 2049, 0);
+            surface.boxes(masks, bars);
             EXPECT_EQ(surface.kept().size(), 1U);
+            PictureSurface single;
+            single.setScale(0, 1100, 2049, 0);
+            single.Surface::boxes(masks, bars);
+            EXPECT_EQ(surface.currentX(), single.currentX());
+            EXPECT_EQ(surface.currentY(), single.currentY());
             Image joined(whole(size));
             joined.paint(surface.kept(), size);
+            Image plain(whole(size));
+            plain.paint(single.kept(), size);
             EXPECT_EQ(joined.words, plain.words) << heightPx << ' ' << linePx;
         }
     }
+}
+
+TEST(Picture, BarsThatAreNotThereLeaveThePosition) {
+    PictureSurface surface;
+    surface.setCurrentX(3);
+    const std::vector<std::uint8_t> masks{0, 16, 0};
+    const std::vector<Bar> bars{{10, 5, 255}};
+    surface.boxes(masks, bars);
+    EXPECT_EQ(surface.currentX(), 3);
+    surface.boxes({}, bars);
+    EXPECT_EQ(surface.currentX(), 3);
+    const std::vector<std::uint8_t> oneKnown{17, 16};
+    surface.boxes(oneKnown, bars);
+    EXPECT_EQ(surface.currentX(), 1);
+    EXPECT_EQ(surface.currentY(), 5);
 }
 
 TEST(Picture, BoxesWithoutNumbersAreLeftOut) {
