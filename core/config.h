@@ -8,8 +8,8 @@
 
 namespace kvo::core {
 
-// Decodes a file into `config`. What stands whole in front of a cut is taken, the rest keeps what it
-// held; false where a read failed. A Text_Magnify of 0 becomes 1 in either case.
+// Decodes a file into `config`. What stands whole in front of a cut is taken, the rest keeps what
+// it held; false where a read failed. A Text_Magnify of 0 becomes 1 in either case.
 bool decodeConfig(const platform::Bytes& file, AppConfig& config);
 // The bytes of the file: 737 with a blank password. Texts are padded or cut to their width.
 platform::Bytes encodeConfig(const AppConfig& config);

@@ -9,7 +9,7 @@
 
 namespace kvo::core {
 
-inline constexpr int maxSamples = 2520;       // rows of the longest run
+inline constexpr int maxSamples = 2520; // rows of the longest run
 inline constexpr double samplesPerSecond = 100;
 
 // The logger's settings when the run was taken.
@@ -34,7 +34,12 @@ struct RunHeader {
 };
 
 // The switches in RunSample::Status.
-enum StatusBit : std::uint8_t { TransBrake = 1, WideOpenThrottle = 2, ShiftLight = 4, Dyna2Step = 8 };
+enum StatusBit : std::uint8_t {
+    TransBrake = 1,
+    WideOpenThrottle = 2,
+    ShiftLight = 4,
+    Dyna2Step = 8
+};
 
 // One hundredth of a second.
 struct RunSample {
@@ -45,12 +50,15 @@ struct RunSample {
     std::int32_t SpeedRaw = 0;  // 1/200 mph
     std::uint8_t Status = 0;    // switches; bits 4 to 6 name the exhaust of a type 20 row
     FromOne<std::uint8_t, 8> Analog;
-    std::int32_t Aux = 0; // carried
+    std::int32_t Aux = 0;             // carried
     FromOne<std::uint8_t, 8> Exhaust; // 4 degrees Celsius a count
     friend bool operator==(const RunSample&, const RunSample&) = default;
 };
 
 struct RunSetupBlock {
+    // Before anything is read a name is 8 zero characters, as the record is all zeros.
+    RunSetupBlock() { AnalogName.fill(std::string(8, '\0')); }
+
     FromOne<float, 5> GearRatio;
     FromOne<std::string, 8> AnalogName; // 8 characters, blank padded
     friend bool operator==(const RunSetupBlock&, const RunSetupBlock&) = default;

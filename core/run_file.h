@@ -13,9 +13,9 @@ namespace kvo::core {
 class RunLoadView {
 public:
     virtual ~RunLoadView() = default;
-    virtual void setCaption(const std::string& caption) = 0;          // window caption, main run
+    virtual void setCaption(const std::string& caption) = 0;           // window caption, main run
     virtual void appendOverlayCaption(const std::string& caption) = 0; // "    Overlay File: " ...
-    virtual void setScaleRight(int right) = 0;    // trend scale (0, 1100)-(right, 0)
+    virtual void setScaleRight(int right) = 0; // trend scale (0, 1100)-(right, 0)
     virtual void setAnalogCaption(int channel, const std::string& caption) = 0;
     virtual void showProgress(bool on) = 0;
     virtual void loadRunTimes() = 0; // fills the time boxes from the info file

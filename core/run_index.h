@@ -17,6 +17,8 @@ std::int32_t RunDateKey(std::string_view description);
 std::string runFileName(const platform::DateTime& moment);
 // " Date:" date " Run: " title (130 characters at most) "#".
 std::string runText(std::string_view title, const platform::DateTime& moment);
+// The same with a date that is a text already, as import has it.
+std::string runText(std::string_view title, std::string_view date);
 // What the index says of a run text: from character 7 up to the one before the first "#".
 std::string indexDescription(std::string_view runText);
 
@@ -24,8 +26,9 @@ std::string indexPath(const std::string& appFolder, const platform::Files& files
 // All records in file order; padding kept off. A missing index is empty. A record cut short at the
 // end is taken with what it has.
 std::vector<RunIndexEntry> readRunIndex(const std::string& path, const platform::Files& files);
-[[nodiscard]] platform::WriteResult writeRunIndex(
-    const std::string& path, const std::vector<RunIndexEntry>& entries, platform::Files& files);
+// Rewrites the whole index; a copy of the old one is kept in Backup/ first.
+[[nodiscard]] platform::WriteResult writeRunIndex(const std::string& appFolder,
+    const std::vector<RunIndexEntry>& entries, platform::Files& files);
 // Adds RunIndexBuffer(1) and, unless IndexNoSort, sorts newest first; read once, written once.
 [[nodiscard]] platform::WriteResult AddRunToIndex(const SharedState& state, platform::Files& files);
 

@@ -41,7 +41,8 @@ struct SharedState {
     AnalogTables Tables;
     std::int16_t LoadStatus = 0;
     std::int16_t SaveMode = 0;
-    std::int16_t ImportMode = 0; // also ChangedFlag of the editing forms and GraphDirty of the graph
+    std::int16_t ImportMode =
+        0; // also ChangedFlag of the editing forms and GraphDirty of the graph
     std::int16_t IndexNoSort = 0;
     std::int16_t DeleteMode = 0;
     std::int16_t GraphReturnToMain = 0;

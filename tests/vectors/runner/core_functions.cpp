@@ -73,6 +73,8 @@ static void addPictures() {
 void addCoreFunctions() {
     addNumbers();
     addPictures();
+    addCoreConfigFunctions();
+    addCoreFileFunctions();
 }
 
 } // namespace kvo::vectors

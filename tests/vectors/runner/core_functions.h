@@ -8,4 +8,7 @@ namespace kvo::vectors {
 // The moment of "y", "mo", "d" and, where they are there, "h" and "mi".
 platform::DateTime momentOf(const Json& in);
 
+void addCoreConfigFunctions();
+void addCoreFileFunctions();
+
 } // namespace kvo::vectors

@@ -1,0 +1,76 @@
+#include "core/backup.h"
+
+#include "core/paths.h"
+
+#include <algorithm>
+#include <charconv>
+#include <string_view>
+
+namespace kvo::core {
+
+namespace {
+
+constexpr std::size_t leastDigits = 4;
+
+// The number of a copy of `name`, 0 for any other file.
+int copyNumber(std::string_view file, std::string_view name) {
+    if (!file.starts_with(name) || file.size() < name.size() + 1 + leastDigits) return 0;
+    if (file[name.size()] != '.') return 0;
+    const std::string_view digits = file.substr(name.size() + 1);
+    int number = 0;
+    const auto result = std::from_chars(digits.data(), digits.data() + digits.size(), number);
+    return result.ec == std::errc() && result.ptr == digits.data() + digits.size() ? number : 0;
+}
+
+std::string copyName(const std::string& name, int number) {
+    std::string digits = std::to_string(number);
+    if (digits.size() < leastDigits) digits.insert(0, leastDigits - digits.size(), '0');
+    return name + "." + digits;
+}
+
+platform::WriteResult keepContent(const std::string& appFolder, const std::string& path,
+    const platform::Bytes& content, platform::Files& files) {
+    const std::string folder = joined(appFolder, "Backup", files);
+    if (!files.folderExists(folder)) {
+        if (auto made = files.makeFolder(folder); !made) return made;
+    }
+    const std::string name = baseName(path);
+    int newest = 0;
+    for (const std::string& file : files.list(folder)) {
+        newest = std::max(newest, copyNumber(file, name));
+    }
+    if (newest > 0 && files.read(joined(folder, copyName(name, newest), files)) == content)
+        return {};
+    return files.write(joined(folder, copyName(name, newest + 1), files), content);
+}
+
+} // namespace
+
+platform::WriteResult keepCopy(
+    const std::string& appFolder, const std::string& path, platform::Files& files) {
+    if (!files.exists(path)) return {};
+    const auto content = files.read(path);
+    if (!content) return {false, path + " cannot be read, so no copy of it can be kept."};
+    return keepContent(appFolder, path, *content, files);
+}
+
+platform::WriteResult replaceKept(const std::string& appFolder, const std::string& path,
+    const platform::Bytes& content, platform::Files& files) {
+    if (const auto old = files.read(path)) {
+        const bool extended =
+            old->size() <= content.size() && std::equal(old->begin(), old->end(), content.begin());
+        if (!extended) {
+            if (auto kept = keepContent(appFolder, path, *old, files); !kept) return kept;
+        }
+    }
+    return files.write(path, content);
+}
+
+platform::WriteResult removeKept(
+    const std::string& appFolder, const std::string& path, platform::Files& files) {
+    if (!files.exists(path)) return {};
+    if (auto kept = keepCopy(appFolder, path, files); !kept) return kept;
+    return files.remove(path);
+}
+
+} // namespace kvo::core

@@ -1,0 +1,24 @@
+#pragma once
+// Nothing that was ever saved is beyond recovery: what is overwritten or deleted for good is first
+// copied to Backup/ of the program's folder, as name.0001, name.0002 and so on.
+#include "platform/files.h"
+
+#include <string>
+
+namespace kvo::core {
+
+// Copies a file to Backup/. Done too where there is no such file, or where the newest copy is the
+// same already. On failure nothing was copied and the message says why.
+[[nodiscard]] platform::WriteResult keepCopy(
+    const std::string& appFolder, const std::string& path, platform::Files& files);
+
+// Writes `content` to `path`. The old content is kept first, unless the new one begins with it. On
+// failure the file is as it was.
+[[nodiscard]] platform::WriteResult replaceKept(const std::string& appFolder,
+    const std::string& path, const platform::Bytes& content, platform::Files& files);
+
+// Deletes a file that is kept first. A missing file is no failure.
+[[nodiscard]] platform::WriteResult removeKept(
+    const std::string& appFolder, const std::string& path, platform::Files& files);
+
+} // namespace kvo::core

@@ -1,0 +1,196 @@
+#include "core/run_index.h"
+
+#include "core/backup.h"
+#include "core/basic/byte_writer.h"
+#include "core/basic/numbers.h"
+#include "core/basic/pictures.h"
+#include "core/paths.h"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <numeric>
+
+namespace kvo::core {
+
+namespace {
+
+constexpr std::size_t nameWidth = 80;
+constexpr std::size_t descriptionWidth = 160;
+constexpr std::size_t recordWidth = nameWidth + descriptionWidth;
+constexpr std::string_view datePicture = "ddd dd mmm yyyy";
+
+// Place of a text, counted from 1; 0 where it is not found.
+std::size_t placeOf(std::string_view part, std::string_view text) {
+    const std::size_t at = text.find(part);
+    return at == std::string_view::npos ? 0 : at + 1;
+}
+
+// `length` characters from `place`, counted from 1; what is there of them.
+std::string_view middle(std::string_view text, std::size_t place, std::size_t length) {
+    if (place > text.size()) return {};
+    return text.substr(place - 1, length);
+}
+
+std::string_view monthNumber(std::string_view name) {
+    constexpr std::array<std::string_view, 12> names{
+        "Jan", "Feb", "Mar", "Apr", "May", "Jun", "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
+    constexpr std::array<std::string_view, 12> numbers{
+        "01", "02", "03", "04", "05", "06", "07", "08", "09", "10", "11", "12"};
+    const auto found = std::find(names.begin(), names.end(), name);
+    if (found == names.end()) return name;
+    return numbers[static_cast<std::size_t>(found - names.begin())];
+}
+
+platform::Bytes record(const RunIndexEntry& entry) {
+    ByteWriter writer;
+    writer.text(entry.FileName, nameWidth);
+    writer.text(entry.Description, descriptionWidth);
+    return writer.take();
+}
+
+// Blanks behind a record that was cut short, so that whole records follow it.
+void completeLastRecord(platform::Bytes& index) {
+    const std::size_t behind = index.size() % recordWidth;
+    if (behind != 0) index.resize(index.size() + recordWidth - behind, ' ');
+}
+
+std::string_view textAt(const platform::Bytes& index, std::size_t offset, std::size_t width) {
+    return {reinterpret_cast<const char*>(index.data()) + offset, width};
+}
+
+// Newest first. Keys are taken once; records with equal keys stay in their order.
+platform::Bytes sorted(const platform::Bytes& index) {
+    const std::size_t count = index.size() / recordWidth;
+    std::vector<std::int32_t> keys(count);
+    for (std::size_t i = 0; i < count; ++i) {
+        keys[i] = RunDateKey(textAt(index, i * recordWidth + nameWidth, descriptionWidth));
+    }
+    std::vector<std::size_t> order(count);
+    std::iota(order.begin(), order.end(), std::size_t{0});
+    std::stable_sort(order.begin(), order.end(),
+        [&](std::size_t a, std::size_t b) { return keys[a] > keys[b]; });
+    platform::Bytes result;
+    result.reserve(index.size());
+    for (const std::size_t i : order) {
+        const auto first = index.begin() + static_cast<std::ptrdiff_t>(i * recordWidth);
+        result.insert(result.end(), first, first + static_cast<std::ptrdiff_t>(recordWidth));
+    }
+    return result;
+}
+
+bool isDeviceName(std::string_view name) {
+    std::string stem(name.substr(0, name.find('.')));
+    stem = rightTrimmed(stem);
+    for (char& c : stem) {
+        if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
+    }
+    if (stem == "CON" || stem == "PRN" || stem == "AUX" || stem == "NUL") return true;
+    return stem.size() == 4 && (stem.starts_with("COM") || stem.starts_with("LPT")) &&
+           stem[3] >= '0' && stem[3] <= '9';
+}
+
+} // namespace
+
+std::int32_t RunDateKey(std::string_view description) {
+    // Required: a text that is not found counts as found at place 0, and the year is the century.
+    const std::string_view day = middle(description, placeOf(" ", description) + 1, 2);
+    const std::string_view month = middle(description, placeOf(day, description) + 3, 3);
+    const std::string_view year = middle(description, placeOf(month, description) + 4, 2);
+    const std::string_view run = middle(description, placeOf("Run: ", description) + 5, 2);
+    std::string date(year);
+    date += monthNumber(month);
+    date += day;
+    // At most seven digits and two, so it always fits.
+    return CLng(Val(date) * 100 + Val(run)).value_or(0);
+}
+
+std::string runFileName(const platform::DateTime& moment) {
+    return Format(moment, "yymmddhh.mm\\d");
+}
+
+std::string runText(std::string_view title, const platform::DateTime& moment) {
+    return runText(title, Format(moment, datePicture));
+}
+
+std::string runText(std::string_view title, std::string_view date) {
+    constexpr std::size_t longestTitle = 130;
+    std::string text = " Date:";
+    text += date;
+    text += " Run: ";
+    text += title.substr(0, longestTitle);
+    text += '#';
+    return text;
+}
+
+std::string indexDescription(std::string_view runText) {
+    constexpr std::size_t first = 7;
+    const std::size_t end = placeOf("#", runText);
+    if (end < first) return {};
+    return std::string(middle(runText, first, end - first));
+}
+
+std::string indexPath(const std::string& appFolder, const platform::Files& files) {
+    return joined(dataFolder(appFolder, files), "KvoData.Ini", files);
+}
+
+std::vector<RunIndexEntry> readRunIndex(const std::string& path, const platform::Files& files) {
+    auto index = files.read(path);
+    if (!index) return {};
+    completeLastRecord(*index);
+    std::vector<RunIndexEntry> entries;
+    entries.reserve(index->size() / recordWidth);
+    for (std::size_t at = 0; at < index->size(); at += recordWidth) {
+        entries.push_back({rightTrimmed(textAt(*index, at, nameWidth)),
+            rightTrimmed(textAt(*index, at + nameWidth, descriptionWidth))});
+    }
+    return entries;
+}
+
+platform::WriteResult writeRunIndex(const std::string& appFolder,
+    const std::vector<RunIndexEntry>& entries, platform::Files& files) {
+    platform::Bytes index;
+    index.reserve(entries.size() * recordWidth);
+    for (const RunIndexEntry& entry : entries) {
+        const platform::Bytes one = record(entry);
+        index.insert(index.end(), one.begin(), one.end());
+    }
+    return replaceKept(appFolder, indexPath(appFolder, files), index, files);
+}
+
+platform::WriteResult AddRunToIndex(const SharedState& state, platform::Files& files) {
+    const std::string folder = dataFolder(state.AppFolder, files);
+    if (!files.folderExists(folder)) {
+        if (auto made = files.makeFolder(folder); !made) return made;
+    }
+    const std::string path = indexPath(state.AppFolder, files);
+    auto old = files.read(path);
+    if (!old && files.exists(path)) return {false, path + " cannot be read."};
+    platform::Bytes index = old ? std::move(*old) : platform::Bytes{};
+    completeLastRecord(index);
+    const platform::Bytes added = record(state.RunIndexBuffer[1]);
+    index.insert(index.end(), added.begin(), added.end());
+    // Every record that was there is there again, so no copy of the old index is kept.
+    return files.write(path, state.IndexNoSort == -1 ? index : sorted(index));
+}
+
+std::string suggestTitle(std::string_view lastDescription, const platform::DateTime& today) {
+    constexpr std::string_view firstOfTheDay = "1 ";
+    const std::size_t place = placeOf("Run:", lastDescription);
+    if (place < 2) return std::string(firstOfTheDay);
+    if (lastDescription.substr(0, place - 2) != Format(today, datePicture)) {
+        return std::string(firstOfTheDay);
+    }
+    return Str(Val(lastDescription.substr(place + 3)) + 1) + " ";
+}
+
+bool isSafeBaseName(std::string_view name) {
+    if (name.empty() || name == "." || name.find("..") != std::string_view::npos) return false;
+    const auto forbidden = [](char c) {
+        const auto byte = static_cast<unsigned char>(c);
+        return byte < 0x20 || byte == 0x7F || c == '/' || c == '\\' || c == ':';
+    };
+    return std::none_of(name.begin(), name.end(), forbidden) && !isDeviceName(name);
+}
+
+} // namespace kvo::core
