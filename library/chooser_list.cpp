@@ -1,0 +1,163 @@
+#include "library/chooser_list.h"
+
+#include "core/backup.h"
+#include "core/basic/byte_writer.h"
+#include "core/basic/numbers.h"
+#include "core/paths.h"
+#include "core/run_index.h"
+#include "core/run_records.h"
+
+#include <algorithm>
+
+namespace kvo::library {
+
+namespace {
+
+constexpr std::size_t runNameLength = 12;
+constexpr std::size_t longestDescription = 160;
+constexpr std::size_t longestTitleInFile = 41;
+
+char lower(char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+std::string lowered(std::string_view text) {
+    std::string result(text);
+    std::transform(result.begin(), result.end(), result.begin(), lower);
+    return result;
+}
+
+std::string_view withoutLeadingBlanks(std::string_view text) {
+    const std::size_t first = text.find_first_not_of(' ');
+    return first == std::string_view::npos ? std::string_view{} : text.substr(first);
+}
+
+// Up to and including the first ":"; a text without one counts as having it at place 0.
+std::size_t lengthToColon(std::string_view description) {
+    const std::size_t colon = description.find(':');
+    return colon == std::string_view::npos ? 0 : colon + 1;
+}
+
+// The header line with a new title: what stands up to "Run:", a blank, 41 characters and "#".
+std::string retitled(std::string_view line, std::string_view newText) {
+    const std::size_t place = line.find("Run:");
+    // A text that is not found counts as found at place 0, and 3 characters behind it are kept.
+    const std::size_t kept = place == std::string_view::npos ? 3 : place + 4;
+    std::string result(line.substr(0, kept));
+    result += ' ';
+    result += newText.substr(0, longestTitleInFile);
+    result += '#';
+    return result.substr(0, core::longestHeaderLine);
+}
+
+platform::WriteResult retitleRunFile(const std::string& appFolder, const std::string& path,
+    std::string_view newText, std::string& runHeaderLine, platform::Files& files) {
+    auto file = files.read(path);
+    if (!file) return {false, path + " cannot be read."};
+    if (const auto line = core::decodeHeaderLine(core::runRecord(*file, 1))) runHeaderLine = *line;
+    runHeaderLine = retitled(runHeaderLine, newText);
+    core::ByteWriter record;
+    core::encodeHeaderLine(record, runHeaderLine);
+    record.fillTo(core::runRecordWidth);
+    if (file->size() < core::runRecordWidth) file->resize(core::runRecordWidth);
+    std::copy(record.bytes().begin(), record.bytes().end(), file->begin());
+    return core::replaceKept(appFolder, path, *file, files);
+}
+
+} // namespace
+
+std::vector<core::RunIndexEntry> Data_File(const std::string& appFolder, platform::Files& files) {
+    const std::string path = core::indexPath(appFolder, files);
+    if (!files.exists(path)) {
+        // A folder that cannot be made or written shows the same empty list.
+        const std::string folder = core::dataFolder(appFolder, files);
+        if (files.folderExists(folder) || files.makeFolder(folder)) (void)files.write(path, {});
+        return {};
+    }
+    return core::readRunIndex(path, files);
+}
+
+std::string dataFilePath(
+    const std::string& appFolder, std::string_view fileName, const platform::Files& files) {
+    const std::string trimmed = core::rightTrimmed(fileName);
+    std::string_view name(trimmed);
+    if (!core::isSafeBaseName(name)) name = {};
+    if (name.size() > runNameLength) name.remove_prefix(name.size() - runNameLength);
+    return core::joined(core::dataFolder(appFolder, files), name, files);
+}
+
+std::string infoFilePath(std::string_view dataFilePath) {
+    std::string path(dataFilePath);
+    if (!path.empty()) path.back() = 'i';
+    return path;
+}
+
+std::optional<std::size_t> rowToOpenOn(
+    const std::vector<core::RunIndexEntry>& rows, std::string_view lastChosenFile) {
+    if (rows.empty()) return {};
+    const auto last = std::find_if(rows.begin(), rows.end(), [&](const core::RunIndexEntry& row) {
+        return !lastChosenFile.empty() && row.FileName == lastChosenFile;
+    });
+    const auto newest = std::max_element(rows.begin(), rows.end(),
+        [](const core::RunIndexEntry& a, const core::RunIndexEntry& b) {
+            return a.FileName < b.FileName;
+        });
+    return static_cast<std::size_t>((last != rows.end() ? last : newest) - rows.begin());
+}
+
+std::optional<std::size_t> findTyped(const std::vector<core::RunIndexEntry>& rows,
+    std::size_t from, std::string_view typed) {
+    const std::string wanted = lowered(typed);
+    if (wanted.empty()) return {};
+    for (std::size_t step = 0; step < rows.size(); ++step) {
+        const std::size_t row = (from + step) % rows.size();
+        if (lowered(rows[row].Description).find(wanted) != std::string::npos) return row;
+    }
+    return {};
+}
+
+platform::WriteResult DeleteFile(const std::string& appFolder,
+    std::vector<core::RunIndexEntry>& rows, std::size_t row, platform::Files& files) {
+    if (row >= rows.size()) return {};
+    const std::string path = dataFilePath(appFolder, rows[row].FileName, files);
+    if (core::isSafeBaseName(core::baseName(path))) {
+        for (const std::string& each : {path, infoFilePath(path)}) {
+            if (auto removed = core::removeKept(appFolder, each, files); !removed) return removed;
+        }
+    }
+    rows.erase(rows.begin() + static_cast<std::ptrdiff_t>(row));
+    return core::writeRunIndex(appFolder, rows, files);
+}
+
+std::string editableDescription(std::string_view description) {
+    return core::rightTrimmed(
+        withoutLeadingBlanks(description.substr(lengthToColon(description))));
+}
+
+std::optional<std::string> changedDescription(
+    std::string_view description, std::string_view newText) {
+    const std::string_view text = withoutLeadingBlanks(newText);
+    if (!(core::Val(text) > 0)) return {};
+    std::string result(description.substr(0, lengthToColon(description)));
+    result += ' ';
+    result += text;
+    return core::rightTrimmed(result.substr(0, longestDescription));
+}
+
+platform::WriteResult editDescription(const std::string& appFolder,
+    std::vector<core::RunIndexEntry>& rows, std::size_t row, std::string_view newText,
+    std::string& runHeaderLine, platform::Files& files) {
+    if (row >= rows.size()) return {};
+    const auto changed = changedDescription(rows[row].Description, newText);
+    if (!changed) return {};
+    const std::string before = rows[row].Description;
+    rows[row].Description = *changed;
+    if (auto written = core::writeRunIndex(appFolder, rows, files); !written) {
+        rows[row].Description = before;
+        return written;
+    }
+    return retitleRunFile(appFolder, dataFilePath(appFolder, rows[row].FileName, files),
+        withoutLeadingBlanks(newText), runHeaderLine, files);
+}
+
+} // namespace kvo::library
