@@ -1,0 +1,181 @@
+#include "library/chooser_list.h"
+
+#include "core/run_index.h"
+#include "core/run_records.h"
+#include "tests/support/memory_files.h"
+
+#include <gtest/gtest.h>
+
+namespace kvo::library {
+namespace {
+
+using core::RunIndexEntry;
+
+class ChooserList : public ::testing::Test {
+protected:
+    void SetUp() override {
+        rows = {{"26111514.52d", "Sun 15 Nov 2026 Run: 1 First pass"},
+            {"26111515.10d", "Sun 15 Nov 2026 Run: 2 Second"},
+            {"26111609.01d", "Mon 16 Nov 2026 Run: 1 Third"}};
+        ASSERT_TRUE(files.makeFolder("/kvo/Data"));
+        ASSERT_TRUE(core::writeRunIndex(folder, rows, files));
+        for (const RunIndexEntry& row : rows) {
+            putRun(row.FileName, "25 VRN23 Ver 1.3 128k Serial No 7  Date:" + row.Description + "#");
+        }
+    }
+    void putRun(const std::string& name, const std::string& line) {
+        core::ByteWriter writer;
+        core::encodeHeaderLine(writer, line);
+        writer.fillTo(core::runRecordWidth);
+        writer.text("what follows stays", core::runRecordWidth);
+        files.put("/kvo/Data/" + name, writer.take());
+    }
+    std::vector<RunIndexEntry> onDisk() const {
+        return core::readRunIndex(core::indexPath(folder, files), files);
+    }
+    std::string headerOnDisk(const std::string& name) const {
+        const auto file = files.read("/kvo/Data/" + name);
+        return file ? core::decodeHeaderLine(core::runRecord(*file, 1)).value_or("?") : "none";
+    }
+
+    const std::string folder = "/kvo";
+    testing::MemoryFiles files;
+    std::vector<RunIndexEntry> rows;
+};
+
+TEST_F(ChooserList, fillsFromTheIndexInItsOrder) {
+    EXPECT_EQ(Data_File(folder, files), rows);
+}
+
+TEST_F(ChooserList, createsAMissingIndexEmpty) {
+    testing::MemoryFiles fresh;
+    EXPECT_TRUE(Data_File(folder, fresh).empty());
+    ASSERT_TRUE(fresh.read("/kvo/Data/KvoData.Ini"));
+    EXPECT_TRUE(fresh.read("/kvo/Data/KvoData.Ini")->empty());
+}
+
+TEST_F(ChooserList, formsThePathFromTheLastTwelveCharacters) {
+    EXPECT_EQ(dataFilePath(folder, "26111514.52d   ", files), "/kvo/Data/26111514.52d");
+    EXPECT_EQ(dataFilePath(folder, "xx26111514.52d", files), "/kvo/Data/26111514.52d");
+    EXPECT_EQ(infoFilePath("/kvo/Data/26111514.52d"), "/kvo/Data/26111514.52i");
+    EXPECT_EQ(infoFilePath(""), "");
+}
+
+TEST_F(ChooserList, refusesNamesThatLeaveTheFolder) {
+    EXPECT_EQ(dataFilePath(folder, "../../Kvo.Cfg", files), "/kvo/Data/");
+    EXPECT_EQ(dataFilePath(folder, "..\\Kvo.Cfg", files), "/kvo/Data/");
+    EXPECT_EQ(dataFilePath(folder, std::string("a\0b", 3), files), "/kvo/Data/");
+    EXPECT_EQ(dataFilePath(folder, "", files), "/kvo/Data/");
+}
+
+TEST_F(ChooserList, opensOnTheLastChoiceElseOnTheNewestRun) {
+    EXPECT_EQ(rowToOpenOn(rows, "26111515.10d"), 1u);
+    EXPECT_EQ(rowToOpenOn(rows, ""), 2u);
+    EXPECT_EQ(rowToOpenOn(rows, "gone"), 2u);
+    std::swap(rows[0], rows[2]);
+    EXPECT_EQ(rowToOpenOn(rows, ""), 0u);
+    EXPECT_EQ(rowToOpenOn({}, "26111515.10d"), std::nullopt);
+}
+
+TEST_F(ChooserList, findsTypedTextAnywhereAndWraps) {
+    EXPECT_EQ(findTyped(rows, 0, "SECOND"), 1u);
+    EXPECT_EQ(findTyped(rows, 2, "second"), 1u);
+    EXPECT_EQ(findTyped(rows, 1, "run: 1"), 2u);
+    EXPECT_EQ(findTyped(rows, 0, "fourth"), std::nullopt);
+    EXPECT_EQ(findTyped(rows, 0, ""), std::nullopt);
+    EXPECT_EQ(findTyped({}, 0, "x"), std::nullopt);
+}
+
+TEST_F(ChooserList, deletesRunInfoAndRowAndKeepsTheOrder) {
+    files.put("/kvo/Data/26111515.10i", {1, 2, 3});
+    ASSERT_TRUE(DeleteFile(folder, rows, 1, files));
+    EXPECT_FALSE(files.exists("/kvo/Data/26111515.10d"));
+    EXPECT_FALSE(files.exists("/kvo/Data/26111515.10i"));
+    ASSERT_EQ(rows.size(), 2u);
+    EXPECT_EQ(rows[0].FileName, "26111514.52d");
+    EXPECT_EQ(rows[1].FileName, "26111609.01d");
+    EXPECT_EQ(onDisk(), rows);
+    EXPECT_EQ(files.list("/kvo/Backup").size(), 3u) << "run, info file and the index before";
+}
+
+TEST_F(ChooserList, deletingTheLastRunLeavesAnEmptyIndex) {
+    while (!rows.empty()) ASSERT_TRUE(DeleteFile(folder, rows, 0, files));
+    EXPECT_TRUE(files.read("/kvo/Data/KvoData.Ini")->empty());
+}
+
+TEST_F(ChooserList, deletingARowWhoseFileIsGoneTakesTheRowOff) {
+    ASSERT_TRUE(files.remove("/kvo/Data/26111515.10d"));
+    ASSERT_TRUE(DeleteFile(folder, rows, 1, files));
+    EXPECT_EQ(onDisk().size(), 2u);
+}
+
+TEST_F(ChooserList, deletingAHostileRowTouchesNoFile) {
+    files.put("/kvo/Kvo.Cfg", {1});
+    rows[1].FileName = "../Kvo.Cfg";
+    ASSERT_TRUE(DeleteFile(folder, rows, 1, files));
+    EXPECT_TRUE(files.exists("/kvo/Kvo.Cfg"));
+    EXPECT_EQ(rows.size(), 2u);
+}
+
+TEST_F(ChooserList, aDeleteThatCannotKeepACopyTakesNothingOff) {
+    files.failWrites("/kvo/Backup", testing::MemoryFiles::Failure::fullDisk);
+    EXPECT_FALSE(DeleteFile(folder, rows, 1, files));
+    EXPECT_EQ(rows.size(), 3u);
+    EXPECT_TRUE(files.exists("/kvo/Data/26111515.10d"));
+}
+
+TEST_F(ChooserList, offersThePartBehindTheFirstColon) {
+    EXPECT_EQ(editableDescription("Sun 15 Nov 2026 Run: 1 First: pass "), "1 First: pass");
+    EXPECT_EQ(editableDescription("no colon"), "no colon");
+    EXPECT_EQ(editableDescription(""), "");
+}
+
+TEST_F(ChooserList, takesOnlyTextsThatStartWithANumberAboveZero) {
+    EXPECT_EQ(changedDescription("Sun 15 Nov 2026 Run: 1 First", "   7 New"),
+        "Sun 15 Nov 2026 Run: 7 New");
+    EXPECT_EQ(changedDescription("Sun 15 Nov 2026 Run: 1 First", "0 New"), std::nullopt);
+    EXPECT_EQ(changedDescription("Sun 15 Nov 2026 Run: 1 First", "New"), std::nullopt);
+    EXPECT_EQ(changedDescription("Sun 15 Nov 2026 Run: 1 First", ""), std::nullopt);
+    EXPECT_EQ(changedDescription("Run:", "1" + std::string(300, 'x'))->size(), 160u);
+}
+
+TEST_F(ChooserList, anEditReachesListIndexAndRunFile) {
+    const auto before = *files.read("/kvo/Data/26111515.10d");
+    std::string line;
+    ASSERT_TRUE(editDescription(folder, rows, 1, " 3 " + std::string(60, 'y'), line, files));
+    EXPECT_EQ(rows[1].Description, "Sun 15 Nov 2026 Run: 3 " + std::string(60, 'y'));
+    EXPECT_EQ(onDisk(), rows);
+    // 41 characters of the new text, then the line is cut to what its record holds.
+    const std::string whole = "25 VRN23 Ver 1.3 128k Serial No 7  Date:Sun 15 Nov 2026 Run: 3 " +
+                              std::string(39, 'y') + "#";
+    EXPECT_EQ(line, whole.substr(0, 82));
+    EXPECT_EQ(headerOnDisk("26111515.10d"), line);
+    const auto after = *files.read("/kvo/Data/26111515.10d");
+    ASSERT_EQ(after.size(), before.size());
+    EXPECT_TRUE(std::equal(after.begin() + 84, after.end(), before.begin() + 84));
+}
+
+TEST_F(ChooserList, aShortEditKeepsTheHash) {
+    std::string line;
+    ASSERT_TRUE(editDescription(folder, rows, 0, "12 Finals", line, files));
+    EXPECT_EQ(line, "25 VRN23 Ver 1.3 128k Serial No 7  Date:Sun 15 Nov 2026 Run: 12 Finals#");
+}
+
+TEST_F(ChooserList, aRefusedEditChangesNothing) {
+    std::string line = "as it was";
+    ASSERT_TRUE(editDescription(folder, rows, 1, "0 nothing", line, files));
+    EXPECT_EQ(line, "as it was");
+    EXPECT_EQ(rows[1].Description, "Sun 15 Nov 2026 Run: 2 Second");
+    EXPECT_EQ(headerOnDisk("26111515.10d"),
+        "25 VRN23 Ver 1.3 128k Serial No 7  Date:Sun 15 Nov 2026 Run: 2 Second#");
+}
+
+TEST_F(ChooserList, anIndexThatCannotBeWrittenLeavesTheRow) {
+    files.failWrites("/kvo/Data", testing::MemoryFiles::Failure::readOnly);
+    std::string line;
+    EXPECT_FALSE(editDescription(folder, rows, 1, "5 New", line, files));
+    EXPECT_EQ(rows[1].Description, "Sun 15 Nov 2026 Run: 2 Second");
+}
+
+} // namespace
+} // namespace kvo::library
