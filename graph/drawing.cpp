@@ -204,7 +204,7 @@ void TrendDrawing::drawPoints(std::int32_t colour) {
     // Required: every line starts at the origin, and this first stroke is part of the picture.
     trend.setCurrentX(0);
     trend.setCurrentY(0);
-    if (!m_points.empty()) trend.polyline(m_points, static_cast<platform::Colour>(colour));
+    trend.polyline(m_points, static_cast<platform::Colour>(colour));
 }
 
 bool TrendDrawing::isDrawn(int channel) const {

@@ -2,8 +2,8 @@
 #include "core/run_file.h"
 #include "graph/channels.h"
 #include "graph_functions.h"
-#include "memory_files.h"
-#include "scripted_dialogs.h"
+#include "tests/support/memory_files.h"
+#include "tests/support/scripted_dialogs.h"
 
 #include <stdexcept>
 

@@ -1,7 +1,7 @@
 // Golden vectors of the drawing, taken from what reaches a recording surface.
 #include "graph/drawing.h"
 #include "graph_functions.h"
-#include "recording_surface.h"
+#include "tests/support/recording_surface.h"
 
 #include <bit>
 #include <map>
@@ -159,6 +159,8 @@ static Json drawnOrder(const Case& c) {
         ShowChannelsForType(drawn.state->DataType, config.Vehicle_Type).clutch != Show::hide;
     const bool overlay = c.in.at("routine") == "OverLayDraw";
     if (overlay) {
+        drawn.view.RpmScale = 8; // a full picture always comes first
+        drawn.view.MphScale = 6;
         drawn.drawing.OverLayDraw();
     } else if (!drawn.drawing.DrawTrend()) {
         return Json{{"error", true}};
