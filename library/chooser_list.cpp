@@ -98,15 +98,15 @@ std::optional<std::size_t> rowToOpenOn(
     const auto last = std::find_if(rows.begin(), rows.end(), [&](const core::RunIndexEntry& row) {
         return !lastChosenFile.empty() && row.FileName == lastChosenFile;
     });
-    const auto newest = std::max_element(rows.begin(), rows.end(),
-        [](const core::RunIndexEntry& a, const core::RunIndexEntry& b) {
+    const auto newest = std::max_element(
+        rows.begin(), rows.end(), [](const core::RunIndexEntry& a, const core::RunIndexEntry& b) {
             return a.FileName < b.FileName;
         });
     return static_cast<std::size_t>((last != rows.end() ? last : newest) - rows.begin());
 }
 
-std::optional<std::size_t> findTyped(const std::vector<core::RunIndexEntry>& rows,
-    std::size_t from, std::string_view typed) {
+std::optional<std::size_t> findTyped(
+    const std::vector<core::RunIndexEntry>& rows, std::size_t from, std::string_view typed) {
     const std::string wanted = lowered(typed);
     if (wanted.empty()) return {};
     for (std::size_t step = 0; step < rows.size(); ++step) {
@@ -130,8 +130,7 @@ platform::WriteResult DeleteFile(const std::string& appFolder,
 }
 
 std::string editableDescription(std::string_view description) {
-    return core::rightTrimmed(
-        withoutLeadingBlanks(description.substr(lengthToColon(description))));
+    return core::rightTrimmed(withoutLeadingBlanks(description.substr(lengthToColon(description))));
 }
 
 std::optional<std::string> changedDescription(

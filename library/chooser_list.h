@@ -11,7 +11,8 @@
 
 namespace kvo::library {
 
-// The rows of the index in file order, both columns right-trimmed. A missing index is created empty.
+// The rows of the index in file order, both columns right-trimmed. A missing index is created
+// empty.
 std::vector<core::RunIndexEntry> Data_File(const std::string& appFolder, platform::Files& files);
 
 // Full path of the run a row names: the last 12 characters of its file name in the Data folder. A
@@ -24,9 +25,10 @@ std::string infoFilePath(std::string_view dataFilePath);
 // The row of that file, else the row of the newest run by its name, else nothing (an empty list).
 std::optional<std::size_t> rowToOpenOn(
     const std::vector<core::RunIndexEntry>& rows, std::string_view lastChosenFile);
-// The next row behind `from` (wrapping) in which `typed` stands, whatever its case; nothing if none.
-std::optional<std::size_t> findTyped(const std::vector<core::RunIndexEntry>& rows,
-    std::size_t from, std::string_view typed);
+// The next row behind `from` (wrapping) in which `typed` stands, whatever its case; nothing if
+// none.
+std::optional<std::size_t> findTyped(
+    const std::vector<core::RunIndexEntry>& rows, std::size_t from, std::string_view typed);
 
 // Deletes the run file and the info file of a row (copies go to Backup/ first), takes the row off
 // the list and writes the index anew. Files that are not there are passed over; on failure of the

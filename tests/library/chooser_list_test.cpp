@@ -20,7 +20,8 @@ protected:
         ASSERT_TRUE(files.makeFolder("/kvo/Data"));
         ASSERT_TRUE(core::writeRunIndex(folder, rows, files));
         for (const RunIndexEntry& row : rows) {
-            putRun(row.FileName, "25 VRN23 Ver 1.3 128k Serial No 7  Date:" + row.Description + "#");
+            putRun(
+                row.FileName, "25 VRN23 Ver 1.3 128k Serial No 7  Date:" + row.Description + "#");
         }
     }
     void putRun(const std::string& name, const std::string& line) {

@@ -1,0 +1,201 @@
+#include "library/statistics.h"
+
+#include "core/basic/numbers.h"
+#include "core/basic/pictures.h"
+#include "graph/derived.h"
+
+#include <algorithm>
+
+namespace kvo::library {
+
+namespace {
+
+constexpr int alwaysAveraged = 6; // analog channels of the first pass
+constexpr int timeSharedType = 20;
+
+void seed(ChannelStatistics& channel, std::int16_t value, std::int64_t sum) {
+    channel.Min = value;
+    channel.Max = value;
+    channel.sum = sum;
+}
+
+void take(ChannelStatistics& channel, std::int16_t value) {
+    channel.Min = std::min(channel.Min, value);
+    channel.Max = std::max(channel.Max, value);
+    channel.sum += value;
+}
+
+// Required: the divisor is the width of the range and not the number of rows. False on a run-time
+// failure (a width of 0, an average beyond 16 bits).
+bool average(ChannelStatistics& channel, int width) {
+    if (width == 0) return false;
+    channel.Ave = core::CInt(static_cast<double>(channel.sum) / width);
+    return channel.Ave.has_value();
+}
+
+void seedAll(RunStatistics& result, const core::RunSample& row, int dataType) {
+    result.PeakSpeed = row.SpeedRaw;
+    // Required: the first row stands in the rpm sums here and once more by the pass.
+    seed(result.Rpm, row.EngineRpm, row.EngineRpm);
+    seed(result.Input, row.InputRpm, row.InputRpm);
+    seed(result.Pinion, row.OutputRpm, row.OutputRpm);
+    for (int c = 1; c <= 8; ++c) {
+        seed(result.A[c], row.Analog[c], 0);
+        if (dataType != timeSharedType) seed(result.E[c], row.Exhaust[c], 0);
+    }
+}
+
+void firstPass(RunStatistics& result, const core::RunImage& run, int last) {
+    for (int i = result.FromSample; i <= last; ++i) {
+        const core::RunSample& row = run.rowOrZero(i);
+        result.PeakSpeed = std::max(result.PeakSpeed, row.SpeedRaw);
+        take(result.Rpm, row.EngineRpm);
+        take(result.Input, row.InputRpm);
+        take(result.Pinion, row.OutputRpm);
+        for (int c = 1; c <= alwaysAveraged; ++c) take(result.A[c], row.Analog[c]);
+    }
+}
+
+bool firstAverages(RunStatistics& result, int width) {
+    if (!average(result.Rpm, width) || !average(result.Input, width) ||
+        !average(result.Pinion, width)) {
+        return false;
+    }
+    for (int c = 1; c <= alwaysAveraged; ++c) {
+        if (!average(result.A[c], width)) return false;
+    }
+    return true;
+}
+
+void secondPass(RunStatistics& result, const core::RunImage& run, int last) {
+    for (int i = result.FromSample; i <= last; ++i) {
+        const core::RunSample& row = run.rowOrZero(i);
+        for (int c = alwaysAveraged + 1; c <= 8; ++c) take(result.A[c], row.Analog[c]);
+        for (int c = 1; c <= 8; ++c) take(result.E[c], row.Exhaust[c]);
+    }
+}
+
+// Data type 20 sends one temperature a row, in analog 7; the status names its channel.
+void timeSharedPass(RunStatistics& result, const core::RunImage& run, int last) {
+    core::FromOne<bool, 8> started;
+    for (int i = result.FromSample; i <= last; ++i) {
+        const core::RunSample& row = run.rowOrZero(i);
+        const int channel = (row.Status & 127) / 16 + 1;
+        const std::int16_t reading = row.Analog[7];
+        if (!started[channel]) seed(result.E[channel], reading, 0);
+        started[channel] = true;
+        take(result.E[channel], reading);
+    }
+}
+
+bool secondAverages(RunStatistics& result, int dataType, int width) {
+    if (dataType != timeSharedType) {
+        for (int c = alwaysAveraged + 1; c <= 8; ++c) {
+            if (!average(result.A[c], width)) return false;
+        }
+    }
+    for (int c = 1; c <= 8; ++c) {
+        if (!average(result.E[c], width)) return false;
+    }
+    return true;
+}
+
+bool calculate(RunStatistics& result, const core::RunImage& run, int sampleCount, int dataType,
+    int timeOffset, std::string_view Text_ET) {
+    if (!core::keepOnFailure(result.FromSample, core::CInt(timeOffset))) return false;
+    const double elapsed = core::Val(Text_ET);
+    // Required: the end is a sample number of its own and is not shifted by time zero.
+    if (!core::keepOnFailure(
+            result.ToSample, core::CInt(elapsed > 0 ? elapsed * 100 : sampleCount))) {
+        return false;
+    }
+    result.ToSample =
+        static_cast<std::int16_t>(std::min(static_cast<int>(result.ToSample), sampleCount));
+    const int width = result.ToSample - result.FromSample;
+    seedAll(result, run.rowOrZero(result.FromSample), dataType);
+    firstPass(result, run, result.ToSample);
+    if (!firstAverages(result, width)) return false;
+    if (dataType == timeSharedType) {
+        timeSharedPass(result, run, result.ToSample);
+    } else {
+        secondPass(result, run, result.ToSample);
+    }
+    return secondAverages(result, dataType, width);
+}
+
+StatisticsRow numberRow(const ChannelStatistics& channel) {
+    return {core::Str(static_cast<int>(channel.Min)), core::Str(static_cast<int>(channel.Max)),
+        channel.Ave ? core::Str(static_cast<int>(*channel.Ave)) : "", true};
+}
+
+std::string analogText(
+    const graph::AnalogSetup& setup, int raw, int exhaustUnit, std::string& picture) {
+    constexpr int temperatureKind = 1;
+    if (setup.type == temperatureKind) return core::Str(graph::temperature(raw, exhaustUnit));
+    const graph::TextReading reading = graph::analogRead(setup, raw, exhaustUnit, picture);
+    return reading.hasText() ? reading.text : "";
+}
+
+StatisticsRow analogRow(const ChannelStatistics& channel, const graph::AnalogSetup& setup,
+    int exhaustUnit, std::string& picture) {
+    return {analogText(setup, channel.Min, exhaustUnit, picture),
+        analogText(setup, channel.Max, exhaustUnit, picture),
+        channel.Ave ? analogText(setup, *channel.Ave, exhaustUnit, picture) : "", true};
+}
+
+StatisticsRow temperatureRow(const ChannelStatistics& channel, int exhaustUnit) {
+    const auto text = [&](int raw) { return core::Str(graph::temperature(raw, exhaustUnit)); };
+    return {text(channel.Min), text(channel.Max), channel.Ave ? text(*channel.Ave) : "", true};
+}
+
+bool analogShown(int dataType, int c) {
+    if (c <= 4) return true;
+    return dataType > 16 && (dataType != timeSharedType || c <= 6);
+}
+
+bool exhaustShown(int dataType) {
+    return dataType == 20 || dataType == 25 || dataType == 32 || dataType == 43;
+}
+
+} // namespace
+
+RunStatistics Cal(const core::RunImage& run, int sampleCount, int dataType, int timeOffset,
+    std::string_view Text_ET) {
+    RunStatistics result;
+    result.failed = !calculate(result, run, sampleCount, dataType, timeOffset, Text_ET);
+    return result;
+}
+
+StatisticsTexts statisticsTexts(const RunStatistics& statistics, const core::RunImage& run,
+    int dataType, int exhaustUnit, std::string& picture) {
+    StatisticsTexts texts;
+    texts.Mph_Max = graph::mphRead(graph::mph(statistics.PeakSpeed));
+    texts.Rpm = numberRow(statistics.Rpm);
+    texts.Input = numberRow(statistics.Input);
+    texts.Pinion = numberRow(statistics.Pinion);
+    for (int c = 1; c <= 8; ++c) {
+        texts.A[c] = analogRow(statistics.A[c], graph::analogSetup(run, c), exhaustUnit, picture);
+        texts.A[c].shown = analogShown(dataType, c);
+        texts.E[c] = temperatureRow(statistics.E[c], exhaustUnit);
+        texts.E[c].shown = exhaustShown(dataType);
+    }
+    return texts;
+}
+
+std::string statisticsCaption(std::string_view graphCaption) {
+    constexpr std::size_t first = 10; // the name begins behind "Data File:"
+    const std::string_view named = graphCaption.substr(0, graphCaption.find("Overlay File:"));
+    std::string caption = " Statistics For : ";
+    if (named.size() > first) caption += named.substr(first);
+    return caption;
+}
+
+std::optional<std::string> horsepower(std::string_view Et, float Weight_F) {
+    constexpr double mileFactor = 5.825; // quarter mile seconds of one horsepower a pound
+    const double seconds = core::Val(Et);
+    if (!(seconds > 0) || !(Weight_F > 0)) return {};
+    const double base = seconds / mileFactor;
+    return core::CStr(core::Fix(static_cast<double>(Weight_F) / (base * base * base)));
+}
+
+} // namespace kvo::library
