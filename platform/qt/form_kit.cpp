@@ -9,7 +9,10 @@
 #include <QFontMetrics>
 #include <QLabel>
 #include <QPixmap>
+#include <QThread>
+#include <QTimer>
 
+#include <utility>
 #include <vector>
 
 namespace kvo::platform_qt {
@@ -19,6 +22,42 @@ namespace {
 std::vector<Slot*>& allSlots() {
     static std::vector<Slot*> all;
     return all;
+}
+
+// Forms that are unloaded but may still have a handler of theirs on the stack: a wait inside it
+// runs an event loop of its own, and deleteLater() would take the form away right there. They go
+// when control is back in the outermost loop, where no handler can be left.
+class Leaving : public QObject {
+public:
+    explicit Leaving(QObject* parent) : QObject(parent) {
+        m_timer.setSingleShot(true);
+        connect(&m_timer, &QTimer::timeout, this, &Leaving::letGo);
+    }
+    void add(QWidget* form) {
+        m_forms.emplace_back(form);
+        m_timer.start(0);
+    }
+    void letAllGo() {
+        for (const QPointer<QWidget>& form : std::exchange(m_forms, {})) delete form.data();
+    }
+
+private:
+    void letGo() {
+        constexpr int retryMs = 50;
+        if (QThread::currentThread()->loopLevel() <= 1)
+            letAllGo();
+        else
+            m_timer.start(retryMs);
+    }
+
+    QTimer m_timer;
+    std::vector<QPointer<QWidget>> m_forms;
+};
+
+Leaving& leaving() {
+    static QPointer<Leaving> one;
+    if (one.isNull()) one = new Leaving(QCoreApplication::instance());
+    return *one;
 }
 
 } // namespace
@@ -32,13 +71,13 @@ void putAway(Slot& slot) {
     if (form == nullptr) return;
     slot.clear(); // first, so that what runs while it hides does not reach it any more
     form->hide();
-    form->deleteLater();
+    leaving().add(form);
 }
 
 } // namespace detail
 
 void unloadAllForms() {
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    detail::leaving().letAllGo();
     for (detail::Slot* slot : detail::allSlots()) {
         QWidget* form = slot->data();
         slot->clear();

@@ -12,7 +12,7 @@
 #include <QTemporaryDir>
 
 using namespace kvo::platform_qt;
-using namespace kvo::tests;
+using namespace kvo::testing;
 using kvo::platform::Colour;
 using kvo::platform::Reply;
 namespace style = kvo::platform::boxStyle;

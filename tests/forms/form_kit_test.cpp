@@ -4,6 +4,7 @@
 #include "tests/forms/support/user_click.h"
 
 #include <QDialog>
+#include <QEventLoop>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -13,7 +14,7 @@
 #include <cstdlib>
 
 using namespace kvo::platform_qt;
-using namespace kvo::tests;
+using namespace kvo::testing;
 
 namespace {
 
@@ -73,6 +74,22 @@ private slots:
         showModal(form<Sample>());
         QVERIFY(!isLoaded<Sample>());
         QCOMPARE(Sample::lastText, QStringLiteral("late"));
+        QTRY_COMPARE(Sample::alive, 0);
+    }
+
+    // A wait inside a handler runs an event loop of its own; the form must not go away under it.
+    void aFormUnloadedInsideItsHandlersWaitLivesUntilTheHandlerIsThrough() {
+        QEventLoop handler;
+        QTimer::singleShot(0, &handler, [&handler] {
+            form<Sample>();
+            QEventLoop wait;
+            QTimer::singleShot(0, [] { unload<Sample>(); });
+            QTimer::singleShot(120, &wait, &QEventLoop::quit);
+            wait.exec();
+            QCOMPARE(Sample::alive, 1);
+            handler.quit();
+        });
+        handler.exec();
         QTRY_COMPARE(Sample::alive, 0);
     }
 

@@ -16,7 +16,7 @@
 
 using namespace kvo::platform_qt;
 using kvo::platform::PortError;
-using kvo::tests::PtyPair;
+using kvo::testing::PtyPair;
 
 namespace {
 

@@ -7,7 +7,7 @@
 #include <termios.h>
 #include <unistd.h>
 
-namespace kvo::tests {
+namespace kvo::testing {
 
 PtyPair::PtyPair() : m_master(::posix_openpt(O_RDWR | O_NOCTTY)) {
     ::grantpt(m_master);
@@ -48,4 +48,4 @@ void PtyPair::hangUp() {
     m_slave = m_master = -1;
 }
 
-} // namespace kvo::tests
+} // namespace kvo::testing

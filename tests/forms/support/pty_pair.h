@@ -2,7 +2,7 @@
 // A raw pseudo-terminal whose other side the test holds: the far end of a serial cable.
 #include <string>
 
-namespace kvo::tests {
+namespace kvo::testing {
 
 class PtyPair {
 public:
@@ -25,4 +25,4 @@ private:
     std::string m_path;
 };
 
-} // namespace kvo::tests
+} // namespace kvo::testing

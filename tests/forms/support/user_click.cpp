@@ -14,7 +14,7 @@
 
 #include <deque>
 
-namespace kvo::tests {
+namespace kvo::testing {
 namespace {
 
 struct Script {
@@ -154,4 +154,4 @@ QString modalComplaints() {
     return all.join(QStringLiteral("; "));
 }
 
-} // namespace kvo::tests
+} // namespace kvo::testing

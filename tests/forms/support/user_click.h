@@ -9,7 +9,7 @@
 
 class QMessageBox;
 
-namespace kvo::tests {
+namespace kvo::testing {
 
 // Clicks through the window, where the hit test is the real one. "" when the click was delivered,
 // else why a user could not have made it.
@@ -33,4 +33,4 @@ void answerInput(const QString& title, const QString& text, bool accept = true);
 // well.
 QString modalComplaints();
 
-} // namespace kvo::tests
+} // namespace kvo::testing
