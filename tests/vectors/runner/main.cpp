@@ -9,6 +9,7 @@ static void addAllFunctions() {
     kvo::vectors::addCoreFunctions();
     kvo::vectors::addLinkFunctions();
     kvo::vectors::addGraphFunctions();
+    kvo::vectors::addLibraryFunctions();
 #ifdef KVO_QT_VECTORS
     kvo::vectors::addFormFunctions();
 #endif

@@ -29,6 +29,7 @@ void add(const std::string& fn, Function function, Fits fits = {});
 void addCoreFunctions();
 void addLinkFunctions();
 void addGraphFunctions();
+void addLibraryFunctions();
 void addFormFunctions();
 
 } // namespace kvo::vectors
