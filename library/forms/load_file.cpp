@@ -1,0 +1,269 @@
+#include "library/forms/load_file.h"
+
+#include "library/chooser_list.h"
+#include "platform/qt/form_kit.h"
+#include "platform/qt/text.h"
+#include "platform/services.h"
+
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListView>
+#include <QMouseEvent>
+#include <QPushButton>
+
+namespace kvo::forms {
+
+using namespace platform_qt;
+
+namespace {
+
+constexpr int typeAheadMs = 1000; // a pause this long begins a new search
+
+// What could not be done, in words; nothing where all is well.
+void tell(const platform::WriteResult& result) {
+    if (result) return;
+    platform::services().dialogs->beep();
+    platform::services().dialogs->messageBox(
+        result.message, platform::boxStyle::warning, "Run index");
+}
+
+} // namespace
+
+void RunRows::show(const std::vector<core::RunIndexEntry>* rows) {
+    beginResetModel();
+    m_rows = rows;
+    endResetModel();
+}
+
+int RunRows::rowCount(const QModelIndex& parent) const {
+    return parent.isValid() || m_rows == nullptr ? 0 : static_cast<int>(m_rows->size());
+}
+
+QVariant RunRows::data(const QModelIndex& index, int role) const {
+    if (role != Qt::DisplayRole || m_rows == nullptr) return {};
+    const core::RunIndexEntry& row = (*m_rows)[static_cast<std::size_t>(index.row())];
+    return shown(m_column == Column::description ? row.Description : row.FileName);
+}
+
+void RunRows::changed() {
+    beginResetModel();
+    endResetModel();
+}
+
+LoadFile::LoadFile() {
+    setObjectName(QStringLiteral("LoadFile"));
+    m_typedTimer.setSingleShot(true);
+    connect(&m_typedTimer, &QTimer::timeout, this, [this] { m_typed.clear(); });
+    makeLayout();
+    setCaptions(
+        QStringLiteral("&Load"), QStringLiteral("File To Load"), QStringLiteral("Load Data File"));
+    m_descriptions.show(&m_rows);
+    m_names.show(&m_rows);
+    Data_File();
+}
+
+void LoadFile::makeLayout() {
+    const auto list = [](RunRows& rows, const char* name) {
+        auto* view = named(new QListView, name);
+        view->setModel(&rows);
+        view->setUniformItemSizes(true);
+        view->setEditTriggers(QAbstractItemView::NoEditTriggers);
+        return view;
+    };
+    Files_List = list(m_descriptions, "Files_List");
+    Files_List->setAccessibleName(QStringLiteral("Runs"));
+    Files_List->setAlternatingRowColors(true);
+    Files_List->setToolTip(
+        QStringLiteral("Type to find a run. Right button or F2 changes its description."));
+    Files_List->setMinimumSize(Files_List->fontMetrics().averageCharWidth() * 70, 320);
+    Files_List->installEventFilter(this);
+    Files_List->viewport()->installEventFilter(this);
+    Path_List = list(m_names, "Path_List");
+    Path_List->hide();
+    Path_List->setParent(this);
+    Discription = named(new QLineEdit, "Discription");
+    Discription->setReadOnly(true);
+    Label1 = buddyLabel({}, Discription);
+    Label1->setObjectName(QStringLiteral("Label1"));
+    BTN_Ok = named(new QPushButton, "BTN_Ok");
+    BTN_Ok->setDefault(true);
+    BTN_Cancel = named(new QPushButton(QStringLiteral("Cancel")), "BTN_Cancel");
+    BTN_Cancel->setAutoDefault(false);
+    m_edit = named(new QPushButton(QStringLiteral("&Edit Description...")), "BTN_Edit");
+    m_edit->setAutoDefault(false);
+    connect(BTN_Ok, &QPushButton::clicked, this, &LoadFile::BTN_Ok_Click);
+    connect(BTN_Cancel, &QPushButton::clicked, this, &LoadFile::BTN_Cancel_Click);
+    connect(m_edit, &QPushButton::clicked, this, &LoadFile::editDescription);
+    connect(Files_List->selectionModel(), &QItemSelectionModel::currentChanged, this,
+        &LoadFile::Files_List_Click);
+    connect(Files_List, &QListView::doubleClicked, this, &LoadFile::Files_List_DblClick);
+    auto* all = column({{Files_List, 1}, row({Label1, {Discription, 1}}),
+        row({m_edit, LayoutPart::room(), BTN_Ok, BTN_Cancel})});
+    all->setContentsMargins(16, 16, 16, 14);
+    all->setSpacing(12);
+    setLayout(all);
+}
+
+void LoadFile::setCaptions(const QString& button, const QString& label, const QString& form) {
+    BTN_Ok->setText(button);
+    Label1->setText(label);
+    setWindowTitle(form);
+}
+
+void LoadFile::Data_File() {
+    const std::string selected = chosenName();
+    m_rows = library::Data_File(core::state().AppFolder, *platform::services().files);
+    m_descriptions.changed();
+    m_names.changed();
+    const auto row = library::rowToOpenOn(m_rows, selected.empty() ? m_lastChosen : selected);
+    chooseRow(row ? static_cast<int>(*row) : -1);
+}
+
+bool LoadFile::choose(const QString& button, const QString& form) {
+    core::state().DeleteMode = 0;
+    core::state().LoadStatus = 0;
+    setCaptions(button, QStringLiteral("File To Load"), form);
+    showModal(*this);
+    return core::state().LoadStatus != -1;
+}
+
+void LoadFile::chooseToDelete(const QString& form) {
+    core::state().DeleteMode = -1;
+    core::state().LoadStatus = 0;
+    setCaptions(QStringLiteral("Delete"), QStringLiteral("File To Delete"), form);
+    showModal(*this);
+    core::state().DeleteMode = 0;
+}
+
+int LoadFile::chosenRow() const {
+    return Files_List->currentIndex().row();
+}
+
+void LoadFile::chooseRow(int row) {
+    Files_List->setCurrentIndex(row >= 0 ? m_descriptions.index(row) : QModelIndex{});
+    if (row >= 0) Files_List->scrollTo(m_descriptions.index(row));
+    Files_List_Click();
+}
+
+std::string LoadFile::chosenDescription() const {
+    const int row = chosenRow();
+    return row < 0 ? "" : m_rows[static_cast<std::size_t>(row)].Description;
+}
+
+std::string LoadFile::chosenName() const {
+    const int row = chosenRow();
+    return row < 0 ? "" : m_rows[static_cast<std::size_t>(row)].FileName;
+}
+
+void LoadFile::takePaths() const {
+    core::SharedState& state = core::state();
+    state.DataFilePath =
+        library::dataFilePath(state.AppFolder, chosenName(), *platform::services().files);
+    state.InfoFilePath = library::infoFilePath(state.DataFilePath);
+}
+
+void LoadFile::Files_List_Click() {
+    const int row = chosenRow();
+    Discription->setText(shown(chosenDescription()));
+    Discription->setCursorPosition(0);
+    Path_List->setCurrentIndex(row >= 0 ? m_names.index(row) : QModelIndex{});
+    m_edit->setEnabled(row >= 0);
+}
+
+void LoadFile::BTN_Ok_Click() {
+    takePaths();
+    if (core::state().DeleteMode == -1) {
+        DeleteFile();
+        return;
+    }
+    if (Discription->text().isEmpty()) core::state().LoadStatus = -1;
+    m_lastChosen = chosenName();
+    hide();
+}
+
+void LoadFile::BTN_Cancel_Click() {
+    core::state().LoadStatus = -1;
+    hide();
+}
+
+void LoadFile::reject() {
+    BTN_Cancel_Click();
+}
+
+void LoadFile::Files_List_DblClick() {
+    BTN_Ok_Click();
+}
+
+void LoadFile::DeleteFile() {
+    const int row = chosenRow();
+    if (row < 0) return;
+    platform::Dialogs& dialogs = *platform::services().dialogs;
+    const std::string question =
+        "Are you sure you want to Delete:           \n" + chosenDescription();
+    if (dialogs.messageBox(question, platform::boxStyle::yesNo + platform::boxStyle::question,
+            "Warning") != platform::Reply::yes) {
+        return;
+    }
+    tell(library::DeleteFile(core::state().AppFolder, m_rows, static_cast<std::size_t>(row),
+        *platform::services().files));
+    m_descriptions.changed();
+    m_names.changed();
+    chooseRow(-1);
+}
+
+void LoadFile::editDescription() {
+    const int row = chosenRow();
+    if (row < 0 || Discription->text().isEmpty()) return;
+    const std::string description = chosenDescription();
+    const std::string answer = platform::services().dialogs->inputBox(
+        "Enter the new file description for.\n\n" + description + "\n\nRun Number     Description",
+        "Edit File Description", library::editableDescription(description));
+    tell(library::editDescription(core::state().AppFolder, m_rows, static_cast<std::size_t>(row),
+        answer, core::state().RunHeaderLine, *platform::services().files));
+    m_descriptions.changed();
+    chooseRow(row);
+}
+
+void LoadFile::typeAhead(const QString& text) {
+    const int row = chosenRow();
+    const bool goesOn = !m_typed.isEmpty();
+    m_typed += text;
+    m_typedTimer.start(typeAheadMs);
+    // A new search begins behind the selected row, a longer one may stay on it.
+    const std::size_t from = row < 0 ? 0 : static_cast<std::size_t>(row) + (goesOn ? 0 : 1);
+    if (const auto found = library::findTyped(m_rows, from, typed(m_typed)))
+        chooseRow(static_cast<int>(*found));
+}
+
+bool LoadFile::eventFilter(QObject* object, QEvent* event) {
+    if (event->type() == QEvent::MouseButtonPress && object == Files_List->viewport()) {
+        const auto* press = static_cast<QMouseEvent*>(event);
+        if (press->button() == Qt::RightButton) {
+            editDescription();
+            return true;
+        }
+    }
+    if (event->type() == QEvent::KeyPress && object == Files_List) {
+        const auto* key = static_cast<QKeyEvent*>(event);
+        if (key->key() == Qt::Key_F2 || key->key() == Qt::Key_Menu) {
+            editDescription();
+            return true;
+        }
+        const bool plain = (key->modifiers() & ~Qt::ShiftModifier) == Qt::NoModifier;
+        const bool blankFirst = m_typed.isEmpty() && key->key() == Qt::Key_Space;
+        if (plain && !blankFirst && !key->text().isEmpty() && key->text().front().isPrint()) {
+            typeAhead(key->text());
+            return true;
+        }
+    }
+    return QDialog::eventFilter(object, event);
+}
+
+void LoadFile::showEvent(QShowEvent* event) {
+    Data_File();
+    Files_List->setFocus();
+    QDialog::showEvent(event);
+}
+
+} // namespace kvo::forms
