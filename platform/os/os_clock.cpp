@@ -1,0 +1,20 @@
+#include "platform/os/os_clock.h"
+
+#include <ctime>
+
+namespace kvo::platform_os {
+
+platform::DateTime OsClock::now() const {
+    const std::time_t seconds = std::time(nullptr);
+    std::tm local{};
+#ifdef _WIN32
+    localtime_s(&local, &seconds);
+#else
+    localtime_r(&seconds, &local);
+#endif
+    // The 60 of a leap second is no minute of its own here.
+    return {local.tm_year + 1900, local.tm_mon + 1, local.tm_mday, local.tm_hour, local.tm_min,
+        local.tm_sec > 59 ? 59 : local.tm_sec};
+}
+
+} // namespace kvo::platform_os

@@ -1,0 +1,269 @@
+#include "platform/os/os_files.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <fstream>
+#include <new>
+#include <system_error>
+
+#ifdef _WIN32
+#include <process.h>
+#else
+#include <unistd.h>
+#endif
+
+namespace kvo::platform_os {
+
+namespace fs = std::filesystem;
+using platform::Bytes;
+using platform::WriteResult;
+
+namespace {
+
+// No file of this program comes near it; a larger one is none of ours.
+constexpr std::uintmax_t largestFile = std::uintmax_t{1} << 30U;
+
+bool sameButForCase(const std::string& a, const std::string& b) {
+    const auto lower = [](char c) {
+        return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+    };
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+        [&](char x, char y) { return lower(x) == lower(y); });
+}
+
+bool isThere(const fs::path& path) {
+    std::error_code error;
+    return fs::exists(fs::symlink_status(path, error));
+}
+
+// The entry of `folder` that has this name in another case, the first in order; empty if none has.
+fs::path inAnotherCase(const fs::path& folder, const std::string& name) {
+    std::error_code error;
+    std::string best;
+    const fs::path shown = folder.empty() ? fs::path(".") : folder;
+    for (fs::directory_iterator it(shown, error), end; !error && it != end; it.increment(error)) {
+        std::string entry = it->path().filename().string();
+        if (sameButForCase(entry, name) && (best.empty() || entry < best)) best = std::move(entry);
+    }
+    return best.empty() ? fs::path() : folder / best;
+}
+
+// The path as it stands on the disk: each part in the case that is there. What is not there at all
+// stays as it was given.
+fs::path found(const std::string& path) {
+    if (const fs::path given(path); isThere(given)) return given;
+    fs::path result;
+    for (const fs::path& part : fs::path(path)) {
+        fs::path next = result / part;
+        if (!isThere(next)) {
+            if (fs::path other = inAnotherCase(result, part.string()); !other.empty()) {
+                next = std::move(other);
+            }
+        }
+        result = std::move(next);
+    }
+    return result;
+}
+
+bool isFile(const fs::path& path) {
+    std::error_code error;
+    return fs::is_regular_file(path, error);
+}
+
+bool isFolder(const fs::path& path) {
+    std::error_code error;
+    return fs::is_directory(path, error);
+}
+
+// Whether the file is marked as not to be written. Asked of the marks and not of the system, which
+// lets an administrator write everything.
+bool isReadOnly(const fs::path& path) {
+    constexpr fs::perms anyWrite =
+        fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write;
+    std::error_code error;
+    const fs::file_status status = fs::status(path, error);
+    if (error) return false;
+    if ((status.permissions() & anyWrite) == fs::perms::none) return true;
+#ifndef _WIN32
+    return ::access(path.c_str(), W_OK) != 0;
+#else
+    return false;
+#endif
+}
+
+std::string reason(int error) {
+    switch (error) {
+    case ENOSPC:
+        return "The disk is full. Make room on it and try again.";
+#ifdef EDQUOT
+    case EDQUOT:
+        return "Your share of the disk is used up. Make room and try again.";
+#endif
+    case EROFS:
+        return "The disk can only be read. Choose another place or let it be written.";
+    case EACCES:
+    case EPERM:
+        return "You are not permitted to write in this folder. Ask its owner, or use the program "
+               "in a folder of your own.";
+    case ENOENT:
+        return "The folder is not there.";
+    case EIO:
+        return "The disk reports an error.";
+    default:
+        return std::string(std::strerror(error)) + ".";
+    }
+}
+
+WriteResult failure(const fs::path& path, const std::string& why) {
+    return {false, path.string() + "\ncould not be written.\n" + why};
+}
+
+WriteResult refusal(const fs::path& path) {
+    if (isFolder(path)) return failure(path, "There is a folder of this name.");
+    if (isThere(path) && !isFile(path)) return failure(path, "What is there is no plain file.");
+    if (isFile(path) && isReadOnly(path)) return failure(path, "The file is marked as read-only.");
+    return {};
+}
+
+// A name beside the target that nothing else uses.
+fs::path temporaryBeside(const fs::path& target, int attempt) {
+#ifdef _WIN32
+    const long process = _getpid();
+#else
+    const long process = ::getpid();
+#endif
+    fs::path name = ".";
+    name += target.filename();
+    name += "." + std::to_string(process) + "-" + std::to_string(attempt) + ".new";
+    return target.parent_path() / name;
+}
+
+} // namespace
+
+std::optional<Bytes> OsFiles::read(const std::string& path) const {
+    // Only plain files: opening a pipe or a device could wait for ever.
+    const fs::path place = found(path);
+    if (!isFile(place)) return {};
+    std::error_code error;
+    const std::uintmax_t size = fs::file_size(place, error);
+    if (error || size > largestFile) return {};
+    try {
+        std::filebuf file;
+        if (!file.open(place, std::ios::in | std::ios::binary)) return {};
+        Bytes content(static_cast<std::size_t>(size));
+        const std::streamsize got = file.sgetn(
+            reinterpret_cast<char*>(content.data()), static_cast<std::streamsize>(content.size()));
+        if (got != static_cast<std::streamsize>(content.size())) return {};
+        return content;
+    } catch (const std::bad_alloc&) {
+        return {};
+    } catch (const std::ios_base::failure&) {
+        return {};
+    }
+}
+
+std::string OsFiles::fill(int file, const Bytes& content) {
+    std::span<const std::uint8_t> rest(content);
+    while (!rest.empty()) {
+        errno = 0;
+        const std::int64_t written = m_writer.write(file, rest);
+        if (written <= 0) return reason(errno == 0 ? ENOSPC : errno);
+        rest = rest.subspan(std::min(rest.size(), static_cast<std::size_t>(written)));
+    }
+    errno = 0;
+    if (!m_writer.sync(file)) return reason(errno == 0 ? EIO : errno);
+    // A full disk may take the bytes without a word; what it holds of them is the proof.
+    if (m_writer.size(file) != static_cast<std::int64_t>(content.size())) return reason(ENOSPC);
+    return {};
+}
+
+WriteResult OsFiles::replace(const fs::path& target, const Bytes& content) {
+    constexpr int mostAttempts = 100;
+    fs::path temporary;
+    int file = -1;
+    for (int attempt = 0; file < 0 && attempt < mostAttempts; ++attempt) {
+        temporary = temporaryBeside(target, attempt);
+        errno = 0;
+        file = m_writer.create(temporary);
+        if (file < 0 && errno != EEXIST) return failure(target, reason(errno));
+    }
+    if (file < 0) return failure(target, reason(EEXIST));
+    std::error_code error;
+    if (isFile(target)) {
+        fs::permissions(temporary, fs::status(target, error).permissions(), error);
+    }
+    std::string why = fill(file, content);
+    errno = 0;
+    if (!m_writer.close(file) && why.empty()) why = reason(errno == 0 ? EIO : errno);
+    errno = 0;
+    if (why.empty() && !m_writer.rename(temporary, target)) why = reason(errno == 0 ? EIO : errno);
+    if (!why.empty()) {
+        fs::remove(temporary, error);
+        return failure(target, why);
+    }
+    m_writer.syncFolder(target.has_parent_path() ? target.parent_path() : fs::path("."));
+    return {};
+}
+
+WriteResult OsFiles::write(const std::string& path, const Bytes& content) {
+    fs::path target = found(path);
+    if (auto refused = refusal(target); !refused) return refused;
+    // A link stays a link: what it points to is replaced.
+    std::error_code error;
+    if (fs::is_symlink(target, error)) {
+        fs::path real = fs::weakly_canonical(target, error);
+        if (!error) target = std::move(real);
+    }
+    return replace(target, content);
+}
+
+bool OsFiles::exists(const std::string& path) const {
+    return isThere(found(path));
+}
+
+bool OsFiles::folderExists(const std::string& path) const {
+    return isFolder(found(path));
+}
+
+WriteResult OsFiles::makeFolder(const std::string& path) {
+    const fs::path place = found(path);
+    if (isFolder(place)) return {};
+    if (isThere(place)) return failure(place, "There is a file of this name.");
+    std::error_code error;
+    fs::create_directories(place, error);
+    if (error) return failure(place, reason(error.value()));
+    return {};
+}
+
+WriteResult OsFiles::remove(const std::string& path) {
+    const fs::path place = found(path);
+    if (!isThere(place)) return {false, place.string() + "\nis not there."};
+    if (auto refused = refusal(place); !refused) {
+        refused.message.replace(refused.message.find("written"), 7, "deleted");
+        return refused;
+    }
+    std::error_code error;
+    if (!fs::remove(place, error) || error) {
+        return {false, place.string() + "\ncould not be deleted.\n" + reason(error.value())};
+    }
+    return {};
+}
+
+std::vector<std::string> OsFiles::list(const std::string& folder) const {
+    std::vector<std::string> names;
+    std::error_code error;
+    for (fs::directory_iterator it(found(folder), error), end; !error && it != end;
+         it.increment(error)) {
+        std::error_code unknown;
+        if (it->is_regular_file(unknown)) names.push_back(it->path().filename().string());
+    }
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+char OsFiles::separator() const {
+    return static_cast<char>(fs::path::preferred_separator);
+}
+
+} // namespace kvo::platform_os

@@ -1,0 +1,240 @@
+// Files on the real disk, and what they do when the disk fails at any step.
+#include "platform/os/os_clock.h"
+#include "platform/os/os_files.h"
+#include "temporary_folder.h"
+
+#include <gtest/gtest.h>
+
+#include <cerrno>
+#include <ctime>
+#include <fstream>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace kvo::platform_os {
+namespace {
+
+namespace fs = std::filesystem;
+using platform::Bytes;
+using testing::TemporaryFolder;
+
+// A disk on which one step fails, or that takes only part of what it is given.
+class FailingDisk : public DiskWriter {
+public:
+    enum class Step { none, create, write, sync, size, close, rename };
+    Step failing = Step::none;
+    int reason = ENOSPC;
+    std::size_t mostAtOnce = static_cast<std::size_t>(-1);
+    std::size_t room = static_cast<std::size_t>(-1);
+    bool silentlyFull = false; // says that all went, and keeps nothing
+
+    int create(const fs::path& path) override {
+        return fails(Step::create) ? -1 : DiskWriter::create(path);
+    }
+    std::int64_t write(int file, std::span<const std::uint8_t> bytes) override {
+        if (fails(Step::write)) return -1;
+        if (silentlyFull) return static_cast<std::int64_t>(bytes.size());
+        const std::size_t taken = std::min({bytes.size(), mostAtOnce, room});
+        room -= taken;
+        if (taken == 0) errno = ENOSPC;
+        return taken == 0 ? -1 : DiskWriter::write(file, bytes.first(taken));
+    }
+    bool sync(int file) override { return !fails(Step::sync) && DiskWriter::sync(file); }
+    std::int64_t size(int file) override { return fails(Step::size) ? -1 : DiskWriter::size(file); }
+    bool close(int file) override {
+        const bool closed = DiskWriter::close(file);
+        return !fails(Step::close) && closed;
+    }
+    bool rename(const fs::path& from, const fs::path& to) override {
+        return !fails(Step::rename) && DiskWriter::rename(from, to);
+    }
+
+private:
+    bool fails(Step step) {
+        if (failing != step) return false;
+        errno = reason;
+        return true;
+    }
+};
+
+const Bytes before{1, 2, 3};
+const Bytes after(5000, 9);
+
+TEST(OsFiles, KeepTheOldFileWhereAnyStepFails) {
+    using Step = FailingDisk::Step;
+    for (const Step step :
+        {Step::create, Step::write, Step::sync, Step::size, Step::close, Step::rename}) {
+        TemporaryFolder folder;
+        ASSERT_TRUE(OsFiles().write(folder / "run", before));
+        FailingDisk disk;
+        disk.failing = step;
+        OsFiles files(disk);
+        const auto result = files.write(folder / "run", after);
+        EXPECT_FALSE(result) << static_cast<int>(step);
+        EXPECT_NE(result.message.find("full"), std::string::npos) << result.message;
+        EXPECT_NE(result.message.find(folder / "run"), std::string::npos) << result.message;
+        EXPECT_EQ(files.read(folder / "run"), before);
+        EXPECT_EQ(files.list(folder.path().string()).size(), 1U) << "nothing is left beside it";
+    }
+}
+
+TEST(OsFiles, KeepTheOldFileOnADiskThatFillsUp) {
+    TemporaryFolder folder;
+    ASSERT_TRUE(OsFiles().write(folder / "run", before));
+    FailingDisk disk;
+    disk.room = 4999;
+    EXPECT_FALSE(OsFiles(disk).write(folder / "run", after));
+    disk.room = 0;
+    EXPECT_FALSE(OsFiles(disk).write(folder / "run", after));
+    EXPECT_EQ(OsFiles().read(folder / "run"), before);
+    disk.room = 5000;
+    EXPECT_TRUE(OsFiles(disk).write(folder / "run", after));
+    EXPECT_EQ(OsFiles().read(folder / "run"), after);
+}
+
+TEST(OsFiles, BelieveTheSizeAndNotTheWords) {
+    TemporaryFolder folder;
+    FailingDisk disk;
+    disk.silentlyFull = true;
+    EXPECT_FALSE(OsFiles(disk).write(folder / "run", after));
+    EXPECT_FALSE(OsFiles().exists(folder / "run"));
+}
+
+TEST(OsFiles, GoOnAfterAShortWrite) {
+    TemporaryFolder folder;
+    FailingDisk disk;
+    disk.mostAtOnce = 7;
+    EXPECT_TRUE(OsFiles(disk).write(folder / "run", after));
+    EXPECT_EQ(OsFiles().read(folder / "run"), after);
+}
+
+TEST(OsFiles, SayWhyInWordsForEachCause) {
+    TemporaryFolder folder;
+    FailingDisk disk;
+    disk.failing = FailingDisk::Step::create;
+    OsFiles files(disk);
+    disk.reason = EACCES;
+    EXPECT_NE(files.write(folder / "a", before).message.find("not permitted"), std::string::npos);
+    disk.reason = EROFS;
+    EXPECT_NE(files.write(folder / "a", before).message.find("only be read"), std::string::npos);
+    disk.reason = EIO;
+    EXPECT_NE(files.write(folder / "a", before).message.find("error"), std::string::npos);
+}
+
+TEST(OsFiles, NeverReplaceAReadOnlyFileEvenForAnAdministrator) {
+    TemporaryFolder folder;
+    OsFiles files;
+    ASSERT_TRUE(files.write(folder / "Kvo.Cfg", before));
+    fs::permissions(folder / "Kvo.Cfg", fs::perms::owner_read);
+    const auto result = files.write(folder / "Kvo.Cfg", after);
+    EXPECT_FALSE(result);
+    EXPECT_NE(result.message.find("read-only"), std::string::npos);
+    EXPECT_EQ(files.read(folder / "Kvo.Cfg"), before);
+    EXPECT_FALSE(files.remove(folder / "Kvo.Cfg"));
+    EXPECT_TRUE(files.exists(folder / "Kvo.Cfg"));
+}
+
+TEST(OsFiles, RefuseWhatIsNoPlainFile) {
+    TemporaryFolder folder;
+    OsFiles files;
+    ASSERT_TRUE(files.makeFolder(folder / "Data"));
+    EXPECT_FALSE(files.write(folder / "Data", before));
+    EXPECT_FALSE(files.remove(folder / "Data"));
+    EXPECT_FALSE(files.read(folder / "Data"));
+    ASSERT_EQ(mkfifo((folder / "pipe").c_str(), 0600), 0);
+    EXPECT_FALSE(files.read(folder / "pipe")) << "and does not wait for a writer";
+    EXPECT_FALSE(files.write(folder / "pipe", before));
+    EXPECT_TRUE(fs::is_fifo(folder / "pipe"));
+    ASSERT_TRUE(files.write(folder / "file", before));
+    EXPECT_FALSE(files.makeFolder(folder / "file"));
+    EXPECT_FALSE(files.write("/dev/full", before));
+    EXPECT_TRUE(fs::is_character_file("/dev/full"));
+}
+
+TEST(OsFiles, TellOfAFolderThatIsNotThere) {
+    TemporaryFolder folder;
+    const auto result = OsFiles().write(folder / "none/run", before);
+    EXPECT_FALSE(result);
+    EXPECT_NE(result.message.find("folder is not there"), std::string::npos) << result.message;
+}
+
+TEST(OsFiles, TellOfAFolderThatMayNotBeWritten) {
+    if (geteuid() == 0) GTEST_SKIP() << "an administrator may write everywhere";
+    TemporaryFolder folder;
+    OsFiles files;
+    ASSERT_TRUE(files.makeFolder(folder / "Data"));
+    fs::permissions(folder / "Data", fs::perms::owner_read | fs::perms::owner_exec);
+    const auto result = files.write(folder / "Data/run", before);
+    EXPECT_FALSE(result);
+    EXPECT_NE(result.message.find("not permitted"), std::string::npos) << result.message;
+}
+
+TEST(OsFiles, FindEachPartOfAPathWhateverItsCase) {
+    TemporaryFolder folder;
+    OsFiles files;
+    ASSERT_TRUE(files.makeFolder(folder / "DATA"));
+    ASSERT_TRUE(files.write(folder / "DATA/KVODATA.INI", before));
+    EXPECT_TRUE(files.folderExists(folder / "Data"));
+    EXPECT_EQ(files.read(folder / "Data/KvoData.Ini"), before);
+    ASSERT_TRUE(files.write(folder / "Data/KvoData.Ini", after));
+    EXPECT_EQ(files.list(folder / "data"), std::vector<std::string>{"KVODATA.INI"});
+    // A new file goes into the folder that is there.
+    ASSERT_TRUE(files.write(folder / "Data/new.txt", before));
+    EXPECT_TRUE(fs::exists(folder / "DATA/new.txt"));
+}
+
+TEST(OsFiles, TakeTheExactNameFirst) {
+    TemporaryFolder folder;
+    for (const char* name : {"kvo.cfg", "KVO.CFG", "Kvo.Cfg"}) {
+        std::ofstream(folder / name) << name;
+    }
+    const auto content = OsFiles().read(folder / "Kvo.Cfg");
+    ASSERT_TRUE(content);
+    EXPECT_EQ(std::string(content->begin(), content->end()), "Kvo.Cfg");
+}
+
+TEST(OsFiles, KeepALinkAndReplaceWhatItPointsTo) {
+    TemporaryFolder folder;
+    OsFiles files;
+    ASSERT_TRUE(files.makeFolder(folder / "real"));
+    ASSERT_TRUE(files.write(folder / "real/run", before));
+    fs::create_symlink(folder / "real/run", folder / "link");
+    ASSERT_TRUE(files.write(folder / "link", after));
+    EXPECT_TRUE(fs::is_symlink(folder / "link"));
+    EXPECT_EQ(files.read(folder / "real/run"), after);
+}
+
+TEST(OsFiles, KeepThePermissionsOfTheFile) {
+    TemporaryFolder folder;
+    OsFiles files;
+    ASSERT_TRUE(files.write(folder / "run", before));
+    fs::permissions(folder / "run", fs::perms::owner_read | fs::perms::owner_write);
+    ASSERT_TRUE(files.write(folder / "run", after));
+    EXPECT_EQ(
+        fs::status(folder / "run").permissions(), fs::perms::owner_read | fs::perms::owner_write);
+}
+
+TEST(OsFiles, DoNotTakeInAMonster) {
+    TemporaryFolder folder;
+    std::ofstream(folder / "huge") << 'x';
+    fs::resize_file(folder / "huge", std::uintmax_t{1} << 40U); // a hole, it takes no room
+    EXPECT_FALSE(OsFiles().read(folder / "huge"));
+}
+
+TEST(OsClock, TellsLocalTime) {
+    const std::time_t earlier = std::time(nullptr);
+    const platform::DateTime now = OsClock().now();
+    std::tm moment{};
+    moment.tm_year = now.year - 1900;
+    moment.tm_mon = now.month - 1;
+    moment.tm_mday = now.day;
+    moment.tm_hour = now.hour;
+    moment.tm_min = now.minute;
+    moment.tm_sec = now.second;
+    moment.tm_isdst = -1;
+    EXPECT_LE(std::abs(std::difftime(std::mktime(&moment), earlier)), 2);
+}
+
+} // namespace
+} // namespace kvo::platform_os
