@@ -1,0 +1,116 @@
+// The full picture of a run at 1920x1080, as the graph window makes it: values, the kept picture,
+// and the pixels in a reused image.
+#include "bench/parts.h"
+#include "bench/qcustomplot_peer.h"
+#include "bench/run.h"
+#include "bench/timing.h"
+#include "bench/trend_image.h"
+
+#include <QImage>
+#include <QPainter>
+
+#include <memory>
+#include <string>
+#include <utility>
+
+namespace kvo::bench {
+namespace {
+
+constexpr int rounds = 31;
+constexpr int runRows = 2520;
+constexpr int runType = 32; // the type with all channels
+
+// What no drawing can do without: the ground, then every pixel that the curves touch, stored in
+// their order.
+class TouchedPixels {
+public:
+    TouchedPixels(const Curves& curves, int rows) : m_image(1920, 1080, QImage::Format_RGB32) {
+        const platform::PixelScale scale({0, 1100, static_cast<float>(rows + 1), 0}, {1920, 1080, 1});
+        QImage probe(m_image.size(), QImage::Format_RGB32);
+        for (const auto& points : curves) {
+            probe.fill(0U);
+            platform::Raster raster(reinterpret_cast<std::uint32_t*>(probe.bits()), 1920,
+                {0, 0, 1920, 1080});
+            platform::Pen pen;
+            pen.rgb = 0xFFFFFFFF;
+            raster.polyline(points, scale, pen);
+            collect(probe);
+        }
+    }
+    void store() {
+        m_image.fill(0U);
+        auto* pixels = reinterpret_cast<std::uint32_t*>(m_image.bits());
+        std::uint32_t colour = 0xFF101010;
+        for (const auto& list : m_touched) {
+            colour += 0x070503;
+            for (const std::uint32_t place : list) pixels[place] = colour;
+        }
+        keep(*pixels);
+    }
+
+private:
+    void collect(const QImage& probe) {
+        const auto* pixels = reinterpret_cast<const std::uint32_t*>(probe.constBits());
+        auto& list = m_touched.emplace_back();
+        for (std::uint32_t place = 0; place < 1920U * 1080U; ++place)
+            if (pixels[place] == 0xFFFFFFFF) list.push_back(place);
+    }
+    QImage m_image;
+    std::vector<std::vector<std::uint32_t>> m_touched;
+};
+
+void measureRedraw(Table& table, bool overlay) {
+    auto state = std::make_unique<core::SharedState>();
+    fillRun(*state, runType, runRows, false);
+    if (overlay) addOverlay(*state);
+    TrendImage ours(*state, 1920, 1080);
+    const Curves curves = ours.curves();
+    TouchedPixels pixels(curves, runRows);
+    const std::string job = "redraw, " + std::to_string(curves.size()) + " curves";
+
+    std::vector<std::function<void()>> contenders{[&] { ours.redraw(); }, [&] { pixels.store(); }};
+    const auto plain = qcustomplotRedraw(curves, runRows, false);
+    const auto smooth = qcustomplotRedraw(curves, runRows, true);
+    if (plain) contenders.insert(contenders.end(), {plain, smooth});
+    const auto seconds = medianSeconds(contenders, rounds);
+    table.add(job, "storing the touched pixels", seconds[0], seconds[1], {});
+    if (!plain) {
+        table.skip(job, "QCustomPlot is not on this machine");
+        return;
+    }
+    table.add(job, "QCustomPlot, no antialiasing", seconds[0], seconds[2], 0.5);
+    table.add(job, "QCustomPlot as it comes", seconds[0], seconds[3], 0.4);
+}
+
+// One fillRect for each sample and each switch that is on.
+void fillBySample(QImage& image, const core::SharedState& state, const TrendImage& ours) {
+    QPainter painter(&image);
+    for (int i = 1; i <= state.SampleCount; ++i)
+        for (const auto& [bit, bar] : ours.runBars())
+            if ((state.Run.samples[i].Status & bit) != 0)
+                painter.fillRect(ours.barPixels(bar, i), QColor::fromRgb(platform::rgb32(bar.colour)));
+}
+
+void measureBars(Table& table) {
+    auto state = std::make_unique<core::SharedState>();
+    fillRun(*state, runType, runRows, true);
+    TrendImage ours(*state, 1920, 1080);
+    QImage image(1920, 1080, QImage::Format_RGB32);
+    ours.drawBars();
+    image.fill(0U);
+    fillBySample(image, *state, ours);
+    table.addDemand("switch bars", "the same picture as fillRect", ours.image() == image);
+    const auto seconds = medianSeconds(
+        {[&] { ours.drawBars(); }, [&] { fillBySample(image, *state, ours); }}, rounds);
+    table.add("switch bars", "one fillRect a sample", seconds[0], seconds[1], 0.15);
+}
+
+} // namespace
+
+void measureGraph(Table& table) {
+    measureRedraw(table, false);
+    measureRedraw(table, true);
+    measureBars(table);
+}
+
+} // namespace kvo::bench

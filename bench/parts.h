@@ -1,0 +1,16 @@
+#pragma once
+// The parts of the measuring. Each adds its rows to the table.
+#include "bench/table.h"
+
+namespace kvo::bench {
+
+// Reading and writing a run: one read and one write against one a record, and against bare bytes.
+void measureFiles(Table& table);
+// Adding a run to an index of 100,000.
+void measureIndex(Table& table);
+// The full picture against other plotting code and against the pixels alone; the switch bars.
+void measureGraph(Table& table);
+// Whole transfers over a pseudo-terminal that is as slow as the line: minutes.
+void measureDownload(Table& table);
+
+} // namespace kvo::bench
