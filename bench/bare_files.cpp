@@ -24,7 +24,7 @@ int openOrEnd(const std::string& path, int flags) {
 
 platform::Bytes readInSteps(const std::string& path, std::size_t step) {
     const int file = openOrEnd(path, O_RDONLY);
-    struct stat facts{};
+    struct stat facts {};
     demand(fstat(file, &facts) == 0, "fstat");
     platform::Bytes content(static_cast<std::size_t>(facts.st_size));
     for (std::size_t at = 0; at < content.size(); at += step) {

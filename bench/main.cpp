@@ -27,7 +27,8 @@ int main(int argc, char** argv) {
         return std::find(wanted.begin(), wanted.end(), name) != wanted.end();
     };
     for (const std::string& name : wanted)
-        if (std::none_of(parts.begin(), parts.end(), [&](auto& part) { return part.first == name; })) {
+        if (std::none_of(
+                parts.begin(), parts.end(), [&](auto& part) { return part.first == name; })) {
             std::fprintf(stderr, "kvo_bench: no part is called %s\n", name.c_str());
             return 2;
         }

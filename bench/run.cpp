@@ -24,9 +24,9 @@ core::RunSample sampleAt(int i, int rows, bool switches) {
     row.OutputRpm = whole<std::int16_t>(1 + 7000 * t + 60 * std::sin(i * 0.3));
     row.SpeedRaw = whole<std::int32_t>(200 * 190 * std::sqrt(t));
     if (switches)
-        row.Status = static_cast<std::uint8_t>(
-            (t < 0.1 ? 1 : 0) | (t > 0.1 && t < 0.9 ? 2 : 0) | (gear > 0.8 ? 4 : 0) |
-            (t > 0.05 && t < 0.12 ? 8 : 0));
+        row.Status =
+            static_cast<std::uint8_t>((t < 0.1 ? 1 : 0) | (t > 0.1 && t < 0.9 ? 2 : 0) |
+                                      (gear > 0.8 ? 4 : 0) | (t > 0.05 && t < 0.12 ? 8 : 0));
     for (int n = 1; n <= 8; ++n) {
         row.Analog[n] = whole<std::uint8_t>(128 + 100 * std::sin(t * 9 * n + n));
         row.Exhaust[n] = whole<std::uint8_t>(40 + 150 * t + 8 * std::sin(i * 0.05 * n));
@@ -61,6 +61,13 @@ void fillRun(core::SharedState& state, int dataType, int rows, bool switches) {
         graph::visibleFlag(state.Config, channel) = -1;
         graph::colourField(state.Config, channel) = 0x404040 + channel * 0x070503;
     }
+}
+
+void addOverlay(core::SharedState& state) {
+    state.Overlay = state.Run;
+    state.Overlay.tail.TimeOffset = 130;
+    state.OverlayDataType = state.DataType;
+    state.OverlayLoaded = -1;
 }
 
 ScratchFolder::ScratchFolder() {

@@ -24,7 +24,8 @@ int callsPerRound(const std::function<void()>& contender) {
 } // namespace
 
 double wallSeconds() {
-    return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
+    return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch())
+        .count();
 }
 
 double threadSeconds() {
