@@ -6,8 +6,8 @@
 
 namespace kvo::bench {
 
-// Seconds one call of each contender takes. A round calls a contender as often as fills about two
-// milliseconds.
+// Seconds one call of each contender takes. A round calls a contender as often as fills about
+// twenty milliseconds.
 std::vector<double> medianSeconds(const std::vector<std::function<void()>>& contenders, int rounds);
 
 // Seconds of processor time this thread has used.

@@ -1,33 +1,12 @@
 #include "bench/trend_image.h"
 
 #include "graph/scenery.h"
+#include "platform/qt/picture_image.h"
 
 #include <QColor>
-#include <QFont>
 #include <QPainter>
 
 namespace kvo::bench {
-namespace {
-
-class ImageText : public platform::TextPainter {
-public:
-    explicit ImageText(QImage& image) : m_painter(&image) { m_painter.setClipRect(image.rect()); }
-    void paintText(platform::PixelPoint leftTop, std::string_view text, float points,
-        platform::Colour colour) override {
-        QFont font = m_painter.font();
-        font.setPixelSize(platform::textFontPx(points));
-        m_painter.setFont(font);
-        m_painter.setPen(QColor::fromRgb(platform::rgb32(colour)));
-        m_painter.drawText(leftTop.x, leftTop.y + QFontMetrics(font).ascent(),
-            QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size())));
-    }
-
-private:
-    QPainter m_painter;
-};
-
-} // namespace
-
 void TrendImage::Surface::polyline(
     std::span<const platform::Point> points, platform::Colour colour) {
     if (keeps) curves.emplace_back(points.begin(), points.end());
@@ -63,12 +42,10 @@ void TrendImage::drawBars() {
 }
 
 void TrendImage::paint() {
-    auto* pixels = reinterpret_cast<std::uint32_t*>(m_image.bits());
     const platform::PixelRect area{0, 0, m_image.width(), m_image.height()};
-    platform::Raster raster(pixels, m_image.bytesPerLine() / 4, area);
-    ImageText text(m_image);
-    m_surface.kept().paint(
-        raster, text, {m_image.width(), m_image.height(), 1}, 0, m_surface.kept().size());
+    const platform::Picture& picture = m_surface.kept();
+    platform_qt::paintOperations({&m_image, area}, area, picture, 0, picture.size(),
+        {m_image.width(), m_image.height(), 1}, 1);
 }
 
 void TrendImage::fillBars(QImage& target) {

@@ -68,13 +68,23 @@ struct SurfaceSize {
 class PixelScale {
 public:
     PixelScale(const UserScale& scale, const SurfaceSize& size);
-    int x(float userX) const;
-    int y(float userY) const;
+    int x(float userX) const { return toPixel((userX - m_left) * m_pixelsPerX); }
+    int y(float userY) const { return toPixel((userY - m_top) * m_pixelsPerY); }
     PixelPoint point(Point p) const { return {x(p.x), y(p.y)}; }
     // The user position of a pixel; (0, 0) on a surface of one pixel.
     Point user(double pixelX, double pixelY) const;
 
 private:
+    // The nearest pixel; a place half way between two goes to the greater. Here, since a picture
+    // asks for it more often than for anything else.
+    static int toPixel(double place) {
+        if (place != place) return noPixel; // no number
+        constexpr double far = farPixel;
+        const double moved = (place < -far ? -far : place > far ? far : place) + 0.5;
+        const int cut = static_cast<int>(moved); // toward zero
+        return cut - (moved < cut ? 1 : 0);
+    }
+
     double m_left;
     double m_top;
     double m_pixelsPerX;
@@ -109,6 +119,7 @@ public:
     void polyline(std::span<const Point> points, const PixelScale& scale, Pen& pen);
 
 private:
+    void thinLine(PixelPoint a, PixelPoint b, std::uint32_t rgb);
     void stroke(PixelPoint a, PixelPoint b, const Pen& pen, std::uint32_t start);
     std::uint32_t* at(int x, int y) const {
         return m_scanLines + static_cast<std::ptrdiff_t>(y - m_area.top) * m_wordsPerLine +
