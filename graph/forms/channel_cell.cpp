@@ -1,0 +1,150 @@
+#include "graph/forms/channel_cell.h"
+
+#include "platform/qt/application.h"
+#include "platform/raster.h"
+
+#include <QFontMetrics>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QStyleOptionFocusRect>
+#include <QStylePainter>
+
+namespace kvo::forms {
+namespace {
+
+constexpr int squareSide = 11;
+constexpr int gap = 5;
+constexpr int cellPadding = 4; // above and below the letters together
+constexpr int margin = 2;
+
+QColor shownColour(platform::Colour colour) {
+    return QColor::fromRgb(platform::rgb32(colour));
+}
+
+QString objectNameOf(const graph::ControlName& control) {
+    const QString name =
+        QString::fromLatin1(control.name.data(), static_cast<qsizetype>(control.name.size()));
+    return control.index < 0 ? name : QStringLiteral("%1(%2)").arg(name).arg(control.index);
+}
+
+} // namespace
+
+// --- ChannelToggle
+
+ChannelToggle::ChannelToggle(QWidget* parent) : QCheckBox(parent) {}
+
+void ChannelToggle::setCaption(const QString& caption) {
+    m_caption = caption;
+    QString text = caption.trimmed();
+    setToolTip(text);
+    setText(text.replace(QLatin1Char('&'), QLatin1String("&&")));
+}
+
+void ChannelToggle::setColour(platform::Colour colour) {
+    m_colour = colour;
+    update();
+}
+
+QSize ChannelToggle::sizeHint() const {
+    // Room for the longest name of a channel that the program gives itself.
+    const int text = fontMetrics().horizontalAdvance(QStringLiteral("Tyre Growth"));
+    return {squareSide + 2 * gap + text + 4, fontMetrics().height() + cellPadding};
+}
+
+void ChannelToggle::paintEvent(QPaintEvent*) {
+    QStylePainter painter(this);
+    const int top = (height() - squareSide) / 2;
+    const QRect square(gap - 2, top, squareSide, squareSide);
+    const QColor line = palette().color(QPalette::WindowText);
+    painter.setPen(line);
+    if (isChecked()) {
+        painter.setBrush(shownColour(m_colour));
+        painter.drawRect(square.adjusted(0, 0, -1, -1));
+    } else {
+        QColor faint = line;
+        faint.setAlphaF(0.45F);
+        painter.setPen(faint);
+        painter.drawRect(square.adjusted(0, 0, -1, -1));
+    }
+    const int textLeft = square.right() + gap;
+    const QRect textRect(textLeft, 0, width() - textLeft, height());
+    const QString shortened = fontMetrics().elidedText(m_caption, Qt::ElideRight, textRect.width());
+    const auto group = isChecked() && isEnabled() ? QPalette::Active : QPalette::Disabled;
+    painter.setPen(palette().color(group, QPalette::WindowText));
+    painter.drawText(textRect, static_cast<int>(Qt::AlignVCenter | Qt::AlignLeft), shortened);
+    if (hasFocus()) {
+        QStyleOptionFocusRect focus;
+        focus.initFrom(this);
+        focus.rect = rect();
+        painter.drawPrimitive(QStyle::PE_FrameFocusRect, focus);
+    }
+}
+
+// --- ValueLabel
+
+ValueLabel::ValueLabel(QWidget* parent) : QLabel(parent) {
+    setTextFormat(Qt::PlainText);
+    setFont(platform_qt::tabularFont());
+    setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    setContentsMargins(1, 0, 3, 0);
+    setAutoFillBackground(true);
+}
+
+void ValueLabel::setColours(platform::Colour back, platform::Colour fore) {
+    if (back == platform::systemButtonFace) {
+        setPalette({});
+        setBackgroundRole(QPalette::Button);
+        return;
+    }
+    QPalette colours = palette();
+    colours.setColor(QPalette::Window, shownColour(back));
+    colours.setColor(QPalette::WindowText, shownColour(fore));
+    setPalette(colours);
+    setBackgroundRole(QPalette::Window);
+}
+
+void ValueLabel::mouseDoubleClickEvent(QMouseEvent* event) {
+    if (event->button() == Qt::LeftButton) emit doubleClicked();
+}
+
+// --- ChannelCell
+
+ChannelCell::ChannelCell(const graph::ChannelFacts& facts, const QString& caption, QWidget* parent)
+    : QWidget(parent), toggle(new ChannelToggle(this)), value(new ValueLabel(this)),
+      overlay(new ValueLabel(this)) {
+    toggle->setObjectName(objectNameOf(facts.toggle));
+    value->setObjectName(objectNameOf(facts.valueLabel));
+    overlay->setObjectName(objectNameOf(facts.overlayLabel));
+    toggle->setCaption(caption);
+    overlay->lower(); // the value label covers it
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+    setMaximumSize(minimumSizeHint().width() + 70, minimumSizeHint().height() + 6);
+}
+
+void ChannelCell::uncoverOverlay(bool on) {
+    if (on == m_uncovered) return;
+    m_uncovered = on;
+    place();
+}
+
+QSize ChannelCell::minimumSizeHint() const {
+    const QSize name = toggle->sizeHint();
+    const int number = value->fontMetrics().horizontalAdvance(QStringLiteral("-00.00 in")) + 8;
+    return {name.width() + number, name.height()};
+}
+
+void ChannelCell::resizeEvent(QResizeEvent*) {
+    place();
+}
+
+void ChannelCell::place() {
+    const int left = toggle->sizeHint().width();
+    const int room = width() - left;
+    const int line = height() - margin;
+    const int half = (room - margin) / 2;
+    toggle->setGeometry(0, 0, left, height());
+    value->setGeometry(left, margin / 2, m_uncovered ? half : room, line);
+    overlay->setGeometry(left + room - half, margin / 2, half, line);
+}
+
+} // namespace kvo::forms

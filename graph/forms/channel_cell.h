@@ -1,0 +1,77 @@
+#pragma once
+// A channel on the graph's panel: a toggle that shows the channel's colour and, beside it, the
+// value label with the overlay's label. All three are placed without a layout, so that a changed
+// value moves nothing and costs nothing.
+#include "graph/channels.h"
+#include "platform/colour.h"
+
+#include <QCheckBox>
+#include <QLabel>
+#include <QWidget>
+
+namespace kvo::forms {
+
+// Switches a channel on and off; a filled or empty square of the channel's colour stands in front
+// of its caption.
+class ChannelToggle : public QCheckBox {
+    Q_OBJECT
+
+public:
+    explicit ChannelToggle(QWidget* parent);
+    // The caption as it is: an & in it is a letter, blanks at its end belong to it.
+    void setCaption(const QString& caption);
+    const QString& caption() const { return m_caption; }
+    void setColour(platform::Colour colour);
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override { return sizeHint(); }
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    bool hitButton(const QPoint& place) const override { return rect().contains(place); }
+
+private:
+    QString m_caption;
+    platform::Colour m_colour = 0;
+};
+
+// A value on the graph's background in the channel's colour.
+class ValueLabel : public QLabel {
+    Q_OBJECT
+
+public:
+    explicit ValueLabel(QWidget* parent);
+    // With systemButtonFace as background the colours are the desktop's.
+    void setColours(platform::Colour back, platform::Colour fore);
+
+signals:
+    void doubleClicked();
+
+protected:
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+};
+
+class ChannelCell : public QWidget {
+    Q_OBJECT
+
+public:
+    ChannelCell(const graph::ChannelFacts& facts, const QString& caption, QWidget* parent);
+
+    ChannelToggle* const toggle;
+    ValueLabel* const value;
+    ValueLabel* const overlay;
+
+    // The overlay's label takes half of the value label's room.
+    void uncoverOverlay(bool on);
+    QSize sizeHint() const override { return minimumSizeHint(); }
+    QSize minimumSizeHint() const override;
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    void place();
+
+    bool m_uncovered = false;
+};
+
+} // namespace kvo::forms

@@ -1,0 +1,323 @@
+#include "graph/forms/data_graph.h"
+
+#include "core/basic/numbers.h"
+#include "core/config.h"
+#include "graph/cursor.h"
+#include "platform/qt/form_kit.h"
+#include "platform/qt/text.h"
+#include "platform/services.h"
+
+#include <QAction>
+#include <QCloseEvent>
+#include <QProgressBar>
+
+namespace kvo::forms {
+
+using namespace platform_qt;
+
+namespace {
+
+constexpr const char* captionWithoutRun = "Data Graph";
+constexpr std::int16_t flagOn = -1;
+constexpr int mostProgress = 1000000000;
+constexpr int widestWithToolTip = 15400; // twips; on a narrower window the read-out is a tool tip
+
+std::string baseName(const std::string& path) {
+    const std::size_t separator = path.find_last_of("/\\");
+    return separator == std::string::npos ? path : path.substr(separator + 1);
+}
+
+} // namespace
+
+DataGraph::DataGraph() : m_drawing(core::state(), m_view, *this) {
+    setObjectName(QStringLiteral("DataGraph"));
+    makeControls();
+    setCaption(captionWithoutRun);
+    Form_Load();
+}
+
+void DataGraph::setCaption(const std::string& caption) {
+    m_caption = caption;
+    setWindowTitle(shown(caption));
+}
+
+std::string DataGraph::caption() const {
+    return m_caption;
+}
+
+bool DataGraph::hasRun() const {
+    return m_caption != captionWithoutRun;
+}
+
+void DataGraph::Form_Load() {
+    core::SharedState& state = core::state();
+    state.ImportMode = 0; // is GraphDirty here
+    m_view.LoadingBar = 0;
+    Resolution_Change(state.Config.G_Res);
+    Change_Colour();
+    ChanaleEnable();
+    const bool fahrenheit = state.Config.Exhaust != 0;
+    if (!fahrenheit) Label15->setText(QStringLiteral("Exhaust Temps Deg C"));
+    ShowChannelsForType(state.Config.LoggerDataType);
+    const bool runInMemory = state.IndexNoSort == flagOn;
+    if (runInMemory) {
+        openFreshRun();
+    } else {
+        ArrangeGraph();
+    }
+}
+
+// The run that was just downloaded: it is read back from its file, so that what is looked at is
+// what was stored.
+void DataGraph::openFreshRun() {
+    core::SharedState& state = core::state();
+    const platform::Services& services = platform::services();
+    state.LoadStatus = 0;
+    core::LoadRun(state, baseName(state.DataFilePath), *services.files, *services.dialogs, *this);
+    if (state.LoadStatus == flagOn) {
+        setCaption(captionWithoutRun);
+        state.SampleCount = 0;
+        ArrangeGraph();
+        return;
+    }
+    const auto facts = graph::graphTypeFacts(state.DataType);
+    if (facts && facts->rightEdgeFreshFile) {
+        const int rightEdge = *facts->rightEdgeFreshFile;
+        state.SampleCount = static_cast<std::uint16_t>(rightEdge - 1);
+        setScaleRight(rightEdge);
+    }
+    if (facts && facts->startCursor) {
+        m_view.CursorSample = static_cast<std::int16_t>(*facts->startCursor);
+    }
+    enableRunCommands();
+    const std::string description = core::rightTrimmed(state.RunIndexBuffer[1].Description);
+    if (!description.empty()) setCaption(description);
+    ArrangeGraph();
+    ShowChannelsForType(state.DataType);
+    DrawTrend();
+    TimeLine();
+}
+
+// The line comes back after another window has covered it.
+void DataGraph::Form_Activate() {
+    if (hasRun()) TimeLine();
+}
+
+void DataGraph::Form_Unload() {
+    core::SharedState& state = core::state();
+    const platform::Services& services = platform::services();
+    if (state.ImportMode != 0) {
+        const auto saved = core::SaveConfig(state.AppFolder, state.Config, *services.files);
+        if (!saved) {
+            services.dialogs->messageBox(saved.message, platform::boxStyle::critical, "Kvo");
+        }
+    }
+    state.SampleCount = 0;
+    unload<DataGraph>();
+}
+
+void DataGraph::closeEvent(QCloseEvent* event) {
+    event->accept();
+    if (isLoaded<DataGraph>() && &form<DataGraph>() == this) Form_Unload();
+}
+
+bool DataGraph::event(QEvent* event) {
+    const bool done = QMainWindow::event(event);
+    if (event->type() == QEvent::WindowActivate) Form_Activate();
+    return done;
+}
+
+// --- The picture
+
+void DataGraph::DrawTrend() {
+    if (m_drawing.DrawTrend()) return;
+    platform::services().dialogs->messageBox(
+        "There isn't enough video memory to display at this resolution.",
+        platform::boxStyle::critical, "Memory Error");
+    if (key("CancelZoom")->isEnabled()) {
+        ZoomOut_Click();
+    } else {
+        Graph_scale(graph::scaleFull);
+        DrawTrend();
+    }
+}
+
+void DataGraph::redrawAll() {
+    DrawTrend();
+    if (core::state().OverlayLoaded != 0) m_drawing.OverLayDraw();
+    TimeLine();
+}
+
+void DataGraph::applyTrendScale() {
+    const auto facts = graph::graphTypeFacts(core::state().DataType);
+    if (facts && facts->rightEdge) setScaleRight(*facts->rightEdge);
+}
+
+void DataGraph::TimeLine() {
+    const core::SharedState& state = core::state();
+    const bool overlay = state.OverlayLoaded != 0;
+    for (ChannelCell* one : m_cells) one->uncoverOverlay(overlay);
+    Frame_Times->setVisible(!overlay);
+    if (graph::onRun(state, m_view.CursorSample)) {
+        showTimeLine();
+    } else if (state.SampleCount > 0) {
+        platform::services().dialogs->beep();
+    }
+    Trend->setFocus();
+}
+
+void DataGraph::showTimeLine() {
+    core::SharedState& state = core::state();
+    const int sample = m_view.CursorSample;
+    const auto x = static_cast<float>(sample);
+    // Required: it is the number 12 that is looked for, not the colour of that number.
+    const int colour = state.Config.GraphBackColour == 12 ? 4 : 12;
+    platform::Surface& surface = Trend->surface();
+    surface.setAutoRedraw(false);
+    surface.refresh();
+    surface.setDrawStyle(4);
+    surface.line(x, graph::trendTop, x, 0, platform::paletteColour(colour));
+    surface.setDrawStyle(0);
+    const graph::TimeLineTexts texts = graph::timeLineTexts(state, m_view, sample);
+    LoggerTime->setText(shown(texts.loggerTime));
+    for (const graph::LabelText& label : texts.labels) {
+        cell(label.channel).value->setText(shown(label.text));
+    }
+}
+
+// --- Mouse and keys on the surface
+
+void DataGraph::placeCursor(double sample) {
+    core::keepOnFailure(m_view.CursorSample, core::CInt(sample));
+    TimeLine();
+}
+
+void DataGraph::Trend_KeyDown(int key, Qt::KeyboardModifiers modifiers) {
+    if (!hasRun()) return;
+    const int step = graph::cursorStep(key == Qt::Key_Right, modifiers.testFlag(Qt::ShiftModifier),
+        modifiers.testFlag(Qt::ControlModifier), modifiers.testFlag(Qt::AltModifier));
+    // The line that was drawn last ends at the cursor.
+    placeCursor(static_cast<double>(Trend->surface().currentX()) + step);
+}
+
+void DataGraph::Trend_MouseDown(Qt::MouseButton button, float x, float) {
+    if (hasRun() && button == Qt::LeftButton) placeCursor(x);
+}
+
+void DataGraph::Trend_MouseMove(Qt::MouseButtons buttons, float x, float y) {
+    if (!hasRun() || buttons.testFlag(Qt::RightButton)) return;
+    const graph::PointerLabels labels{
+        [this](int channel) { return cell(channel).value->isEnabled(); },
+        [this](int n) { return typed(cell(graph::analogChannel(n)).toggle->caption()); }};
+    const auto text = graph::textUnderPointer(core::state(), m_view, x, y, labels);
+    if (!text || shown(*text) == Label_DataChanel->text()) return;
+    Label_DataChanel->setText(shown(*text));
+    Label_DataChanel_Change();
+}
+
+void DataGraph::Label_DataChanel_Change() {
+    const bool narrow = toTwips(width()) < widestWithToolTip;
+    Label_DataChanel->setVisible(!narrow);
+    if (narrow) Trend->setToolTip(Label_DataChanel->text());
+}
+
+// --- What the drawing asks for
+
+void DataGraph::setTrendHourglass(bool on) {
+    if (on) {
+        Trend->setCursor(Qt::WaitCursor);
+    } else {
+        Trend->unsetCursor();
+    }
+}
+
+void DataGraph::showLoading(const std::string& text, const std::string& file) {
+    LoadingText->setText(shown(text));
+    LoadingFile->setText(shown(file));
+    LoadingFrame->setVisible(true);
+    LoadingFrame->repaint();
+}
+
+void DataGraph::hideLoading() {
+    LoadingFrame->setVisible(false);
+}
+
+void DataGraph::setProgressMax(double max) {
+    ProgressBar1->setValue(0);
+    ProgressBar1->setMaximum(static_cast<int>(qBound(1.0, max, double{mostProgress})));
+}
+
+void DataGraph::setProgressValue(double value) {
+    ProgressBar1->setValue(static_cast<int>(qBound(0.0, value, double(ProgressBar1->maximum()))));
+}
+
+void DataGraph::showLabels(const graph::LabelVisibility& labels) {
+    const auto apply = [](QWidget* widget, graph::Show show) {
+        if (show != graph::Show::leave) widget->setVisible(show == graph::Show::show);
+    };
+    const auto applyValues = [&](int channel, graph::Show show) {
+        apply(cell(channel).value, show);
+        apply(cell(channel).overlay, show);
+    };
+    apply(cell(graph::clutchChannel).toggle, labels.clutch);
+    applyValues(graph::clutchChannel, labels.clutch);
+    for (int n = 1; n <= 8; ++n) {
+        apply(cell(graph::analogChannel(n)).toggle, labels.analogToggle[n]);
+        applyValues(graph::analogChannel(n), labels.analogValue[n]);
+        apply(cell(graph::exhaustChannel(n)).toggle, labels.exhaustToggle);
+        applyValues(graph::exhaustChannel(n), labels.exhaustValue);
+    }
+    apply(Label15, labels.exhaustHeading);
+    hideEmptyGroups();
+}
+
+bool DataGraph::clutchLabelVisible() const {
+    return !cell(graph::clutchChannel).value->isHidden();
+}
+
+void DataGraph::setOverlayLabelColour(int channel, std::int32_t colour) {
+    cell(channel).overlay->setColours(
+        static_cast<platform::Colour>(core::state().Config.GraphBackColour),
+        static_cast<platform::Colour>(colour));
+}
+
+// --- What a load asks for
+
+void DataGraph::appendOverlayCaption(const std::string& caption) {
+    setCaption(m_caption + caption);
+}
+
+void DataGraph::setScaleRight(int right) {
+    Trend->surface().setScale(0, graph::trendTop, static_cast<float>(right), 0);
+}
+
+void DataGraph::setAnalogCaption(int channel, const std::string& caption) {
+    cell(graph::analogChannel(channel)).toggle->setCaption(shown(caption));
+}
+
+void DataGraph::showProgress(bool on) {
+    if (on) {
+        showLoading("Loading:", baseName(core::state().DataFilePath));
+    } else {
+        hideLoading();
+    }
+}
+
+// The boxes stay empty: this version keeps no times of a run.
+void DataGraph::loadRunTimes() {}
+
+// --- Pictures
+
+bool DataGraph::saveWindowPicture(const QString& path) {
+    return saveScreenshot(*this, path);
+}
+
+bool DataGraph::saveGraphPicture(const QString& path, const QSize& sizePx) {
+    return Trend->picture(sizePx).save(path, "PNG");
+}
+
+void EnableGraphMenus(bool on) {
+    if (isLoaded<DataGraph>()) form<DataGraph>().enableMenus(on);
+}
+
+} // namespace kvo::forms

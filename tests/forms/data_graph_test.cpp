@@ -1,0 +1,447 @@
+// The graph window through its real widgets: a fresh run of each data type, the channels, the
+// cursor, colours, sizes, zoom, and what a close leaves.
+#include "core/config.h"
+#include "core/run_file.h"
+#include "graph/forms/data_graph.h"
+#include "platform/qt/form_kit.h"
+#include "platform/services.h"
+#include "tests/forms/support/form_test_main.h"
+#include "tests/forms/support/model_run.h"
+#include "tests/forms/support/user_click.h"
+#include "tests/support/scripted_dialogs.h"
+
+#include <QAction>
+#include <QDir>
+#include <QMenu>
+#include <QMenuBar>
+#include <QScrollBar>
+#include <QToolButton>
+
+#include <memory>
+
+using namespace kvo;
+using namespace kvo::forms;
+using namespace kvo::platform_qt;
+using platform::boxStyle::critical;
+
+class DataGraphTest : public QObject {
+    Q_OBJECT
+
+    std::unique_ptr<testing::MemoryFiles> m_files;
+    std::unique_ptr<testing::ScriptedDialogs> m_dialogs;
+
+    core::SharedState& state() { return core::state(); }
+
+    DataGraph& open(int dataType, QSize size = {1366, 768}) {
+        testing::storeModelRun(state(), *m_files, dataType);
+        return openAsItIs(size);
+    }
+    DataGraph& openAsItIs(QSize size = {1366, 768}) {
+        DataGraph& graph = form<DataGraph>();
+        graph.setWindowState(Qt::WindowNoState);
+        graph.resize(size);
+        graph.show();
+        if (!QTest::qWaitForWindowActive(&graph)) qFatal("the window does not come");
+        QCoreApplication::processEvents();
+        return graph;
+    }
+    template <class W> W& part(const char* name) { return control<W>(form<DataGraph>(), name); }
+    QString text(const char* label) { return part<QLabel>(label).text(); }
+    Trend& trend() { return part<Trend>("Trend"); }
+    QAction& command(const char* name) { return part<QAction>(name); }
+    bool menuEnabled(const char* name) { return part<QMenu>(name).menuAction()->isEnabled(); }
+    const platform::Picture& kept() { return trend().surface().kept(); }
+    // The place of a sample and a height on Trend.
+    QPoint place(float x, float y) {
+        const platform::PixelScale scale(trend().surface().scale(), trend().deviceSize());
+        return {scale.x(x), scale.y(y)};
+    }
+    void pressToggle(const char* name) {
+        const QString problem = testing::userClick(&part<QWidget>(name));
+        QVERIFY2(problem.isEmpty(), qPrintable(problem));
+    }
+
+private slots:
+    void init() {
+        state() = {};
+        m_files = std::make_unique<testing::MemoryFiles>();
+        m_dialogs = std::make_unique<testing::ScriptedDialogs>();
+        platform::services().files = m_files.get();
+        platform::services().dialogs = m_dialogs.get();
+    }
+
+    void cleanup() {
+        if (isLoaded<DataGraph>()) unload<DataGraph>();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QCOMPARE(QString::fromStdString(m_dialogs->problems()), QString());
+        QCOMPARE(testing::modalComplaints(), QString());
+    }
+
+    void freshRunOfEachTypeStandsAsAPicture_data() {
+        QTest::addColumn<int>("type");
+        QTest::addColumn<int>("rightEdge");
+        QTest::addColumn<int>("cursor");
+        QTest::addColumn<int>("analogs");
+        QTest::addColumn<bool>("exhausts");
+        QTest::newRow("8") << 8 << 2442 << 160 << 4 << false;
+        QTest::newRow("12") << 12 << 2442 << 160 << 4 << false;
+        QTest::newRow("17") << 17 << 1725 << 160 << 8 << false;
+        QTest::newRow("20") << 20 << 2049 << 160 << 6 << true;
+        QTest::newRow("25") << 25 << 1214 << 80 << 8 << true;
+        QTest::newRow("32") << 32 << 1361 << 160 << 8 << true;
+        QTest::newRow("43") << 43 << 1361 << 160 << 8 << true;
+    }
+
+    void freshRunOfEachTypeStandsAsAPicture() {
+        QFETCH(int, type);
+        QFETCH(int, rightEdge);
+        QFETCH(int, cursor);
+        QFETCH(int, analogs);
+        QFETCH(bool, exhausts);
+        DataGraph& graph = open(type);
+        QCOMPARE(int(state().SampleCount), rightEdge - 1);
+        QCOMPARE(trend().surface().scaleWidth(), static_cast<float>(rightEdge));
+        QCOMPARE(int(graph.view().CursorSample), cursor);
+        QVERIFY(graph.hasRun());
+        QVERIFY(graph.windowTitle().contains(QLatin1String("Second round")));
+        QVERIFY(menuEnabled("Mnu_Scale"));
+        QVERIFY(kept().size() > 40);
+        QCOMPARE(trend().surface().upper().size(), 1U); // the time line
+        QCOMPARE(part<ChannelToggle>("Text_Analog(1)").caption().trimmed(), QStringLiteral("Oil"));
+        for (int n = 1; n <= 8; ++n) {
+            const QByteArray toggle = "Text_Analog(" + QByteArray::number(n) + ")";
+            QCOMPARE(part<QWidget>(toggle).isVisible(), n <= analogs);
+            const QByteArray value = "Analog(" + QByteArray::number(n) + ")";
+            QCOMPARE(!part<QLabel>(value).text().isEmpty(), n <= analogs);
+            const QByteArray exhaust = "Label9(" + QByteArray::number(n) + ")";
+            QCOMPARE(part<QWidget>(exhaust).isVisible(), exhausts);
+        }
+        QCOMPARE(part<QWidget>("Label15").isVisible(), exhausts);
+        QCOMPARE(text("LoggerTime"), QStringLiteral("Time: 0.00 sec"));
+        const core::RunSample& row = state().Run.samples[cursor];
+        QCOMPARE(text("Rpm"), QString::number(row.EngineRpm));
+        QCOMPARE(text("InputRpm"), QString::number(row.InputRpm));
+        QCOMPARE(text("OutPutRpm"), QString::number(row.OutputRpm));
+    }
+
+    void carHasNoClutch() {
+        testing::storeModelRun(state(), *m_files, 25);
+        state().Config.Vehicle_Type = 1;
+        openAsItIs();
+        for (const char* name : {"Label10(1)", "Clutch", "OverlayClutch"})
+            QVERIFY(!part<QWidget>(name).isVisible());
+        unload<DataGraph>();
+        testing::storeModelRun(state(), *m_files, 25);
+        state().Config.Vehicle_Type = 2;
+        openAsItIs();
+        QVERIFY(part<QWidget>("Label10(1)").isVisible());
+    }
+
+    void windowWithoutARun() {
+        state().Config = testing::graphConfig(32);
+        DataGraph& graph = openAsItIs();
+        QCOMPARE(graph.caption(), std::string("Data Graph"));
+        QVERIFY(!graph.hasRun());
+        QVERIFY(!menuEnabled("Mnu_Scale"));
+        QVERIFY(!part<QToolButton>("ZoomIn").isEnabled());
+        QVERIFY(kept().empty());
+        QTest::keyClick(&trend(), Qt::Key_Right);
+        QTest::mouseClick(&trend(), Qt::LeftButton, {}, {300, 200});
+        QTest::mouseMove(&trend(), {310, 220});
+        QCOMPARE(int(graph.view().CursorSample), 0);
+        QCOMPARE(m_dialogs->beeps(), 0);
+        QVERIFY(kept().empty());
+    }
+
+    void missingFileLeavesAWindowWithoutARun() {
+        state().Config = testing::graphConfig(32);
+        state().DataFilePath = "/kvo/Data/24060512.31d";
+        state().IndexNoSort = -1;
+        m_dialogs->expectBox("File no Found                  \n/kvo/Data/24060512.31d", 416, "Kvo");
+        DataGraph& graph = openAsItIs();
+        QVERIFY(!graph.hasRun());
+        QCOMPARE(int(state().SampleCount), 0);
+    }
+
+    void toggleSwitchesAChannel() {
+        DataGraph& graph = open(32);
+        const std::size_t all = kept().size();
+        pressToggle("Label10(0)");
+        QCOMPARE(int(state().Config.EngineVisible), 0);
+        QCOMPARE(kept().size(), all - 1);
+        QVERIFY(!part<QLabel>("Rpm").isEnabled());
+        QVERIFY(!part<ChannelToggle>("Label10(0)").isChecked());
+        QCOMPARE(int(state().ImportMode), -1);
+        const std::uint32_t generation = kept().generation();
+        pressToggle("Label10(0)");
+        QCOMPARE(int(state().Config.EngineVisible), -1);
+        QCOMPARE(kept().size(), all);
+        QCOMPARE(kept().generation(), generation); // drawn on top, not anew
+        QVERIFY(part<QLabel>("Rpm").isEnabled());
+        QCOMPARE(trend().surface().upper().size(), 1U);
+        QVERIFY(graph.focusWidget() == &trend());
+    }
+
+    void everyChannelHasAToggleThatWorks() {
+        open(43);
+        for (int channel = 0; channel < graph::channelCount; ++channel) {
+            const bool car = state().Config.Vehicle_Type == 1;
+            if (car && channel == graph::clutchChannel) continue;
+            const graph::ControlName& name = graph::channelFacts(channel).toggle;
+            QByteArray object(name.name.data(), static_cast<qsizetype>(name.name.size()));
+            if (name.index >= 0) object += "(" + QByteArray::number(name.index) + ")";
+            pressToggle(object);
+            QVERIFY2(!graph::channelOn(state().Config, channel), object);
+        }
+        // What is left are the grid and the bars.
+        QVERIFY(kept().size() < 60);
+    }
+
+    void arrowKeysMoveTheTimeLine() {
+        DataGraph& graph = open(32);
+        const auto cursorAfter = [&](int key, Qt::KeyboardModifiers modifiers) {
+            QTest::keyClick(&trend(), Qt::Key(key), modifiers);
+            return int(graph.view().CursorSample);
+        };
+        QCOMPARE(cursorAfter(Qt::Key_Right, Qt::NoModifier), 161);
+        QCOMPARE(cursorAfter(Qt::Key_Right, Qt::ShiftModifier), 261);
+        QCOMPARE(cursorAfter(Qt::Key_Right, Qt::ControlModifier), 311);
+        QCOMPARE(cursorAfter(Qt::Key_Right, Qt::AltModifier), 321);
+        QCOMPARE(cursorAfter(Qt::Key_Right, Qt::ShiftModifier | Qt::ControlModifier), 322);
+        QCOMPARE(cursorAfter(Qt::Key_Left, Qt::NoModifier), 321);
+        QCOMPARE(cursorAfter(Qt::Key_Left, Qt::AltModifier), 311);
+        QCOMPARE(text("LoggerTime"), QStringLiteral("Time: 1.51 sec"));
+        QCOMPARE(text("Rpm"), QString::number(state().Run.samples[311].EngineRpm));
+        QCOMPARE(m_dialogs->beeps(), 0);
+    }
+
+    void cursorPastTheEndBeepsAndKeepsWhatStands() {
+        DataGraph& graph = open(32);
+        QTest::mouseClick(&trend(), Qt::LeftButton, {}, place(1360, 500));
+        QCOMPARE(int(graph.view().CursorSample), 1360);
+        const QString shown = text("Rpm");
+        QTest::keyClick(&trend(), Qt::Key_Right);
+        QCOMPARE(m_dialogs->beeps(), 1);
+        QCOMPARE(text("Rpm"), shown);
+        QCOMPARE(trend().surface().currentX(), 1360.0F);
+        QTest::keyClick(&trend(), Qt::Key_Left);
+        QCOMPARE(int(graph.view().CursorSample), 1359);
+    }
+
+    void pointerNamesTheCurve() {
+        open(32);
+        for (const int sample : {500, 700}) {
+            const core::RunSample& row = state().Run.samples[sample];
+            const float height = static_cast<float>(row.EngineRpm) / 10;
+            QTest::mouseMove(&trend(), place(static_cast<float>(sample), 1020));
+            QTest::mouseMove(&trend(), place(static_cast<float>(sample), height));
+            // At this width a pixel is more than a sample, so a neighbour's value is as good.
+            const QString read = text("Label_DataChanel");
+            QVERIFY2(read.startsWith(QLatin1String(" Engine Rpm = ")), qPrintable(read));
+            const int value = read.mid(14).toInt();
+            QVERIFY(qAbs(value - row.EngineRpm) < 60);
+        }
+        QVERIFY(part<QLabel>("Label_DataChanel").isVisible());
+    }
+
+    void onANarrowWindowTheReadOutIsAToolTip() {
+        DataGraph& graph = open(32, {1000, 700});
+        if (graph.width() >= 1026) {
+            graph.setMinimumWidth(0);
+            graph.resize(1000, 700);
+            QCoreApplication::processEvents();
+        }
+        const float height = static_cast<float>(state().Run.samples[250].EngineRpm) / 10;
+        QTest::mouseMove(&trend(), place(250, 1020));
+        QTest::mouseMove(&trend(), place(250, height));
+        QVERIFY(!part<QLabel>("Label_DataChanel").isVisible());
+        QVERIFY2(trend().toolTip().startsWith(QLatin1String(" Engine Rpm = ")),
+            qPrintable(trend().toolTip()));
+    }
+
+    void resolutionThinsTheCurves() {
+        DataGraph& graph = open(32);
+        const std::size_t fine = kept().memory();
+        command("Resolution(8)").trigger();
+        QCOMPARE(int(state().Config.G_Res), 8);
+        QCOMPARE(
+            part<QMenu>("Mnu_Resolution").title(), QStringLiteral("&Graph Resolution (Low)  "));
+        QVERIFY(command("Resolution(8)").isChecked());
+        QVERIFY(!command("Resolution(1)").isChecked());
+        QVERIFY(kept().memory() <= fine);
+        QCOMPARE(int(state().ImportMode), -1);
+        QCOMPARE(trend().surface().upper().size(), 1U);
+        Q_UNUSED(graph);
+    }
+
+    void channelTakesAColourByDoubleClick() {
+        open(32);
+        m_dialogs->expectColour(0x00FF00U);
+        QTest::mouseDClick(&part<QWidget>("Rpm"), Qt::LeftButton);
+        QCOMPARE(state().Config.EngineColour, 0x00FF00);
+        QCOMPARE(part<QLabel>("Rpm").palette().color(QPalette::WindowText), QColor(0, 255, 0));
+        m_dialogs->expectColour(std::nullopt);
+        QTest::mouseDClick(&part<QWidget>("Rpm"), Qt::LeftButton);
+        QCOMPARE(state().Config.EngineColour, 0x00FF00);
+        m_dialogs->expectColour(0U);
+        m_dialogs->expectBox(
+            "You can't have the same colour as the graph background.", critical, "Error");
+        QTest::mouseDClick(&part<QWidget>("Rpm"), Qt::LeftButton);
+        QCOMPARE(state().Config.EngineColour, 0x00FF00);
+    }
+
+    void backgroundTurnsAnEqualChannelAround() {
+        open(32);
+        const std::int32_t engine = state().Config.EngineColour;
+        m_dialogs->expectColour(static_cast<platform::Colour>(engine));
+        command("Graph_Colour_Invert").trigger();
+        QCOMPARE(state().Config.GraphBackColour, engine);
+        QCOMPARE(state().Config.EngineColour, 0xFFFFFF);
+        QCOMPARE(part<QLabel>("Rpm").palette().color(QPalette::WindowText), QColor(Qt::white));
+        m_dialogs->expectColour(0xFFFFFFU);
+        command("Graph_Colour_Invert").trigger();
+        QCOMPARE(state().Config.EngineColour, 0);
+        QCOMPARE(trend().surface().backColor(), 0xFFFFFFU);
+    }
+
+    void trendFillsItsFrameAtFullScale() {
+        for (const QSize size : {QSize(1366, 768), QSize(1920, 1080)}) {
+            DataGraph& graph = open(32, size);
+            const QWidget& frame = part<QWidget>("Frame1");
+            QCOMPARE(frame.width(), size.width());
+            QCOMPARE(trend().width(), size.width() - 2);
+            QCOMPARE(trend().height(), frame.height());
+            QCOMPARE(trend().pos(), QPoint(0, 0));
+            // The window's height less 3200 twips.
+            QVERIFY(qAbs(trend().height() - (graph.height() - 213)) <= 1);
+            QVERIFY(!part<QScrollBar>("HScroll").isVisible());
+            unload<DataGraph>();
+        }
+    }
+
+    void halfScreenDoublesTheSurface() {
+        open(32);
+        const QSize full = trend().size();
+        command("Mnu_ScaleItem(1)").trigger();
+        QCOMPARE(part<QMenu>("Mnu_Scale").title(), QStringLiteral("&Graph Scale(1/2)  "));
+        QCOMPARE(trend().width(), 2 * 1366);
+        QVERIFY(trend().height() > 2 * full.height());
+        QVERIFY(part<QScrollBar>("HScroll").isVisible());
+        QVERIFY(command("Mnu_ScaleItem(1)").isChecked());
+        QScrollBar& along = part<QScrollBar>("HScroll");
+        QVERIFY(along.maximum() > 0);
+        along.setValue(along.maximum());
+        const QWidget& frame = part<QWidget>("Frame1");
+        QVERIFY(qAbs(trend().x() + trend().width() - frame.width()) <= 1);
+        QScrollBar& down = part<QScrollBar>("VScroll");
+        down.setValue(down.maximum());
+        QVERIFY(qAbs(trend().y() + trend().height() - frame.height()) <= 1);
+        command("Mnu_ScaleItem(0)").trigger();
+        QCOMPARE(trend().pos(), QPoint(0, 0));
+        QVERIFY(!along.isVisible());
+        QCOMPARE(int(state().Config.ScaleCustom), 0);
+    }
+
+    void zoomGrowsTheSurfaceAndCancelGivesItBack() {
+        DataGraph& graph = open(32);
+        const int width = trend().width();
+        QVERIFY(!part<QToolButton>("CancelZoom").isEnabled());
+        QTest::mouseClick(&trend(), Qt::LeftButton, {}, place(1300, 500));
+        QVERIFY(testing::userClick(&part<QWidget>("ZoomIn")).isEmpty());
+        QVERIFY(qAbs(trend().width() - qRound(width * 1.2)) <= 2);
+        QCOMPARE(int(state().Config.ScaleCustom), 4);
+        QVERIFY(!menuEnabled("Mnu_Scale"));
+        QVERIFY(part<QToolButton>("CancelZoom").isEnabled());
+        for (int i = 0; i < 8; ++i) graph.ZoomIn_Click();
+        // The cursor is in view.
+        const int at = trend().x() + place(graph.view().CursorSample, 0).x();
+        QVERIFY2(at >= 0 && at <= part<QWidget>("Frame1").width(), qPrintable(QString::number(at)));
+        QVERIFY(testing::userClick(&part<QWidget>("ZoomOut")).isEmpty());
+        QVERIFY(testing::userClick(&part<QWidget>("CancelZoom")).isEmpty());
+        QVERIFY(qAbs(trend().width() - width) <= 2);
+        QVERIFY(menuEnabled("Mnu_Scale"));
+        QVERIFY(!part<QToolButton>("CancelZoom").isEnabled());
+    }
+
+    void surfaceWithoutMemoryGoesBackAStep() {
+        DataGraph& graph = open(32);
+        graph.ZoomIn_Click();
+        trend().surface().setUsable(false);
+        m_dialogs->expectBox("There isn't enough video memory to display at this resolution.",
+            critical, "Memory Error");
+        // The step back gives the surface a new size, which has memory again.
+        command("Resolution(4)").trigger();
+        QVERIFY(trend().surface().usable());
+        QVERIFY(!kept().empty());
+    }
+
+    void closeSavesWhatWasChanged() {
+        DataGraph& graph = open(32);
+        pressToggle("Label10(0)");
+        graph.close();
+        QVERIFY(!isLoaded<DataGraph>());
+        QCOMPARE(int(state().SampleCount), 0);
+        core::AppConfig saved;
+        const auto file = m_files->read("/kvo/Kvo.Cfg");
+        QVERIFY(file.has_value());
+        QVERIFY(core::decodeConfig(*file, saved));
+        QCOMPARE(int(saved.EngineVisible), 0);
+    }
+
+    void closeWithoutChangesSavesNothing() {
+        DataGraph& graph = open(32);
+        graph.close();
+        QVERIFY(!m_files->exists("/kvo/Kvo.Cfg"));
+        QCOMPARE(int(state().SampleCount), 0);
+    }
+
+    void everythingIsReachedByTab() {
+        DataGraph& graph = open(43);
+        trend().setFocus();
+        QSet<QWidget*> reached;
+        for (int i = 0; i < 80; ++i) {
+            reached.insert(graph.focusWidget());
+            QTest::keyClick(graph.focusWidget(), Qt::Key_Tab);
+        }
+        for (QWidget* toggle : graph.findChildren<ChannelToggle*>())
+            QVERIFY2(
+                !toggle->isVisible() || reached.contains(toggle), qPrintable(toggle->objectName()));
+        QVERIFY(reached.contains(&trend()));
+        QVERIFY(reached.contains(&part<QWidget>("ZoomIn")));
+    }
+
+    void hostileRunsEndQuietly() {
+        testing::storeModelRun(state(), *m_files, 25);
+        state().Run.header.BasketGearTeeth = 0;
+        state().Run.analog.CrownTeeth = 0;
+        state().Run.analog.PinionTeeth = 0;
+        for (int n = 1; n <= 8; ++n) {
+            state().Run.analog.AnalogScale[n] = 3.4e38F;
+            state().Run.analog.AnalogOffset[n] = -3.4e38F;
+        }
+        state().Config.Text_Magnify.fill(255);
+        state().SaveMode = -1;
+        QVERIFY(core::SaveRun(state(), *m_files));
+        openAsItIs();
+        QTest::mouseMove(&trend(), place(600, 200));
+        for (int i = 0; i < 20; ++i) QTest::keyClick(&trend(), Qt::Key_Right, Qt::ControlModifier);
+        QVERIFY(!text("Rpm").isEmpty());
+    }
+
+    // With KVO_PICTURES naming a folder: what the window looks like with each type.
+    void pictures() {
+        const QString folder = qEnvironmentVariable("KVO_PICTURES");
+        if (folder.isEmpty()) QSKIP("KVO_PICTURES names no folder");
+        for (const int type : {8, 12, 17, 20, 25, 32, 43}) {
+            for (const QSize size : {QSize(1366, 768), QSize(1920, 1080)}) {
+                DataGraph& graph = open(type, size);
+                const auto name = QStringLiteral("graph_%1_%2.png").arg(type).arg(size.width());
+                QVERIFY(graph.saveWindowPicture(QDir(folder).filePath(name)));
+                unload<DataGraph>();
+            }
+        }
+    }
+};
+
+KVO_FORM_TEST_MAIN(DataGraphTest)
+#include "data_graph_test.moc"

@@ -1,0 +1,108 @@
+#include "tests/forms/support/model_run.h"
+
+#include "core/data_types.h"
+#include "core/run_file.h"
+#include "graph/channels.h"
+#include "platform/colour.h"
+#include "tools/logger_simulator/run_model.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdlib>
+#include <iostream>
+
+namespace kvo::testing {
+namespace {
+
+using core::RunSample;
+
+// In the order of the channels' numbers.
+constexpr std::array<std::int32_t, graph::channelCount> colours{0x4040FF, 0xFFA040, 0x40FF40,
+    0xFFFF40, 0xFF60FF, 0x60C0FF, 0xC0C0C0, 0x00D7FF, 0x00A5FF, 0xB469FF, 0x32CD9A, 0xEBCE87,
+    0x7A96E9, 0xD0E040, 0xDDA0DD, 0x8CE6F0, 0x2020D0, 0x0060E0, 0x00A0E0, 0x00E0E0, 0x00E080,
+    0xA0A000, 0xE08000, 0xE04080, 0xA8A8FF};
+
+std::int16_t rpm(double value) {
+    return static_cast<std::int16_t>(std::lround(std::clamp(value, 0.0, 32000.0)));
+}
+
+RunSample sampleOf(const simulator::Moment& moment, int index, int dataType) {
+    RunSample row;
+    row.Index = static_cast<std::int16_t>(index);
+    row.EngineRpm = rpm(moment.engineRpm);
+    row.InputRpm = rpm(moment.inputRpm);
+    row.OutputRpm = rpm(moment.outputRpm);
+    row.SpeedRaw = static_cast<std::int32_t>(std::lround(moment.mph * 200));
+    row.Status = moment.switches;
+    for (int n = 1; n <= 8; ++n) {
+        row.Analog[n] = moment.analog[static_cast<std::size_t>(n - 1)];
+        row.Exhaust[n] = moment.exhaust[static_cast<std::size_t>(n - 1)];
+    }
+    if (dataType == 20) {
+        const int shared = index % 8;
+        row.Status = static_cast<std::uint8_t>((row.Status & 15) | shared << 4);
+        row.Analog[7] = moment.exhaust[static_cast<std::size_t>(shared)];
+        row.Exhaust.fill(0);
+    }
+    return row;
+}
+
+} // namespace
+
+core::AppConfig graphConfig(int dataType) {
+    core::AppConfig config;
+    for (int channel = 0; channel < graph::channelCount; ++channel) {
+        graph::visibleFlag(config, channel) = -1;
+        graph::colourField(config, channel) = colours[static_cast<std::size_t>(channel)];
+    }
+    config.Text_Magnify = {};
+    config.GraphBackColour = 0;
+    config.MaxRpm = 4;
+    config.G_Res = 1;
+    config.GridStyle = 2;
+    config.Exhaust = 0;
+    config.LoggerDataType = static_cast<std::int16_t>(dataType);
+    config.Vehicle_Type = simulator::vehicleFor(dataType).motorcycle ? 2 : 1;
+    const std::array<const char*, 8> names{
+        "Oil", "Fuel", "Boost", "Throttle", "G Force", "Volts", "Air", "Lambda"};
+    for (int n = 1; n <= 8; ++n) {
+        config.AnalogName[n] = names[static_cast<std::size_t>(n - 1)];
+        config.AnalogScale[n] = 0.5F;
+        config.Decimals[n] = 1;
+    }
+    config.Analog_Type[8] = 3;
+    config.RWheel = 31;
+    config.Crown_F = 41;
+    config.Pinion_F = 10;
+    config.Gears = 2;
+    return config;
+}
+
+void storeModelRun(core::SharedState& state, MemoryFiles& files, int dataType, unsigned seed) {
+    const simulator::Vehicle& vehicle = simulator::vehicleFor(dataType);
+    const auto facts = core::dataTypeFacts(dataType);
+    state.AppFolder = "/kvo";
+    state.Config = graphConfig(dataType);
+    state.DataType = static_cast<std::uint8_t>(dataType);
+    state.SampleCount = static_cast<std::uint16_t>(facts->rows);
+    state.DataFilePath = "/kvo/Data/24060512.30d";
+    state.RunHeaderLine = std::to_string(dataType) + " Serial No. 1234";
+    state.RunText = " Date:Wed 05 Jun 2024 Run: 3 Second round#";
+    state.Run = {};
+    state.Run.header.CrankGearTeeth = static_cast<std::uint8_t>(vehicle.crankTeeth);
+    state.Run.header.BasketGearTeeth = static_cast<std::uint8_t>(vehicle.basketTeeth);
+    state.Run.tail.TimeOffset = static_cast<std::int16_t>(facts->timeOffset);
+    const auto moments = simulator::makeRun(vehicle, facts->rows, facts->timeOffset, seed);
+    for (int i = 1; i <= facts->rows; ++i)
+        state.Run.samples[i] = sampleOf(moments[static_cast<std::size_t>(i - 1)], i, dataType);
+    state.SaveMode = 0;
+    const auto saved = core::SaveRun(state, files);
+    if (!saved) {
+        std::cerr << "model run: " << saved.message << '\n';
+        std::abort();
+    }
+    state.IndexNoSort = -1;
+}
+
+} // namespace kvo::testing
