@@ -123,7 +123,7 @@ void takeSetup(const AppConfig& config, RunImage& run) {
 platform::Bytes encodeRun(const SharedState& state) {
     const int rows = std::min<int>(state.SampleCount, maxSamples);
     const auto behind = static_cast<std::size_t>(rows) + 2;
-    ByteWriter writer;
+    ByteWriter writer((behind + 3) * runRecordWidth);
     encodeHeaderLine(writer, state.RunHeaderLine);
     writer.fillTo(runRecordWidth);
     encode(writer, state.Run.header);

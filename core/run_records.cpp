@@ -74,10 +74,9 @@ bool decode(RecordBytes record, RunSample& s) {
     if (record.size() < runSampleWidth) return false;
     ByteReader reader(record);
     takeAll(reader, s.Index, s.EngineRpm, s.InputRpm, s.OutputRpm, s.SpeedRaw, s.Status);
-    for (std::uint8_t& raw : s.Analog) take(reader, raw);
+    reader.raw({s.Analog.begin(), s.Analog.end()});
     take(reader, s.Aux);
-    for (std::uint8_t& raw : s.Exhaust) take(reader, raw);
-    return true;
+    return reader.raw({s.Exhaust.begin(), s.Exhaust.end()});
 }
 
 bool decode(RecordBytes record, RunSetupBlock& block) {
@@ -122,9 +121,9 @@ void encode(ByteWriter& writer, const RunHeader& h) {
 
 void encode(ByteWriter& writer, const RunSample& s) {
     giveAll(writer, s.Index, s.EngineRpm, s.InputRpm, s.OutputRpm, s.SpeedRaw, s.Status);
-    for (const std::uint8_t raw : s.Analog) give(writer, raw);
+    writer.raw({s.Analog.begin(), s.Analog.end()});
     give(writer, s.Aux);
-    for (const std::uint8_t raw : s.Exhaust) give(writer, raw);
+    writer.raw({s.Exhaust.begin(), s.Exhaust.end()});
 }
 
 void encode(ByteWriter& writer, const RunSetupBlock& block) {

@@ -4,16 +4,6 @@
 
 namespace kvo::core {
 
-std::span<const std::uint8_t> ByteReader::take(std::size_t count) {
-    if (count > left()) {
-        m_failed = true;
-        return {};
-    }
-    const auto taken = m_bytes.subspan(m_position, count);
-    m_position += count;
-    return taken;
-}
-
 std::optional<std::uint16_t> ByteReader::u16be() {
     const auto bytes = take(2);
     if (bytes.empty()) return {};

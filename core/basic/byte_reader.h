@@ -5,6 +5,7 @@
 #include <bit>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <optional>
 #include <span>
 #include <string>
@@ -16,13 +17,13 @@ public:
     explicit ByteReader(std::span<const std::uint8_t> bytes) : m_bytes(bytes) {}
 
     // Little-endian, as files have them.
-    std::optional<std::uint8_t> u8() { return whole<std::uint8_t>(1); }
-    std::optional<std::uint16_t> u16le() { return whole<std::uint16_t>(2); }
+    std::optional<std::uint8_t> u8() { return whole<std::uint8_t>(); }
+    std::optional<std::uint16_t> u16le() { return whole<std::uint16_t>(); }
     std::optional<std::int16_t> i16le() { return as<std::int16_t>(u16le()); }
-    std::optional<std::uint32_t> u32le() { return whole<std::uint32_t>(4); }
+    std::optional<std::uint32_t> u32le() { return whole<std::uint32_t>(); }
     std::optional<std::int32_t> i32le() { return as<std::int32_t>(u32le()); }
     std::optional<float> f32le() { return as<float>(u32le()); }
-    std::optional<double> f64le() { return as<double>(whole<std::uint64_t>(8)); }
+    std::optional<double> f64le() { return as<double>(whole<std::uint64_t>()); }
     // High byte first, as the line has them.
     std::optional<std::uint16_t> u16be();
     std::optional<std::int16_t> i16be() { return as<std::int16_t>(u16be()); }
@@ -40,14 +41,30 @@ public:
 
 private:
     // `count` bytes from here, or an empty span and a failure.
-    std::span<const std::uint8_t> take(std::size_t count);
+    std::span<const std::uint8_t> take(std::size_t count) {
+        if (count > left()) {
+            m_failed = true;
+            return {};
+        }
+        const auto taken = m_bytes.subspan(m_position, count);
+        m_position += count;
+        return taken;
+    }
 
-    template <typename Unsigned> std::optional<Unsigned> whole(std::size_t width) {
-        const auto bytes = take(width);
+    // Little-endian; here, so that a record of many fields is read without a call a field.
+    template <typename Unsigned> std::optional<Unsigned> whole() {
+        const auto bytes = take(sizeof(Unsigned));
         if (bytes.empty()) return {};
-        std::uint64_t value = 0;
-        for (std::size_t i = width; i > 0; --i) value = value << 8U | bytes[i - 1];
-        return static_cast<Unsigned>(value);
+        Unsigned value = 0;
+        if constexpr (std::endian::native == std::endian::little) {
+            std::memcpy(&value, bytes.data(), sizeof(Unsigned));
+        } else {
+            for (std::size_t i = sizeof(Unsigned); i > 0; --i) {
+                value =
+                    static_cast<Unsigned>(static_cast<std::uint64_t>(value) << 8U | bytes[i - 1]);
+            }
+        }
+        return value;
     }
     template <typename To, typename From> static std::optional<To> as(std::optional<From> bits) {
         if (!bits) return {};

@@ -6,18 +6,12 @@
 
 namespace kvo::core {
 
-void ByteWriter::whole(std::uint64_t value, std::size_t width) {
-    for (std::size_t i = 0; i < width; ++i) {
-        m_bytes.push_back(static_cast<std::uint8_t>(value >> (8U * i)));
-    }
-}
-
 void ByteWriter::f32le(float value) {
     u32le(std::bit_cast<std::uint32_t>(value));
 }
 
 void ByteWriter::f64le(double value) {
-    whole(std::bit_cast<std::uint64_t>(value), 8);
+    whole(std::bit_cast<std::uint64_t>(value));
 }
 
 void ByteWriter::u16be(std::uint16_t value) {

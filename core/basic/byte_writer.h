@@ -3,6 +3,7 @@
 // line.
 #include "platform/bytes.h"
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -13,10 +14,14 @@ namespace kvo::core {
 
 class ByteWriter {
 public:
+    ByteWriter() = default;
+    // Room for so many bytes is made at once; more may come.
+    explicit ByteWriter(std::size_t expectedBytes) { m_bytes.reserve(expectedBytes); }
+
     void u8(std::uint8_t value) { m_bytes.push_back(value); }
-    void u16le(std::uint16_t value) { whole(value, 2); }
+    void u16le(std::uint16_t value) { whole(value); }
     void i16le(std::int16_t value) { u16le(static_cast<std::uint16_t>(value)); }
-    void u32le(std::uint32_t value) { whole(value, 4); }
+    void u32le(std::uint32_t value) { whole(value); }
     void i32le(std::int32_t value) { u32le(static_cast<std::uint32_t>(value)); }
     void f32le(float value);
     void f64le(double value);
@@ -35,7 +40,13 @@ public:
     platform::Bytes take() { return std::move(m_bytes); }
 
 private:
-    void whole(std::uint64_t value, std::size_t width);
+    template <typename Unsigned> void whole(Unsigned value) {
+        std::array<std::uint8_t, sizeof(Unsigned)> bytes{};
+        for (std::size_t i = 0; i < bytes.size(); ++i) {
+            bytes[i] = static_cast<std::uint8_t>(value >> (8U * i));
+        }
+        raw(bytes);
+    }
 
     platform::Bytes m_bytes;
 };
