@@ -268,7 +268,7 @@ void DataGraph::showLabels(const graph::LabelVisibility& labels) {
         applyValues(graph::exhaustChannel(n), labels.exhaustValue);
     }
     apply(Label15, labels.exhaustHeading);
-    hideEmptyGroups();
+    for (int group = 0; group < static_cast<int>(m_groups.size()); ++group) placeCells(group);
 }
 
 bool DataGraph::clutchLabelVisible() const {

@@ -110,7 +110,8 @@ private:
     QWidget* makeReadOuts();
     QWidget* makeChannels();
     QWidget* makeTimes();
-    void makeGroup(QHBoxLayout& row, int group);
+    void makeGroup(QHBoxLayout& panels, int group);
+    void placeCells(int group);
     void setTabOrders();
     void Form_Resize();
     void ArrangeGraph();
@@ -134,7 +135,6 @@ private:
     void channelMenu(int channel, const QPoint& place);
     ChannelCell& cell(int channel) const { return *m_cells[static_cast<std::size_t>(channel)]; }
     QString channelCaption(int channel) const;
-    void hideEmptyGroups();
 
     // data_graph_menus.cpp: what stands in the menus and on the toolbar
     void makeMenus();

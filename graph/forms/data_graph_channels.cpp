@@ -65,16 +65,6 @@ void DataGraph::ShowChannelsForType(int type) {
     showLabels(graph::ShowChannelsForType(type, core::state().Config.Vehicle_Type));
 }
 
-// A group of which a run has no channel leaves its room to the others.
-void DataGraph::hideEmptyGroups() {
-    for (QWidget* group : m_groups) {
-        bool anything = false;
-        for (const ChannelToggle* toggle : group->findChildren<ChannelToggle*>())
-            anything = anything || !toggle->isHidden();
-        group->setVisible(anything);
-    }
-}
-
 void DataGraph::Toggle_Click(int channel) {
     core::SharedState& state = core::state();
     state.ImportMode = flagOn; // is GraphDirty here

@@ -166,13 +166,9 @@ void DataGraph::makeGroup(QHBoxLayout& panels, int group) {
     QLabel* heading = headingLabel(facts.heading);
     if (group == 3) Label15 = named(heading, "Label15");
     grid->addWidget(heading, 0, 0, 1, facts.columns);
-    const int rows = static_cast<int>(facts.channels.size()) / facts.columns;
-    int place = 0;
     for (const int channel : facts.channels) {
         auto* one = new ChannelCell(graph::channelFacts(channel), channelCaption(channel), box);
         m_cells[static_cast<std::size_t>(channel)] = one;
-        grid->addWidget(one, 1 + place % rows, place / rows);
-        ++place;
         connect(one->toggle, &QCheckBox::clicked, this, [this, channel] { Toggle_Click(channel); });
         connect(one->value, &ValueLabel::doubleClicked, this,
             [this, channel] { Value_DblClick(channel); });
@@ -183,7 +179,28 @@ void DataGraph::makeGroup(QHBoxLayout& panels, int group) {
     }
     for (int line = 1; line <= panelRows; ++line) grid->setRowStretch(line, 1);
     m_groups.push_back(box);
+    placeCells(group);
+    const int cells = facts.columns * m_cells[0]->maximumWidth();
+    box->setMaximumWidth(cells + (facts.columns - 1) * grid->horizontalSpacing());
     panels.addWidget(box, 10 * facts.columns);
+}
+
+// The channels that a run has stand one behind the other; the others leave no gap.
+void DataGraph::placeCells(int group) {
+    const Group& facts = groups()[static_cast<std::size_t>(group)];
+    auto* grid = static_cast<QGridLayout*>(m_groups[static_cast<std::size_t>(group)]->layout());
+    const int rows = static_cast<int>(facts.channels.size()) / facts.columns;
+    int place = 0;
+    for (const int channel : facts.channels) {
+        ChannelCell& one = cell(channel);
+        grid->removeWidget(&one);
+        const bool shows = !one.toggle->isHidden();
+        one.setVisible(shows);
+        if (!shows) continue;
+        grid->addWidget(&one, 1 + place % rows, place / rows);
+        ++place;
+    }
+    m_groups[static_cast<std::size_t>(group)]->setVisible(place > 0);
 }
 
 // The run's times as its info file has them.

@@ -54,7 +54,13 @@ class DataGraphTest : public QObject {
     // The place of a sample and a height on Trend.
     QPoint place(float x, float y) {
         const platform::PixelScale scale(trend().surface().scale(), trend().deviceSize());
-        return {scale.x(x), scale.y(y)};
+        const double ratio = trend().devicePixelRatioF();
+        return {qRound(scale.x(x) / ratio), qRound(scale.y(y) / ratio)};
+    }
+    static QPalette darkPalette() {
+        QPalette dark(QColor(53, 53, 53), QColor(45, 45, 45));
+        dark.setColor(QPalette::Base, QColor(35, 35, 35));
+        return dark;
     }
     void pressToggle(const char* name) {
         const QString problem = testing::userClick(&part<QWidget>(name));
@@ -432,14 +438,23 @@ private slots:
     void pictures() {
         const QString folder = qEnvironmentVariable("KVO_PICTURES");
         if (folder.isEmpty()) QSKIP("KVO_PICTURES names no folder");
-        for (const int type : {8, 12, 17, 20, 25, 32, 43}) {
-            for (const QSize size : {QSize(1366, 768), QSize(1920, 1080)}) {
-                DataGraph& graph = open(type, size);
-                const auto name = QStringLiteral("graph_%1_%2.png").arg(type).arg(size.width());
-                QVERIFY(graph.saveWindowPicture(QDir(folder).filePath(name)));
-                unload<DataGraph>();
+        const QPalette desktop = QApplication::palette();
+        for (const bool dark : {false, true}) {
+            if (dark) QApplication::setPalette(darkPalette());
+            for (const int type : {8, 12, 17, 20, 25, 32, 43}) {
+                for (const QSize size : {QSize(1366, 768), QSize(1920, 1080)}) {
+                    DataGraph& graph = open(type, size);
+                    QTest::mouseMove(&trend(), place(300, 1038));
+                    const auto name = QStringLiteral("graph_%1_%2_%3.png")
+                                          .arg(type)
+                                          .arg(size.width())
+                                          .arg(QLatin1String(dark ? "dark" : "light"));
+                    QVERIFY(graph.saveWindowPicture(QDir(folder).filePath(name)));
+                    unload<DataGraph>();
+                }
             }
         }
+        QApplication::setPalette(desktop);
     }
 };
 
