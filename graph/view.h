@@ -14,6 +14,9 @@
 
 namespace kvo::graph {
 
+// The caption of the window while it shows no run.
+inline constexpr const char* captionWithoutRun = "Data Graph";
+
 inline constexpr std::int32_t switchDynaDefault = 0xFF0009;
 inline constexpr std::int32_t switchShiftDefault = 255;
 inline constexpr std::int32_t switchThrottleDefault = 0xFF00FF;

@@ -10,6 +10,7 @@
 #include <QAction>
 #include <QCloseEvent>
 #include <QProgressBar>
+#include <QTimer>
 
 namespace kvo::forms {
 
@@ -17,7 +18,6 @@ using namespace platform_qt;
 
 namespace {
 
-constexpr const char* captionWithoutRun = "Data Graph";
 constexpr std::int16_t flagOn = -1;
 constexpr int mostProgress = 1000000000;
 constexpr int widestWithToolTip = 15400; // twips; on a narrower window the read-out is a tool tip
@@ -32,7 +32,7 @@ std::string baseName(const std::string& path) {
 DataGraph::DataGraph() : m_drawing(core::state(), m_view, *this) {
     setObjectName(QStringLiteral("DataGraph"));
     makeControls();
-    setCaption(captionWithoutRun);
+    setCaption(graph::captionWithoutRun);
     Form_Load();
 }
 
@@ -46,13 +46,14 @@ std::string DataGraph::caption() const {
 }
 
 bool DataGraph::hasRun() const {
-    return m_caption != captionWithoutRun;
+    return m_caption != graph::captionWithoutRun;
 }
 
 void DataGraph::Form_Load() {
     core::SharedState& state = core::state();
     state.ImportMode = 0; // is GraphDirty here
     m_view.LoadingBar = 0;
+    enableRunCommands(false);
     Resolution_Change(state.Config.G_Res);
     Change_Colour();
     ChanaleEnable();
@@ -64,38 +65,8 @@ void DataGraph::Form_Load() {
         openFreshRun();
     } else {
         ArrangeGraph();
+        m_chooseOnShow = true;
     }
-}
-
-// The run that was just downloaded: it is read back from its file, so that what is looked at is
-// what was stored.
-void DataGraph::openFreshRun() {
-    core::SharedState& state = core::state();
-    const platform::Services& services = platform::services();
-    state.LoadStatus = 0;
-    core::LoadRun(state, baseName(state.DataFilePath), *services.files, *services.dialogs, *this);
-    if (state.LoadStatus == flagOn) {
-        setCaption(captionWithoutRun);
-        state.SampleCount = 0;
-        ArrangeGraph();
-        return;
-    }
-    const auto facts = graph::graphTypeFacts(state.DataType);
-    if (facts && facts->rightEdgeFreshFile) {
-        const int rightEdge = *facts->rightEdgeFreshFile;
-        state.SampleCount = static_cast<std::uint16_t>(rightEdge - 1);
-        setScaleRight(rightEdge);
-    }
-    if (facts && facts->startCursor) {
-        m_view.CursorSample = static_cast<std::int16_t>(*facts->startCursor);
-    }
-    enableRunCommands();
-    const std::string description = core::rightTrimmed(state.RunIndexBuffer[1].Description);
-    if (!description.empty()) setCaption(description);
-    ArrangeGraph();
-    ShowChannelsForType(state.DataType);
-    DrawTrend();
-    TimeLine();
 }
 
 // The line comes back after another window has covered it.
@@ -119,6 +90,14 @@ void DataGraph::Form_Unload() {
 void DataGraph::closeEvent(QCloseEvent* event) {
     event->accept();
     if (isLoaded<DataGraph>() && &form<DataGraph>() == this) Form_Unload();
+}
+
+// The chooser comes up over the window, once that stands.
+void DataGraph::showEvent(QShowEvent* event) {
+    QMainWindow::showEvent(event);
+    if (!m_chooseOnShow) return;
+    m_chooseOnShow = false;
+    QTimer::singleShot(0, this, &DataGraph::Mnu_LoadData_Click);
 }
 
 bool DataGraph::event(QEvent* event) {
@@ -179,7 +158,7 @@ void DataGraph::showTimeLine() {
     surface.line(x, graph::trendTop, x, 0, platform::paletteColour(colour));
     surface.setDrawStyle(0);
     const graph::TimeLineTexts texts = graph::timeLineTexts(state, m_view, sample);
-    LoggerTime->setText(shown(texts.loggerTime));
+    m_readOuts->LoggerTime->setText(shown(texts.loggerTime));
     for (const graph::LabelText& label : texts.labels) {
         cell(label.channel).value->setText(shown(label.text));
     }
@@ -210,15 +189,15 @@ void DataGraph::Trend_MouseMove(Qt::MouseButtons buttons, float x, float y) {
         [this](int channel) { return cell(channel).value->isEnabled(); },
         [this](int n) { return typed(cell(graph::analogChannel(n)).toggle->caption()); }};
     const auto text = graph::textUnderPointer(core::state(), m_view, x, y, labels);
-    if (!text || shown(*text) == Label_DataChanel->text()) return;
-    Label_DataChanel->setText(shown(*text));
+    if (!text || shown(*text) == m_readOuts->Label_DataChanel->text()) return;
+    m_readOuts->Label_DataChanel->setText(shown(*text));
     Label_DataChanel_Change();
 }
 
 void DataGraph::Label_DataChanel_Change() {
     const bool narrow = toTwips(width()) < widestWithToolTip;
-    Label_DataChanel->setVisible(!narrow);
-    if (narrow) Trend->setToolTip(Label_DataChanel->text());
+    m_readOuts->Label_DataChanel->setVisible(!narrow);
+    if (narrow) Trend->setToolTip(m_readOuts->Label_DataChanel->text());
 }
 
 // --- What the drawing asks for
@@ -232,23 +211,23 @@ void DataGraph::setTrendHourglass(bool on) {
 }
 
 void DataGraph::showLoading(const std::string& text, const std::string& file) {
-    LoadingText->setText(shown(text));
-    LoadingFile->setText(shown(file));
-    LoadingFrame->setVisible(true);
-    LoadingFrame->repaint();
+    m_readOuts->LoadingText->setText(shown(text));
+    m_readOuts->LoadingFile->setText(shown(file));
+    m_readOuts->showLoading(true);
 }
 
 void DataGraph::hideLoading() {
-    LoadingFrame->setVisible(false);
+    m_readOuts->showLoading(false);
 }
 
 void DataGraph::setProgressMax(double max) {
-    ProgressBar1->setValue(0);
-    ProgressBar1->setMaximum(static_cast<int>(qBound(1.0, max, double{mostProgress})));
+    m_readOuts->ProgressBar1->setValue(0);
+    m_readOuts->ProgressBar1->setMaximum(static_cast<int>(qBound(1.0, max, double{mostProgress})));
 }
 
 void DataGraph::setProgressValue(double value) {
-    ProgressBar1->setValue(static_cast<int>(qBound(0.0, value, double(ProgressBar1->maximum()))));
+    m_readOuts->ProgressBar1->setValue(
+        static_cast<int>(qBound(0.0, value, double(m_readOuts->ProgressBar1->maximum()))));
 }
 
 void DataGraph::showLabels(const graph::LabelVisibility& labels) {

@@ -5,6 +5,7 @@
 #include "core/run_file.h"
 #include "graph/drawing.h"
 #include "graph/forms/channel_cell.h"
+#include "graph/forms/read_out_line.h"
 #include "graph/layout.h"
 #include "graph/view.h"
 #include "platform/qt/trend_widget.h"
@@ -21,7 +22,6 @@ class QFrame;
 class QGridLayout;
 class QHBoxLayout;
 class QMenu;
-class QProgressBar;
 class QScrollBar;
 class QToolBar;
 
@@ -49,6 +49,10 @@ public:
     // Runs the command of a toolbar button by its key, compared as exact text.
     void Toolbar1_ButtonClick(std::string_view key);
 
+    void Mnu_LoadData_Click();
+    // 0 shows the run before in the chooser's list, 1 the one behind.
+    void GraphChange_Click(int index);
+    void Mnu_DeleteRun_Click();
     void Mnu_Close_Click();
     void Graph_Colour_Invert_Click();
     void Resolution_Click(int step);
@@ -64,6 +68,7 @@ public:
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    void showEvent(QShowEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     bool event(QEvent* event) override;
@@ -75,6 +80,10 @@ private:
     void Form_Activate();
     void Form_Unload();
     void openFreshRun();
+    bool readRun(const std::string& chosenName);
+    void clearOverlay();
+    void showChosenRun();
+    void clearGraph();
     void DrawTrend();
     void redrawAll();
     void TimeLine();
@@ -107,8 +116,6 @@ private:
     // data_graph_layout.cpp: where everything stands
     void makeControls();
     void makeSurface();
-    QWidget* makeReadOuts();
-    QWidget* makeChannels();
     QWidget* makeTimes();
     void makeGroup(QHBoxLayout& panels, int group);
     void placeCells(int group);
@@ -140,7 +147,8 @@ private:
     void makeMenus();
     void addCommand(const MenuRow& row);
     void makeToolbar();
-    void enableRunCommands();
+    void enableRunCommands(bool on);
+    void enableNeighbours();
     void Resolution_Change(int step);
     void zoom(double factor);
     QMenu* menuNamed(const char* name) const;
@@ -152,6 +160,8 @@ private:
     graph::Box m_frame;      // Frame1 as the rules measure it
     int m_roomHeight = 0;    // between toolbar and panel, pixels
     std::string m_caption;
+    std::string m_shownFile; // path of the run in the window
+    bool m_chooseOnShow = false;
 
     QWidget* m_inner = nullptr;
     QToolBar* Toolbar1 = nullptr;
@@ -160,12 +170,7 @@ private:
     QScrollBar* HScroll = nullptr;
     QScrollBar* VScroll = nullptr;
     QFrame* Frame3 = nullptr;
-    QLabel* LoggerTime = nullptr;
-    QLabel* Label_DataChanel = nullptr;
-    QWidget* LoadingFrame = nullptr;
-    QLabel* LoadingText = nullptr;
-    QLabel* LoadingFile = nullptr;
-    QProgressBar* ProgressBar1 = nullptr;
+    ReadOutLine* m_readOuts = nullptr;
     QLabel* Label15 = nullptr; // heading of the exhausts
     QWidget* Frame_Times = nullptr;
     std::array<ChannelCell*, graph::channelCount> m_cells{};

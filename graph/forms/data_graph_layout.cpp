@@ -12,7 +12,6 @@
 #include <QKeyEvent>
 #include <QMenu>
 #include <QMenuBar>
-#include <QProgressBar>
 #include <QScreen>
 #include <QScrollBar>
 #include <QStyle>
@@ -20,6 +19,7 @@
 #include <QToolButton>
 #include <QWheelEvent>
 
+#include <algorithm>
 #include <initializer_list>
 
 namespace kvo::forms {
@@ -91,13 +91,14 @@ void DataGraph::makeControls() {
     makeSurface();
     Frame3 = new QFrame(m_inner);
     Frame3->setObjectName(QStringLiteral("Frame3"));
+    m_readOuts = named(new ReadOutLine, "ReadOuts");
     auto* panels = row({});
     panels->setSpacing(14);
     for (int group = 0; group < static_cast<int>(groups().size()); ++group)
         makeGroup(*panels, group);
     panels->addStretch(1);
     panels->addWidget(makeTimes());
-    auto* all = column({LayoutPart(makeReadOuts()), LayoutPart(panels, 1)});
+    auto* all = column({LayoutPart(m_readOuts), LayoutPart(panels, 1)});
     all->setContentsMargins(6, 3, 6, 3);
     all->setSpacing(3);
     Frame3->setLayout(all);
@@ -126,34 +127,6 @@ void DataGraph::makeSurface() {
     connect(Trend, &platform_qt::Trend::keyDown, this, &DataGraph::Trend_KeyDown);
     connect(Trend, &platform_qt::Trend::mouseDown, this, &DataGraph::Trend_MouseDown);
     connect(Trend, &platform_qt::Trend::mouseMoved, this, &DataGraph::Trend_MouseMove);
-}
-
-// The line between surface and channels: time, what lies under the pointer, loading.
-QWidget* DataGraph::makeReadOuts() {
-    LoggerTime = named(valueLabel(QStringLiteral("Time: -00.00 sec  ")), "LoggerTime");
-    QFont bold = LoggerTime->font();
-    bold.setBold(true);
-    LoggerTime->setFont(bold);
-    Label_DataChanel = named(new QLabel, "Label_DataChanel");
-    Label_DataChanel->setTextFormat(Qt::PlainText);
-    Label_DataChanel->setFont(tabularFont());
-    LoadingFrame = named(new QWidget, "LoadingFrame");
-    LoadingText = named(new QLabel, "LoadingText");
-    LoadingFile = named(new QLabel, "LoadingFile");
-    ProgressBar1 = named(new QProgressBar, "ProgressBar1");
-    ProgressBar1->setAccessibleName(QStringLiteral("Loading"));
-    ProgressBar1->setTextVisible(false);
-    ProgressBar1->setFixedSize(180, fontMetrics().height());
-    auto* loading = row({LoadingText, LoadingFile, ProgressBar1});
-    loading->setContentsMargins(0, 0, 0, 0);
-    LoadingFrame->setLayout(loading);
-    LoadingFrame->hide();
-    auto* line = new QWidget;
-    auto* parts = row({LoggerTime, {Label_DataChanel, 1}, LoadingFrame});
-    parts->setContentsMargins(0, 0, 0, 0);
-    line->setLayout(parts);
-    line->setFixedHeight(fontMetrics().height() + 4);
-    return line;
 }
 
 void DataGraph::makeGroup(QHBoxLayout& panels, int group) {
@@ -190,6 +163,12 @@ void DataGraph::placeCells(int group) {
     const Group& facts = groups()[static_cast<std::size_t>(group)];
     auto* grid = static_cast<QGridLayout*>(m_groups[static_cast<std::size_t>(group)]->layout());
     const int rows = static_cast<int>(facts.channels.size()) / facts.columns;
+    const auto stands = [this](int channel) {
+        const ChannelCell& one = cell(channel);
+        return one.isHidden() == one.toggle->isHidden();
+    };
+    const bool placed = grid->count() > 1;
+    if (placed && std::all_of(facts.channels.begin(), facts.channels.end(), stands)) return;
     int place = 0;
     for (const int channel : facts.channels) {
         ChannelCell& one = cell(channel);

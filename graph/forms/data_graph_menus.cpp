@@ -63,6 +63,15 @@ constexpr bool run = true;
 constexpr bool subMenu = true;
 constexpr bool line = true;
 
+void loadData(DataGraph& g) {
+    g.Mnu_LoadData_Click();
+}
+template <int Index> void graphChange(DataGraph& g) {
+    g.GraphChange_Click(Index);
+}
+void deleteRun(DataGraph& g) {
+    g.Mnu_DeleteRun_Click();
+}
 void closeWindow(DataGraph& g) {
     g.Mnu_Close_Click();
 }
@@ -87,14 +96,14 @@ void cancelZoom(DataGraph& g) {
 
 // clang-format off
 constexpr auto menuRows = std::to_array<DataGraph::MenuRow>({
-    {"Mnu_File", "&Load Data File", "Mnu_LoadData"},
+    {"Mnu_File", "&Load Data File", "Mnu_LoadData", loadData, !run, !subMenu, !line, "Ctrl+O"},
     {"Mnu_File", "&Overlay Data File", "Mnu_Overlay", nullptr, run},
-    {"Mnu_File", "<<<<", "GraphChange(0)", nullptr, run},
-    {"Mnu_File", ">>>>", "GraphChange(1)", nullptr, run},
+    {"Mnu_File", "<<<<", "GraphChange(0)", graphChange<0>, run, !subMenu, !line, "Ctrl+PgUp"},
+    {"Mnu_File", ">>>>", "GraphChange(1)", graphChange<1>, run, !subMenu, !line, "Ctrl+PgDown"},
     {"Mnu_File", "&Info...", "Mnu_Info", nullptr, run, !subMenu, line},
     {"Mnu_File", "&Statistics", "Mnu_Statistics", nullptr, run},
     {"Mnu_File", "&Time Graph", "Mnu_TimeGraph"},
-    {"Mnu_File", "&Delete Run", "Mnu_DeleteRun", nullptr, !run, !subMenu, line},
+    {"Mnu_File", "&Delete Run", "Mnu_DeleteRun", deleteRun, !run, !subMenu, line},
     {"Mnu_File", "I&mport", "Mnu_ImportMenu", nullptr, !run, subMenu},
     {"Mnu_ImportMenu", "Kvo Data File/s", "Mnu_ImportFiles(0)"},
     {"Mnu_ImportMenu", "Vrn Dos File", "Mnu_ImportFiles(1)"},
@@ -168,6 +177,7 @@ void DataGraph::addCommand(const MenuRow& row) {
     QAction* action = menu->addAction(QLatin1String(row.caption));
     action->setObjectName(QLatin1String(row.control));
     action->setEnabled(row.routine != nullptr && !row.needsRun);
+    action->setShortcut(QKeySequence(QLatin1String(row.shortcut)));
     const std::string_view control = row.control;
     action->setCheckable(
         control.starts_with("Resolution(") || control.starts_with("Mnu_ScaleItem("));
@@ -204,19 +214,22 @@ void DataGraph::Toolbar1_ButtonClick(std::string_view key) {
     }
 }
 
-// A run is in the window: everything that works on one.
-void DataGraph::enableRunCommands() {
+// Everything that works on a run; back and forward depend on the chooser's list.
+void DataGraph::enableRunCommands(bool on) {
     for (const MenuRow& row : menuRows) {
         if (!row.needsRun) continue;
         QAction* action = row.subMenu ? menuNamed(row.control)->menuAction() : command(row.control);
-        action->setEnabled(row.subMenu || row.routine != nullptr);
+        action->setEnabled(on && (row.subMenu || row.routine != nullptr));
     }
-    menuNamed("Mnu_Scale")->menuAction()->setEnabled(true);
+    const bool zoomed = core::state().Config.ScaleCustom == graph::scaleZoomed;
+    menuNamed("Mnu_Scale")->menuAction()->setEnabled(on && !zoomed);
     for (const ToolRow& row : toolRows) {
         const QAction* pressed = row.control != nullptr ? command(row.control) : nullptr;
-        const bool works = row.routine != nullptr || (pressed != nullptr && pressed->isEnabled());
-        key(row.key)->setEnabled(works && std::string_view(row.key) != "CancelZoom");
+        const bool works = pressed != nullptr ? pressed->isEnabled() : on;
+        key(row.key)->setEnabled(works);
     }
+    key("CancelZoom")->setEnabled(on && zoomed);
+    enableNeighbours();
 }
 
 void DataGraph::enableMenus(bool on) {
@@ -228,7 +241,8 @@ void DataGraph::enableMenus(bool on) {
             command(row.control)->setEnabled(on);
     }
     // Only with a run in the window, which is when Mnu_Overlay is enabled.
-    if (hasRun()) menuNamed("Mnu_Scale")->menuAction()->setEnabled(on);
+    const bool zoomed = core::state().Config.ScaleCustom == graph::scaleZoomed;
+    if (hasRun()) menuNamed("Mnu_Scale")->menuAction()->setEnabled(on && !zoomed);
 }
 
 // --- Commands

@@ -3,6 +3,7 @@
 #include "core/config.h"
 #include "core/run_file.h"
 #include "graph/forms/data_graph.h"
+#include "library/forms/load_file.h"
 #include "platform/qt/form_kit.h"
 #include "platform/services.h"
 #include "tests/forms/support/form_test_main.h"
@@ -12,8 +13,10 @@
 
 #include <QAction>
 #include <QDir>
+#include <QElapsedTimer>
 #include <QMenu>
 #include <QMenuBar>
+#include <QPushButton>
 #include <QScrollBar>
 #include <QToolButton>
 
@@ -41,8 +44,11 @@ class DataGraphTest : public QObject {
         graph.setWindowState(Qt::WindowNoState);
         graph.resize(size);
         graph.show();
-        if (!QTest::qWaitForWindowActive(&graph)) qFatal("the window does not come");
+        if (!QTest::qWaitForWindowExposed(&graph)) qFatal("the window does not come");
+        // The chooser may stand over it first; off-screen nothing gives the focus back.
         QCoreApplication::processEvents();
+        graph.activateWindow();
+        if (!QTest::qWaitForWindowActive(&graph)) qFatal("the window does not become active");
         return graph;
     }
     template <class W> W& part(const char* name) { return control<W>(form<DataGraph>(), name); }
@@ -67,6 +73,15 @@ class DataGraphTest : public QObject {
         QVERIFY2(problem.isEmpty(), qPrintable(problem));
     }
 
+    // The chooser comes up over a window without a run; what `script` does there, the user does.
+    DataGraph& openByChooser(std::function<void(QWidget*)> script) {
+        testing::onModal(std::move(script));
+        return openAsItIs();
+    }
+    static void pressIn(QWidget* dialog, const char* button) {
+        control<QPushButton>(*dialog, button).click();
+    }
+
 private slots:
     void init() {
         state() = {};
@@ -78,6 +93,7 @@ private slots:
 
     void cleanup() {
         if (isLoaded<DataGraph>()) unload<DataGraph>();
+        if (isLoaded<LoadFile>()) unload<LoadFile>();
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         QCOMPARE(QString::fromStdString(m_dialogs->problems()), QString());
         QCOMPARE(testing::modalComplaints(), QString());
@@ -145,7 +161,8 @@ private slots:
 
     void windowWithoutARun() {
         state().Config = testing::graphConfig(32);
-        DataGraph& graph = openAsItIs();
+        state().AppFolder = "/kvo";
+        DataGraph& graph = openByChooser([](QWidget* chooser) { pressIn(chooser, "BTN_Cancel"); });
         QCOMPARE(graph.caption(), std::string("Data Graph"));
         QVERIFY(!graph.hasRun());
         QVERIFY(!menuEnabled("Mnu_Scale"));
@@ -219,6 +236,21 @@ private slots:
         QCOMPARE(text("LoggerTime"), QStringLiteral("Time: 1.51 sec"));
         QCOMPARE(text("Rpm"), QString::number(state().Run.samples[311].EngineRpm));
         QCOMPARE(m_dialogs->beeps(), 0);
+    }
+
+    // Key repeat comes every 33 ms; painting, read-outs and all must leave time to spare.
+    void heldArrowKeyKeepsUp() {
+        open(43, {1920, 1080});
+        const int paints = trend().fullPaints();
+        QElapsedTimer timer;
+        timer.start();
+        for (int i = 0; i < 200; ++i) {
+            QTest::keyClick(&trend(), Qt::Key_Right);
+            QCoreApplication::processEvents();
+        }
+        const qint64 each = timer.elapsed() / 200;
+        QVERIFY2(each < 16, qPrintable(QStringLiteral("%1 ms a step").arg(each)));
+        QCOMPARE(trend().fullPaints(), paints);
     }
 
     void cursorPastTheEndBeepsAndKeepsWhatStands() {
@@ -432,6 +464,72 @@ private slots:
         QTest::mouseMove(&trend(), place(600, 200));
         for (int i = 0; i < 20; ++i) QTest::keyClick(&trend(), Qt::Key_Right, Qt::ControlModifier);
         QVERIFY(!text("Rpm").isEmpty());
+    }
+
+    void chooserOpensARunAndTheKeysGoThroughItsList() {
+        for (const int number : {1, 2, 3}) listModelRun(state(), *m_files, 32, number);
+        DataGraph& graph = openByChooser([](QWidget* chooser) {
+            QCOMPARE(chooser->windowTitle(), QStringLiteral("Load Data File"));
+            static_cast<LoadFile*>(chooser)->chooseRow(0);
+            pressIn(chooser, "BTN_Ok");
+        });
+        QVERIFY(graph.hasRun());
+        QCOMPARE(QString::fromStdString(state().DataFilePath).right(4), QStringLiteral(".33d"));
+        QVERIFY(graph.caption().starts_with("Data File: "));
+        QCOMPARE(int(state().IndexNoSort), 0);
+        QCOMPARE(int(state().SampleCount), 1360);
+        QCOMPARE(int(graph.view().CursorSample), 160);
+        QVERIFY(!part<QToolButton>("PreviousData").isEnabled());
+        QVERIFY(part<QToolButton>("NextData").isEnabled());
+        QVERIFY(part<QToolButton>("ZoomIn").isEnabled());
+        QVERIFY(testing::userClick(&part<QWidget>("NextData")).isEmpty());
+        QCOMPARE(QString::fromStdString(state().DataFilePath).right(4), QStringLiteral(".32d"));
+        QVERIFY(part<QToolButton>("PreviousData").isEnabled());
+        command("GraphChange(1)").trigger();
+        QCOMPARE(QString::fromStdString(state().DataFilePath).right(4), QStringLiteral(".31d"));
+        QVERIFY(!part<QToolButton>("NextData").isEnabled());
+        const std::uint32_t generation = kept().generation();
+        graph.GraphChange_Click(1); // at the end nothing at all happens
+        QCOMPARE(kept().generation(), generation);
+        graph.GraphChange_Click(0);
+        QCOMPARE(QString::fromStdString(state().DataFilePath).right(4), QStringLiteral(".32d"));
+    }
+
+    void cancelInTheChooserKeepsTheRun() {
+        DataGraph& graph = open(32);
+        const std::string caption = graph.caption();
+        testing::onModal([](QWidget* chooser) { pressIn(chooser, "BTN_Cancel"); });
+        command("Mnu_LoadData").trigger();
+        QCOMPARE(graph.caption(), caption);
+        QVERIFY(!kept().empty());
+    }
+
+    void deletingTheRunInTheWindowClearsIt() {
+        for (const int number : {1, 2, 3}) listModelRun(state(), *m_files, 32, number);
+        DataGraph& graph = openByChooser([](QWidget* chooser) {
+            static_cast<LoadFile*>(chooser)->chooseRow(1);
+            pressIn(chooser, "BTN_Ok");
+        });
+        const std::string shown = state().DataFilePath;
+        const auto deleteRow = [&](int row) {
+            m_dialogs->expectBoxTitled("Warning", platform::Reply::yes);
+            testing::onModal([row](QWidget* chooser) {
+                QCOMPARE(chooser->windowTitle(), QStringLiteral("Delete File"));
+                static_cast<LoadFile*>(chooser)->chooseRow(row);
+                pressIn(chooser, "BTN_Ok");
+                pressIn(chooser, "BTN_Cancel");
+            });
+            command("Mnu_DeleteRun").trigger();
+        };
+        deleteRow(2);
+        QVERIFY(graph.hasRun());
+        QCOMPARE(state().DataFilePath, shown);
+        deleteRow(1);
+        QVERIFY(!m_files->exists(shown));
+        QCOMPARE(graph.caption(), std::string("Data Graph"));
+        QVERIFY(kept().empty());
+        QVERIFY(text("Rpm").isEmpty());
+        QVERIFY(!part<QToolButton>("ZoomIn").isEnabled());
     }
 
     // With KVO_PICTURES naming a folder: what the window looks like with each type.

@@ -2,6 +2,7 @@
 
 #include "core/data_types.h"
 #include "core/run_file.h"
+#include "core/run_index.h"
 #include "graph/channels.h"
 #include "platform/colour.h"
 #include "tools/logger_simulator/run_model.h"
@@ -48,6 +49,12 @@ RunSample sampleOf(const simulator::Moment& moment, int index, int dataType) {
     return row;
 }
 
+void demand(const platform::WriteResult& written) {
+    if (written) return;
+    std::cerr << "model run: " << written.message << '\n';
+    std::abort();
+}
+
 } // namespace
 
 core::AppConfig graphConfig(int dataType) {
@@ -79,30 +86,34 @@ core::AppConfig graphConfig(int dataType) {
     return config;
 }
 
-void storeModelRun(core::SharedState& state, MemoryFiles& files, int dataType, unsigned seed) {
+void storeModelRun(core::SharedState& state, MemoryFiles& files, int dataType, int number) {
     const simulator::Vehicle& vehicle = simulator::vehicleFor(dataType);
     const auto facts = core::dataTypeFacts(dataType);
     state.AppFolder = "/kvo";
     state.Config = graphConfig(dataType);
     state.DataType = static_cast<std::uint8_t>(dataType);
     state.SampleCount = static_cast<std::uint16_t>(facts->rows);
-    state.DataFilePath = "/kvo/Data/24060512.30d";
+    const std::string digit = std::to_string(number);
+    state.DataFilePath = "/kvo/Data/24060512.3" + digit + "d";
     state.RunHeaderLine = std::to_string(dataType) + " Serial No. 1234";
-    state.RunText = " Date:Wed 05 Jun 2024 Run: 3 Second round#";
+    state.RunText = " Date:Wed 05 Jun 2024 Run: " + digit + " Second round#";
     state.Run = {};
     state.Run.header.CrankGearTeeth = static_cast<std::uint8_t>(vehicle.crankTeeth);
     state.Run.header.BasketGearTeeth = static_cast<std::uint8_t>(vehicle.basketTeeth);
     state.Run.tail.TimeOffset = static_cast<std::int16_t>(facts->timeOffset);
-    const auto moments = simulator::makeRun(vehicle, facts->rows, facts->timeOffset, seed);
+    const auto moments = simulator::makeRun(
+        vehicle, facts->rows, facts->timeOffset, static_cast<std::uint32_t>(number));
     for (int i = 1; i <= facts->rows; ++i)
         state.Run.samples[i] = sampleOf(moments[static_cast<std::size_t>(i - 1)], i, dataType);
     state.SaveMode = 0;
-    const auto saved = core::SaveRun(state, files);
-    if (!saved) {
-        std::cerr << "model run: " << saved.message << '\n';
-        std::abort();
-    }
+    demand(core::SaveRun(state, files));
     state.IndexNoSort = -1;
+}
+
+void listModelRun(core::SharedState& state, MemoryFiles& files, int dataType, int number) {
+    storeModelRun(state, files, dataType, number);
+    state.IndexNoSort = 0;
+    demand(core::AddRunToIndex(state, files));
 }
 
 } // namespace kvo::testing

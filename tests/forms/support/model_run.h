@@ -12,7 +12,10 @@ namespace kvo::testing {
 core::AppConfig graphConfig(int dataType);
 
 // Puts a run of the type into state.Run, saves it under AppFolder "/kvo" and sets DataFilePath,
-// RunIndexBuffer(1) and IndexNoSort as a download does. `seed` varies the run.
-void storeModelRun(core::SharedState& state, MemoryFiles& files, int dataType, unsigned seed = 1);
+// RunIndexBuffer(1) and IndexNoSort as a download does. `number`, 1 to 9, varies the run and stands
+// in its file's name and its title.
+void storeModelRun(core::SharedState& state, MemoryFiles& files, int dataType, int number = 3);
+// The same, and the run is added to the index.
+void listModelRun(core::SharedState& state, MemoryFiles& files, int dataType, int number);
 
 } // namespace kvo::testing

@@ -1,0 +1,146 @@
+// How a run comes into the graph window and goes: fresh from the logger, by the chooser, one back
+// or forward in its list, deleted.
+#include "graph/forms/data_graph.h"
+
+#include "core/basic/numbers.h"
+#include "library/forms/load_file.h"
+#include "platform/qt/form_kit.h"
+#include "platform/services.h"
+
+#include <QAction>
+
+namespace kvo::forms {
+
+using namespace platform_qt;
+
+namespace {
+
+constexpr std::int16_t failed = -1;
+
+std::string baseName(const std::string& path) {
+    const std::size_t separator = path.find_last_of("/\\");
+    return separator == std::string::npos ? path : path.substr(separator + 1);
+}
+
+} // namespace
+
+// Reads DataFilePath; false where that failed. The run that was there is gone then.
+bool DataGraph::readRun(const std::string& chosenName) {
+    core::SharedState& state = core::state();
+    const platform::Services& services = platform::services();
+    state.LoadStatus = 0;
+    core::LoadRun(state, chosenName, *services.files, *services.dialogs, *this);
+    if (state.LoadStatus == failed) return false;
+    m_shownFile = state.DataFilePath;
+    return true;
+}
+
+// The run that was just downloaded: it is read back from its file, so that what is looked at is
+// what was stored.
+void DataGraph::openFreshRun() {
+    core::SharedState& state = core::state();
+    if (!readRun(baseName(state.DataFilePath))) {
+        clearGraph();
+        ArrangeGraph();
+        return;
+    }
+    const auto facts = graph::graphTypeFacts(state.DataType);
+    if (facts && facts->rightEdgeFreshFile) {
+        const int rightEdge = *facts->rightEdgeFreshFile;
+        state.SampleCount = static_cast<std::uint16_t>(rightEdge - 1);
+        setScaleRight(rightEdge);
+    }
+    if (facts && facts->startCursor) {
+        m_view.CursorSample = static_cast<std::int16_t>(*facts->startCursor);
+    }
+    enableRunCommands(true);
+    const std::string description = core::rightTrimmed(state.RunIndexBuffer[1].Description);
+    if (!description.empty()) setCaption(description);
+    ArrangeGraph();
+    ShowChannelsForType(state.DataType);
+    DrawTrend();
+    TimeLine();
+}
+
+void DataGraph::Mnu_LoadData_Click() {
+    EnableGraphMenus(false);
+    const bool chosen =
+        form<LoadFile>().choose(QStringLiteral("Load"), QStringLiteral("Load Data File"));
+    EnableGraphMenus(true);
+    if (chosen) showChosenRun();
+}
+
+void DataGraph::GraphChange_Click(int index) {
+    LoadFile& chooser = form<LoadFile>();
+    const int row = chooser.chosenRow() + (index == 0 ? -1 : 1);
+    if (row < 0 || row >= chooser.rowCount()) return;
+    chooser.chooseRow(row);
+    chooser.takePaths();
+    showChosenRun();
+}
+
+// The run of DataFilePath, which the chooser's list stands on.
+void DataGraph::showChosenRun() {
+    core::SharedState& state = core::state();
+    state.IndexNoSort = 0;
+    clearOverlay();
+    const bool read = readRun(form<LoadFile>().chosenName());
+    enableNeighbours();
+    if (!read) {
+        clearGraph();
+        return;
+    }
+    ShowChannelsForType(state.DataType);
+    m_view.LoadingBar = -1;
+    DrawTrend();
+    m_view.LoadingBar = 0;
+    m_view.CursorSample = state.Run.tail.TimeOffset;
+    TimeLine();
+    enableRunCommands(true);
+    enableNeighbours();
+}
+
+void DataGraph::clearOverlay() {
+    command("Mnu_Overlay")->setText(QStringLiteral("&Overlay Data File"));
+    key("OverlayData")->setText(QStringLiteral("Overlay"));
+    core::state().OverlayLoaded = 0;
+    m_view.RocosFromOverlay = 0;
+}
+
+void DataGraph::Mnu_DeleteRun_Click() {
+    core::SharedState& state = core::state();
+    EnableGraphMenus(false);
+    form<LoadFile>().chooseToDelete(QStringLiteral("Delete File"));
+    EnableGraphMenus(true);
+    // The chooser has put the deleted run's path into the state.
+    state.DataFilePath = m_shownFile;
+    if (hasRun() && !platform::services().files->exists(m_shownFile)) clearGraph();
+    enableNeighbours();
+}
+
+void DataGraph::clearGraph() {
+    core::state().SampleCount = 0;
+    Trend->surface().setAutoRedraw(true);
+    Trend->surface().cls();
+    for (const ChannelCell* one : m_cells) {
+        one->value->clear();
+        one->overlay->clear();
+    }
+    m_readOuts->LoggerTime->clear();
+    setCaption(graph::captionWithoutRun);
+    enableRunCommands(false);
+}
+
+// Back and forward, where the list goes on.
+void DataGraph::enableNeighbours() {
+    const bool listed = isLoaded<LoadFile>() && form<LoadFile>().chosenRow() >= 0;
+    const int row = listed ? form<LoadFile>().chosenRow() : 0;
+    const bool before = listed && row > 0;
+    const bool behind = listed && row + 1 < form<LoadFile>().rowCount();
+    command("GraphChange(0)")->setEnabled(before);
+    key("PreviousData")->setEnabled(before);
+    command("GraphChange(1)")->setEnabled(behind);
+    key("NextData")->setEnabled(behind);
+}
+
+} // namespace kvo::forms

@@ -1,0 +1,68 @@
+#include "graph/forms/read_out_line.h"
+
+#include "platform/qt/application.h"
+#include "platform/qt/form_kit.h"
+
+#include <QFontMetrics>
+
+namespace kvo::forms {
+
+using namespace platform_qt;
+
+namespace {
+
+constexpr int gap = 12;
+constexpr int barWidth = 180;
+
+} // namespace
+
+ReadOutLine::ReadOutLine(QWidget* parent)
+    : QWidget(parent), LoggerTime(named(new QLabel(this), "LoggerTime")),
+      Label_DataChanel(named(new QLabel(this), "Label_DataChanel")),
+      LoadingFrame(named(new QWidget(this), "LoadingFrame")),
+      LoadingText(named(new QLabel(LoadingFrame), "LoadingText")),
+      LoadingFile(named(new QLabel(LoadingFrame), "LoadingFile")),
+      ProgressBar1(named(new QProgressBar(LoadingFrame), "ProgressBar1")) {
+    for (QLabel* label : {LoggerTime, Label_DataChanel, LoadingText, LoadingFile}) {
+        label->setTextFormat(Qt::PlainText);
+        label->setFont(tabularFont());
+    }
+    QFont bold = LoggerTime->font();
+    bold.setBold(true);
+    LoggerTime->setFont(bold);
+    ProgressBar1->setAccessibleName(QStringLiteral("Loading"));
+    ProgressBar1->setTextVisible(false);
+    LoadingFrame->hide();
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+}
+
+QSize ReadOutLine::minimumSizeHint() const {
+    return {400, fontMetrics().height() + 4};
+}
+
+void ReadOutLine::showLoading(bool on) {
+    place();
+    LoadingFrame->setVisible(on);
+    if (on) LoadingFrame->repaint();
+}
+
+void ReadOutLine::resizeEvent(QResizeEvent*) {
+    place();
+}
+
+void ReadOutLine::place() {
+    const int time =
+        QFontMetrics(LoggerTime->font()).horizontalAdvance(QStringLiteral("Time: -00.00 sec "));
+    const int text = LoadingText->sizeHint().width();
+    const int file = LoadingFile->sizeHint().width();
+    const int loading = text + file + barWidth + 2 * gap;
+    LoggerTime->setGeometry(0, 0, time, height());
+    Label_DataChanel->setGeometry(
+        time + gap, 0, qMax(0, width() - time - loading - 2 * gap), height());
+    LoadingFrame->setGeometry(width() - loading, 0, loading, height());
+    LoadingText->setGeometry(0, 0, text, height());
+    LoadingFile->setGeometry(text + gap, 0, file, height());
+    ProgressBar1->setGeometry(loading - barWidth, 2, barWidth, height() - 4);
+}
+
+} // namespace kvo::forms
