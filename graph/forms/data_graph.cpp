@@ -149,18 +149,18 @@ void DataGraph::showTimeLine() {
     core::SharedState& state = core::state();
     const int sample = m_view.CursorSample;
     const auto x = static_cast<float>(sample);
-    // Required: it is the number 12 that is looked for, not the colour of that number.
-    const int colour = state.Config.GraphBackColour == 12 ? 4 : 12;
+    const platform::Colour colour = graph::timeLineColour(state.Config.GraphBackColour);
     platform::Surface& surface = Trend->surface();
     surface.setAutoRedraw(false);
     surface.refresh();
     surface.setDrawStyle(4);
-    surface.line(x, graph::trendTop, x, 0, platform::paletteColour(colour));
+    surface.line(x, graph::trendTop, x, 0, colour);
     surface.setDrawStyle(0);
     const graph::TimeLineTexts texts = graph::timeLineTexts(state, m_view, sample);
     m_readOuts->LoggerTime->setText(shown(texts.loggerTime));
     for (const graph::LabelText& label : texts.labels) {
-        cell(label.channel).value->setText(shown(label.text));
+        ChannelCell& shownIn = cell(label.channel);
+        (label.overlay ? shownIn.overlay : shownIn.value)->setText(shown(label.text));
     }
 }
 

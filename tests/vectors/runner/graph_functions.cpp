@@ -200,6 +200,7 @@ void addGraphFunctions() {
     addWindowRules();
     addSizes();
     addGraphDrawing();
+    addGraphCursor();
 }
 
 } // namespace kvo::vectors

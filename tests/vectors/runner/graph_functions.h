@@ -15,5 +15,6 @@ std::unique_ptr<core::SharedState> stateOf(const Case& c);
 
 // The parts of the group.
 void addGraphDrawing();
+void addGraphCursor();
 
 } // namespace kvo::vectors

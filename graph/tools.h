@@ -1,0 +1,27 @@
+#pragma once
+// The two tools that rewrite a run: an input shaft speed derived from the output shaft, and a new
+// time zero. Each asks the user, changes the run in memory and writes its file.
+#include "core/shared_state.h"
+#include "platform/dialogs.h"
+#include "platform/files.h"
+
+#include <vector>
+
+namespace kvo::graph {
+
+struct ToolResult {
+    bool changed = false;          // the picture is to be drawn again
+    platform::WriteResult written; // of the run file; not tried where nothing changed
+    std::vector<int> shiftPoints;  // sample numbers, of the clutch tool
+};
+
+// Derives InputRpm of every sample from OutputRpm and the gear ratios. A speed that does not fit 16
+// bits ends the tool: the samples before it stay changed in memory, the file is not written.
+ToolResult Mnu_RedoClutch(
+    core::SharedState& state, platform::Dialogs& dialogs, platform::Files& files);
+
+// Moves TimeOffset of the run.
+ToolResult Mnu_TimeOffset(
+    core::SharedState& state, platform::Dialogs& dialogs, platform::Files& files);
+
+} // namespace kvo::graph
