@@ -52,6 +52,9 @@ public:
     void DownloadSafe();
     // Two samples a batch, the next batch asked for before the last is taken apart.
     void DownloadFast();
+    // Tells the user that the logger stopped responding, closes the port and unloads the form;
+    // once.
+    void reportFailure();
 
 private:
     void safeSample(int i);
@@ -60,7 +63,6 @@ private:
     void takeSample(int i, std::string_view record);
     void clearUnfilled(core::RunSample& row) const;
     void showProgress(int i);
-    void fail();
 
     LoggerLink& m_link;
     core::SharedState& m_state;
@@ -69,6 +71,7 @@ private:
     platform::Dialogs& m_dialogs;
     std::function<bool()> m_cancelled;
     DownloadType m_type{};
+    bool m_failureTold = false;
 };
 
 } // namespace kvo::link

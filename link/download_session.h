@@ -48,6 +48,7 @@ private:
     bool chooseOtherPlace(const std::string& name);
     void addToIndex();
     void offerView();
+    void show(const std::string& text);
     void unloadView();
 
     LoggerLink& m_link;

@@ -16,13 +16,13 @@ namespace kvo::link {
 inline constexpr double tickSeconds = 4e-06; // period counts are in these
 
 // What the computer sends.
-enum Command : std::uint8_t {
-    areYouThere = 0x51,        // "Q", answered by "?"
-    nextByte = 0x44,           // "D", the next byte of the logger's stream
-    startConfiguration = 0x53, // "S"
-    startPitRun = 0x50,        // "P"
-    stopPitRun = 0x70          // "p"
-};
+namespace command {
+inline constexpr std::uint8_t areYouThere = 0x51;        // "Q", answered by "?"
+inline constexpr std::uint8_t nextByte = 0x44;           // "D", the next byte of the stream
+inline constexpr std::uint8_t startConfiguration = 0x53; // "S"
+inline constexpr std::uint8_t startPitRun = 0x50;        // "P"
+inline constexpr std::uint8_t stopPitRun = 0x70;         // "p"
+} // namespace command
 inline constexpr std::int32_t loggerIsHere = 0x3F; // "?"
 
 class LoggerLink {

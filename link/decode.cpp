@@ -1,0 +1,81 @@
+#include "link/decode.h"
+
+#include "core/analog_tables.h"
+#include "core/basic/numbers.h"
+
+#include <algorithm>
+
+namespace kvo::link {
+namespace {
+
+// Shorter periods are noise. The third channel gives two pulses a revolution, hence its halves.
+constexpr double shaftThreshold = 0.00192;
+constexpr double outputThreshold = 0.00096;
+// At one pulse a revolution and a period of t seconds a wheel of D inches does D / t x this / 200
+// mph.
+constexpr double wheelConstant = 35.69991652;
+constexpr std::uint8_t throughTable = 2;
+
+void convertShaft(std::int16_t& rpm, std::int32_t period, double threshold, double correction,
+    double pulsesARevolution) {
+    const double t = period > 0 ? period * tickSeconds : 0;
+    if (t > threshold)
+        core::keepOnFailure(rpm, core::CInt(60 / t * correction / pulsesARevolution));
+    else
+        rpm = 0;
+}
+
+void convertSpeed(std::int32_t& speed, const core::AppConfig& config) {
+    if (speed <= 0) {
+        speed = 0;
+        return;
+    }
+    // Required: no lower limit here, a period of 1 counts.
+    const double t = speed * tickSeconds;
+    const double raw = (1 / t) * static_cast<double>(config.Wheel) * wheelConstant *
+                       static_cast<double>(config.Speed_Correction);
+    core::keepOnFailure(speed, core::CLng(raw));
+}
+
+} // namespace
+
+void convertPulses(core::SharedState& state, const PulsePeriods& periods) {
+    const core::AppConfig& config = state.Config;
+    state.PeakSpeedRaw = 0;
+    const int count = std::min<int>(state.SampleCount, core::maxSamples);
+    for (int i = 1; i <= count; ++i) {
+        core::RunSample& row = state.Run.samples[i];
+        convertShaft(row.EngineRpm, periods.EnginePeriod[i], shaftThreshold,
+            static_cast<double>(config.Engine_Correction), 1);
+        convertShaft(row.InputRpm, periods.InputPeriod[i], shaftThreshold,
+            static_cast<double>(config.Clutch_Correction), 1);
+        convertShaft(row.OutputRpm, periods.OutputPeriod[i], outputThreshold,
+            static_cast<double>(config.Pinion_Correction), 2);
+        convertSpeed(row.SpeedRaw, config);
+        state.PeakSpeedRaw = std::max(state.PeakSpeedRaw, row.SpeedRaw);
+    }
+}
+
+int analogChannelsWithTables(int dataType) {
+    if (const auto type = downloadType(dataType)) return type->analogWithTables;
+    return dataType < 17 ? 4 : 8;
+}
+
+void convertAnalogChannel(core::SharedState& state, int channel) {
+    const int count = std::min<int>(state.SampleCount, core::maxSamples);
+    for (int i = 1; i <= count; ++i) {
+        std::uint8_t& raw = state.Run.samples[i].Analog[channel];
+        raw = core::applyAnalogTable(state.Tables[channel], state.Config.AnalogScale[channel], raw);
+    }
+}
+
+void convertAnalogTables(core::SharedState& state, platform::Files& files) {
+    const int channels = analogChannelsWithTables(state.DataType);
+    for (int c = 1; c <= channels; ++c) {
+        if (state.Config.Analog_Type[c] != throughTable) continue;
+        core::LoadAnalogTable(state.AppFolder, core::analogTableName(c), c, state.Tables, files);
+        convertAnalogChannel(state, c);
+    }
+}
+
+} // namespace kvo::link

@@ -1,0 +1,256 @@
+#include "link/download_session.h"
+
+#include "core/basic/numbers.h"
+#include "core/basic/pictures.h"
+#include "core/config.h"
+#include "core/run_file.h"
+#include "core/run_index.h"
+#include "link/decode.h"
+
+namespace kvo::link {
+
+using platform::Reply;
+namespace boxStyle = platform::boxStyle;
+
+void showDateCheck(
+    const core::AppConfig& config, platform::Dialogs& dialogs, const platform::Clock& clock) {
+    if (config.Date_Prompt == 1) return;
+    dialogs.messageBox(" If this DATE is Not Correct. Please Fix Before Downloading!\r\n"
+                       "As it is used for Dating the Download Files ?",
+        boxStyle::warning, "Date: " + core::Format(clock.now(), "dddd, d mmmm yyyy"));
+}
+
+DownloadSession::DownloadSession(LoggerLink& link, core::SharedState& state, DownloadView& view,
+    platform::Dialogs& dialogs, const platform::Clock& clock, platform::Files& files)
+    : m_link(link), m_state(state), m_view(view), m_dialogs(dialogs), m_clock(clock),
+      m_files(files) {
+    m_state.DataType = 0; // disarms the failure flag of ReadReply until a header has been read
+}
+
+void DownloadSession::unloadView() {
+    if (m_unloaded) return;
+    m_unloaded = true;
+    m_view.unload();
+}
+
+void DownloadSession::show(const std::string& text) {
+    if (!m_unloaded) m_view.setText_Display(text);
+}
+
+void DownloadSession::Cancel_Command_Click() {
+    m_cancelled = true;
+    m_link.LinkFailed = -1;
+    m_link.CloseLoggerPort();
+    unloadView();
+}
+
+void DownloadSession::Command_Send_Click() {
+    if (m_running || m_unloaded) return;
+    m_running = true;
+    run();
+    m_running = false;
+}
+
+void DownloadSession::run() {
+    if (!startSession()) return;
+    if (m_state.Config.SpeedWheel_Prompt != 1) askWheel();
+    if (m_cancelled) return;
+    m_link.ReadLoggerHeader();
+    if (m_cancelled || !takeDataType()) return;
+    m_view.hideButtons();
+    m_view.setProgressMax(m_state.SampleCount);
+    transfer();
+    if (m_cancelled) return;
+    show("Now checked data for errors");
+    convertPulses(m_state, m_periods);
+    convertAnalogTables(m_state, m_files);
+    m_link.CloseLoggerPort();
+    if (m_link.LinkFailed == -1) return;
+    std::string title;
+    if (askTitle(title)) save(title);
+}
+
+// Up to an answered "Q". False: the session is over, and the user knows why.
+bool DownloadSession::startSession() {
+    m_link.LinkFailed = 0;
+    m_link.OpenLoggerPort(m_state.Config.CommPort);
+    m_link.port().setInputLen(1);
+    core::LoadConfig(m_state.AppFolder, m_state.Config, m_files, m_dialogs,
+        [this] { m_view.showSoftwareSetup(); });
+    if (m_link.LinkFailed == -1) return false;
+    const bool answered = m_link.greetLogger();
+    if (m_cancelled) return false;
+    if (!answered) m_link.reportNoReply("Download Error !");
+    return answered;
+}
+
+void DownloadSession::askWheel() {
+    core::AppConfig& config = m_state.Config;
+    const auto wheel = static_cast<double>(config.Wheel);
+    const Reply correct = m_dialogs.messageBox(
+        "It is Essential that the Diameter of the Front Wheel is Entered.\r\n\r\n"
+        "    So the speed calculations are correct from the Download.\r\n"
+        "    The Front Wheel is ( " +
+            core::Format(wheel, "#0.0 ") +
+            ")inches in diameter.\r\n\r\n"
+            "    Is this Correct?",
+        boxStyle::yesNo, "Front Wheel Dimeter");
+    if (correct == Reply::yes) return;
+    // It holds for this download only: the next one reads the old one back from the file.
+    config.Wheel = static_cast<float>(core::Val(m_dialogs.inputBox(
+        "Enter the new Wheel Diameter", "New Wheel Diameter", core::Format(wheel, "#0.0"))));
+}
+
+// False for a data type without a download. Required: then the form stays with its buttons and the
+// port stays open, in silence.
+bool DownloadSession::takeDataType() {
+    m_state.SampleCount = 0;
+    const auto type = downloadType(m_state.DataType);
+    if (!type) return false;
+    m_state.SampleCount = static_cast<std::uint16_t>(type->SampleCount);
+    m_state.Run.tail.TimeOffset = static_cast<std::int16_t>(type->TimeOffset);
+    if (type->DataType == 43)
+        m_dialogs.messageBox(
+            "Please note this software will not support all the channels on your logger.\r\n"
+            "The program HJN.EXE supports all of them.",
+            boxStyle::warning, "Warning");
+    return !m_cancelled;
+}
+
+void DownloadSession::transfer() {
+    Download download(
+        m_link, m_state, m_periods, m_view, m_dialogs, [this] { return m_cancelled; });
+    constexpr std::size_t fastMode = 1; // the second of the pair of options
+    if (m_state.Config.CheckBits[fastMode] != 0)
+        download.DownloadFast();
+    else
+        download.DownloadSafe();
+    if (m_link.LinkFailed != -1) return;
+    // A byte that was lost in the header is a failed transfer too, though the fast mode goes by its
+    // batches alone; without a word the form would stand there without its buttons.
+    download.reportFailure();
+    m_unloaded = true;
+}
+
+std::string DownloadSession::suggestedTitle() const {
+    const auto entries = core::readRunIndex(core::indexPath(m_state.AppFolder, m_files), m_files);
+    return core::suggestTitle(
+        entries.empty() ? std::string() : entries.back().Description, m_clock.now());
+}
+
+// False: the user gives the run up, and the form is gone.
+bool DownloadSession::askTitle(std::string& title) {
+    do {
+        show("Download Compleat");
+        title = m_dialogs.inputBox("Enter Run Number?\r\n\r\n"
+                                   "This can be just a number (1) or number\r\n"
+                                   "and information (1 Western Nationals).",
+            "Run Title", suggestedTitle());
+        if (!title.empty()) continue;
+        const Reply giveUp =
+            m_dialogs.messageBox("NO DATA will be Saved to Disk.\r\n\r\nDo You Wish To Continue",
+                boxStyle::yesNo + boxStyle::warning, "Data Warning");
+        if (giveUp == Reply::yes) {
+            unloadView();
+            return false;
+        }
+    } while (
+        !(core::Val(title) > 0)); // a title that starts with a word is refused without a message
+    return true;
+}
+
+void DownloadSession::save(const std::string& title) {
+    show("The Data Is now being Saved to Disk. Please wait!");
+    m_dialogs.setHourglass(true);
+    const platform::DateTime now = m_clock.now();
+    const std::string name = core::runFileName(now);
+    const std::string separator(1, m_files.separator());
+    m_state.RunText = core::runText(title, now);
+    m_state.DataFilePath = m_state.AppFolder + separator + "Data" + separator + name;
+    m_state.SaveMode = 0;
+    if (!saveRunFile(name)) {
+        m_state.IndexNoSort = 0;
+        unloadView();
+        return;
+    }
+    offerView();
+}
+
+// Writes the run, into another folder if the user chooses one, and the index. False: the user was
+// asked until they gave up, and nothing on disk says otherwise. The run is still in memory.
+bool DownloadSession::saveRunFile(const std::string& name) {
+    const std::string ownPlace = m_state.DataFilePath;
+    for (;;) {
+        m_dialogs.setHourglass(true);
+        const platform::WriteResult written = core::SaveRun(m_state, m_files);
+        m_dialogs.setHourglass(false);
+        if (written) break;
+        const Reply again = m_dialogs.messageBox(
+            "The run could NOT be saved to Disk.\r\n" + written.message +
+                "\r\n\r\nThe run is still in memory. Retry, or Cancel to choose another folder.",
+            boxStyle::retryCancel + boxStyle::critical, "Run Not Saved");
+        if (again != Reply::retry && !chooseOtherPlace(name)) return false;
+    }
+    m_state.IndexNoSort = -1;
+    if (m_state.DataFilePath == ownPlace) {
+        addToIndex();
+    } else {
+        m_dialogs.messageBox("The run is saved as\r\n" + m_state.DataFilePath +
+                                 "\r\n\r\nIt is not in the list of runs.",
+            boxStyle::warning, "Run Saved Elsewhere");
+    }
+    m_view.refreshChooser();
+    return true;
+}
+
+// False: the user does not want the run saved at all. A folder or a change of mind are a new try.
+bool DownloadSession::chooseOtherPlace(const std::string& name) {
+    const auto folder = m_dialogs.chooseFolder("Save the run in another folder", m_state.AppFolder);
+    if (folder) {
+        m_state.DataFilePath = *folder + std::string(1, m_files.separator()) + name;
+        return true;
+    }
+    const Reply giveUp = m_dialogs.messageBox(
+        "The run is NOT saved. The On Board Computer still has it until the next run.\r\n\r\n"
+        "Do you want to leave it unsaved?",
+        boxStyle::yesNo + boxStyle::warning + boxStyle::secondDefault, "Run Not Saved");
+    return giveUp != Reply::yes;
+}
+
+void DownloadSession::addToIndex() {
+    for (;;) {
+        const platform::WriteResult written = core::AddRunToIndex(m_state, m_files);
+        if (written) return;
+        const Reply again = m_dialogs.messageBox(
+            "The run is saved as\r\n" + m_state.DataFilePath +
+                "\r\nbut it could NOT be added to the list of runs.\r\n" + written.message,
+            boxStyle::retryCancel + boxStyle::critical, "Run Not Listed");
+        if (again != Reply::retry) return;
+    }
+}
+
+void DownloadSession::offerView() {
+    show("");
+    m_dialogs.beep();
+    const Reply wanted =
+        m_dialogs.messageBox("The On Board Computer Data is now saved to Disk.\r\n\r\n"
+                             "You can now SWICH OFF The On Board Computer.\r\n\r\n\r\n"
+                             "         Do you want to View this download now ?",
+            boxStyle::yesNo, "Download Saved");
+    if (wanted != Reply::yes) {
+        m_state.IndexNoSort = 0;
+        unloadView();
+        return;
+    }
+    m_dialogs.setHourglass(true);
+    m_state.InfoFilePath = m_state.DataFilePath;
+    m_state.InfoFilePath.back() = 'i';
+    std::string caption = m_state.RunText;
+    caption.pop_back(); // the "#"
+    unloadView();
+    // IndexNoSort stays at -1: it tells the graph that the run is that of DataFilePath.
+    m_view.showDataGraph(caption);
+    m_dialogs.setHourglass(false);
+}
+
+} // namespace kvo::link
