@@ -234,7 +234,9 @@ void LoadOverlayRun(SharedState& state, const std::string& chosenName, const pla
 
 platform::WriteResult SaveRun(SharedState& state, platform::Files& files) {
     const std::string folder = dataFolder(state.AppFolder, files);
-    if (!files.folderExists(folder)) {
+    // A run that the user saves elsewhere must not fail for want of the program's own folder.
+    const bool ownPlace = state.DataFilePath.rfind(folder, 0) == 0;
+    if (ownPlace && !files.folderExists(folder)) {
         if (auto made = files.makeFolder(folder); !made) return made;
     }
     if (state.SaveMode != -1) state.RunHeaderLine = headerLine(state);

@@ -60,6 +60,15 @@ std::optional<DownloadType> downloadType(int dataType) {
         layout->exhaustAt};
 }
 
+std::optional<DownloadType> prepareDownload(core::SharedState& state) {
+    state.SampleCount = 0;
+    const auto type = downloadType(state.DataType);
+    if (!type) return std::nullopt;
+    state.SampleCount = static_cast<std::uint16_t>(type->SampleCount);
+    state.Run.tail.TimeOffset = static_cast<std::int16_t>(type->TimeOffset);
+    return type;
+}
+
 std::string progressText(int sample, int sampleCount) {
     const double percent = sampleCount > 0 ? sample / (sampleCount / 100.0) : 0;
     return "Downloading data from the On Board Computer.   " +

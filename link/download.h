@@ -37,6 +37,9 @@ struct DownloadType {
 // The row of a data type, nothing for one that has no download.
 std::optional<DownloadType> downloadType(int dataType);
 
+// Sets SampleCount (0 for a type that has no download) and TimeOffset (stays then) by DataType.
+std::optional<DownloadType> prepareDownload(core::SharedState& state);
+
 // "Downloading data from the On Board Computer.   " and the whole percent.
 std::string progressText(int sample, int sampleCount);
 

@@ -104,11 +104,8 @@ void DownloadSession::askWheel() {
 // False for a data type without a download. Required: then the form stays with its buttons and the
 // port stays open, in silence.
 bool DownloadSession::takeDataType() {
-    m_state.SampleCount = 0;
-    const auto type = downloadType(m_state.DataType);
+    const auto type = prepareDownload(m_state);
     if (!type) return false;
-    m_state.SampleCount = static_cast<std::uint16_t>(type->SampleCount);
-    m_state.Run.tail.TimeOffset = static_cast<std::int16_t>(type->TimeOffset);
     if (type->DataType == 43)
         m_dialogs.messageBox(
             "Please note this software will not support all the channels on your logger.\r\n"
