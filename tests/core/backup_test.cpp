@@ -1,0 +1,97 @@
+#include "core/backup.h"
+#include "core/paths.h"
+#include "tests/support/memory_files.h"
+
+#include <gtest/gtest.h>
+
+namespace kvo::core {
+namespace {
+
+using platform::Bytes;
+using testing::MemoryFiles;
+
+constexpr const char* folder = "/kvo";
+constexpr const char* run = "/kvo/Data/26111514.52d";
+
+TEST(Backup, KeepsEveryStateThatIsReplaced) {
+    MemoryFiles files;
+    for (const Bytes& state : {Bytes{1}, Bytes{2}, Bytes{3}}) {
+        ASSERT_TRUE(replaceKept(folder, run, state, files));
+    }
+    EXPECT_EQ(files.read(run), Bytes{3});
+    EXPECT_EQ(files.read("/kvo/Backup/26111514.52d.0001"), Bytes{1});
+    EXPECT_EQ(files.read("/kvo/Backup/26111514.52d.0002"), Bytes{2});
+    EXPECT_FALSE(files.exists("/kvo/Backup/26111514.52d.0003"));
+}
+
+TEST(Backup, KeepsNothingOfAFileThatIsOnlyContinued) {
+    MemoryFiles files;
+    files.put(run, {1, 2});
+    ASSERT_TRUE(replaceKept(folder, run, Bytes{1, 2, 3}, files));
+    ASSERT_TRUE(replaceKept(folder, run, Bytes{1, 2, 3}, files));
+    EXPECT_TRUE(files.list("/kvo/Backup").empty());
+}
+
+TEST(Backup, DoesNotKeepTheSameStateTwice) {
+    MemoryFiles files;
+    files.put(run, {1});
+    ASSERT_TRUE(keepCopy(folder, run, files));
+    ASSERT_TRUE(keepCopy(folder, run, files));
+    EXPECT_EQ(files.list("/kvo/Backup").size(), 1U);
+}
+
+TEST(Backup, CountsOnlyTheCopiesOfItsOwnFile) {
+    MemoryFiles files;
+    files.put(run, {1});
+    files.put("/kvo/Backup/26111514.52d.0007", {9});
+    files.put("/kvo/Backup/26111514.52d.9x99", {9});
+    files.put("/kvo/Backup/26111514.52d.0099.txt", {9});
+    files.put("/kvo/Backup/26111514.53d.0050", {9});
+    files.put("/kvo/Backup/26111514.52d.99999999999999", {9});
+    ASSERT_TRUE(keepCopy(folder, run, files));
+    EXPECT_EQ(files.read("/kvo/Backup/26111514.52d.0008"), Bytes{1});
+}
+
+TEST(Backup, GoesOnBehindTenThousandCopies) {
+    MemoryFiles files;
+    files.put(run, {1});
+    files.put("/kvo/Backup/26111514.52d.9999", {9});
+    ASSERT_TRUE(keepCopy(folder, run, files));
+    files.put(run, {2});
+    ASSERT_TRUE(keepCopy(folder, run, files));
+    EXPECT_EQ(files.read("/kvo/Backup/26111514.52d.10000"), Bytes{1});
+    EXPECT_EQ(files.read("/kvo/Backup/26111514.52d.10001"), Bytes{2});
+}
+
+TEST(Backup, ReplacesNothingThatItCouldNotKeep) {
+    MemoryFiles files;
+    files.put(run, {1});
+    files.failWrites("/kvo/Backup", MemoryFiles::Failure::fullDisk);
+    const auto replaced = replaceKept(folder, run, Bytes{2}, files);
+    EXPECT_FALSE(replaced);
+    EXPECT_FALSE(replaced.message.empty());
+    EXPECT_FALSE(removeKept(folder, run, files));
+    EXPECT_EQ(files.read(run), Bytes{1});
+}
+
+TEST(Backup, KeepsWhatIsDeleted) {
+    MemoryFiles files;
+    files.put(run, {1});
+    ASSERT_TRUE(removeKept(folder, run, files));
+    EXPECT_FALSE(files.exists(run));
+    EXPECT_EQ(files.read("/kvo/Backup/26111514.52d.0001"), Bytes{1});
+    EXPECT_TRUE(removeKept(folder, run, files)) << "a file that is gone is no failure";
+}
+
+TEST(Paths, HaveOneSeparatorBetweenTheirParts) {
+    const MemoryFiles files;
+    EXPECT_EQ(joined("/kvo", "a", files), "/kvo/a");
+    EXPECT_EQ(joined("/", "a", files), "/a");
+    EXPECT_EQ(baseName("/kvo/Data/a.d"), "a.d");
+    EXPECT_EQ(baseName("C:\\Kvo\\a.d"), "a.d");
+    EXPECT_EQ(baseName("a.d"), "a.d");
+    EXPECT_EQ(dataFolder("/kvo", files), "/kvo/Data");
+}
+
+} // namespace
+} // namespace kvo::core
