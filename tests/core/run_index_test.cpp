@@ -1,0 +1,255 @@
+#include "core/basic/numbers.h"
+#include "core/run_index.h"
+#include "tests/support/memory_files.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <chrono>
+#include <memory>
+#include <random>
+
+namespace kvo::core {
+namespace {
+
+using testing::MemoryFiles;
+
+constexpr const char* path = "/kvo/Data/KvoData.Ini";
+
+struct Index {
+    MemoryFiles files;
+    std::unique_ptr<SharedState> state = std::make_unique<SharedState>();
+    Index() { state->AppFolder = "/kvo"; }
+
+    platform::WriteResult add(const std::string& description, std::int16_t noSort = 0) {
+        state->RunIndexBuffer[1] = {"26111514.52d", description};
+        state->IndexNoSort = noSort;
+        return AddRunToIndex(*state, files);
+    }
+    std::vector<std::string> descriptions() const {
+        std::vector<std::string> texts;
+        for (const auto& entry : readRunIndex(path, files)) texts.push_back(entry.Description);
+        return texts;
+    }
+};
+
+TEST(RunDateKey, IsCenturyMonthDayAndRun) {
+    EXPECT_EQ(RunDateKey("Sun 15 Nov 2026 Run: 3"), 20111503);
+    EXPECT_EQ(RunDateKey("Thu 05 Nov 2026 Run: 12"), 20110512);
+    EXPECT_EQ(RunDateKey("Sat 15 Nov 1997 Run: 3"), 19111503);
+}
+
+TEST(RunDateKey, DoesNotKnowTheYear) {
+    EXPECT_EQ(RunDateKey("Sun 15 Nov 2026 Run: 3"), RunDateKey("Mon 15 Nov 2027 Run: 3"));
+    EXPECT_GT(RunDateKey("Thu 31 Dec 2026 Run: 1"), RunDateKey("Tue 01 Jun 2027 Run: 1"));
+}
+
+TEST(RunDateKey, TakesTwoCharactersOfTheRun) {
+    EXPECT_EQ(RunDateKey("Sun 15 Nov 2026 Run: 123"), 20111512);
+    EXPECT_EQ(RunDateKey("Sun 15 Nov 2026 Run: 4 Western 9"), 20111504);
+}
+
+TEST(RunDateKey, ReadsFromFixedPlacesWhereATextIsMissing) {
+    EXPECT_EQ(RunDateKey(""), 0);
+    EXPECT_EQ(RunDateKey(" "), 0);
+    EXPECT_EQ(RunDateKey("abc"), 0);
+    EXPECT_EQ(RunDateKey(std::string(160, ' ')), 0);
+    EXPECT_EQ(RunDateKey("xxx 15 Nov 2026"), 20111500 + 15) << "Run: missing: from character 5";
+}
+
+TEST(RunDateKey, TakesAnyBytes) {
+    std::mt19937 random(7);
+    std::uniform_int_distribution<int> byte(0, 255);
+    for (int i = 0; i < 20000; ++i) {
+        std::string text;
+        for (int length = byte(random) % 40; length > 0; --length) {
+            text += static_cast<char>(i % 2 == 0 ? byte(random) : "0 9.-Run: J"[byte(random) % 11]);
+        }
+        EXPECT_LE(RunDateKey(text), 999999999) << text;
+    }
+}
+
+TEST(RunFileName, IsTheMomentOfSaving) {
+    EXPECT_EQ(runFileName({2026, 11, 15, 14, 52, 59}), "26111514.52d");
+    EXPECT_EQ(runFileName({2000, 1, 1, 0, 0, 0}), "00010100.00d");
+}
+
+TEST(RunText, TakesOneHundredAndThirtyCharactersOfTheTitle) {
+    const platform::DateTime day{2026, 11, 15, 0, 0, 0};
+    EXPECT_EQ(runText("1 First", day), " Date:Sun 15 Nov 2026 Run: 1 First#");
+    EXPECT_EQ(runText(std::string(200, 'x'), day),
+        " Date:Sun 15 Nov 2026 Run: " + std::string(130, 'x') + "#");
+}
+
+TEST(IndexDescription, RunsToTheFirstHash) {
+    EXPECT_EQ(indexDescription(" Date:Sun 15 Nov 2026 Run: 1 #2#"), "Sun 15 Nov 2026 Run: 1 ");
+    EXPECT_EQ(indexDescription(" Date:no hash"), "");
+    EXPECT_EQ(indexDescription("#"), "");
+    EXPECT_EQ(indexDescription(""), "");
+    EXPECT_EQ(indexDescription(" Date:#"), "");
+}
+
+TEST(AddRunToIndex, AFirstDownloadLeavesOneRecord) {
+    Index index;
+    ASSERT_TRUE(index.add("Sun 15 Nov 2026 Run: 1", -1));
+    const auto file = index.files.read(path).value();
+    ASSERT_EQ(file.size(), 240U);
+    EXPECT_EQ(std::string(file.begin(), file.begin() + 14), "26111514.52d  ");
+    EXPECT_EQ(std::string(file.begin() + 80, file.begin() + 104), "Sun 15 Nov 2026 Run: 1  ");
+}
+
+TEST(AddRunToIndex, ADownloadGoesToTheEnd) {
+    Index index;
+    ASSERT_TRUE(index.add("Sun 15 Nov 2026 Run: 1", -1));
+    ASSERT_TRUE(index.add("Sat 14 Nov 2026 Run: 1", -1));
+    ASSERT_TRUE(index.add("Sun 15 Nov 2026 Run: 2", -1));
+    EXPECT_EQ(index.descriptions(), (std::vector<std::string>{"Sun 15 Nov 2026 Run: 1",
+                                        "Sat 14 Nov 2026 Run: 1", "Sun 15 Nov 2026 Run: 2"}));
+}
+
+TEST(AddRunToIndex, AnImportSortsTheWholeIndexNewestFirst) {
+    Index index;
+    for (const char* text : {"Sun 15 Nov 2026 Run: 9", "Sat 14 Nov 2026 Run: 1"}) {
+        ASSERT_TRUE(index.add(text, -1));
+    }
+    ASSERT_TRUE(index.add("Sun 15 Nov 2026 Run: 10"));
+    EXPECT_EQ(index.descriptions(), (std::vector<std::string>{"Sun 15 Nov 2026 Run: 10",
+                                        "Sun 15 Nov 2026 Run: 9", "Sat 14 Nov 2026 Run: 1"}));
+}
+
+TEST(AddRunToIndex, EqualKeysStayInTheirOrder) {
+    Index index;
+    const std::vector<std::string> same{"Sun 15 Nov 2026 Run: 1 a", "Sun 15 Nov 2026 Run: 1 b",
+        "Mon 15 Nov 2027 Run: 1 c", "Sun 15 Nov 2026 Run: 1 d"};
+    for (const std::string& text : same) ASSERT_TRUE(index.add(text));
+    EXPECT_EQ(index.descriptions(), same);
+}
+
+// The order is that of comparing every record with every later one and exchanging them.
+TEST(AddRunToIndex, OrdersAsAnExchangeOfPairsDoes) {
+    Index index;
+    std::vector<std::string> expected;
+    std::mt19937 random(3);
+    for (int i = 0; i < 60; ++i) {
+        const int day = 10 + i % 20;
+        expected.push_back("Sun " + std::to_string(day) + (i % 3 == 0 ? " Nov" : " Mar") +
+                           " 2026 Run: " + std::to_string(1 + i / 20));
+    }
+    std::shuffle(expected.begin(), expected.end(), random);
+    for (const std::string& text : expected) ASSERT_TRUE(index.add(text, -1));
+    expected.emplace_back("Sun 09 Jun 2026 Run: 1");
+    ASSERT_TRUE(index.add(expected.back()));
+    for (std::size_t i = 0; i + 1 < expected.size(); ++i) {
+        for (std::size_t j = i + 1; j < expected.size(); ++j) {
+            if (RunDateKey(expected[j]) > RunDateKey(expected[i])) {
+                std::swap(expected[i], expected[j]);
+            }
+        }
+    }
+    EXPECT_EQ(index.descriptions(), expected);
+}
+
+TEST(AddRunToIndex, CompletesARecordThatWasCutShort) {
+    Index index;
+    ASSERT_TRUE(index.add("Sun 15 Nov 2026 Run: 1", -1));
+    platform::Bytes file = index.files.read(path).value();
+    file.resize(100);
+    index.files.put(path, file);
+    EXPECT_EQ(index.descriptions(), std::vector<std::string>{"Sun 15 Nov 2026 Run:"});
+    ASSERT_TRUE(index.add("Sun 15 Nov 2026 Run: 2", -1));
+    EXPECT_EQ(index.files.read(path)->size(), 480U);
+    EXPECT_EQ(index.descriptions().back(), "Sun 15 Nov 2026 Run: 2");
+}
+
+TEST(AddRunToIndex, TellsOfAFullDiskAndLeavesTheIndex) {
+    Index index;
+    ASSERT_TRUE(index.add("Sun 15 Nov 2026 Run: 1", -1));
+    index.files.failWrites("/kvo", MemoryFiles::Failure::fullDisk);
+    const auto added = index.add("Sun 15 Nov 2026 Run: 2", -1);
+    EXPECT_FALSE(added);
+    EXPECT_FALSE(added.message.empty());
+    EXPECT_EQ(index.descriptions().size(), 1U);
+}
+
+TEST(AddRunToIndex, WritesOnceWhateverTheLength) {
+    Index index;
+    platform::Bytes file;
+    for (int i = 0; i < 100000; ++i) {
+        std::string record = padded("26111514.52d", 80);
+        record += padded(
+            "Sun " + std::to_string(10 + i * 7 % 20) + " Nov 2026 Run: " + std::to_string(i % 97),
+            160);
+        file.insert(file.end(), record.begin(), record.end());
+    }
+    index.files.put(path, std::move(file));
+    const int before = index.files.writes();
+    const auto start = std::chrono::steady_clock::now();
+    ASSERT_TRUE(index.add("Sun 15 Nov 2026 Run: 1"));
+    // Exchanging pairs of so many records would take hours; a second is far beyond the need.
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));
+    EXPECT_EQ(index.files.writes(), before + 1);
+    EXPECT_EQ(index.files.read(path)->size(), 100001U * 240);
+}
+
+TEST(RunIndex, IsEmptyWhereThereIsNone) {
+    EXPECT_TRUE(readRunIndex(path, MemoryFiles{}).empty());
+}
+
+TEST(RunIndex, CarriesAnyByte) {
+    MemoryFiles files;
+    std::string odd = "a";
+    for (int byte = 0; byte < 60; ++byte) odd += static_cast<char>(byte * 4);
+    odd += "z";
+    ASSERT_TRUE(writeRunIndex("/kvo", {{"../../etc", odd}, {"b", ""}}, files));
+    const auto entries = readRunIndex(path, files);
+    ASSERT_EQ(entries.size(), 2U);
+    EXPECT_EQ(entries[0].FileName, "../../etc");
+    EXPECT_EQ(entries[0].Description, odd);
+}
+
+TEST(RunIndex, IsKeptWhenItIsRewritten) {
+    MemoryFiles files;
+    ASSERT_TRUE(writeRunIndex("/kvo", {{"a", "one"}, {"b", "two"}}, files));
+    ASSERT_TRUE(writeRunIndex("/kvo", {{"b", "two"}}, files));
+    EXPECT_EQ(readRunIndex(path, files).size(), 1U);
+    EXPECT_EQ(readRunIndex("/kvo/Backup/KvoData.Ini.0001", files).size(), 2U);
+}
+
+TEST(SuggestTitle, CountsTheRunsOfTheDay) {
+    const platform::DateTime today{2026, 11, 15, 9, 0, 0};
+    EXPECT_EQ(suggestTitle("", today), "1 ");
+    EXPECT_EQ(suggestTitle("Sun 15 Nov 2026 Run: 1", today), " 2 ");
+    EXPECT_EQ(suggestTitle("Sun 15 Nov 2026 Run:  2 ", today), " 3 ");
+    EXPECT_EQ(suggestTitle("Sun 15 Nov 2026 Run: 12 4", today), " 13 ");
+    EXPECT_EQ(suggestTitle("Sat 14 Nov 2026 Run: 7", today), "1 ");
+}
+
+TEST(SuggestTitle, IsOneWhereTheLastDescriptionSaysNothing) {
+    const platform::DateTime today{2026, 11, 15, 9, 0, 0};
+    for (const char* text : {"no such pattern", "Run:", " Run: 4", "Sun 15 Nov 2026", "R", " "}) {
+        EXPECT_EQ(suggestTitle(text, today), "1 ") << text;
+    }
+}
+
+TEST(SuggestTitle, AfterAnImportReadsTheOldestRun) {
+    Index index;
+    ASSERT_TRUE(index.add("Sat 14 Nov 2026 Run: 4", -1));
+    ASSERT_TRUE(index.add("Sun 15 Nov 2026 Run: 7"));
+    EXPECT_EQ(suggestTitle(index.descriptions().back(), {2026, 11, 15, 0, 0, 0}), "1 ");
+    EXPECT_EQ(suggestTitle(index.descriptions().back(), {2026, 11, 14, 0, 0, 0}), " 5 ");
+}
+
+TEST(SafeBaseName, RefusesWhatLeadsOutOfTheFolder) {
+    EXPECT_TRUE(isSafeBaseName("26111514.52d"));
+    EXPECT_TRUE(isSafeBaseName("My run (2).01d"));
+    for (const char* name : {"", ".", "..", "../a", "a/b", "a\\b", "C:a", "a..b", "a\nb", "a\x7f",
+             "CON", "con.52d", "Com1", "LPT9.txt", "NUL .d", "aux"}) {
+        EXPECT_FALSE(isSafeBaseName(name)) << name;
+    }
+    EXPECT_FALSE(isSafeBaseName(std::string_view("a\0b", 3)));
+    EXPECT_TRUE(isSafeBaseName("COMX.52d"));
+    EXPECT_TRUE(isSafeBaseName("CONTROL.52d"));
+}
+
+} // namespace
+} // namespace kvo::core
