@@ -20,7 +20,8 @@ int main(int argc, char** argv) {
     std::setlocale(LC_NUMERIC, "C");
     using namespace kvo::bench;
     const std::vector<std::pair<std::string, std::function<void(Table&)>>> parts{
-        {"files", measureFiles}, {"index", measureIndex}, {"graph", measureGraph}};
+        {"files", measureFiles}, {"index", measureIndex}, {"graph", measureGraph},
+        {"download", measureDownload}};
     const std::vector<std::string> wanted(argv + 1, argv + argc);
     const auto isNamed = [&](const std::string& name) {
         return std::find(wanted.begin(), wanted.end(), name) != wanted.end();
