@@ -16,6 +16,8 @@ constexpr int squareSide = 11;
 constexpr int gap = 5;
 constexpr int cellPadding = 4; // above and below the letters together
 constexpr int margin = 2;
+constexpr int roomForValue = 70; // that a cell takes beyond what it needs
+constexpr int roomForBoth = 150; // the same with the overlay's value
 
 QColor shownColour(platform::Colour colour) {
     return QColor::fromRgb(platform::rgb32(colour));
@@ -35,9 +37,14 @@ ChannelToggle::ChannelToggle(QWidget* parent) : QCheckBox(parent) {}
 
 void ChannelToggle::setCaption(const QString& caption) {
     m_caption = caption;
-    QString text = caption.trimmed();
+    QString text = caption.trimmed().isEmpty() ? m_standIn : caption.trimmed();
     setToolTip(text);
     setText(text.replace(QLatin1Char('&'), QLatin1String("&&")));
+}
+
+void ChannelToggle::setStandIn(const QString& standIn) {
+    m_standIn = standIn;
+    setCaption(m_caption);
 }
 
 void ChannelToggle::setColour(platform::Colour colour) {
@@ -68,7 +75,7 @@ void ChannelToggle::paintEvent(QPaintEvent*) {
     }
     const int textLeft = square.right() + gap;
     const QRect textRect(textLeft, 0, width() - textLeft, height());
-    const QString shortened = fontMetrics().elidedText(m_caption, Qt::ElideRight, textRect.width());
+    const QString shortened = fontMetrics().elidedText(toolTip(), Qt::ElideRight, textRect.width());
     const auto group = isChecked() && isEnabled() ? QPalette::Active : QPalette::Disabled;
     painter.setPen(palette().color(group, QPalette::WindowText));
     painter.drawText(textRect, static_cast<int>(Qt::AlignVCenter | Qt::AlignLeft), shortened);
@@ -90,15 +97,25 @@ ValueLabel::ValueLabel(QWidget* parent) : QLabel(parent) {
     setAutoFillBackground(true);
 }
 
-void ValueLabel::setColours(platform::Colour back, platform::Colour fore) {
-    if (back == platform::systemButtonFace) {
+void ValueLabel::setFore(platform::Colour fore) {
+    m_fore = fore;
+    applyColours();
+}
+
+void ValueLabel::setBack(platform::Colour back) {
+    m_back = back;
+    applyColours();
+}
+
+void ValueLabel::applyColours() {
+    if (m_back == platform::systemButtonFace) {
         setPalette({});
         setBackgroundRole(QPalette::Button);
         return;
     }
     QPalette colours = palette();
-    colours.setColor(QPalette::Window, shownColour(back));
-    colours.setColor(QPalette::WindowText, shownColour(fore));
+    colours.setColor(QPalette::Window, shownColour(m_back));
+    colours.setColor(QPalette::WindowText, shownColour(m_fore));
     setPalette(colours);
     setBackgroundRole(QPalette::Window);
 }
@@ -109,21 +126,21 @@ void ValueLabel::mouseDoubleClickEvent(QMouseEvent* event) {
 
 // --- ChannelCell
 
-ChannelCell::ChannelCell(const graph::ChannelFacts& facts, const QString& caption, QWidget* parent)
+ChannelCell::ChannelCell(const graph::ChannelFacts& facts, QWidget* parent)
     : QWidget(parent), toggle(new ChannelToggle(this)), value(new ValueLabel(this)),
       overlay(new ValueLabel(this)) {
     toggle->setObjectName(objectNameOf(facts.toggle));
     value->setObjectName(objectNameOf(facts.valueLabel));
     overlay->setObjectName(objectNameOf(facts.overlayLabel));
-    toggle->setCaption(caption);
     overlay->lower(); // the value label covers it
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
-    setMaximumSize(minimumSizeHint().width() + 70, minimumSizeHint().height() + 6);
+    setMaximumSize(minimumSizeHint().width() + roomForValue, minimumSizeHint().height() + 6);
 }
 
 void ChannelCell::uncoverOverlay(bool on) {
     if (on == m_uncovered) return;
     m_uncovered = on;
+    setMaximumWidth(minimumSizeHint().width() + (on ? roomForBoth : roomForValue));
     place();
 }
 

@@ -18,9 +18,11 @@ class ChannelToggle : public QCheckBox {
 
 public:
     explicit ChannelToggle(QWidget* parent);
-    // The caption as it is: an & in it is a letter, blanks at its end belong to it.
+    // The caption as it is: an & in it is a letter, blanks at its end belong to it. One of blanks
+    // alone shows `standIn`.
     void setCaption(const QString& caption);
     const QString& caption() const { return m_caption; }
+    void setStandIn(const QString& standIn);
     void setColour(platform::Colour colour);
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override { return sizeHint(); }
@@ -31,6 +33,7 @@ protected:
 
 private:
     QString m_caption;
+    QString m_standIn;
     platform::Colour m_colour = 0;
 };
 
@@ -40,21 +43,28 @@ class ValueLabel : public QLabel {
 
 public:
     explicit ValueLabel(QWidget* parent);
-    // With systemButtonFace as background the colours are the desktop's.
-    void setColours(platform::Colour back, platform::Colour fore);
+    void setFore(platform::Colour fore);
+    // With systemButtonFace the label looks as the desktop has it.
+    void setBack(platform::Colour back);
 
 signals:
     void doubleClicked();
 
 protected:
     void mouseDoubleClickEvent(QMouseEvent* event) override;
+
+private:
+    void applyColours();
+
+    platform::Colour m_back = platform::systemButtonFace;
+    platform::Colour m_fore = 0;
 };
 
 class ChannelCell : public QWidget {
     Q_OBJECT
 
 public:
-    ChannelCell(const graph::ChannelFacts& facts, const QString& caption, QWidget* parent);
+    ChannelCell(const graph::ChannelFacts& facts, QWidget* parent);
 
     ChannelToggle* const toggle;
     ValueLabel* const value;

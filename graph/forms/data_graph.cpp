@@ -54,6 +54,7 @@ void DataGraph::Form_Load() {
     state.ImportMode = 0; // is GraphDirty here
     m_view.LoadingBar = 0;
     enableRunCommands(false);
+    clearOverlay(); // one of an earlier window may still be in memory
     Resolution_Change(state.Config.G_Res);
     Change_Colour();
     ChanaleEnable();
@@ -132,11 +133,18 @@ void DataGraph::applyTrendScale() {
     if (facts && facts->rightEdge) setScaleRight(*facts->rightEdge);
 }
 
+// Room for the overlay's values, which cover the run's times.
+void DataGraph::uncoverOverlay() {
+    const bool overlay = core::state().OverlayLoaded != 0;
+    if (overlay == Frame_Times->isHidden()) return;
+    for (ChannelCell* one : m_cells) one->uncoverOverlay(overlay);
+    for (int group = 0; group < static_cast<int>(m_groups.size()); ++group) limitWidth(group);
+    Frame_Times->setVisible(!overlay);
+}
+
 void DataGraph::TimeLine() {
     const core::SharedState& state = core::state();
-    const bool overlay = state.OverlayLoaded != 0;
-    for (ChannelCell* one : m_cells) one->uncoverOverlay(overlay);
-    Frame_Times->setVisible(!overlay);
+    uncoverOverlay();
     if (graph::onRun(state, m_view.CursorSample)) {
         showTimeLine();
     } else if (state.SampleCount > 0) {
@@ -157,8 +165,13 @@ void DataGraph::showTimeLine() {
     surface.line(x, graph::trendTop, x, 0, colour);
     surface.setDrawStyle(0);
     const graph::TimeLineTexts texts = graph::timeLineTexts(state, m_view, sample);
-    m_readOuts->LoggerTime->setText(shown(texts.loggerTime));
-    for (const graph::LabelText& label : texts.labels) {
+    showTexts(texts.loggerTime, texts.labels);
+}
+
+void DataGraph::showTexts(
+    const std::string& loggerTime, const std::vector<graph::LabelText>& labels) {
+    m_readOuts->LoggerTime->setText(shown(loggerTime));
+    for (const graph::LabelText& label : labels) {
         ChannelCell& shownIn = cell(label.channel);
         (label.overlay ? shownIn.overlay : shownIn.value)->setText(shown(label.text));
     }
@@ -180,7 +193,51 @@ void DataGraph::Trend_KeyDown(int key, Qt::KeyboardModifiers modifiers) {
 }
 
 void DataGraph::Trend_MouseDown(Qt::MouseButton button, float x, float) {
-    if (hasRun() && button == Qt::LeftButton) placeCursor(x);
+    if (!hasRun()) return;
+    if (button == Qt::LeftButton) placeCursor(x);
+    if (button == Qt::RightButton) startAverage(x);
+}
+
+void DataGraph::Trend_MouseUp(Qt::MouseButton button, float x, float) {
+    if (button != Qt::RightButton || !hasRun() || m_caption == "Kvo Data Graph") return;
+    finishAverage(x);
+}
+
+// The right button's drag marks a stretch; it begins with a line where the button goes down.
+void DataGraph::startAverage(float x) {
+    platform::Surface& surface = Trend->surface();
+    surface.setAutoRedraw(false);
+    surface.refresh();
+    surface.setDrawStyle(2);
+    m_view.DragStartX = x;
+    surface.line(
+        x, graph::trendTop, x, 0, graph::timeLineColour(core::state().Config.GraphBackColour));
+    surface.setDrawStyle(0);
+}
+
+// A cross over the stretch with its closing edge, and the means of it in the labels.
+void DataGraph::finishAverage(float x) {
+    core::SharedState& state = core::state();
+    const platform::Colour colour = graph::timeLineColour(state.Config.GraphBackColour);
+    const float start = m_view.DragStartX;
+    platform::Surface& surface = Trend->surface();
+    surface.setAutoRedraw(false);
+    surface.setDrawStyle(2);
+    surface.line(start, graph::trendTop, x, 0, colour);
+    surface.line(start, 0, x, graph::trendTop, colour);
+    surface.line(x, graph::trendTop, x, 0, colour);
+    surface.setDrawStyle(0);
+    surface.setForeColor(colour);
+    const graph::AverageMark mark = graph::averageMark(start, x);
+    surface.setCurrentX(mark.wordX);
+    surface.setCurrentY(mark.wordY);
+    surface.setFontSize(mark.wordSize);
+    surface.print("AVERAGE");
+    surface.setFontSize(mark.sizeBehind);
+    uncoverOverlay();
+    const auto texts = graph::AverageRange(state, m_view, qMin(start, x), qMax(start, x));
+    if (texts.outside) return platform::services().dialogs->beep();
+    showTexts(texts.loggerTime, texts.labels);
 }
 
 void DataGraph::Trend_MouseMove(Qt::MouseButtons buttons, float x, float y) {
@@ -255,9 +312,7 @@ bool DataGraph::clutchLabelVisible() const {
 }
 
 void DataGraph::setOverlayLabelColour(int channel, std::int32_t colour) {
-    cell(channel).overlay->setColours(
-        static_cast<platform::Colour>(core::state().Config.GraphBackColour),
-        static_cast<platform::Colour>(colour));
+    cell(channel).overlay->setFore(static_cast<platform::Colour>(colour));
 }
 
 // --- What a load asks for

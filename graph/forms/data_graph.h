@@ -7,6 +7,8 @@
 #include "graph/forms/channel_cell.h"
 #include "graph/forms/read_out_line.h"
 #include "graph/layout.h"
+#include "graph/read_outs.h"
+#include "graph/tools.h"
 #include "graph/view.h"
 #include "platform/qt/trend_widget.h"
 
@@ -53,6 +55,9 @@ public:
     // 0 shows the run before in the chooser's list, 1 the one behind.
     void GraphChange_Click(int index);
     void Mnu_DeleteRun_Click();
+    void Mnu_Overlay_Click();
+    void Mnu_RedoClutch_Click();
+    void Mnu_TimeOffset_Click();
     void Mnu_Close_Click();
     void Graph_Colour_Invert_Click();
     void Resolution_Click(int step);
@@ -82,16 +87,27 @@ private:
     void openFreshRun();
     bool readRun(const std::string& chosenName);
     void clearOverlay();
+    void loadOverlay(const std::string& chosenName);
+    void unloadOverlay();
+    void cutOverlayCaption();
+    void enableTools(bool on);
+    void finishTool(const graph::ToolResult& result);
     void showChosenRun();
     void clearGraph();
+    void backToShownRun();
     void DrawTrend();
     void redrawAll();
     void TimeLine();
+    void uncoverOverlay();
     void showTimeLine();
+    void showTexts(const std::string& loggerTime, const std::vector<graph::LabelText>& labels);
     void placeCursor(double sample);
     void applyTrendScale();
     void Trend_KeyDown(int key, Qt::KeyboardModifiers modifiers);
     void Trend_MouseDown(Qt::MouseButton button, float x, float y);
+    void Trend_MouseUp(Qt::MouseButton button, float x, float y);
+    void startAverage(float x);
+    void finishAverage(float x);
     void Trend_MouseMove(Qt::MouseButtons buttons, float x, float y);
     void Label_DataChanel_Change();
 
@@ -119,6 +135,7 @@ private:
     QWidget* makeTimes();
     void makeGroup(QHBoxLayout& panels, int group);
     void placeCells(int group);
+    void limitWidth(int group);
     void setTabOrders();
     void Form_Resize();
     void ArrangeGraph();
@@ -142,6 +159,7 @@ private:
     void channelMenu(int channel, const QPoint& place);
     ChannelCell& cell(int channel) const { return *m_cells[static_cast<std::size_t>(channel)]; }
     QString channelCaption(int channel) const;
+    static QString standIn(int channel);
 
     // data_graph_menus.cpp: what stands in the menus and on the toolbar
     void makeMenus();
@@ -161,6 +179,7 @@ private:
     int m_roomHeight = 0;    // between toolbar and panel, pixels
     std::string m_caption;
     std::string m_shownFile; // path of the run in the window
+    std::string m_shownInfo; // and of its info file
     bool m_chooseOnShow = false;
 
     QWidget* m_inner = nullptr;

@@ -24,10 +24,16 @@ platform::Colour asColour(std::int32_t stored) {
 // The caption that a channel bears before a run has named it.
 QString DataGraph::channelCaption(int channel) const {
     const graph::ChannelFacts& facts = graph::channelFacts(channel);
-    if (facts.kind == graph::ChannelKind::analog) {
-        const QString name = shown(core::state().Config.AnalogName[facts.number]);
-        return name.trimmed().isEmpty() ? QStringLiteral("Analog %1").arg(facts.number) : name;
-    }
+    if (facts.kind == graph::ChannelKind::analog)
+        return shown(core::state().Config.AnalogName[facts.number]);
+    return standIn(channel);
+}
+
+// The caption of a channel that has no name.
+QString DataGraph::standIn(int channel) {
+    const graph::ChannelFacts& facts = graph::channelFacts(channel);
+    if (facts.kind == graph::ChannelKind::analog)
+        return QStringLiteral("Analog %1").arg(facts.number);
     if (facts.kind == graph::ChannelKind::exhaust)
         return QStringLiteral("Exhaust %1").arg(facts.number);
     if (facts.kind == graph::ChannelKind::tyreGrowth) return QStringLiteral("Tyre Growth");
@@ -42,7 +48,7 @@ void DataGraph::ChanaleEnable() {
             on ? asColour(config.GraphBackColour) : platform::systemButtonFace;
         const platform::Colour fore = asColour(graph::channelColour(config, channel));
         for (ValueLabel* label : {cell(channel).value, cell(channel).overlay}) {
-            label->setColours(back, fore);
+            label->setBack(back);
             label->setEnabled(on);
         }
         cell(channel).toggle->setChecked(on);
@@ -55,8 +61,10 @@ void DataGraph::Change_Colour() {
     const core::AppConfig& config = core::state().Config;
     for (const int channel : graph::labelOrder()) {
         const platform::Colour fore = asColour(graph::channelColour(config, channel));
-        for (ValueLabel* label : {cell(channel).value, cell(channel).overlay})
-            label->setColours(asColour(config.GraphBackColour), fore);
+        for (ValueLabel* label : {cell(channel).value, cell(channel).overlay}) {
+            label->setBack(asColour(config.GraphBackColour));
+            label->setFore(fore);
+        }
         cell(channel).toggle->setColour(fore);
     }
 }
@@ -99,9 +107,7 @@ void DataGraph::Trend_Colour_Set(int channel) {
     colour = static_cast<std::int32_t>(*chosen);
     state.ImportMode = flagOn; // is GraphDirty here
     cell(channel).toggle->setColour(*chosen);
-    if (graph::channelOn(state.Config, channel)) {
-        cell(channel).value->setColours(asColour(state.Config.GraphBackColour), *chosen);
-    }
+    cell(channel).value->setFore(*chosen);
 }
 
 void DataGraph::Value_DblClick(int channel) {

@@ -126,6 +126,7 @@ void DataGraph::makeSurface() {
     connect(VScroll, &QScrollBar::valueChanged, this, &DataGraph::VScroll_Change);
     connect(Trend, &platform_qt::Trend::keyDown, this, &DataGraph::Trend_KeyDown);
     connect(Trend, &platform_qt::Trend::mouseDown, this, &DataGraph::Trend_MouseDown);
+    connect(Trend, &platform_qt::Trend::mouseUp, this, &DataGraph::Trend_MouseUp);
     connect(Trend, &platform_qt::Trend::mouseMoved, this, &DataGraph::Trend_MouseMove);
 }
 
@@ -140,7 +141,9 @@ void DataGraph::makeGroup(QHBoxLayout& panels, int group) {
     if (group == 3) Label15 = named(heading, "Label15");
     grid->addWidget(heading, 0, 0, 1, facts.columns);
     for (const int channel : facts.channels) {
-        auto* one = new ChannelCell(graph::channelFacts(channel), channelCaption(channel), box);
+        auto* one = new ChannelCell(graph::channelFacts(channel), box);
+        one->toggle->setStandIn(standIn(channel));
+        one->toggle->setCaption(channelCaption(channel));
         m_cells[static_cast<std::size_t>(channel)] = one;
         connect(one->toggle, &QCheckBox::clicked, this, [this, channel] { Toggle_Click(channel); });
         connect(one->value, &ValueLabel::doubleClicked, this,
@@ -153,9 +156,16 @@ void DataGraph::makeGroup(QHBoxLayout& panels, int group) {
     for (int line = 1; line <= panelRows; ++line) grid->setRowStretch(line, 1);
     m_groups.push_back(box);
     placeCells(group);
-    const int cells = facts.columns * m_cells[0]->maximumWidth();
-    box->setMaximumWidth(cells + (facts.columns - 1) * grid->horizontalSpacing());
+    limitWidth(group);
     panels.addWidget(box, 10 * facts.columns);
+}
+
+// Cells that are as wide as they get leave the rest of the panel empty.
+void DataGraph::limitWidth(int group) {
+    const int columns = groups()[static_cast<std::size_t>(group)].columns;
+    QWidget* box = m_groups[static_cast<std::size_t>(group)];
+    const int gaps = (columns - 1) * static_cast<QGridLayout*>(box->layout())->horizontalSpacing();
+    box->setMaximumWidth(columns * m_cells[0]->maximumWidth() + gaps);
 }
 
 // The channels that a run has stand one behind the other; the others leave no gap.

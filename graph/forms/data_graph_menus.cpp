@@ -69,6 +69,15 @@ void loadData(DataGraph& g) {
 template <int Index> void graphChange(DataGraph& g) {
     g.GraphChange_Click(Index);
 }
+void overlay(DataGraph& g) {
+    g.Mnu_Overlay_Click();
+}
+void redoClutch(DataGraph& g) {
+    g.Mnu_RedoClutch_Click();
+}
+void timeOffset(DataGraph& g) {
+    g.Mnu_TimeOffset_Click();
+}
 void deleteRun(DataGraph& g) {
     g.Mnu_DeleteRun_Click();
 }
@@ -97,7 +106,7 @@ void cancelZoom(DataGraph& g) {
 // clang-format off
 constexpr auto menuRows = std::to_array<DataGraph::MenuRow>({
     {"Mnu_File", "&Load Data File", "Mnu_LoadData", loadData, !run, !subMenu, !line, "Ctrl+O"},
-    {"Mnu_File", "&Overlay Data File", "Mnu_Overlay", nullptr, run},
+    {"Mnu_File", "&Overlay Data File", "Mnu_Overlay", overlay, run},
     {"Mnu_File", "<<<<", "GraphChange(0)", graphChange<0>, run, !subMenu, !line, "Ctrl+PgUp"},
     {"Mnu_File", ">>>>", "GraphChange(1)", graphChange<1>, run, !subMenu, !line, "Ctrl+PgDown"},
     {"Mnu_File", "&Info...", "Mnu_Info", nullptr, run, !subMenu, line},
@@ -114,8 +123,8 @@ constexpr auto menuRows = std::to_array<DataGraph::MenuRow>({
     {"Mnu_File", "&Close", "Mnu_Close", closeWindow, !run, !subMenu, line},
     {"Mnu_View", "&Visible Options", "Mnu_Options"},
     {"Mnu_View", "Graph BackColour", "Graph_Colour_Invert", backColour},
-    {"Mnu_View", "Redo Clutch Rpm", "Mnu_RedoClutch", nullptr, run, !subMenu, line},
-    {"Mnu_View", "Redo Time Offset", "Mnu_TimeOffset", nullptr, run},
+    {"Mnu_View", "Redo Clutch Rpm", "Mnu_RedoClutch", redoClutch, run, !subMenu, line},
+    {"Mnu_View", "Redo Time Offset", "Mnu_TimeOffset", timeOffset, run},
     {"Mnu_Resolution", "High", "Resolution(1)", resolution<1>},
     {"Mnu_Resolution", "Medium", "Resolution(4)", resolution<4>},
     {"Mnu_Resolution", "Low", "Resolution(8)", resolution<8>},
@@ -242,7 +251,9 @@ void DataGraph::enableMenus(bool on) {
     }
     // Only with a run in the window, which is when Mnu_Overlay is enabled.
     const bool zoomed = core::state().Config.ScaleCustom == graph::scaleZoomed;
-    if (hasRun()) menuNamed("Mnu_Scale")->menuAction()->setEnabled(on && !zoomed);
+    if (!hasRun()) return;
+    menuNamed("Mnu_Scale")->menuAction()->setEnabled(on && !zoomed);
+    command("Mnu_RedoClutch")->setEnabled(on && core::state().OverlayLoaded == 0);
 }
 
 // --- Commands

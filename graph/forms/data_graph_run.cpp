@@ -32,6 +32,7 @@ bool DataGraph::readRun(const std::string& chosenName) {
     core::LoadRun(state, chosenName, *services.files, *services.dialogs, *this);
     if (state.LoadStatus == failed) return false;
     m_shownFile = state.DataFilePath;
+    m_shownInfo = state.InfoFilePath;
     return true;
 }
 
@@ -101,19 +102,103 @@ void DataGraph::showChosenRun() {
 }
 
 void DataGraph::clearOverlay() {
-    command("Mnu_Overlay")->setText(QStringLiteral("&Overlay Data File"));
+    command("Mnu_Overlay")->setText(QStringLiteral("Overlay Data File"));
     key("OverlayData")->setText(QStringLiteral("Overlay"));
     core::state().OverlayLoaded = 0;
     m_view.RocosFromOverlay = 0;
 }
 
-void DataGraph::Mnu_DeleteRun_Click() {
+// The chooser leaves its own choice in the state; what is written goes to the run in the window.
+void DataGraph::backToShownRun() {
+    core::state().DataFilePath = m_shownFile;
+    core::state().InfoFilePath = m_shownInfo;
+}
+
+// --- The overlay
+
+void DataGraph::Mnu_Overlay_Click() {
+    if (core::state().OverlayLoaded != 0) {
+        unloadOverlay();
+        TimeLine();
+        return;
+    }
+    EnableGraphMenus(false);
+    const bool chosen =
+        form<LoadFile>().choose(QStringLiteral("Load"), QStringLiteral("Load Overlay File"));
+    EnableGraphMenus(true);
+    if (chosen) loadOverlay(form<LoadFile>().chosenName());
+    backToShownRun();
+    enableNeighbours();
+}
+
+void DataGraph::unloadOverlay() {
+    clearOverlay();
+    enableTools(true);
+    cutOverlayCaption();
+    for (int n = 1; n <= 8; ++n) setAnalogCaption(n, core::state().Run.setup.AnalogName[n]);
+    DrawTrend();
+}
+
+void DataGraph::loadOverlay(const std::string& chosenName) {
     core::SharedState& state = core::state();
+    const platform::Services& services = platform::services();
+    state.LoadStatus = 0;
+    core::LoadOverlayRun(state, chosenName, *services.files, *services.dialogs, *this);
+    if (state.LoadStatus == failed) return;
+    if (state.DataType != state.OverlayDataType) {
+        const auto reply =
+            services.dialogs->messageBox("The Overlay File is a Different Data Type.\r\n\r\n       "
+                                         "      Do you wont to Continue",
+                platform::boxStyle::yesNo, "Overlay");
+        if (reply != platform::Reply::yes) return cutOverlayCaption();
+    }
+    enableTools(false);
+    command("Mnu_Overlay")->setText(QStringLiteral("Unload Overlay"));
+    key("OverlayData")->setText(QStringLiteral("Unload"));
+    state.OverlayLoaded = -1;
+    m_view.LoadingBar = -1;
+    m_drawing.OverLayDraw();
+    m_view.LoadingBar = 0;
+    TimeLine();
+}
+
+// The caption up to the four blanks in front of the word.
+void DataGraph::cutOverlayCaption() {
+    const std::size_t place = m_caption.find("Overlay");
+    if (place != std::string::npos && place >= 4) setCaption(m_caption.substr(0, place - 4));
+}
+
+// --- What rewrites the run
+
+// Both tools rewrite the run, which an overlay must not see.
+void DataGraph::enableTools(bool on) {
+    for (const char* name : {"Mnu_RedoClutch", "Mnu_TimeOffset"}) command(name)->setEnabled(on);
+}
+
+void DataGraph::finishTool(const graph::ToolResult& result) {
+    if (!result.written) {
+        platform::services().dialogs->messageBox(
+            result.written.message, platform::boxStyle::critical, "Kvo");
+    }
+    if (result.changed) redrawAll();
+}
+
+void DataGraph::Mnu_RedoClutch_Click() {
+    const platform::Services& services = platform::services();
+    finishTool(graph::Mnu_RedoClutch(core::state(), *services.dialogs, *services.files));
+}
+
+void DataGraph::Mnu_TimeOffset_Click() {
+    const platform::Services& services = platform::services();
+    finishTool(graph::Mnu_TimeOffset(core::state(), *services.dialogs, *services.files));
+}
+
+void DataGraph::Mnu_DeleteRun_Click() {
     EnableGraphMenus(false);
     form<LoadFile>().chooseToDelete(QStringLiteral("Delete File"));
     EnableGraphMenus(true);
     // The chooser has put the deleted run's path into the state.
-    state.DataFilePath = m_shownFile;
+    backToShownRun();
     if (hasRun() && !platform::services().files->exists(m_shownFile)) clearGraph();
     enableNeighbours();
 }

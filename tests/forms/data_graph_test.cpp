@@ -532,6 +532,120 @@ private slots:
         QVERIFY(!part<QToolButton>("ZoomIn").isEnabled());
     }
 
+    void rightDragAverages() {
+        open(32);
+        QTest::mousePress(&trend(), Qt::RightButton, {}, place(300, 700));
+        QCOMPARE(trend().surface().upper().size(), 1U);
+        QTest::mouseMove(&trend(), place(500, 700));
+        QTest::mouseRelease(&trend(), Qt::RightButton, {}, place(700, 400));
+        QVERIFY(trend().surface().upper().size() >= 5U); // edges, cross and the word
+        const QString time = text("LoggerTime");
+        QVERIFY2(time.startsWith(QLatin1String("Time:1.")), qPrintable(time));
+        QVERIFY(time.contains(QLatin1String(" / 5.")));
+        double sum = 0;
+        for (int i = 300; i <= 700; ++i) sum += state().Run.samples[i].EngineRpm;
+        QVERIFY(qAbs(text("Rpm").toInt() - sum / 400) < 40);
+        QTest::keyClick(&trend(), Qt::Key_Right); // from x = 0, where the word left the position
+        QCOMPARE(trend().surface().upper().size(), 1U);
+        QCOMPARE(text("LoggerTime"), QStringLiteral("Time: -1.59 sec"));
+    }
+
+    void dragPastTheEndBeeps() {
+        open(32);
+        const QString time = text("LoggerTime");
+        QTest::mousePress(&trend(), Qt::RightButton, {}, place(900, 700));
+        QTest::mouseRelease(&trend(), Qt::RightButton, {}, place(1361, 700));
+        QCOMPARE(m_dialogs->beeps(), 1);
+        QCOMPARE(text("LoggerTime"), time);
+    }
+
+    void overlayLiesOnTheRunAndGoesAgain() {
+        for (const int number : {1, 2}) listModelRun(state(), *m_files, 32, number);
+        DataGraph& graph = openByChooser([](QWidget* chooser) {
+            static_cast<LoadFile*>(chooser)->chooseRow(0);
+            pressIn(chooser, "BTN_Ok");
+        });
+        const std::string shown = state().DataFilePath;
+        const std::string caption = graph.caption();
+        const std::size_t alone = kept().size();
+        testing::onModal([](QWidget* chooser) {
+            QCOMPARE(chooser->windowTitle(), QStringLiteral("Load Overlay File"));
+            static_cast<LoadFile*>(chooser)->chooseRow(1);
+            pressIn(chooser, "BTN_Ok");
+        });
+        command("Mnu_Overlay").trigger();
+        QCOMPARE(int(state().OverlayLoaded), -1);
+        QVERIFY(kept().size() > alone);
+        QCOMPARE(state().DataFilePath, shown);
+        QVERIFY(graph.caption().find("Overlay File:") != std::string::npos);
+        QCOMPARE(command("Mnu_Overlay").text(), QStringLiteral("Unload Overlay"));
+        QCOMPARE(part<QToolButton>("OverlayData").text(), QStringLiteral("Unload"));
+        QVERIFY(!command("Mnu_RedoClutch").isEnabled());
+        QVERIFY(part<QLabel>("OverlayRpm").isVisible());
+        QVERIFY(!part<QLabel>("OverlayRpm").text().isEmpty());
+        QVERIFY(part<QLabel>("Rpm").geometry().right() < part<QLabel>("OverlayRpm").x());
+        QVERIFY(!part<QWidget>("Text_ET").isVisible());
+        const QString folder = qEnvironmentVariable("KVO_PICTURES");
+        QCoreApplication::processEvents();
+        if (!folder.isEmpty())
+            QVERIFY(graph.saveWindowPicture(QDir(folder).filePath(QStringLiteral("overlay.png"))));
+        command("Mnu_Overlay").trigger();
+        QCOMPARE(int(state().OverlayLoaded), 0);
+        QCOMPARE(kept().size(), alone);
+        QCOMPARE(graph.caption(), caption);
+        QCOMPARE(command("Mnu_Overlay").text(), QStringLiteral("Overlay Data File"));
+        QVERIFY(command("Mnu_RedoClutch").isEnabled());
+        QVERIFY(part<QWidget>("Text_ET").isVisible());
+    }
+
+    void overlayOfAnotherTypeIsAskedFor() {
+        listModelRun(state(), *m_files, 32, 1);
+        listModelRun(state(), *m_files, 25, 2);
+        DataGraph& graph = openByChooser([](QWidget* chooser) {
+            static_cast<LoadFile*>(chooser)->chooseRow(1);
+            pressIn(chooser, "BTN_Ok");
+        });
+        const std::string caption = graph.caption();
+        m_dialogs->expectBox("The Overlay File is a Different Data Type.\r\n\r\n"
+                             "             Do you wont to Continue",
+            platform::boxStyle::yesNo, "Overlay", platform::Reply::no);
+        testing::onModal([](QWidget* chooser) {
+            static_cast<LoadFile*>(chooser)->chooseRow(0);
+            pressIn(chooser, "BTN_Ok");
+        });
+        command("Mnu_Overlay").trigger();
+        QCOMPARE(int(state().OverlayLoaded), 0);
+        QCOMPARE(graph.caption(), caption);
+        QVERIFY(command("Mnu_TimeOffset").isEnabled());
+    }
+
+    void timeZeroIsMovedAndWritten() {
+        DataGraph& graph = open(32);
+        const std::string file = state().DataFilePath;
+        m_dialogs->expectBoxTitled("Info", platform::Reply::yes);
+        m_dialogs->expectInputTitled("Graph Time Offset", "100");
+        command("Mnu_TimeOffset").trigger();
+        QCOMPARE(int(state().Run.tail.TimeOffset), 260);
+        QCOMPARE(text("LoggerTime"), QStringLiteral("Time: -1.00 sec"));
+        core::SharedState again;
+        again.DataFilePath = file;
+        core::NoRunLoadView view;
+        core::LoadRun(again, "again", *m_files, *m_dialogs, view);
+        QCOMPARE(int(again.Run.tail.TimeOffset), 260);
+        QVERIFY(graph.hasRun());
+    }
+
+    void clutchIsDerivedAnew() {
+        open(25);
+        state().Run.tail.GearCount = 1;
+        state().Run.setup.GearRatio[1] = 2;
+        m_dialogs->expectBoxTitled("Info", platform::Reply::yes);
+        m_dialogs->expectBoxTitled("Info", platform::Reply::yes);
+        command("Mnu_RedoClutch").trigger();
+        const core::RunSample& row = state().Run.samples[400];
+        QCOMPARE(int(row.InputRpm), 2 * row.OutputRpm);
+    }
+
     // With KVO_PICTURES naming a folder: what the window looks like with each type.
     void pictures() {
         const QString folder = qEnvironmentVariable("KVO_PICTURES");
