@@ -72,6 +72,7 @@ void DataGraph::Form_Load() {
 
 // The line comes back after another window has covered it.
 void DataGraph::Form_Activate() {
+    m_settled = true;
     if (hasRun()) TimeLine();
 }
 

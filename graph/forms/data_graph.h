@@ -181,6 +181,7 @@ private:
     std::string m_shownFile; // path of the run in the window
     std::string m_shownInfo; // and of its info file
     bool m_chooseOnShow = false;
+    bool m_settled = false; // the window stands and has been in front once
 
     QWidget* m_inner = nullptr;
     QToolBar* Toolbar1 = nullptr;

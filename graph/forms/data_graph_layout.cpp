@@ -343,7 +343,13 @@ void DataGraph::Form_Resize() {
 }
 
 bool DataGraph::eventFilter(QObject* object, QEvent* event) {
-    if (object == m_inner && event->type() == QEvent::Resize) Form_Resize();
+    if (object == m_inner && event->type() == QEvent::Resize) {
+        // The window finds its size on the screen first; an enlarged surface is measured by that.
+        if (m_settled)
+            Form_Resize();
+        else
+            ArrangeGraph();
+    }
     return QMainWindow::eventFilter(object, event);
 }
 
