@@ -159,15 +159,43 @@ TEST(OsFiles, TellOfAFolderThatIsNotThere) {
     EXPECT_NE(result.message.find("folder is not there"), std::string::npos) << result.message;
 }
 
+// Somebody who is no administrator, for as long as it lives.
+class OrdinaryUser {
+public:
+    OrdinaryUser() {
+        constexpr uid_t nobody = 65534;
+        if (m_self == 0 && seteuid(nobody) != 0) ADD_FAILURE() << "stays administrator";
+    }
+    ~OrdinaryUser() {
+        if (m_self == 0 && seteuid(0) != 0) ADD_FAILURE() << "is not administrator again";
+    }
+    OrdinaryUser(const OrdinaryUser&) = delete;
+    OrdinaryUser& operator=(const OrdinaryUser&) = delete;
+
+private:
+    uid_t m_self = geteuid();
+};
+
 TEST(OsFiles, TellOfAFolderThatMayNotBeWritten) {
-    if (geteuid() == 0) GTEST_SKIP() << "an administrator may write everywhere";
+    constexpr fs::perms readable = fs::perms::owner_read | fs::perms::owner_exec |
+                                   fs::perms::group_read | fs::perms::group_exec |
+                                   fs::perms::others_read | fs::perms::others_exec;
     TemporaryFolder folder;
     OsFiles files;
     ASSERT_TRUE(files.makeFolder(folder / "Data"));
-    fs::permissions(folder / "Data", fs::perms::owner_read | fs::perms::owner_exec);
-    const auto result = files.write(folder / "Data/run", before);
-    EXPECT_FALSE(result);
-    EXPECT_NE(result.message.find("not permitted"), std::string::npos) << result.message;
+    ASSERT_TRUE(files.write(folder / "Data/old", before));
+    fs::permissions(folder / "Data", readable);
+    fs::permissions(folder.path(), readable);
+    {
+        const OrdinaryUser user;
+        const auto result = files.write(folder / "Data/run", before);
+        EXPECT_FALSE(result);
+        EXPECT_NE(result.message.find("not permitted"), std::string::npos) << result.message;
+        EXPECT_FALSE(files.remove(folder / "Data/old"));
+        EXPECT_FALSE(files.makeFolder(folder / "Backup"));
+        EXPECT_EQ(files.read(folder / "Data/old"), before);
+    }
+    fs::permissions(folder.path(), fs::perms::owner_all);
 }
 
 TEST(OsFiles, FindEachPartOfAPathWhateverItsCase) {

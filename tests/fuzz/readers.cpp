@@ -1,0 +1,119 @@
+#include "readers.h"
+
+#include "core/basic/numbers.h"
+#include "core/config.h"
+#include "core/run_file.h"
+#include "core/run_index.h"
+#include "tests/support/memory_files.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+
+namespace kvo::fuzz {
+
+using platform::Bytes;
+
+namespace {
+
+constexpr const char* runPath = "/kvo/Data/26111514.52d";
+
+// Not assert: it must hold in a build without assertions too.
+void require(bool holds, const char* what) {
+    if (holds) return;
+    std::fprintf(stderr, "broken: %s\n", what);
+    std::abort();
+}
+
+class SilentDialogs : public platform::Dialogs {
+public:
+    platform::Reply messageBox(const std::string&, int, const std::string&) override {
+        return platform::Reply::ok;
+    }
+    std::string inputBox(const std::string&, const std::string&, const std::string&) override {
+        return {};
+    }
+    std::optional<platform::Colour> chooseColour(std::optional<platform::Colour>) override {
+        return {};
+    }
+    std::optional<std::string> chooseFolder(const std::string&, const std::string&) override {
+        return {};
+    }
+    void beep() override {}
+    void setHourglass(bool) override {}
+};
+
+// The key of an entry as it stands in the file, padded.
+std::int32_t keyOf(const core::RunIndexEntry& entry) {
+    return core::RunDateKey(core::padded(entry.Description, 160));
+}
+
+void checkMainRun(core::SharedState& state, testing::MemoryFiles& files) {
+    require(state.SampleCount <= core::maxSamples, "more samples than rows");
+    require(state.Run.tail.TimeOffset >= 1, "a time offset below 1");
+    state.SaveMode = -1;
+    require(static_cast<bool>(SaveRun(state, files)), "a run that was loaded is not saved");
+    const Bytes saved = files.read(runPath).value_or(Bytes{});
+    require(static_cast<bool>(SaveRun(state, files)), "a run is not saved twice");
+    require(files.read(runPath) == saved, "a second save differs");
+}
+
+} // namespace
+
+void readConfig(Input file) {
+    core::AppConfig config;
+    const bool whole = core::decodeConfig(Bytes(file.begin(), file.end()), config);
+    const Bytes encoded = core::encodeConfig(config);
+    core::AppConfig again;
+    require(core::decodeConfig(encoded, again), "what was written is not read");
+    require(core::encodeConfig(again) == encoded, "what was read is not written");
+    require(!whole || encoded.size() <= file.size(), "a whole record is longer than its file");
+}
+
+void readRun(Input file) {
+    // Both are large; they are made once, and begin each time as the run before has left them.
+    static const auto state = std::make_unique<core::SharedState>();
+    testing::MemoryFiles files;
+    SilentDialogs dialogs;
+    core::NoRunLoadView view;
+    state->AppFolder = "/kvo";
+    state->DataFilePath = runPath;
+    files.put(runPath, Bytes(file.begin(), file.end()));
+    state->LoadStatus = 0;
+    LoadOverlayRun(*state, "fuzz", files, dialogs, view);
+    state->LoadStatus = 0;
+    LoadRun(*state, "fuzz", files, dialogs, view);
+    if (state->LoadStatus == 0) checkMainRun(*state, files);
+}
+
+void readIndex(Input file) {
+    static const auto state = std::make_unique<core::SharedState>();
+    testing::MemoryFiles files;
+    state->AppFolder = "/kvo";
+    state->RunIndexBuffer[1] = {"26111514.52d", "Sun 15 Nov 2026 Run: 1"};
+    state->IndexNoSort = 0;
+    const std::string path = core::indexPath("/kvo", files);
+    files.put(path, Bytes(file.begin(), file.end()));
+    const std::size_t before = core::readRunIndex(path, files).size();
+    require(static_cast<bool>(AddRunToIndex(*state, files)), "a run is not added");
+    const auto entries = core::readRunIndex(path, files);
+    require(entries.size() == before + 1, "records were lost or made");
+    for (std::size_t i = 1; i < entries.size(); ++i) {
+        require(keyOf(entries[i - 1]) >= keyOf(entries[i]), "the index is not sorted");
+    }
+    for (const auto& entry : entries) {
+        (void)core::isSafeBaseName(entry.FileName);
+        (void)core::suggestTitle(entry.Description, {2026, 11, 15, 0, 0, 0});
+        (void)core::indexDescription(entry.Description);
+    }
+    if (!entries.empty()) require(writeRunIndex("/kvo", entries, files).done, "not rewritten");
+}
+
+Reader readerNamed(std::string_view name) {
+    if (name == "config") return readConfig;
+    if (name == "run") return readRun;
+    if (name == "index") return readIndex;
+    return nullptr;
+}
+
+} // namespace kvo::fuzz
