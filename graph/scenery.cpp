@@ -24,7 +24,8 @@ GridMark textMark(float x, float y, std::string text) {
     return {GridMark::Kind::text, true, x, y, 0, 0, std::move(text)};
 }
 
-void makeHorizontals(
+// False where a division by nothing ends it.
+bool makeHorizontals(
     const AppConfig& config, const GridInput& input, std::vector<GridMark>& marks) {
     const bool withRpm = noRpmRaise(config);
     const bool withMph = config.ComboScale[mphChannel] == 0;
@@ -39,13 +40,14 @@ void makeHorizontals(
         }
         if (withMph) {
             const auto mph = core::intDivRounded(y, input.mphScale);
-            if (!mph) return;
+            if (!mph) return false;
             marks.push_back(textMark(x, y + 26, core::Str(*mph) + "   Mph"));
             // Behind the rpm label the surface stands at the left edge.
             marks.back().setsX = !withRpm;
         }
         marks.push_back(lineMark(0, y, input.scaleWidth, y));
     }
+    return true;
 }
 
 void makeVerticals(const GridInput& input, std::vector<GridMark>& marks) {
@@ -89,8 +91,7 @@ double mphScaleFor(std::int32_t peakSpeedRaw) {
 void makeGrid(const AppConfig& config, const GridInput& input, std::vector<GridMark>& marks) {
     marks.clear();
     if (input.rpmScale < 1) return;
-    makeHorizontals(config, input, marks);
-    makeVerticals(input, marks);
+    if (makeHorizontals(config, input, marks)) makeVerticals(input, marks);
 }
 
 platform::Colour gridColour(const AppConfig& config) {
