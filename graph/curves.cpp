@@ -77,21 +77,42 @@ Reading roundedMean(std::int64_t sum, int window) {
     return Reading::of(std::nearbyint(static_cast<double>(sum) / window));
 }
 
-// Sum of word(row) over the samples from i to i + window - 1.
-template <typename Word>
-std::int64_t windowSum(const CurveSource& source, int i, int window, Word word) {
-    std::int64_t sum = 0;
-    for (int k = i; k < i + window; ++k) sum += word(source.image->rowOrZero(k));
-    return sum;
-}
+// Sums of word(row) over the samples from i to i + window - 1, for an i that grows. While windows
+// overlap, the rows that they share are not added up again.
+template <typename Word> class WindowSum {
+public:
+    WindowSum(const core::RunImage& image, int window, Word word)
+        : m_image(image), m_window(window), m_word(word) {}
+
+    std::int64_t operator()(int i) {
+        if (i - m_at < m_window / 2) {
+            for (; m_at < i; ++m_at) m_sum += at(m_at + m_window) - at(m_at);
+            return m_sum;
+        }
+        m_at = i;
+        m_sum = 0;
+        for (int k = i; k < i + m_window; ++k) m_sum += at(k);
+        return m_sum;
+    }
+
+private:
+    std::int64_t at(int i) const { return m_word(m_image.rowOrZero(i)); }
+
+    const core::RunImage& m_image;
+    int m_window;
+    Word m_word;
+    int m_at = std::numeric_limits<int>::min() / 2; // where m_sum begins
+    std::int64_t m_sum = 0;
+};
 
 // Engine, input, output and speed: the word, or the mean of five.
 template <typename Word>
 int traceWord(const CurveSource& source, const HeightRule& height, bool smooth,
     std::vector<Point>& points, Word word) {
     const int smoothUpTo = smooth ? source.sampleCount - rpmWindow : 0;
+    WindowSum sum(*source.image, rpmWindow, word);
     return trace(source, height, source.step, points, [&](int i) {
-        if (i < smoothUpTo) return roundedMean(windowSum(source, i, rpmWindow, word), rpmWindow);
+        if (i < smoothUpTo) return roundedMean(sum(i), rpmWindow);
         return Reading::of(word(source.image->rowOrZero(i)));
     });
 }
@@ -100,12 +121,13 @@ int traceClutch(
     const CurveSource& source, const HeightRule& height, bool smooth, std::vector<Point>& points) {
     const auto ratio = primaryRatio(*source.clutchDrive);
     const int smoothUpTo = smooth ? source.sampleCount - rpmWindow : 0;
+    const auto rpm = [&ratio](const RunSample& row) {
+        return static_cast<std::int64_t>(clutchRpm(*ratio, row.EngineRpm));
+    };
+    WindowSum sum(*source.image, rpmWindow, rpm);
     return trace(source, height, source.step, points, [&](int i) {
         if (!ratio) return Reading::failed();
-        const auto rpm = [&](const RunSample& row) {
-            return static_cast<std::int64_t>(clutchRpm(*ratio, row.EngineRpm));
-        };
-        if (i < smoothUpTo) return roundedMean(windowSum(source, i, rpmWindow, rpm), rpmWindow);
+        if (i < smoothUpTo) return roundedMean(sum(i), rpmWindow);
         return Reading::of(static_cast<double>(rpm(source.image->rowOrZero(i))));
     });
 }
@@ -134,11 +156,12 @@ int traceAnalog(const CurveSource& source, const HeightRule& height, int n, bool
     const int type = source.image->tail.AnalogTypes[n];
     const int smoothUpTo = smooth ? source.sampleCount - byteWindow : 0;
     const auto byte = [n](const RunSample& row) { return row.Analog[n]; };
+    WindowSum sum(*source.image, byteWindow, byte);
     return trace(source, height, source.step, points, [&](int i) {
         if (i >= smoothUpTo) {
             return Reading::of(analogDrawn(byte(source.image->rowOrZero(i)), type));
         }
-        const Reading mean = roundedMean(windowSum(source, i, byteWindow, byte), byteWindow);
+        const Reading mean = roundedMean(sum(i), byteWindow);
         return Reading::of(analogDrawn(mean.value, type));
     });
 }
@@ -157,11 +180,11 @@ int traceExhaust(const CurveSource& source, const HeightRule& height, int n, boo
     std::vector<Point>& points) {
     const int smoothUpTo = smooth ? source.sampleCount - byteWindow : 0;
     const auto byte = [n](const RunSample& row) { return row.Exhaust[n]; };
+    WindowSum sum(*source.image, byteWindow, byte);
     return trace(source, height, source.step, points, [&](int i) {
         if (i >= smoothUpTo) return Reading::of(byte(source.image->rowOrZero(i)));
         // Required: the mean of an exhaust is not rounded.
-        return Reading::of(
-            static_cast<double>(windowSum(source, i, byteWindow, byte)) / byteWindow);
+        return Reading::of(static_cast<double>(sum(i)) / byteWindow);
     });
 }
 
