@@ -3,6 +3,7 @@
 #include "core/basic/numbers.h"
 #include "core/config.h"
 #include "graph/cursor.h"
+#include "mainwin/main_window.h"
 #include "platform/qt/form_kit.h"
 #include "platform/qt/text.h"
 #include "platform/services.h"
@@ -87,6 +88,7 @@ void DataGraph::Form_Unload() {
     }
     state.SampleCount = 0;
     unload<DataGraph>();
+    showMainWindow();
 }
 
 void DataGraph::closeEvent(QCloseEvent* event) {

@@ -43,6 +43,7 @@ void settleFont(QApplication& application) {
 void prepareApplication(QApplication& application) {
     std::setlocale(LC_NUMERIC, "C");
     QLocale::setDefault(QLocale::c());
+    QApplication::setApplicationName(QStringLiteral("Kvo"));
     QApplication::setStyle(QStringLiteral("Fusion"));
     settleFont(application);
     application.installEventFilter(new Namer(&application));

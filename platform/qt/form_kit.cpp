@@ -44,7 +44,7 @@ public:
 private:
     void letGo() {
         constexpr int retryMs = 50;
-        if (QThread::currentThread()->loopLevel() <= 1)
+        if (Waiting::depth == 0 && QThread::currentThread()->loopLevel() <= 1)
             letAllGo();
         else
             m_timer.start(retryMs);

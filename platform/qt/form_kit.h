@@ -71,6 +71,16 @@ template <class F> void unload() {
     detail::putAway(detail::slotOf<F>());
 }
 
+// Marks a wait that lets events run without an event loop of its own: no form is taken away in it.
+class Waiting {
+public:
+    Waiting() { ++depth; }
+    ~Waiting() { --depth; }
+    Waiting(const Waiting&) = delete;
+    Waiting& operator=(const Waiting&) = delete;
+    static inline int depth = 0;
+};
+
 // All forms at once, at the end of the program.
 void unloadAllForms();
 

@@ -8,8 +8,11 @@
 #include <QFileInfo>
 #include <QList>
 
+#include <algorithm>
+
 #ifdef Q_OS_UNIX
 #include <poll.h>
+#include <unistd.h>
 #endif
 
 namespace kvo::platform_qt {
@@ -18,6 +21,7 @@ namespace {
 // The buffer that the link counts on. Past it bytes wait in the driver, so a flooding line cannot
 // fill the memory.
 constexpr qint64 receiveBufferBytes = 1024;
+constexpr int hangUpPollMs = 50;
 
 QSerialPort::Parity parityOf(char letter) {
     switch (letter) {
@@ -38,8 +42,10 @@ QSerialPort::Parity parityOf(char letter) {
 
 QtSerialPort::QtSerialPort(FolderSource programFolder) : m_programFolder(std::move(programFolder)) {
     m_port.setReadBufferSize(receiveBufferBytes);
+    m_watch.setInterval(hangUpPollMs);
+    connect(&m_watch, &QTimer::timeout, this, &QtSerialPort::pollHangUp);
     connect(&m_port, &QSerialPort::errorOccurred, this, &QtSerialPort::errorHappened);
-    connect(&m_port, &QSerialPort::readyRead, this, &QtSerialPort::activity);
+    connect(&m_port, &QSerialPort::readyRead, this, &QtSerialPort::bytesCame);
     connect(&m_port, &QSerialPort::bytesWritten, this, &QtSerialPort::activity);
 }
 
@@ -63,7 +69,12 @@ void QtSerialPort::setPortOpen(bool open) {
     if (open)
         openPort();
     else
-        m_port.close();
+        closePort();
+}
+
+void QtSerialPort::closePort() {
+    m_watch.stop();
+    m_port.close();
 }
 
 void QtSerialPort::openPort() {
@@ -76,10 +87,9 @@ void QtSerialPort::openPort() {
     m_opening = true;
     const bool opened = !device.isEmpty() && m_port.open(QIODevice::ReadWrite);
     m_opening = false;
-    if (opened)
-        m_port.clear(); // what the driver kept from before is nobody's answer
-    else
-        explainFailedOpen(device);
+    if (!opened) return explainFailedOpen(device);
+    m_port.clear(); // what the driver kept from before is nobody's answer
+    m_watch.start();
 }
 
 void QtSerialPort::explainFailedOpen(const QString& device) {
@@ -99,14 +109,33 @@ int QtSerialPort::outBufferCount() {
 
 void QtSerialPort::output(std::string_view bytes) {
     if (!m_port.isOpen()) return;
-    m_port.write(bytes.data(), static_cast<qint64>(bytes.size()));
+    const std::string_view rest = bytes.substr(sendAtOnce(bytes));
+    if (rest.empty()) return;
+    m_port.write(rest.data(), static_cast<qint64>(rest.size()));
     if (m_port.isOpen()) m_port.flush(); // else they would wait for the next event loop
+}
+
+// Straight to the driver what it takes now, which is all but always everything: through the port's
+// own buffer each byte would cost a turn of the event loop more. Gives the bytes that went.
+std::size_t QtSerialPort::sendAtOnce([[maybe_unused]] std::string_view bytes) {
+#ifdef Q_OS_UNIX
+    if (m_port.bytesToWrite() > 0) return 0; // behind what waits already
+    const ssize_t sent = ::write(static_cast<int>(m_port.handle()), bytes.data(), bytes.size());
+    return sent > 0 ? static_cast<std::size_t>(sent) : 0;
+#else
+    return 0;
+#endif
 }
 
 std::string QtSerialPort::input() {
     if (!m_port.isOpen()) return {};
     const qint64 wanted = m_inputLen > 0 ? m_inputLen : m_port.bytesAvailable();
     return m_port.read(wanted).toStdString();
+}
+
+// Who waits for a batch is not woken for each byte of it.
+void QtSerialPort::bytesCame() {
+    if (m_port.bytesAvailable() >= std::max(m_inputLen, 1)) emit activity();
 }
 
 void QtSerialPort::errorHappened(QSerialPort::SerialPortError error) {
@@ -127,7 +156,7 @@ void QtSerialPort::pollHangUp() {
 // A lost port reports its error without end while it is open, so it is closed at once.
 void QtSerialPort::lose() {
     if (!m_port.isOpen()) return;
-    m_port.close();
+    closePort();
     emit activity();
 }
 

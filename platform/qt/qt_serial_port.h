@@ -6,6 +6,7 @@
 
 #include <QObject>
 #include <QSerialPort>
+#include <QTimer>
 
 #include <functional>
 #include <string>
@@ -40,17 +41,21 @@ public:
     void pollHangUp();
 
 signals:
-    // Bytes came, bytes went, or the line was lost.
+    // As many bytes are there as one input() takes, bytes went, or the line was lost.
     void activity();
 
 private:
     void openPort();
+    void closePort();
     void explainFailedOpen(const QString& device);
     void errorHappened(QSerialPort::SerialPortError error);
+    std::size_t sendAtOnce(std::string_view bytes);
     void lose();
+    void bytesCame();
 
     FolderSource m_programFolder;
     QSerialPort m_port;
+    QTimer m_watch; // looks for a hang-up while the port is open
     int m_number = 1;
     int m_inputLen = 0;
     bool m_opening = false;

@@ -3,17 +3,19 @@
 // the port or the time is over, and says by the real clock how many turns went by.
 #include "platform/yield.h"
 
+#include <QObject>
+
 namespace kvo::platform_qt {
 
 class QtSerialPort;
 
-class QtYield : public platform::Yield {
+class QtYield : public QObject, public platform::Yield {
 public:
-    explicit QtYield(QtSerialPort& port) : m_port(port) {}
+    explicit QtYield(QtSerialPort& port);
     int turns(int limit) override;
 
 private:
-    QtSerialPort& m_port;
+    unsigned m_activity = 0; // counts what happened on the port
 };
 
 } // namespace kvo::platform_qt

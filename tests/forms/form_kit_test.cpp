@@ -93,6 +93,23 @@ private slots:
         QTRY_COMPARE(Sample::alive, 0);
     }
 
+    // The same for a wait that has no event loop of its own.
+    void aFormUnloadedInsideAMarkedWaitLivesToo() {
+        QEventLoop handler;
+        QTimer::singleShot(0, &handler, [&handler] {
+            form<Sample>();
+            {
+                const Waiting waiting;
+                unload<Sample>();
+                QTest::qWait(120);
+                QCOMPARE(Sample::alive, 1);
+            }
+            handler.quit();
+        });
+        handler.exec();
+        QTRY_COMPARE(Sample::alive, 0);
+    }
+
     void whatIsKeptOutlivesTheForm() {
         kept<Sample>().visits = 7;
         form<Sample>();

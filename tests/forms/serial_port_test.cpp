@@ -103,6 +103,21 @@ private slots:
         QCOMPARE(port.inBufferCount(), 1);
     }
 
+    void aWaitForABatchIsNotWokenByEachByte() {
+        PtyPair far;
+        linkPort(1, far.devicePath());
+        QtSerialPort port([this] { return folder(); });
+        QtYield yield(port);
+        port.setPortOpen(true);
+        port.setInputLen(3);
+        QTimer::singleShot(20, [&far] { far.send("a"); });
+        QTimer::singleShot(40, [&far] { far.send("b"); });
+        QTimer::singleShot(60, [&far] { far.send("c"); });
+        QVERIFY(yield.turns(32000) < 32000);
+        QCOMPARE(port.inBufferCount(), 3);
+        QCOMPARE(port.input(), std::string("abc"));
+    }
+
     void aPulledCableClosesOnceAndNeverSpins() {
         PtyPair far;
         linkPort(1, far.devicePath());

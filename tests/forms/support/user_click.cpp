@@ -12,7 +12,9 @@
 #include <QTimer>
 #include <QWindow>
 
+#include <algorithm>
 #include <deque>
+#include <vector>
 
 namespace kvo::testing {
 namespace {
@@ -26,30 +28,58 @@ struct Script {
 struct ModalDriver {
     std::deque<Script> scripts;
     QStringList complaints;
-    QPointer<QWidget> served;
+    std::vector<QPointer<QWidget>> served; // had their script, or stood before the first one
     QTimer* timer = nullptr;
 };
+
+bool wasServed(const ModalDriver& state, const QWidget* modal) {
+    return std::find(state.served.begin(), state.served.end(), modal) != state.served.end();
+}
 
 ModalDriver& driver() {
     static ModalDriver one;
     return one;
 }
 
+// A dialog that has been hidden may come up again with the next script.
+class HideWatch : public QObject {
+public:
+    using QObject::QObject;
+    bool eventFilter(QObject* object, QEvent* event) override {
+        if (event->type() == QEvent::Hide) {
+            auto& served = driver().served;
+            served.erase(std::remove(served.begin(), served.end(), object), served.end());
+        }
+        return false;
+    }
+};
+
+void markServed(QWidget* modal) {
+    driver().served.emplace_back(modal);
+    modal->installEventFilter(new HideWatch(modal));
+}
+
 constexpr int tickMs = 5;
-constexpr int scriptMs = 10000;
+constexpr int scriptMs = 20000;
 
 void complain(const QString& text) {
     driver().complaints << text;
     qWarning("%s", qPrintable(text));
 }
 
+// A dialog that nobody answers would wait for ever: after a time whatever is in front is closed,
+// until the guarded one is gone.
 void guardAgainstHanging(QWidget* modal) {
-    const QPointer<QWidget> guard(modal);
-    QTimer::singleShot(scriptMs, modal, [guard] {
-        if (!guard || !guard->isVisible()) return;
-        complain(QStringLiteral("dialog '%1' was left open").arg(guard->windowTitle()));
-        if (auto* dialog = qobject_cast<QDialog*>(guard.data())) dialog->reject();
+    auto* patience = new QTimer(modal);
+    QObject::connect(patience, &QTimer::timeout, modal, [modal, patience] {
+        QWidget* front = QApplication::activeModalWidget();
+        if (!modal->isVisible() || front == nullptr) return patience->stop();
+        complain(QStringLiteral("dialog '%1' was left open").arg(front->windowTitle()));
+        if (driver().complaints.size() > 20) qFatal("the dialogs do not come to an end");
+        patience->setInterval(200);
+        if (auto* dialog = qobject_cast<QDialog*>(front)) dialog->reject();
     });
+    patience->start(scriptMs);
 }
 
 void tick() {
@@ -59,7 +89,7 @@ void tick() {
         return;
     }
     QWidget* modal = QApplication::activeModalWidget();
-    if (modal == nullptr || modal == state.served) {
+    if (modal == nullptr || wasServed(state, modal)) {
         if (--state.scripts.front().ticksLeft > 0) return;
         complain(QStringLiteral("an expected dialog did not come up"));
         state.scripts.pop_front();
@@ -67,9 +97,11 @@ void tick() {
     }
     const auto run = state.scripts.front().run;
     state.scripts.pop_front();
-    state.served = modal;
+    markServed(modal);
     guardAgainstHanging(modal);
-    run(modal);
+    // Not from here: a timer does not fire again while its handler is at work, and the script may
+    // bring up the next dialog.
+    QTimer::singleShot(0, modal, [run, modal] { run(modal); });
 }
 
 void clickButton(QWidget* box, const QString& text) {
@@ -116,7 +148,8 @@ void onModal(std::function<void(QWidget*)> script, int timeoutMs) {
         state.timer->setInterval(tickMs);
         QObject::connect(state.timer, &QTimer::timeout, qApp, [] { tick(); });
     }
-    if (state.scripts.empty()) state.served = QApplication::activeModalWidget();
+    QWidget* standing = QApplication::activeModalWidget();
+    if (state.scripts.empty() && standing != nullptr) markServed(standing);
     state.scripts.push_back({std::move(script), timeoutMs / tickMs});
     state.timer->start();
 }
@@ -151,6 +184,7 @@ QString modalComplaints() {
         all << QStringLiteral("%1 expected dialogs did not come up").arg(state.scripts.size());
     state.complaints.clear();
     state.scripts.clear();
+    state.served.clear();
     return all.join(QStringLiteral("; "));
 }
 

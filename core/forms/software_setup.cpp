@@ -1,0 +1,7 @@
+#include "core/forms/software_setup.h"
+
+namespace kvo::forms {
+
+void showSoftwareSetup() {}
+
+} // namespace kvo::forms

@@ -1,0 +1,114 @@
+#include "link/forms/download_data.h"
+
+#include "core/forms/software_setup.h"
+#include "core/shared_state.h"
+#include "graph/forms/data_graph.h"
+#include "library/forms/load_file.h"
+#include "link/forms/logger_line.h"
+#include "mainwin/main_window.h"
+#include "platform/qt/application.h"
+#include "platform/qt/form_kit.h"
+#include "platform/qt/text.h"
+#include "platform/services.h"
+
+#include <QLabel>
+#include <QProgressBar>
+#include <QPushButton>
+
+namespace kvo::forms {
+
+using namespace platform_qt;
+
+DownloadData::DownloadData()
+    : m_session(loggerLink(), core::state(), *this, *platform::services().dialogs,
+          *platform::services().clock, *platform::services().files) {
+    setObjectName(QStringLiteral("DownloadData"));
+    setWindowTitle(QStringLiteral("Download Data"));
+    makeLayout();
+}
+
+void DownloadData::makeLayout() {
+    Text_Display = named(
+        new QLabel(QStringLiteral("Plug In Download Cable and Start Download")), "Text_Display");
+    Text_Display->setTextFormat(Qt::PlainText);
+    Text_Display->setWordWrap(true);
+    Text_Display->setFont(tabularFont());
+    Text_Display->setMinimumHeight(Text_Display->fontMetrics().lineSpacing() * 2);
+    Text_Display->setMinimumWidth(Text_Display->fontMetrics().averageCharWidth() * 64);
+    ProgressBar1 = named(new QProgressBar, "ProgressBar1");
+    ProgressBar1->setTextVisible(false);
+    ProgressBar1->setRange(0, 100);
+    ProgressBar1->setValue(0);
+    ProgressBar1->setAccessibleName(QStringLiteral("Download progress"));
+    Percent = named(new QLabel(QStringLiteral("100%")), "Percent"); // the end of the bar's scale
+    Command_Send = named(new QPushButton(QStringLiteral("&Start Download")), "Command_Send");
+    Cancel_Command = named(new QPushButton(QStringLiteral("Cancel")), "Cancel_Command");
+    Command_Send->setDefault(true);
+    Cancel_Command->setAutoDefault(false);
+    connect(Command_Send, &QPushButton::clicked, this, &DownloadData::Command_Send_Click);
+    connect(Cancel_Command, &QPushButton::clicked, this, &DownloadData::Cancel_Command_Click);
+    for (QPushButton* button : {Command_Send, Cancel_Command}) {
+        QSizePolicy policy = button->sizePolicy();
+        policy.setRetainSizeWhenHidden(true); // the bar stays where it is when they go
+        button->setSizePolicy(policy);
+    }
+    auto* all = column({Text_Display, row({{ProgressBar1, 1}, Percent}), LayoutPart::room(),
+        row({LayoutPart::room(), Command_Send, Cancel_Command})});
+    all->setContentsMargins(20, 18, 20, 16);
+    all->setSpacing(14);
+    setLayout(all);
+}
+
+void DownloadData::Command_Send_Click() {
+    m_session.Command_Send_Click();
+}
+
+void DownloadData::Cancel_Command_Click() {
+    m_session.Cancel_Command_Click();
+}
+
+// Escape and the window's close button are Cancel, and like it out of reach once the transfer runs.
+void DownloadData::reject() {
+    if (!Cancel_Command->isHidden()) Cancel_Command_Click();
+}
+
+void DownloadData::setText_Display(const std::string& text) {
+    const QString now = shown(text);
+    if (now == Text_Display->text()) return; // most of a transfer's steps show the same percent
+    Text_Display->setText(now);
+    Text_Display->repaint();
+}
+
+void DownloadData::setProgressMax(int maximum) {
+    ProgressBar1->setMaximum(maximum);
+}
+
+void DownloadData::setProgress(int value) {
+    ProgressBar1->setValue(value);
+}
+
+void DownloadData::hideButtons() {
+    Command_Send->hide();
+    Cancel_Command->hide();
+    repaint();
+}
+
+void DownloadData::unload() {
+    platform_qt::unload<DownloadData>();
+}
+
+void DownloadData::showSoftwareSetup() {
+    forms::showSoftwareSetup();
+}
+
+// The graph's load reads the run that was just saved; the caption is set behind it.
+void DownloadData::showDataGraph(const std::string& caption) {
+    auto& graph = form<DataGraph>();
+    graph.setCaption(caption);
+    graph.show();
+    hideMainWindow();
+}
+
+void DownloadData::refreshChooser() { form<LoadFile>().Data_File(); }
+
+} // namespace kvo::forms

@@ -1,0 +1,12 @@
+#pragma once
+// The one link to the logger that all forms share. Its record lives as long as the program, since
+// what the last session left in it counts in the next.
+#include "link/logger_link.h"
+
+namespace kvo::forms {
+
+// main (or a test) gives the link before the first form that needs it.
+void useLoggerLink(link::LoggerLink* theLink);
+link::LoggerLink& loggerLink();
+
+} // namespace kvo::forms

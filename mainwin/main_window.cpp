@@ -1,0 +1,165 @@
+#include "mainwin/main_window.h"
+
+#include "core/forms/product.h"
+#include "core/shared_state.h"
+#include "graph/forms/data_graph.h"
+#include "library/forms/load_file.h"
+#include "link/download_session.h"
+#include "link/forms/download_data.h"
+#include "mainwin/about.h"
+#include "platform/qt/application.h"
+#include "platform/qt/form_kit.h"
+#include "platform/qt/pictures.h"
+#include "platform/services.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QFrame>
+#include <QLabel>
+#include <QScreen>
+#include <QToolBar>
+
+namespace kvo::forms {
+
+using namespace platform_qt;
+
+VrnWin32::VrnWin32() {
+    setObjectName(QStringLiteral("VrnWin32"));
+    makeMenus();
+    makeToolbar();
+    makeInner();
+    Form_Load();
+}
+
+void VrnWin32::makeInner() {
+    m_inner = named(new QWidget, "Inner");
+    Line1 = new QFrame(m_inner);
+    Line1->setObjectName(QStringLiteral("Line1"));
+    Line1->setFrameStyle(static_cast<int>(QFrame::HLine) | static_cast<int>(QFrame::Sunken));
+    Logo = new QLabel(m_inner);
+    Logo->setObjectName(QStringLiteral("Logo"));
+    Frame_Version = new QFrame(m_inner);
+    Frame_Version->setObjectName(QStringLiteral("Frame_Version"));
+    Label_Version = named(new QLabel, "Label_Version");
+    auto* name = named(new QLabel(QStringLiteral("KVO")), "Label_Name");
+    QFont large = font();
+    large.setPointSizeF(large.pointSizeF() * 2.4);
+    large.setBold(true);
+    name->setFont(large);
+    for (QLabel* label : {name, Label_Version}) label->setAlignment(Qt::AlignHCenter);
+    Frame_Version->setLayout(column({name, Label_Version}));
+    setCentralWidget(m_inner);
+    m_inner->installEventFilter(this);
+}
+
+void VrnWin32::Form_Load() {
+    setWindowTitle(QStringLiteral("DATA ACQUISITION SYSTEM"));
+    Label_Version->setText(versionText());
+    m_picture = vehiclePicture();
+    const QSize room = screen()->availableSize();
+    setMinimumSize(480, 320);
+    resize(qMin(room.width() * 85 / 100, 1280), qMin(room.height() * 85 / 100, 940));
+}
+
+bool VrnWin32::eventFilter(QObject* object, QEvent* event) {
+    if (object == m_inner && event->type() == QEvent::Resize) Form_Resize();
+    return QMainWindow::eventFilter(object, event);
+}
+
+void VrnWin32::resizeEvent(QResizeEvent* event) {
+    QMainWindow::resizeEvent(event);
+    Form_Resize();
+}
+
+// In twips, as the window is measured.
+void VrnWin32::Form_Resize() {
+    constexpr int lowestWithVersion = 11925;
+    constexpr int versionAboveBottom = 2250;
+    const bool roomForVersion = toTwips(frameGeometry().height()) >= lowestWithVersion;
+    Frame_Version->setVisible(roomForVersion);
+    if (roomForVersion) {
+        const int top = toPixels(toTwips(m_inner->height()) - versionAboveBottom);
+        Frame_Version->setGeometry(0, top, m_inner->width(), Frame_Version->sizeHint().height());
+    }
+    Line1->setGeometry(0, 0, m_inner->width(), Line1->sizeHint().height());
+    placeLogo();
+}
+
+// A picture larger than the window is shown smaller; centred in either case.
+void VrnWin32::placeLogo() {
+    constexpr int margin = 16;
+    const QSize room = m_inner->size() - QSize(2 * margin, 2 * margin);
+    const QPixmap picture = fitted(m_picture, room, devicePixelRatioF());
+    Logo->setPixmap(picture);
+    Logo->resize(picture.deviceIndependentSize().toSize());
+    Logo->move((m_inner->width() - Logo->width()) / 2, (m_inner->height() - Logo->height()) / 2);
+}
+
+void VrnWin32::closeEvent(QCloseEvent* event) {
+    event->accept();
+    Form_Unload();
+}
+
+void VrnWin32::Form_Unload() {
+    changeFolder(core::state().AppFolder);
+    QApplication::quit();
+}
+
+void VrnWin32::Mnu_ViewRun_Click() {
+    const MainMenusDisabled off;
+    core::state().IndexNoSort = 0; // no run is handed over: the graph asks for one
+    auto& graph = form<DataGraph>();
+    hideMainWindow();
+    graph.show();
+}
+
+void VrnWin32::Mnu_DeleteRun_Click() {
+    const MainMenusDisabled off;
+    core::state().InfoNamesOnly = 0;
+    form<LoadFile>().chooseToDelete(QStringLiteral("Delete File"));
+}
+
+void VrnWin32::Mnu_Exit_Click() {
+    close();
+}
+
+void VrnWin32::Mnu_DownloadData_Click() {
+    const platform::Services& services = platform::services();
+    const MainMenusDisabled off;
+    link::showDateCheck(core::state().Config, *services.dialogs, *services.clock);
+    showModal(form<DownloadData>());
+    unload<DownloadData>();
+}
+
+void VrnWin32::Mnu_UpDate_Click() {
+    const MainMenusDisabled off;
+    platform::Services& services = platform::services();
+    const std::string text =
+        " Please Note that both Internet Explorer and an Internet connection\r\n"
+        " are needed to established this check.\r\n\r\n"
+        "Do you want to check for a newer version of Kvo Now ?";
+    constexpr int style = platform::boxStyle::information + platform::boxStyle::yesNo;
+    const auto reply = services.dialogs->messageBox(text, style, "Kvo UpDate Check");
+    if (reply == platform::Reply::yes) services.browser->open(updatePage());
+}
+
+void VrnWin32::Mnu_AboutVrn_Click() {
+    const MainMenusDisabled off;
+    showModal(form<About>());
+}
+
+void hideMainWindow() {
+    if (isLoaded<VrnWin32>()) form<VrnWin32>().hide();
+}
+
+void showMainWindow() {
+    if (!isLoaded<VrnWin32>()) return;
+    form<VrnWin32>().show();
+    form<VrnWin32>().activateWindow();
+}
+
+void EnableMainMenus(bool on) {
+    if (isLoaded<VrnWin32>()) form<VrnWin32>().enableMenus(on);
+}
+
+} // namespace kvo::forms

@@ -1,0 +1,83 @@
+#pragma once
+// VrnWin32: the window from which the user reaches every function. Its menus are one table; a
+// command whose form is not there yet has no routine and is disabled.
+#include <QMainWindow>
+#include <QPixmap>
+
+#include <string_view>
+
+class QAction;
+class QFrame;
+class QLabel;
+class QMenu;
+class QToolBar;
+
+namespace kvo::forms {
+
+class VrnWin32 : public QMainWindow {
+    Q_OBJECT
+
+public:
+    VrnWin32();
+
+    // Runs the command of a toolbar button by its key, compared as exact text.
+    void Toolbar1_ButtonClick(std::string_view key);
+    // The five main menus and the toolbar.
+    void enableMenus(bool on);
+
+    void Mnu_ViewRun_Click();
+    void Mnu_DeleteRun_Click();
+    void Mnu_Exit_Click();
+    void Mnu_DownloadData_Click();
+    void Mnu_UpDate_Click();
+    void Mnu_AboutVrn_Click();
+
+    struct MenuRow;
+    struct ToolRow;
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    bool eventFilter(QObject* object, QEvent* event) override;
+
+private:
+    void Form_Load();
+    void Form_Resize();
+    void Form_Unload();
+    void makeMenus();
+    void makeToolbar();
+    void makeInner();
+    void addCommand(const MenuRow& row);
+    bool hasLiveCommand(const char* menu) const;
+    QMenu* menuNamed(const char* name) const;
+    QAction* command(const char* name) const;
+    void placeLogo();
+
+    QToolBar* Toolbar1 = nullptr;
+    QWidget* m_inner = nullptr;
+    QFrame* Line1 = nullptr;
+    QLabel* Logo = nullptr;
+    QFrame* Frame_Version = nullptr;
+    QLabel* Label_Version = nullptr;
+    QPixmap m_picture;
+};
+
+// Switches the main menus and the toolbar; every modal command wraps its work in it. Without a main
+// window it does nothing.
+void EnableMainMenus(bool on);
+
+// A form that is shown in the main window's place hides it, and shows it again when it goes.
+// Without a main window they do nothing.
+void hideMainWindow();
+void showMainWindow();
+
+// The menus are off for as long as the object lives.
+class MainMenusDisabled {
+public:
+    MainMenusDisabled() { EnableMainMenus(false); }
+    ~MainMenusDisabled() { EnableMainMenus(true); }
+    MainMenusDisabled(const MainMenusDisabled&) = delete;
+    MainMenusDisabled& operator=(const MainMenusDisabled&) = delete;
+};
+
+} // namespace kvo::forms

@@ -1,0 +1,434 @@
+// DownloadData over a line that needs no time: what the form shows and allows while a run comes in,
+// for every type of logger and every fault of the line.
+#include "core/run_index.h"
+#include "graph/forms/data_graph.h"
+#include "link/forms/download_data.h"
+#include "link/forms/logger_line.h"
+#include "mainwin/main_window.h"
+#include "tests/forms/support/form_test_main.h"
+#include "tests/forms/support/test_program.h"
+#include "tests/forms/support/user_click.h"
+#include "tests/support/virtual_line.h"
+#include "tools/logger_simulator/faults.h"
+#include "tools/logger_simulator/model_logger.h"
+
+#include <QAction>
+#include <QLabel>
+#include <QPointer>
+#include <QProgressBar>
+#include <QPushButton>
+
+#include <memory>
+#include <optional>
+
+using namespace kvo;
+using namespace kvo::platform_qt;
+using namespace kvo::testing;
+using kvo::forms::DataGraph;
+using kvo::forms::DownloadData;
+using kvo::forms::VrnWin32;
+using kvo::platform::Reply;
+using kvo::simulator::Fault;
+
+namespace {
+
+constexpr const char* runPath = "/kvo/Data/26111514.42d";
+constexpr const char* indexFile = "/kvo/Data/KvoData.Ini";
+constexpr int critical = platform::boxStyle::critical;
+
+QPushButton& sendButton() {
+    return control<QPushButton>(form<DownloadData>(), "Command_Send");
+}
+QPushButton& cancelButton() {
+    return control<QPushButton>(form<DownloadData>(), "Cancel_Command");
+}
+QProgressBar& progressBar() {
+    return control<QProgressBar>(form<DownloadData>(), "ProgressBar1");
+}
+QString display() {
+    return control<QLabel>(form<DownloadData>(), "Text_Display").text();
+}
+
+} // namespace
+
+class DownloadDataTest : public QObject {
+    Q_OBJECT
+
+    struct Line {
+        Line(TestProgram& program, int type, Fault fault)
+            : logger(type), faulty(logger, fault), line(faulty),
+              link(line, line, program.dialogs, program.state) {
+            forms::useLoggerLink(&link);
+        }
+        ~Line() { forms::useLoggerLink(nullptr); }
+        simulator::ModelLogger logger;
+        simulator::FaultyEnd faulty;
+        VirtualLine line;
+        link::LoggerLink link;
+    };
+    std::unique_ptr<TestProgram> m_program;
+    std::optional<Line> m_line;
+
+    void connectLogger(int type, bool fast = true, Fault fault = {}) {
+        core::AppConfig& config = m_program->state.Config;
+        config.CheckBits = {
+            static_cast<std::int16_t>(fast ? 0 : -1), static_cast<std::int16_t>(fast ? -1 : 0)};
+        config.Date_Prompt = 1;
+        config.SpeedWheel_Prompt = 1;
+        config.Wheel = 22;
+        config.Engine_Correction = config.Clutch_Correction = 1;
+        config.Pinion_Correction = config.Speed_Correction = 1;
+        m_program->putConfig();
+        m_line.emplace(*m_program, type, fault);
+    }
+    // Opens the form by its menu command and runs the script inside.
+    void inTheForm(std::function<void()> script) {
+        auto& window = form<VrnWin32>();
+        window.show();
+        window.activateWindow();
+        onModal([script = std::move(script)](QWidget* modal) {
+            QCOMPARE(modal->objectName(), QStringLiteral("DownloadData"));
+            script();
+        });
+        control<QAction>(window, "Mnu_DownloadData").trigger();
+        QVERIFY(!isLoaded<DownloadData>());
+        QVERIFY(control<QAction>(window, "Mnu_DownloadData").isEnabled());
+    }
+    static void clickSend() { QCOMPARE(userClick(&sendButton()), QString()); }
+    ScriptedDialogs& dialogs() { return m_program->dialogs; }
+    void expectSaved(Reply view = Reply::no) {
+        dialogs().expectInputTitled("Run Title", "7 Final");
+        dialogs().expectBoxTitled("Download Saved", view);
+    }
+
+private slots:
+    void init() { m_program = std::make_unique<TestProgram>(); }
+    void cleanup() {
+        const QString problems = modalComplaints() + QString::fromStdString(dialogs().problems());
+        unloadAllForms();
+        m_line.reset();
+        m_program.reset();
+        QCOMPARE(problems, QString());
+    }
+
+    void itOpensReady() {
+        connectLogger(25);
+        m_program->state.DataType = 32;
+        inTheForm([this] {
+            QCOMPARE(display(), QStringLiteral("Plug In Download Cable and Start Download"));
+            QCOMPARE(
+                control<QLabel>(form<DownloadData>(), "Percent").text(), QStringLiteral("100%"));
+            QCOMPARE(sendButton().text(), QStringLiteral("&Start Download"));
+            QCOMPARE(cancelButton().text(), QStringLiteral("Cancel"));
+            QCOMPARE(progressBar().value(), 0);
+            QCOMPARE(m_program->state.DataType, std::uint8_t{0});
+            QCOMPARE(userClick(&cancelButton()), QString());
+            QVERIFY(!isLoaded<DownloadData>());
+        });
+        QVERIFY(!m_line->line.portOpen());
+    }
+
+    void everyTypeComesInBothWays_data() {
+        QTest::addColumn<int>("type");
+        QTest::addColumn<bool>("fast");
+        QTest::addColumn<int>("rows");
+        const std::initializer_list<std::pair<int, int>> types{
+            {8, 2520}, {12, 2520}, {17, 1724}, {20, 2048}, {25, 1213}, {32, 1360}, {43, 1360}};
+        for (const auto& [type, rows] : types) {
+            for (const bool fast : {true, false}) {
+                QTest::addRow("type %d, %s", type, fast ? "fast" : "safe") << type << fast << rows;
+            }
+        }
+    }
+    void everyTypeComesInBothWays() {
+        QFETCH(int, type);
+        QFETCH(bool, fast);
+        QFETCH(int, rows);
+        connectLogger(type, fast);
+        if (type == 43) dialogs().expectBoxTitled("Warning");
+        dialogs().expectInputTitled("Run Title", "7 Final").whileShown = [rows, fast] {
+            QCOMPARE(display(), QStringLiteral("Download Compleat"));
+            QVERIFY(sendButton().isHidden() && cancelButton().isHidden());
+            QCOMPARE(progressBar().maximum(), rows);
+            // The fast mode ends with the pair in front of a batch that is never read.
+            const int last = fast ? (rows % 2 == 0 ? rows - 3 : rows - 2) : rows;
+            QCOMPARE(progressBar().value(), last);
+        };
+        dialogs().expectBoxTitled("Download Saved", Reply::no).whileShown = [] {
+            QCOMPARE(display(), QString());
+        };
+        inTheForm([] { clickSend(); });
+        QVERIFY(m_program->files.exists(runPath));
+        QCOMPARE(int{m_program->state.SampleCount}, rows);
+        const auto index = core::readRunIndex(indexFile, m_program->files);
+        QCOMPARE(index.size(), std::size_t{1});
+        QCOMPARE(index[0].Description, std::string("Sun 15 Nov 2026 Run: 7 Final"));
+        QCOMPARE(m_program->state.IndexNoSort, std::int16_t{0});
+        QVERIFY(!m_line->line.portOpen());
+        QVERIFY(!dialogs().hourglass());
+    }
+
+    void theTextTellsHowFarItIs() {
+        connectLogger(25);
+        QString halfWay;
+        m_line->line.onSend = [&halfWay](std::uint8_t) {
+            if (isLoaded<DownloadData>() && progressBar().maximum() == 1213 &&
+                progressBar().value() == 607)
+                halfWay = display();
+        };
+        expectSaved();
+        inTheForm([] { clickSend(); });
+        QCOMPARE(halfWay, QStringLiteral("Downloading data from the On Board Computer.   50%"));
+    }
+
+    void theTransferCannotBeLeft() {
+        connectLogger(25);
+        bool tried = false;
+        m_line->line.onSend = [this, &tried](std::uint8_t) {
+            if (tried || !isLoaded<DownloadData>() || progressBar().value() < 400) return;
+            tried = true;
+            auto& window = form<DownloadData>();
+            QTest::keyClick(&window, Qt::Key_Escape);
+            QTest::keyClick(&window, Qt::Key_Return);
+            window.close();
+            QCOMPARE(userClick(&cancelButton()), QStringLiteral("hidden"));
+            QCOMPARE(userClick(&sendButton()), QStringLiteral("hidden"));
+            QVERIFY(window.isVisible());
+            QCOMPARE(m_line->link.LinkFailed, std::int16_t{0});
+        };
+        expectSaved();
+        inTheForm([] { clickSend(); });
+        QVERIFY(tried);
+        QVERIFY(m_program->files.exists(runPath));
+    }
+
+    void cancelWorksWhileTheLoggerIsAwaited_data() {
+        QTest::addColumn<int>("how");
+        QTest::newRow("button") << 0;
+        QTest::newRow("escape") << 1;
+        QTest::newRow("close") << 2;
+    }
+    void cancelWorksWhileTheLoggerIsAwaited() {
+        QFETCH(int, how);
+        connectLogger(25, true, {Fault::Kind::silent, 0});
+        m_line->line.at(4000, [how] {
+            if (how == 0) QCOMPARE(userClick(&cancelButton()), QString());
+            if (how == 1) QTest::keyClick(&form<DownloadData>(), Qt::Key_Escape);
+            if (how == 2) form<DownloadData>().close();
+            QVERIFY(!isLoaded<DownloadData>());
+        });
+        inTheForm([] { clickSend(); });
+        QVERIFY(!m_line->line.portOpen());
+        QVERIFY(dialogs().titles().empty());
+    }
+
+    void cancelWorksWhileTheHeaderComes() {
+        connectLogger(25, true, {Fault::Kind::stopAfter, 12});
+        m_line->line.at(9000, [] { QCOMPARE(userClick(&cancelButton()), QString()); });
+        inTheForm([] { clickSend(); });
+        QVERIFY(!m_program->files.exists(runPath));
+        QVERIFY(dialogs().titles().empty());
+    }
+
+    void aSecondClickWhileOneIsAtWorkDoesNothing() {
+        connectLogger(25, true, {Fault::Kind::silent, 0});
+        m_line->line.at(1000, [] { QCOMPARE(userClick(&sendButton()), QString()); });
+        dialogs().expectBox(link::noReplyText(), critical, "Download Error !");
+        inTheForm([] {
+            clickSend();
+            QVERIFY(isLoaded<DownloadData>());
+            form<DownloadData>().close();
+        });
+        QCOMPARE(m_line->line.everythingSent(), std::string("Q"));
+    }
+
+    void noReplyLeavesTheFormForAnotherTry() {
+        connectLogger(25);
+        m_line->line.plugInto(2); // the cable is in the wrong plug
+        dialogs().expectBox(link::noReplyText(), critical, "Download Error !").whileShown = [this] {
+            QVERIFY(!m_line->line.portOpen());
+        };
+        expectSaved();
+        inTheForm([this] {
+            clickSend();
+            QVERIFY(sendButton().isVisible() && cancelButton().isVisible());
+            m_line->line.plugInto(1);
+            clickSend();
+        });
+        QVERIFY(m_program->files.exists(runPath));
+    }
+
+    void aWrongGreetingIsNoLogger() {
+        connectLogger(25, true, {Fault::Kind::wrongGreeting, 0});
+        dialogs().expectBox(link::noReplyText(), critical, "Download Error !");
+        inTheForm([] {
+            clickSend();
+            QVERIFY(isLoaded<DownloadData>());
+            QTest::keyClick(&form<DownloadData>(), Qt::Key_Escape);
+        });
+        QCOMPARE(dialogs().beeps(), 1);
+    }
+
+    void aLoggerThatStopsEndsTheForm_data() {
+        QTest::addColumn<bool>("fast");
+        QTest::addColumn<int>("kind");
+        QTest::addColumn<int>("byte");
+        QTest::newRow("fast, stops") << true << static_cast<int>(Fault::Kind::stopAfter) << 9000;
+        QTest::newRow("safe, stops") << false << static_cast<int>(Fault::Kind::stopAfter) << 9000;
+        QTest::newRow("fast, loses a byte") << true << static_cast<int>(Fault::Kind::drop) << 9000;
+        QTest::newRow("fast, pulled") << true << static_cast<int>(Fault::Kind::hangUpAt) << 9000;
+        QTest::newRow("safe, pulled") << false << static_cast<int>(Fault::Kind::hangUpAt) << 9000;
+        QTest::newRow("fast, header only")
+            << true << static_cast<int>(Fault::Kind::stopAfter) << 34;
+        QTest::newRow("safe, header only")
+            << false << static_cast<int>(Fault::Kind::stopAfter) << 34;
+    }
+    void aLoggerThatStopsEndsTheForm() {
+        QFETCH(bool, fast);
+        QFETCH(int, kind);
+        QFETCH(int, byte);
+        connectLogger(25, fast, {static_cast<Fault::Kind>(kind), byte});
+        dialogs().expectBox(
+            "The On Board Computer Stopped Responding\r\n           Fix and try again!", critical,
+            "Download Error");
+        inTheForm([] {
+            clickSend();
+            QVERIFY(!isLoaded<DownloadData>());
+        });
+        QVERIFY(!m_program->files.exists(runPath));
+        QVERIFY(!m_program->files.exists(indexFile));
+        QVERIFY(!m_line->line.portOpen());
+        QCOMPARE(dialogs().beeps(), 1);
+    }
+
+    void garbageNeverEndsAsARun() {
+        connectLogger(25, true, {Fault::Kind::flood, 0});
+        dialogs().expectBox(link::noReplyText(), critical, "Download Error !");
+        inTheForm([] {
+            clickSend();
+            form<DownloadData>().close();
+        });
+        QVERIFY(!m_program->files.exists(runPath));
+    }
+
+    void aPortThatDoesNotOpenLeavesTheForm() {
+        connectLogger(25);
+        m_line->line.failToOpen(1, platform::PortError::busy, "Port 1 is in use.");
+        auto& box = dialogs().expectBoxTitled("Communications Error");
+        box.style = critical;
+        box.contains = "Error Opening Com";
+        inTheForm([] {
+            clickSend();
+            QVERIFY(sendButton().isVisible());
+            QCOMPARE(userClick(&cancelButton()), QString());
+        });
+        QCOMPARE(m_line->line.everythingSent(), std::string());
+    }
+
+    void anUnknownLoggerLeavesTheFormInSilence() {
+        connectLogger(25);
+        m_line.reset();
+        platform::Bytes stream(2000, 0);
+        stream[1] = 99; // the data type behind the byte that is thrown away
+        simulator::ModelLogger stranger(stream);
+        VirtualLine line(stranger);
+        link::LoggerLink logger(line, line, dialogs(), m_program->state);
+        forms::useLoggerLink(&logger);
+        inTheForm([&line] {
+            clickSend();
+            QVERIFY(sendButton().isVisible() && cancelButton().isVisible());
+            QVERIFY(line.portOpen()); // Required: nothing closes it but Cancel
+            QCOMPARE(userClick(&cancelButton()), QString());
+        });
+        QVERIFY(!line.portOpen());
+        forms::useLoggerLink(nullptr);
+    }
+
+    void theWheelIsAskedForBeforeTheTransfer() {
+        connectLogger(25);
+        m_program->state.Config.SpeedWheel_Prompt = 0;
+        m_program->putConfig();
+        dialogs().expectBoxTitled("Front Wheel Dimeter", Reply::no).whileShown = [this] {
+            QVERIFY(cancelButton().isVisible());
+            QVERIFY(m_line->line.portOpen());
+        };
+        dialogs().expectInputTitled("New Wheel Diameter", "24.5");
+        expectSaved();
+        inTheForm([] { clickSend(); });
+        QCOMPARE(m_program->state.Config.Wheel, 24.5F);
+    }
+
+    void aMissingConfigurationIsToldAndTheDownloadGoesOn() {
+        connectLogger(25);
+        QVERIFY(static_cast<bool>(m_program->files.remove("/kvo/Kvo.Cfg")));
+        dialogs().expectBoxTitled("Kvo").contains = "Kvo.CfgG file not found";
+        expectSaved();
+        inTheForm([] { clickSend(); });
+        QVERIFY(m_program->files.exists(runPath));
+    }
+
+    void aYesOpensTheRunInTheGraph() {
+        connectLogger(25);
+        expectSaved(Reply::yes);
+        inTheForm([] { clickSend(); });
+        QVERIFY(isLoaded<DataGraph>() && form<DataGraph>().isVisible());
+        QVERIFY(!form<VrnWin32>().isVisible());
+        QVERIFY(form<DataGraph>().hasRun());
+        QCOMPARE(
+            form<DataGraph>().windowTitle(), QStringLiteral(" Date:Sun 15 Nov 2026 Run: 7 Final"));
+        QCOMPARE(m_program->state.InfoFilePath, std::string("/kvo/Data/26111514.42i"));
+        QCOMPARE(m_program->state.IndexNoSort, std::int16_t{-1});
+        QVERIFY(!dialogs().hourglass());
+        form<DataGraph>().close();
+        QVERIFY(form<VrnWin32>().isVisible());
+    }
+
+    void withoutATitleNothingIsSaved() {
+        connectLogger(25);
+        dialogs().expectInputTitled("Run Title", "");
+        dialogs().expectBoxTitled("Data Warning", Reply::no);
+        dialogs().expectInputTitled("Run Title", "abc");
+        dialogs().expectInputTitled("Run Title", "0");
+        dialogs().expectInputTitled("Run Title", "");
+        dialogs().expectBoxTitled("Data Warning", Reply::yes);
+        inTheForm([] { clickSend(); });
+        QVERIFY(!m_program->files.exists(runPath));
+        QCOMPARE(int{m_program->state.SampleCount}, 1213);
+    }
+
+    void aFullDiskIsToldAndSavingTriedAgain() {
+        connectLogger(25);
+        m_program->files.failWrites("/kvo/Data", MemoryFiles::Failure::fullDisk, 1);
+        dialogs().expectInputTitled("Run Title", "7 Final");
+        dialogs().expectBoxTitled("Run Not Saved", Reply::retry);
+        dialogs().expectBoxTitled("Download Saved", Reply::no);
+        inTheForm([] { clickSend(); });
+        QVERIFY(m_program->files.exists(runPath));
+    }
+
+    void theFormIsFreshEachTime() {
+        connectLogger(25);
+        expectSaved();
+        inTheForm([] { clickSend(); });
+        inTheForm([] {
+            QVERIFY(sendButton().isVisible());
+            QCOMPARE(progressBar().value(), 0);
+            form<DownloadData>().close();
+        });
+    }
+
+    void everythingWorksFromTheKeyboard() {
+        connectLogger(25);
+        expectSaved();
+        inTheForm([] {
+            QVERIFY(sendButton().hasFocus() || sendButton().isDefault());
+            QTest::keyClick(&form<DownloadData>(), Qt::Key_Return);
+        });
+        QVERIFY(m_program->files.exists(runPath));
+        expectSaved();
+        inTheForm([] { QTest::keyClick(&form<DownloadData>(), Qt::Key_S, Qt::AltModifier); });
+    }
+};
+
+KVO_FORM_TEST_MAIN(DownloadDataTest)
+#include "download_data_test.moc"

@@ -1,0 +1,394 @@
+// VrnWin32: menus, toolbar, sizes, and the commands that are its own.
+#include "graph/forms/data_graph.h"
+#include "link/forms/download_data.h"
+#include "link/forms/logger_line.h"
+#include "mainwin/about.h"
+#include "mainwin/main_window.h"
+#include "tests/forms/support/form_test_main.h"
+#include "tests/forms/support/test_program.h"
+#include "tests/forms/support/user_click.h"
+#include "tests/support/virtual_line.h"
+#include "tools/logger_simulator/model_logger.h"
+
+#include <QAction>
+#include <QDir>
+#include <QFrame>
+#include <QLabel>
+#include <QMenu>
+#include <QMenuBar>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTimer>
+#include <QToolBar>
+#include <QToolButton>
+
+#include <memory>
+
+using namespace kvo;
+using namespace kvo::platform_qt;
+using namespace kvo::testing;
+using kvo::forms::About;
+using kvo::forms::DataGraph;
+using kvo::forms::DownloadData;
+using kvo::forms::VrnWin32;
+
+namespace {
+
+// Caption and control name of every item below a menu, submenus in brackets.
+QStringList itemsOf(const QMenu& menu) {
+    QStringList items;
+    const auto actions = menu.actions();
+    for (const QAction* action : actions) {
+        if (action->isSeparator()) continue;
+        if (action->menu() != nullptr) {
+            items << action->text() + QLatin1String(" [") + itemsOf(*action->menu()).join(", ") +
+                         "]";
+        } else {
+            items << action->text() + QLatin1String(" = ") + action->objectName();
+        }
+    }
+    return items;
+}
+
+} // namespace
+
+class MainWindowTest : public QObject {
+    Q_OBJECT
+
+    struct Line {
+        explicit Line(TestProgram& program) : link(line, line, program.dialogs, program.state) {
+            platform::services().port = &line;
+            platform::services().yield = &line;
+            forms::useLoggerLink(&link);
+        }
+        ~Line() { forms::useLoggerLink(nullptr); }
+        simulator::ModelLogger logger{25};
+        VirtualLine line{logger};
+        link::LoggerLink link;
+    };
+    std::unique_ptr<TestProgram> m_program;
+    std::unique_ptr<Line> m_line;
+
+    static VrnWin32& shownWindow() {
+        auto& window = form<VrnWin32>();
+        window.show();
+        window.activateWindow();
+        if (!QTest::qWaitForWindowActive(&window)) qWarning("the main window did not come up");
+        return window;
+    }
+    static QMenu& menu(const char* name) { return control<QMenu>(form<VrnWin32>(), name); }
+    static QAction& command(const char* name) { return control<QAction>(form<VrnWin32>(), name); }
+    static bool menusEnabled() {
+        bool all = true;
+        for (const char* name :
+            {"Mnu_File", "Mnu_Communications", "VrnTools", "Mnu_Setup", "Mnu_HelpList"})
+            all = all && menu(name).menuAction()->isEnabled();
+        return all && control<QToolBar>(form<VrnWin32>(), "Toolbar1").isEnabled();
+    }
+    static bool menusDisabled() {
+        bool any = false;
+        for (const char* name :
+            {"Mnu_File", "Mnu_Communications", "VrnTools", "Mnu_Setup", "Mnu_HelpList"})
+            any = any || menu(name).menuAction()->isEnabled();
+        return !any && !control<QToolBar>(form<VrnWin32>(), "Toolbar1").isEnabled();
+    }
+
+private slots:
+    void init() {
+        m_program = std::make_unique<TestProgram>();
+        m_line = std::make_unique<Line>(*m_program);
+    }
+    void cleanup() {
+        const QString problems =
+            modalComplaints() + QString::fromStdString(m_program->dialogs.problems());
+        unloadAllForms();
+        m_line.reset();
+        m_program.reset();
+        QCOMPARE(problems, QString());
+    }
+
+    void everyMenuStandsAsNamed() {
+        QStringList bar;
+        const auto actions = form<VrnWin32>().menuBar()->actions();
+        for (const QAction* action : actions) bar << action->menu()->objectName();
+        QCOMPARE(bar, QStringList({"Mnu_File", "Mnu_Communications", "VrnTools", "Mnu_Setup",
+                          "Mnu_HelpList"}));
+        QCOMPARE(itemsOf(menu("Mnu_File")),
+            QStringList({"&Open Data File = Mnu_ViewRun", "&Time Graph = Mnu_TimeGraph",
+                "&Delete Data File/s = Mnu_DeleteRun", "&Enter Run Info... = Mnu_EnterRunInfo",
+                "&Copy Data File/s = Mnu_copydata(0)",
+                "Email Data File/s (Requires internet) = Mnu_copydata(1)",
+                "&Import Data File/s [Kvo  File/s = Mnu_Import(0), Vrn Dos File/s = Mnu_Import(1)]",
+                "E&xit = Mnu_Exit"}));
+        QCOMPARE(itemsOf(menu("Mnu_Communications")),
+            QStringList({"&Download Data = Mnu_DownloadData", "&Pit Run = Mnu_PitRun"}));
+        QCOMPARE(itemsOf(menu("VrnTools")),
+            QStringList({"&Compression Ratio = Compression", "&Engine Displacement = Displacement",
+                "&Horsepower [from &Cylinder Head CFM = MnuCFM, from 1/4 Mile &ET = MnuMileEt, "
+                "from 1/4 Mile &Mph = MnuMileMph]",
+                "&Piston Speed = Mnu_PistonSpeen", "&Rpm to Mph = Speed",
+                "&Tyre Diameter = Mnu_TDiameter",
+                "&Metric / Imperial Conversions = MnuConversions"}));
+        QCOMPARE(
+            itemsOf(menu("Mnu_Setup")), QStringList({"Setup Software = Mnu_SetupSoftware",
+                                            "Configure &On Board Computer = Mnu_ConfigureComputer",
+                                            "Edit Vehicle Setup Defaults = Mnu_EditVSetup"}));
+        QCOMPARE(itemsOf(menu("Mnu_HelpList")),
+            QStringList({"&Index = Mnu_Help(1)", "&Keyboard = Mnu_Help(2)",
+                "&Commands = Mnu_Help(3)", "&Using Help = Mnu_Help(4)",
+                "Check for KVO Update = Mnu_UpDate", "&About KVO = Mnu_AboutVrn"}));
+    }
+
+    void theToolbarHasItsKeysInOrderAndTakesTheFocus() {
+        QStringList keys;
+        const auto actions = control<QToolBar>(form<VrnWin32>(), "Toolbar1").actions();
+        auto& bar = control<QToolBar>(form<VrnWin32>(), "Toolbar1");
+        for (QAction* action : actions) {
+            if (action->isSeparator()) continue;
+            QWidget* button = bar.widgetForAction(action);
+            keys << button->objectName();
+            QVERIFY(button->focusPolicy() & Qt::TabFocus);
+            QVERIFY(!action->icon().isNull());
+        }
+        QCOMPARE(keys, QStringList({"OpenDataFile", "TimeGraph", "DownloadData", "PitRun",
+                           "EnterRunInfo", "CopyData", "DeleteData", "Help"}));
+    }
+
+    void captionVersionAndPicture() {
+        m_program->files.put("/kvo/Kvocar.dll", pictureFile(300, 100, 0xFF0000));
+        VrnWin32& window = shownWindow();
+        QCOMPARE(window.windowTitle(), QStringLiteral("DATA ACQUISITION SYSTEM"));
+        QCOMPARE(control<QLabel>(window, "Label_Version").text(),
+            QStringLiteral("Version " KVO_VERSION));
+        auto& logo = control<QLabel>(window, "Logo");
+        const QWidget* inner = logo.parentWidget();
+        QCOMPARE(logo.size(), QSize(300, 100));
+        QCOMPARE(logo.x(), (inner->width() - 300) / 2);
+        QCOMPARE(logo.y(), (inner->height() - 100) / 2);
+    }
+
+    void theMotorcycleHasItsOwnPicture() {
+        m_program->state.Config.Vehicle_Type = 0;
+        m_program->files.put("/kvo/Kvobike.dll", pictureFile(123, 45, 0x00FF00));
+        QCOMPARE(control<QLabel>(shownWindow(), "Logo").size(), QSize(123, 45));
+    }
+
+    void aPictureLargerThanTheWindowIsShownSmallerAndCentred() {
+        m_program->files.put("/kvo/Kvocar.dll", pictureFile(2000, 1000, 0xFF0000));
+        VrnWin32& window = shownWindow();
+        window.resize(640, 480);
+        auto& logo = control<QLabel>(window, "Logo");
+        const QWidget* inner = logo.parentWidget();
+        QVERIFY(logo.width() <= inner->width() && logo.height() <= inner->height());
+        QCOMPARE(logo.width(), logo.height() * 2);
+        QCOMPARE(logo.x(), (inner->width() - logo.width()) / 2);
+    }
+
+    void theVersionFrameNeedsAHighWindow() {
+        VrnWin32& window = shownWindow();
+        auto& frame = control<QFrame>(window, "Frame_Version");
+        const QWidget* inner = frame.parentWidget();
+        window.resize(1000, 795); // 11925 twips
+        QVERIFY(frame.isVisible());
+        QCOMPARE(frame.y(), inner->height() - 150); // 2250 twips
+        QVERIFY(frame.geometry().bottom() < inner->height());
+        window.resize(1000, 794);
+        QVERIFY(!frame.isVisible());
+        window.resize(900, 900);
+        QVERIFY(frame.isVisible());
+        QCOMPARE(frame.y(), inner->height() - 150);
+        QCOMPARE(control<QFrame>(window, "Line1").width(), inner->width());
+    }
+
+    void menusAndToolbarAreSwitchedTogether() {
+        shownWindow();
+        QVERIFY(menusEnabled());
+        forms::EnableMainMenus(false);
+        QVERIFY(menusDisabled());
+        forms::EnableMainMenus(true);
+        QVERIFY(menusEnabled());
+        {
+            const forms::MainMenusDisabled off;
+            QVERIFY(menusDisabled());
+        }
+        QVERIFY(menusEnabled());
+        // A command without its form stays disabled through all that.
+        QVERIFY(!command("Mnu_PitRun").isEnabled());
+        QVERIFY(!control<QToolButton>(form<VrnWin32>(), "PitRun").isEnabled());
+        QVERIFY(!menu("Mnu_ImportMenu").menuAction()->isEnabled()); // nothing in it is alive yet
+        QVERIFY(command("Mnu_DownloadData").isEnabled());
+        QVERIFY(control<QToolButton>(form<VrnWin32>(), "DownloadData").isEnabled());
+    }
+
+    void switchingWithoutAMainWindowDoesNothing() {
+        QVERIFY(!isLoaded<VrnWin32>());
+        forms::EnableMainMenus(false);
+        QVERIFY(!isLoaded<VrnWin32>());
+    }
+
+    void aboutShowsNameAndVersionAndCloses() {
+        shownWindow();
+        for (const bool byKey : {false, true}) {
+            onModal([byKey](QWidget* modal) {
+                QVERIFY(menusDisabled());
+                QCOMPARE(modal->objectName(), QStringLiteral("About"));
+                QCOMPARE(control<QLabel>(*modal, "Label_Version").text(),
+                    QStringLiteral("Version " KVO_VERSION));
+                if (byKey)
+                    QTest::keyClick(modal, Qt::Key_Escape);
+                else
+                    QCOMPARE(userClick(&control<QPushButton>(*modal, "Command1")), QString());
+            });
+            command("Mnu_AboutVrn").trigger();
+            QVERIFY(!isLoaded<About>());
+            QVERIFY(menusEnabled());
+        }
+    }
+
+    void openingADataFileTakesTheMainWindowsPlace() {
+        VrnWin32& window = shownWindow();
+        m_program->state.IndexNoSort = -1;
+        bool asked = false;
+        onModal([&asked](QWidget* modal) {
+            asked = modal->objectName() == QLatin1String("LoadFile");
+            modal->close();
+        });
+        command("Mnu_ViewRun").trigger();
+        QTRY_VERIFY(asked);
+        QTRY_VERIFY(isLoaded<DataGraph>() && form<DataGraph>().isVisible());
+        QVERIFY(!window.isVisible());
+        QCOMPARE(m_program->state.IndexNoSort, std::int16_t{0});
+        QVERIFY(menusEnabled());
+        QTRY_VERIFY(QApplication::activeModalWidget() == nullptr);
+        form<DataGraph>().close();
+        QVERIFY(!isLoaded<DataGraph>());
+        QVERIFY(window.isVisible());
+    }
+
+    void deletingRunsOpensTheChooserForIt() {
+        shownWindow();
+        m_program->state.InfoNamesOnly = -1;
+        onModal([this](QWidget* modal) {
+            QCOMPARE(modal->windowTitle(), QStringLiteral("Delete File"));
+            QCOMPARE(control<QPushButton>(*modal, "BTN_Ok").text(), QStringLiteral("Delete"));
+            QCOMPARE(m_program->state.DeleteMode, std::int16_t{-1});
+            QCOMPARE(m_program->state.LoadStatus, std::int16_t{0});
+            QCOMPARE(m_program->state.InfoNamesOnly, std::int16_t{0});
+            QVERIFY(menusDisabled());
+            modal->close();
+        });
+        command("Mnu_DeleteRun").trigger();
+        QVERIFY(menusEnabled());
+    }
+
+    void theUpdateQuestionOpensThePageOnYesOnly() {
+        shownWindow();
+        const std::string text =
+            " Please Note that both Internet Explorer and an Internet connection\r\n"
+            " are needed to established this check.\r\n\r\n"
+            "Do you want to check for a newer version of Kvo Now ?";
+        m_program->dialogs.expectBox(text, 68, "Kvo UpDate Check", platform::Reply::no);
+        command("Mnu_UpDate").trigger();
+        QVERIFY(m_program->browser.opened.empty());
+        m_program->browser.succeeds = false; // ends without a word
+        m_program->dialogs.expectBox(text, 68, "Kvo UpDate Check", platform::Reply::yes)
+            .whileShown = [] { QVERIFY(menusDisabled()); };
+        command("Mnu_UpDate").trigger();
+        QCOMPARE(m_program->browser.opened.size(), std::size_t{1});
+        QVERIFY(menusEnabled());
+    }
+
+    void theDateCheckComesAheadOfTheDownload() {
+        shownWindow();
+        m_program->state.Config.Date_Prompt = 0;
+        m_program->dialogs.expectBoxTitled("Date: Sunday, 15 November 2026").whileShown = [] {
+            QVERIFY(menusDisabled());
+            QVERIFY(!isLoaded<DownloadData>());
+        };
+        onModal([](QWidget* modal) {
+            QCOMPARE(modal->objectName(), QStringLiteral("DownloadData"));
+            QVERIFY(menusDisabled());
+            QCOMPARE(userClick(&control<QPushButton>(*modal, "Cancel_Command")), QString());
+        });
+        command("Mnu_DownloadData").trigger();
+        QVERIFY(!isLoaded<DownloadData>());
+        QVERIFY(menusEnabled());
+    }
+
+    void theDateCheckCanBeSwitchedOff() {
+        shownWindow();
+        m_program->state.Config.Date_Prompt = 1;
+        onModal([](QWidget* modal) { QTest::keyClick(modal, Qt::Key_Escape); });
+        QCOMPARE(userClick(&control<QToolButton>(form<VrnWin32>(), "DownloadData")), QString());
+        QVERIFY(!isLoaded<DownloadData>());
+        QVERIFY(menusEnabled());
+    }
+
+    void toolbarKeysAreExact() {
+        shownWindow();
+        m_program->state.Config.Date_Prompt = 1;
+        form<VrnWin32>().Toolbar1_ButtonClick("downloaddata");
+        form<VrnWin32>().Toolbar1_ButtonClick("Download");
+        form<VrnWin32>().Toolbar1_ButtonClick("");
+        form<VrnWin32>().Toolbar1_ButtonClick("PitRun"); // has no form yet
+        bool came = false;
+        onModal([&came](QWidget* modal) {
+            came = true;
+            modal->close();
+        });
+        form<VrnWin32>().Toolbar1_ButtonClick("DownloadData");
+        QVERIFY(came);
+    }
+
+    void menusWorkFromTheKeyboard() {
+        VrnWin32& window = shownWindow();
+        m_program->state.Config.Date_Prompt = 1;
+        bool came = false;
+        onModal([&came](QWidget* modal) {
+            came = modal->objectName() == QLatin1String("DownloadData");
+            modal->close();
+        });
+        QTest::keyClick(&window, Qt::Key_C, Qt::AltModifier);
+        QTRY_VERIFY(menu("Mnu_Communications").isVisible());
+        QTest::keyClick(&menu("Mnu_Communications"), Qt::Key_D);
+        QTRY_VERIFY(came);
+    }
+
+    void theToolbarIsReachedByTab() {
+        VrnWin32& window = shownWindow();
+        auto& button = control<QToolButton>(window, "DownloadData");
+        for (int i = 0; i < 12 && !button.hasFocus(); ++i) QTest::keyClick(&window, Qt::Key_Tab);
+        QVERIFY(button.hasFocus());
+        m_program->state.Config.Date_Prompt = 1;
+        bool came = false;
+        onModal([&came](QWidget* modal) {
+            came = true;
+            modal->close();
+        });
+        QTest::keyClick(&button, Qt::Key_Space);
+        QVERIFY(came);
+    }
+
+    void theMainWindowTakesTheProgramAlong_data() {
+        QTest::addColumn<bool>("byMenu");
+        QTest::newRow("Exit") << true;
+        QTest::newRow("close") << false;
+    }
+    void theMainWindowTakesTheProgramAlong() {
+        QFETCH(bool, byMenu);
+        VrnWin32& window = shownWindow();
+        m_program->state.AppFolder = QDir::tempPath().toStdString();
+        QTimer::singleShot(0, &window, [byMenu, &window] {
+            if (byMenu)
+                command("Mnu_Exit").trigger();
+            else
+                window.close();
+        });
+        QTimer::singleShot(5000, qApp, [] { QApplication::exit(7); });
+        QCOMPARE(QApplication::exec(), 0);
+        QCOMPARE(QDir::current().canonicalPath(), QDir(QDir::tempPath()).canonicalPath());
+    }
+};
+
+KVO_FORM_TEST_MAIN(MainWindowTest)
+#include "main_window_test.moc"

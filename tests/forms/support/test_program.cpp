@@ -1,0 +1,38 @@
+#include "tests/forms/support/test_program.h"
+
+#include "core/config.h"
+#include "platform/qt/form_kit.h"
+
+#include <QBuffer>
+#include <QImage>
+
+namespace kvo::testing {
+
+TestProgram::TestProgram() {
+    state = core::SharedState();
+    state.AppFolder = "/kvo";
+    state.Config.CommPort = 1;
+    state.Config.Vehicle_Type = 1;
+    platform::services() = {&files, &clock, &dialogs, nullptr, nullptr, &browser};
+}
+
+TestProgram::~TestProgram() {
+    platform_qt::unloadAllForms();
+    platform::services() = {};
+}
+
+void TestProgram::putConfig() {
+    files.put("/kvo/Kvo.Cfg", core::encodeConfig(state.Config));
+}
+
+platform::Bytes pictureFile(int width, int height, unsigned colour) {
+    QImage image(width, height, QImage::Format_RGB32);
+    image.fill(colour);
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    image.save(&buffer, "PNG");
+    return platform::Bytes(bytes.begin(), bytes.end());
+}
+
+} // namespace kvo::testing

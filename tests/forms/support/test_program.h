@@ -1,0 +1,47 @@
+#pragma once
+// The services of the program as doubles, with a fresh shared state, for as long as the object
+// lives.
+#include "core/shared_state.h"
+#include "platform/browser.h"
+#include "platform/serial_port.h"
+#include "platform/services.h"
+#include "platform/yield.h"
+#include "tests/support/fixed_clock.h"
+#include "tests/support/memory_files.h"
+#include "tests/support/scripted_dialogs.h"
+
+#include <string>
+#include <vector>
+
+namespace kvo::testing {
+
+class RecordingBrowser : public platform::Browser {
+public:
+    bool open(const std::string& address) override {
+        opened.push_back(address);
+        return succeeds;
+    }
+    std::vector<std::string> opened;
+    bool succeeds = true;
+};
+
+struct TestProgram {
+    TestProgram();
+    ~TestProgram();
+    TestProgram(const TestProgram&) = delete;
+    TestProgram& operator=(const TestProgram&) = delete;
+
+    // Puts the configuration into the program's folder, as the program reads it anew.
+    void putConfig();
+
+    MemoryFiles files;
+    FixedClock clock{platform::DateTime{2026, 11, 15, 14, 42, 0}}; // a Sunday
+    ScriptedDialogs dialogs;
+    RecordingBrowser browser;
+    core::SharedState& state = core::state();
+};
+
+// A picture file of one colour.
+platform::Bytes pictureFile(int width, int height, unsigned colour);
+
+} // namespace kvo::testing

@@ -1,0 +1,144 @@
+// Drives a whole download off-screen, through the program's own forms and at the speed of the line:
+// from the menu to the run in the graph window.
+// Usage: demo_drive FOLDER   FOLDER holds Kvo.Cfg and the port's link COMn; the run file, the index
+// and graph.png are left in it. Ends non-zero when anything of it failed.
+#include "core/forms/start.h"
+#include "core/run_index.h"
+#include "core/shared_state.h"
+#include "driver.h"
+#include "graph/forms/data_graph.h"
+#include "line_bound.h"
+#include "link/forms/logger_line.h"
+#include "mainwin/main_window.h"
+#include "platform/os/os_clock.h"
+#include "platform/os/os_files.h"
+#include "platform/qt/application.h"
+#include "platform/qt/form_kit.h"
+#include "platform/qt/qt_browser.h"
+#include "platform/qt/qt_dialogs.h"
+#include "platform/qt/qt_serial_port.h"
+#include "platform/qt/qt_yield.h"
+#include "platform/qt/text.h"
+#include "platform/services.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <QTimer>
+
+#include <cstdio>
+#include <cstdlib>
+
+using namespace kvo;
+using namespace kvo::platform_qt;
+
+namespace {
+
+constexpr int timeoutMs = 240'000;
+const QSize pictureSize(1366, 768);
+
+bool failed(const QString& text) {
+    std::fprintf(stderr, "demo_drive: %s\n", qPrintable(text));
+    return false;
+}
+
+// The run is on disk, in the index, and in the graph window.
+bool checkRun(const core::SharedState& state) {
+    const platform::Files& files = *platform::services().files;
+    if (!files.exists(state.DataFilePath)) return failed(QStringLiteral("there is no run file"));
+    const std::string index = core::indexPath(state.AppFolder, files);
+    const auto entries = core::readRunIndex(index, files);
+    const std::string name = QFileInfo(shownPath(state.DataFilePath)).fileName().toStdString();
+    for (const core::RunIndexEntry& entry : entries) {
+        if (entry.FileName != name) continue;
+        std::printf("Run file:  %s\nRun index: %s (%s)\n", state.DataFilePath.c_str(),
+            index.c_str(), entry.Description.c_str());
+        return true;
+    }
+    return failed(QStringLiteral("the index does not have the run"));
+}
+
+bool savePicture(const QString& path) {
+    auto& graph = form<forms::DataGraph>();
+    if (!graph.isVisible() || !graph.hasRun())
+        return failed(QStringLiteral("the graph does not show the run"));
+    if (!graph.saveWindowPicture(path))
+        return failed(QStringLiteral("%1 cannot be written").arg(path));
+    std::printf("Picture:   %s\n", qPrintable(path));
+    return true;
+}
+
+void printTimes(const demo::Driver& driver, const core::SharedState& state) {
+    const double bound = demo::lineSeconds(state, !driver.wheelAsked());
+    std::printf("Transfer:  %.2f s; the line itself needs %.2f s at the least (ratio %.3f)\n",
+        driver.transferSeconds(), bound, driver.transferSeconds() / bound);
+    std::printf("Processor: %.1f %% of a core meanwhile\n",
+        100 * driver.transferCpuSeconds() / driver.transferSeconds());
+}
+
+// Back by the graph's own close and the main window's own Exit.
+bool leave() {
+    form<forms::DataGraph>().close();
+    auto& window = form<forms::VrnWin32>();
+    if (!window.isVisible()) return failed(QStringLiteral("the main window did not come back"));
+    control<QAction>(window, "Mnu_Exit").trigger();
+    return true;
+}
+
+bool report(const demo::Driver& driver) {
+    const core::SharedState& state = core::state();
+    if (!driver.problems().isEmpty()) return false;
+    if (!driver.saidYesToView()) return failed(QStringLiteral("the run was not offered to view"));
+    const bool there = checkRun(state) && savePicture(QDir::current().filePath("graph.png"));
+    if (there) printTimes(driver, state);
+    return there;
+}
+
+int drive() {
+    if (!forms::startProgram()) return 1;
+    int result = 1;
+    demo::Driver driver(timeoutMs);
+    QObject::connect(&driver, &demo::Driver::done, qApp, [&driver, &result] {
+        if (isLoaded<forms::DataGraph>()) form<forms::DataGraph>().resize(pictureSize);
+        // The resized window is painted first.
+        QTimer::singleShot(200, qApp, [&driver, &result] {
+            const bool good = report(driver);
+            result = good && leave() ? 0 : 1;
+            if (!good) QApplication::exit(1);
+        });
+    });
+    driver.start();
+    QApplication::exec();
+    return result;
+}
+
+} // namespace
+
+int main(int argc, char* argv[]) {
+    if (argc != 2) {
+        std::fprintf(stderr, "usage: demo_drive FOLDER\n");
+        return 2;
+    }
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+    if (!QDir::setCurrent(QString::fromLocal8Bit(argv[1]))) {
+        std::fprintf(stderr, "demo_drive: there is no folder %s\n", argv[1]);
+        return 2;
+    }
+    QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+    QApplication application(argc, argv);
+    prepareApplication(application);
+
+    platform_os::OsFiles files;
+    platform_os::OsClock clock;
+    QtDialogs dialogs;
+    QtSerialPort port([] { return core::state().AppFolder; });
+    QtYield yield(port);
+    QtBrowser browser;
+    platform::services() = {&files, &clock, &dialogs, &port, &yield, &browser};
+    link::LoggerLink logger(port, yield, dialogs, core::state());
+    forms::useLoggerLink(&logger);
+    const int result = drive();
+    unloadAllForms();
+    return result;
+}
