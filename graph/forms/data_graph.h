@@ -59,6 +59,7 @@ public:
     void Mnu_RedoClutch_Click();
     void Mnu_TimeOffset_Click();
     void Mnu_Close_Click();
+    void Mnu_GraphFile_Click();
     void Graph_Colour_Invert_Click();
     void Resolution_Click(int step);
     void Mnu_ScaleItem_Click(int item);

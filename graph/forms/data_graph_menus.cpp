@@ -2,6 +2,7 @@
 #include "graph/forms/data_graph.h"
 
 #include "graph/forms/graph_icons.h"
+#include "mainwin/about.h"
 #include "platform/qt/form_kit.h"
 #include "platform/qt/pictures.h"
 #include "platform/services.h"
@@ -81,6 +82,9 @@ void timeOffset(DataGraph& g) {
 void deleteRun(DataGraph& g) {
     g.Mnu_DeleteRun_Click();
 }
+void about(DataGraph& g) {
+    g.Mnu_GraphFile_Click();
+}
 void closeWindow(DataGraph& g) {
     g.Mnu_Close_Click();
 }
@@ -134,7 +138,7 @@ constexpr auto menuRows = std::to_array<DataGraph::MenuRow>({
     {"Mnu_Scale", "Custom", "Mnu_ScaleItem(3)"},
     {"Mnu_Tools", "Unit &Convertor", "Convertor_Mnu"},
     {"Mnu_Help", "&Help", "Mnu_HelpItem"},
-    {"Mnu_Help", "&About KVO", "Mnu_GraphFile"},
+    {"Mnu_Help", "&About KVO", "Mnu_GraphFile", about},
 });
 
 constexpr auto toolRows = std::to_array<DataGraph::ToolRow>({
@@ -260,6 +264,12 @@ void DataGraph::enableMenus(bool on) {
 
 void DataGraph::Mnu_Close_Click() {
     close();
+}
+
+void DataGraph::Mnu_GraphFile_Click() {
+    EnableGraphMenus(false);
+    showModal(form<About>());
+    EnableGraphMenus(true);
 }
 
 void DataGraph::Resolution_Change(int step) {

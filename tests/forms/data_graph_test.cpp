@@ -453,6 +453,24 @@ private slots:
         QVERIFY(!kept().empty());
     }
 
+    void aboutComesUpFromTheGraph() {
+        open(32);
+        testing::onModal([](QWidget* about) { pressIn(about, "Command1"); });
+        command("Mnu_GraphFile").trigger();
+        QVERIFY(menuEnabled("Mnu_File"));
+        QVERIFY(menuEnabled("Mnu_Scale"));
+    }
+
+    // The name stands for a command that shows its form in a later version of the program.
+    void commandsWithoutAFormAreDisabled() {
+        open(32);
+        for (const char* name : {"Mnu_Statistics", "Mnu_Info", "Mnu_TimeGraph", "Mnu_Options",
+                 "Convertor_Mnu", "Mnu_HelpItem", "Mnu_Print(0)", "Mnu_ImportFiles(0)"})
+            QVERIFY2(!command(name).isEnabled(), name);
+        for (const char* name : {"Statistics", "Info", "PrintScreen", "TimeGraph"})
+            QVERIFY2(!part<QToolButton>(name).isEnabled(), name);
+    }
+
     void closeSavesWhatWasChanged() {
         DataGraph& graph = open(32);
         pressToggle("Label10(0)");
