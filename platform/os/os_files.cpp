@@ -83,12 +83,16 @@ bool isReadOnly(const fs::path& path) {
         fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write;
     std::error_code error;
     const fs::file_status status = fs::status(path, error);
-    if (error) return false;
-    if ((status.permissions() & anyWrite) == fs::perms::none) return true;
-#ifndef _WIN32
-    return ::access(path.c_str(), W_OK) != 0;
-#else
+    return !error && (status.permissions() & anyWrite) == fs::perms::none;
+}
+
+// Whether the file belongs to somebody who does not let this user write it.
+bool isForbidden(const fs::path& path) {
+#ifdef _WIN32
+    (void)path;
     return false;
+#else
+    return ::access(path.c_str(), W_OK) != 0 && errno == EACCES;
 #endif
 }
 
@@ -123,6 +127,9 @@ WriteResult refusal(const fs::path& path) {
     if (isFolder(path)) return failure(path, "There is a folder of this name.");
     if (isThere(path) && !isFile(path)) return failure(path, "What is there is no plain file.");
     if (isFile(path) && isReadOnly(path)) return failure(path, "The file is marked as read-only.");
+    if (isFile(path) && isForbidden(path)) {
+        return failure(path, "It belongs to somebody else, and you are not permitted to write it.");
+    }
     return {};
 }
 

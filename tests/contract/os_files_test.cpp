@@ -191,6 +191,8 @@ TEST(OsFiles, TellOfAFolderThatMayNotBeWritten) {
         const auto result = files.write(folder / "Data/run", before);
         EXPECT_FALSE(result);
         EXPECT_NE(result.message.find("not permitted"), std::string::npos) << result.message;
+        const auto foreign = files.write(folder / "Data/old", after);
+        EXPECT_NE(foreign.message.find("somebody else"), std::string::npos) << foreign.message;
         EXPECT_FALSE(files.remove(folder / "Data/old"));
         EXPECT_FALSE(files.makeFolder(folder / "Backup"));
         EXPECT_EQ(files.read(folder / "Data/old"), before);
