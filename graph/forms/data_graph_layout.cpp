@@ -285,8 +285,7 @@ void DataGraph::setFrame(const graph::Box& box, bool scrollBars) {
     if (scrollBars) return;
     const QSignalBlocker noHorizontal(HScroll);
     const QSignalBlocker noVertical(VScroll);
-    HScroll->setValue(0);
-    VScroll->setValue(0);
+    for (QScrollBar* bar : {HScroll, VScroll}) bar->setRange(0, 0);
     Trend->move(0, 0);
 }
 

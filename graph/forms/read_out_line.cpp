@@ -52,7 +52,7 @@ void ReadOutLine::resizeEvent(QResizeEvent*) {
 
 void ReadOutLine::place() {
     const int time =
-        QFontMetrics(LoggerTime->font()).horizontalAdvance(QStringLiteral("Time: -00.00 sec "));
+        QFontMetrics(LoggerTime->font()).horizontalAdvance(QStringLiteral("Time:-00.00 / -00.00 "));
     const int text = LoadingText->sizeHint().width();
     const int file = LoadingFile->sizeHint().width();
     const int loading = text + file + barWidth + 2 * gap;

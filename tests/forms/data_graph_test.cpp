@@ -437,6 +437,7 @@ private slots:
         QVERIFY(testing::userClick(&part<QWidget>("ZoomOut")).isEmpty());
         QVERIFY(testing::userClick(&part<QWidget>("CancelZoom")).isEmpty());
         QVERIFY(qAbs(trend().width() - width) <= 2);
+        QCOMPARE(trend().pos(), QPoint(0, 0));
         QVERIFY(menuEnabled("Mnu_Scale"));
         QVERIFY(!part<QToolButton>("CancelZoom").isEnabled());
     }
