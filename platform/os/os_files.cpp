@@ -10,6 +10,7 @@
 #ifdef _WIN32
 #include <process.h>
 #else
+#include <fcntl.h>
 #include <unistd.h>
 #endif
 
@@ -92,7 +93,7 @@ bool isForbidden(const fs::path& path) {
     (void)path;
     return false;
 #else
-    return ::access(path.c_str(), W_OK) != 0 && errno == EACCES;
+    return ::faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) != 0 && errno == EACCES;
 #endif
 }
 
