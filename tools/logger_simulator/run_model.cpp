@@ -42,8 +42,6 @@ public:
     Pass(const Vehicle& vehicle, int launch, std::uint32_t seed)
         : m_vehicle(vehicle), m_staging(-0.75 * launch * step), m_noise(seed),
           m_primary(static_cast<double>(vehicle.crankTeeth) / vehicle.basketTeeth) {
-        const double topOutput = vehicle.shiftRpm * 0.985 * m_primary / vehicle.gears.back();
-        m_finalDrive = topOutput / wheelRpm(vehicle.finishMph * 1.04, vehicle.rearTyreInches);
         for (std::size_t c = 0; c < m_exhaustC.size(); ++c)
             m_exhaustC[c] = 330 + 6 * m_noise.next();
     }
@@ -85,7 +83,7 @@ private:
         // The tyre spins up within the first few hundredths, before the car has moved.
         const double spin = racing(t) ? 22 * (1 - std::exp(-t / 0.03)) * std::exp(-t / 0.5) : 0;
         const double rpm =
-            wheelRpm(mph * (1 + slip) + spin, m_vehicle.rearTyreInches) * m_finalDrive;
+            wheelRpm(mph * (1 + slip) + spin, m_vehicle.rearTyreInches) * m_vehicle.finalDrive;
         return rpm * (1 + 0.003 * m_noise.next());
     }
 
@@ -166,7 +164,6 @@ private:
     double m_staging; // when the driver goes onto the two step
     Noise m_noise;
     double m_primary;
-    double m_finalDrive = 1;
     std::size_t m_gear = 0;
     double m_shiftedAt = 0;
     double m_engineRpm = idleRpm;
@@ -182,17 +179,18 @@ struct VehicleOfType {
 };
 
 const std::array<VehicleOfType, 7>& vehicles() {
+    // The cars fit the vehicle of a new installation: 25 inch front wheel, 33 inch tyre, 41 to 10.
     static const std::array<VehicleOfType, 7> all{{
-        // type    bike   gears                              launch shift mph  s    teeth   front
-        // rear
-        {8, {false, {1.80, 1.00}, 4600, 7800, 172, 8.1, 1, 1, 24.0, 32.0}},
-        {12, {false, {1.76, 1.00}, 5000, 8200, 181, 7.7, 1, 1, 24.0, 32.5}},
-        {17, {false, {2.10, 1.40, 1.00}, 5400, 8600, 194, 7.1, 1, 1, 24.0, 33.0}},
-        {20, {true, {2.90, 2.10, 1.65, 1.32, 1.10}, 7200, 11200, 176, 7.9, 62, 98, 24.5, 26.0}},
-        {25, {false, {2.05, 1.42, 1.00}, 5600, 8800, 203, 6.8, 1, 1, 24.0, 33.0}},
-        {32, {false, {1.00}, 5200, 8300, 251, 5.6, 1, 1, 22.5, 36.0}},
-        {43, {true, {2.85, 2.05, 1.60, 1.33, 1.15, 1.02}, 7600, 12000, 198, 7.2, 58, 96, 24.5,
-                 26.5}},
+        // type  bike   gears       launch shift  mph  s   teeth front rear final drive
+        {8, {false, {1.80, 1.00}, 4600, 7700, 172, 8.1, 1, 1, 25.0, 33.0, 4.1}},
+        {12, {false, {1.76, 1.00}, 5000, 8200, 181, 7.7, 1, 1, 25.0, 33.0, 4.1}},
+        {17, {false, {2.10, 1.40, 1.00}, 5400, 8700, 194, 7.1, 1, 1, 25.0, 33.0, 4.1}},
+        {20, {true, {2.90, 2.10, 1.65, 1.32, 1.10}, 7200, 11200, 176, 7.9, 62, 98, 24.5, 26.0,
+                 2.68}},
+        {25, {false, {1.80, 1.00}, 5600, 9000, 203, 6.8, 1, 1, 25.0, 33.0, 4.1}},
+        {32, {false, {1.00}, 5200, 9200, 208, 6.6, 1, 1, 25.0, 33.0, 4.1}},
+        {43, {true, {2.85, 2.05, 1.60, 1.33, 1.15, 1.02}, 7600, 12000, 198, 7.2, 58, 96, 24.5, 26.5,
+                 2.68}},
     }};
     return all;
 }

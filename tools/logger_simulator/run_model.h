@@ -30,6 +30,7 @@ struct Vehicle {
     int basketTeeth;
     double frontWheelInches;
     double rearTyreInches;
+    double finalDrive; // turns of the output shaft a turn of the wheel
 };
 
 // The vehicle that carries the logger of a data type.
