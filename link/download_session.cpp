@@ -15,9 +15,11 @@ namespace boxStyle = platform::boxStyle;
 void showDateCheck(
     const core::AppConfig& config, platform::Dialogs& dialogs, const platform::Clock& clock) {
     if (config.Date_Prompt == 1) return;
-    dialogs.messageBox(" If this DATE is Not Correct. Please Fix Before Downloading!\r\n"
-                       "As it is used for Dating the Download Files ?",
-        boxStyle::warning, "Date: " + core::Format(clock.now(), "dddd, d mmmm yyyy"));
+    const std::string date = "Date: " + core::Format(clock.now(), "dddd, d mmmm yyyy");
+    dialogs.messageBox(date + "\r\n"
+                              " If this DATE is Not Correct. Please Fix Before Downloading!\r\n"
+                              "As it is used for Dating the Download Files ?",
+        boxStyle::warning, date);
 }
 
 DownloadSession::DownloadSession(LoggerLink& link, core::SharedState& state, DownloadView& view,

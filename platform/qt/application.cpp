@@ -38,6 +38,15 @@ void settleFont(QApplication& application) {
     application.setFont(font);
 }
 
+QtMessageHandler formerHandler = nullptr;
+
+// Off-screen windows have no frame, place or stack, and say so at every turn.
+void dropOffscreenComplaints(
+    QtMsgType type, const QMessageLogContext& context, const QString& message) {
+    if (message.startsWith(QLatin1String("This plugin does not support"))) return;
+    if (formerHandler != nullptr) formerHandler(type, context, message);
+}
+
 } // namespace
 
 void prepareApplication(QApplication& application) {
@@ -48,6 +57,8 @@ void prepareApplication(QApplication& application) {
     settleFont(application);
     application.installEventFilter(new Namer(&application));
     QApplication::setQuitOnLastWindowClosed(false);
+    if (QApplication::platformName() == QLatin1String("offscreen"))
+        formerHandler = qInstallMessageHandler(dropOffscreenComplaints);
 }
 
 QFont tabularFont() {

@@ -301,7 +301,12 @@ private slots:
     void theDateCheckComesAheadOfTheDownload() {
         shownWindow();
         m_program->state.Config.Date_Prompt = 0;
-        m_program->dialogs.expectBoxTitled("Date: Sunday, 15 November 2026").whileShown = [] {
+        const std::string text =
+            "Date: Sunday, 15 November 2026\r\n"
+            " If this DATE is Not Correct. Please Fix Before Downloading!\r\n"
+            "As it is used for Dating the Download Files ?";
+        auto& box = m_program->dialogs.expectBox(text, 48, "Date: Sunday, 15 November 2026");
+        box.whileShown = [] {
             QVERIFY(menusDisabled());
             QVERIFY(!isLoaded<DownloadData>());
         };

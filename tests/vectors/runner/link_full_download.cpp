@@ -11,7 +11,7 @@
 namespace kvo::vectors {
 namespace {
 
-const std::string folder = "/kvo";
+const std::string& folder = folderOfDownloads;
 
 class DownloadForm : public link::DownloadView {
 public:
@@ -70,19 +70,26 @@ platform::Bytes payloads(const platform::Bytes& file, int rows) {
     return all;
 }
 
-Json fullDownload(const Case& c) {
+core::SharedState& pressStart(Bench& bench, platform::Clock& clock, testing::MemoryFiles& files) {
+    core::SharedState& state = *bench.state;
+    state.AppFolder = folder;
+    state.Config.CommPort = 1;
+    DownloadForm form;
+    link::DownloadSession session(bench.link, state, form, bench.dialogs, clock, files);
+    session.Command_Send_Click();
+    return state;
+}
+
+} // namespace
+
+Json fullDownload(const Case& c, const PressStart& press) {
     testing::MemoryFiles files;
     putInput(c, files);
     simulator::ModelLogger logger(fileBytes(c.files / c.in.at("stream").get<std::string>()));
     Bench bench(logger);
     answer(c, bench.dialogs);
-    core::SharedState& state = *bench.state;
-    state.AppFolder = folder;
-    state.Config.CommPort = 1;
-    const testing::FixedClock clock(momentOfList(c.in.at("clock")));
-    DownloadForm form;
-    link::DownloadSession session(bench.link, state, form, bench.dialogs, clock, files);
-    session.Command_Send_Click();
+    testing::FixedClock clock(momentOfList(c.in.at("clock")));
+    const core::SharedState& state = press(bench, clock, files);
 
     const auto run = files.read(state.DataFilePath);
     const auto index = files.read(folder + "/Data/KvoData.Ini");
@@ -103,10 +110,9 @@ Json fullDownload(const Case& c) {
     return out;
 }
 
-} // namespace
-
+// Where there are windows, the real form comes first (download_forms.cpp).
 void addFullDownload() {
-    add("FullDownload", fullDownload);
+    add("FullDownload", [](const Case& c) { return fullDownload(c, pressStart); });
 }
 
 } // namespace kvo::vectors

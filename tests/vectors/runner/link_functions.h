@@ -2,6 +2,7 @@
 // What the files of the link's golden vectors share: a link with a modelled logger at its far end.
 #include "core/shared_state.h"
 #include "link/logger_link.h"
+#include "platform/clock.h"
 #include "tests/support/memory_files.h"
 #include "tests/support/virtual_line.h"
 #include "tools/logger_simulator/faults.h"
@@ -62,6 +63,13 @@ public:
 Json rowFields(const core::RunImage& run, int i);
 // CRC-32 over rows 1 to count as they lie packed in a run file.
 std::uint32_t rowsCrc(const core::RunImage& run, int count);
+
+// Runs one line of FullDownload: `press` presses Start Download of a form on a fresh program in
+// `folderOfDownloads` and gives the state that the run ended in.
+using PressStart = std::function<core::SharedState&(
+    Bench& bench, platform::Clock& clock, testing::MemoryFiles& files)>;
+inline const std::string folderOfDownloads = "/kvo";
+Json fullDownload(const Case& c, const PressStart& press);
 
 void addFullDownload();
 

@@ -6,13 +6,13 @@
 #include <iostream>
 
 static void addAllFunctions() {
+#ifdef KVO_QT_VECTORS
+    kvo::vectors::addFormFunctions(); // first: a function may have a plain body besides
+#endif
     kvo::vectors::addCoreFunctions();
     kvo::vectors::addLinkFunctions();
     kvo::vectors::addGraphFunctions();
     kvo::vectors::addLibraryFunctions();
-#ifdef KVO_QT_VECTORS
-    kvo::vectors::addFormFunctions();
-#endif
 }
 
 int main(int argc, char** argv) {
@@ -23,6 +23,9 @@ int main(int argc, char** argv) {
 #if defined(KVO_QT_VECTORS) && !defined(_WIN32)
     // The widgets are real, but no window is to appear: an own choice of the caller wins.
     setenv("QT_QPA_PLATFORM", KVO_OFFSCREEN, 0);
+#endif
+#ifdef KVO_QT_VECTORS
+    const auto application = kvo::vectors::makeApplication();
 #endif
     try {
         addAllFunctions();

@@ -5,6 +5,7 @@
 
 #include <filesystem>
 #include <functional>
+#include <memory>
 #include <string>
 
 namespace kvo::vectors {
@@ -31,5 +32,8 @@ void addLinkFunctions();
 void addGraphFunctions();
 void addLibraryFunctions();
 void addFormFunctions();
+
+// What the forms run in; main holds it to its end.
+std::shared_ptr<void> makeApplication();
 
 } // namespace kvo::vectors
