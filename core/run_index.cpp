@@ -10,6 +10,7 @@
 #include <array>
 #include <cstddef>
 #include <numeric>
+#include <span>
 
 namespace kvo::core {
 
@@ -59,22 +60,46 @@ std::string_view textAt(const platform::Bytes& index, std::size_t offset, std::s
     return {reinterpret_cast<const char*>(index.data()) + offset, width};
 }
 
-// Newest first. Keys are taken once; records with equal keys stay in their order.
-platform::Bytes sorted(const platform::Bytes& index) {
-    const std::size_t count = index.size() / recordWidth;
-    std::vector<std::int32_t> keys(count);
-    for (std::size_t i = 0; i < count; ++i) {
-        keys[i] = RunDateKey(textAt(index, i * recordWidth + nameWidth, descriptionWidth));
+// An index that is read, and one record behind it; not put together, since the whole may be large.
+struct LongerIndex {
+    platform::Bytes records;
+    platform::Bytes added;
+
+    std::size_t count() const { return records.size() / recordWidth + 1; }
+    // Record i, counted from 0.
+    std::span<const std::uint8_t> record(std::size_t i) const {
+        return i + 1 < count() ? std::span(records).subspan(i * recordWidth, recordWidth)
+                               : std::span(added);
     }
-    std::vector<std::size_t> order(count);
+    std::int32_t key(std::size_t i) const {
+        const auto text = record(i).subspan(nameWidth);
+        return RunDateKey({reinterpret_cast<const char*>(text.data()), text.size()});
+    }
+};
+
+// The places of the records, newest first. Keys are taken once; records with equal keys stay in
+// their order.
+std::vector<std::size_t> newestFirst(const LongerIndex& index) {
+    std::vector<std::int32_t> keys(index.count());
+    for (std::size_t i = 0; i < keys.size(); ++i) keys[i] = index.key(i);
+    std::vector<std::size_t> order(keys.size());
     std::iota(order.begin(), order.end(), std::size_t{0});
     std::stable_sort(order.begin(), order.end(),
         [&](std::size_t a, std::size_t b) { return keys[a] > keys[b]; });
+    return order;
+}
+
+platform::Bytes inOrder(const LongerIndex& index, bool sorted) {
     platform::Bytes result;
-    result.reserve(index.size());
-    for (const std::size_t i : order) {
-        const auto first = index.begin() + static_cast<std::ptrdiff_t>(i * recordWidth);
-        result.insert(result.end(), first, first + static_cast<std::ptrdiff_t>(recordWidth));
+    result.reserve(index.count() * recordWidth);
+    const auto take = [&](std::span<const std::uint8_t> record) {
+        result.insert(result.end(), record.begin(), record.end());
+    };
+    if (sorted) {
+        for (const std::size_t i : newestFirst(index)) take(index.record(i));
+    } else {
+        take(index.records);
+        take(index.added);
     }
     return result;
 }
@@ -166,12 +191,10 @@ platform::WriteResult AddRunToIndex(const SharedState& state, platform::Files& f
     const std::string path = indexPath(state.AppFolder, files);
     auto old = files.read(path);
     if (!old && files.exists(path)) return {false, path + " cannot be read."};
-    platform::Bytes index = old ? std::move(*old) : platform::Bytes{};
-    completeLastRecord(index);
-    const platform::Bytes added = record(state.RunIndexBuffer[1]);
-    index.insert(index.end(), added.begin(), added.end());
+    LongerIndex index{old ? std::move(*old) : platform::Bytes{}, record(state.RunIndexBuffer[1])};
+    completeLastRecord(index.records);
     // Every record that was there is there again, so no copy of the old index is kept.
-    return files.write(path, state.IndexNoSort == -1 ? index : sorted(index));
+    return files.write(path, inOrder(index, state.IndexNoSort != -1));
 }
 
 std::string suggestTitle(std::string_view lastDescription, const platform::DateTime& today) {

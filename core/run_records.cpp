@@ -3,6 +3,9 @@
 #include "core/basic/byte_reader.h"
 
 #include <algorithm>
+#include <bit>
+#include <cstring>
+#include <type_traits>
 
 namespace kvo::core {
 
@@ -17,15 +20,27 @@ void take(ByteReader& reader, std::uint8_t& value) {
 void take(ByteReader& reader, std::int16_t& value) {
     value = *reader.i16le();
 }
-void take(ByteReader& reader, std::int32_t& value) {
-    value = *reader.i32le();
-}
 void take(ByteReader& reader, float& value) {
     value = *reader.f32le();
 }
 
 template <typename... Fields> void takeAll(ByteReader& reader, Fields&... fields) {
     (take(reader, fields), ...);
+}
+
+// The little-endian field at an offset of a row.
+template <typename Whole, std::size_t Offset>
+Whole at(std::span<const std::uint8_t, runSampleWidth> row) {
+    static_assert(Offset + sizeof(Whole) <= runSampleWidth);
+    std::make_unsigned_t<Whole> value = 0;
+    if constexpr (std::endian::native == std::endian::little) {
+        std::memcpy(&value, row.data() + Offset, sizeof value);
+    } else {
+        for (std::size_t i = sizeof value; i > 0; --i) {
+            value = static_cast<decltype(value)>(value << 8U | row[Offset + i - 1]);
+        }
+    }
+    return static_cast<Whole>(value);
 }
 
 void give(ByteWriter& writer, std::uint8_t value) {
@@ -72,11 +87,18 @@ bool decode(RecordBytes record, RunHeader& h) {
 
 bool decode(RecordBytes record, RunSample& s) {
     if (record.size() < runSampleWidth) return false;
-    ByteReader reader(record);
-    takeAll(reader, s.Index, s.EngineRpm, s.InputRpm, s.OutputRpm, s.SpeedRaw, s.Status);
-    reader.raw({s.Analog.begin(), s.Analog.end()});
-    take(reader, s.Aux);
-    return reader.raw({s.Exhaust.begin(), s.Exhaust.end()});
+    // A run has thousands of these, so the one test above stands for all of its fields.
+    const auto row = record.first<runSampleWidth>();
+    s.Index = at<std::int16_t, 0>(row);
+    s.EngineRpm = at<std::int16_t, 2>(row);
+    s.InputRpm = at<std::int16_t, 4>(row);
+    s.OutputRpm = at<std::int16_t, 6>(row);
+    s.SpeedRaw = at<std::int32_t, 8>(row);
+    s.Status = row[12];
+    std::copy_n(row.begin() + 13, 8, s.Analog.begin());
+    s.Aux = at<std::int32_t, 21>(row);
+    std::copy_n(row.begin() + 25, 8, s.Exhaust.begin());
+    return true;
 }
 
 bool decode(RecordBytes record, RunSetupBlock& block) {
