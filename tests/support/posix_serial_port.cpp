@@ -54,7 +54,9 @@ int PosixSerialPort::inBufferCount() {
 }
 
 // Nothing waits here: what was written is the kernel's.
-int PosixSerialPort::outBufferCount() { return 0; }
+int PosixSerialPort::outBufferCount() {
+    return 0;
+}
 
 void PosixSerialPort::output(std::string_view bytes) {
     if (m_descriptor >= 0 && ::write(m_descriptor, bytes.data(), bytes.size()) < 0 &&
