@@ -1,7 +1,9 @@
 #include "mainwin/toolbar_icons.h"
 
+#include <QIcon>
 #include <QPainter>
 #include <QPainterPath>
+#include <QPixmap>
 #include <QPolygonF>
 
 namespace kvo::forms {
@@ -81,6 +83,32 @@ void drawHelpIcon(QPainter& painter) {
     painter.drawPath(mark);
     painter.setBrush(painter.pen().color());
     painter.drawEllipse(QPointF(12, 17.2), 0.6, 0.6);
+}
+
+// Two curves of a run on a dark tile.
+QIcon programIcon() {
+    QIcon icon;
+    for (const int size : {16, 24, 32, 48, 64, 128}) {
+        QPixmap tile(size, size);
+        tile.fill(Qt::transparent);
+        QPainter painter(&tile);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.scale(size / 24.0, size / 24.0);
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(QColor(0x1b, 0x28, 0x3b));
+        painter.drawRoundedRect(QRectF(0.5, 0.5, 23, 23), 5, 5);
+        painter.setBrush(Qt::NoBrush);
+        const auto curve = [&painter](const QColor& colour) {
+            painter.setPen(QPen(colour, 2.2, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+        };
+        curve(QColor(0x5c, 0xc8, 0xf0));
+        polyline(painter, {{3.5, 19}, {9, 14}, {14, 11}, {20.5, 9}});
+        curve(QColor(0xf0, 0x4a, 0x3c));
+        polyline(painter, {{3.5, 15}, {8.5, 5}, {10, 13}, {14, 5.5}, {15.5, 12}, {20.5, 5}});
+        painter.end();
+        icon.addPixmap(tile);
+    }
+    return icon;
 }
 
 } // namespace kvo::forms

@@ -6,15 +6,20 @@
 #include "core/shared_state.h"
 #include "core/start.h"
 #include "mainwin/main_window.h"
+#include "mainwin/toolbar_icons.h"
 #include "platform/qt/application.h"
 #include "platform/qt/form_kit.h"
 #include "platform/services.h"
+
+#include <QApplication>
+#include <QIcon>
 
 namespace kvo::forms {
 
 using namespace platform_qt;
 
 bool startProgram() {
+    QApplication::setWindowIcon(programIcon());
     platform::Services& services = platform::services();
     if (!core::processorSuffices(processorType(), *services.dialogs)) return false;
     core::SharedState& state = core::state();

@@ -1,4 +1,5 @@
 // VrnWin32: menus, toolbar, sizes, and the commands that are its own.
+#include "core/forms/splash.h"
 #include "graph/forms/data_graph.h"
 #include "link/forms/download_data.h"
 #include "link/forms/logger_line.h"
@@ -12,10 +13,12 @@
 
 #include <QAction>
 #include <QDir>
+#include <QFile>
 #include <QFrame>
 #include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
+#include <QPalette>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTimer>
@@ -301,10 +304,9 @@ private slots:
     void theDateCheckComesAheadOfTheDownload() {
         shownWindow();
         m_program->state.Config.Date_Prompt = 0;
-        const std::string text =
-            "Date: Sunday, 15 November 2026\r\n"
-            " If this DATE is Not Correct. Please Fix Before Downloading!\r\n"
-            "As it is used for Dating the Download Files ?";
+        const std::string text = "Date: Sunday, 15 November 2026\r\n"
+                                 " If this DATE is Not Correct. Please Fix Before Downloading!\r\n"
+                                 "As it is used for Dating the Download Files ?";
         auto& box = m_program->dialogs.expectBox(text, 48, "Date: Sunday, 15 November 2026");
         box.whileShown = [] {
             QVERIFY(menusDisabled());
@@ -372,6 +374,38 @@ private slots:
         });
         QTest::keyClick(&button, Qt::Key_Space);
         QVERIFY(came);
+    }
+
+    // With KVO_PICTURES naming a folder: what the windows look like, on a light and a dark desktop.
+    void pictures() {
+        const QString folder = qEnvironmentVariable("KVO_PICTURES");
+        if (folder.isEmpty()) QSKIP("KVO_PICTURES names no folder");
+        for (const char* name : {"Kvocar.dll", "Kvobike.dll"}) {
+            QFile file(QStringLiteral(KVO_TEST_DATA "/../packaging/") + QLatin1String(name));
+            QVERIFY(file.open(QIODevice::ReadOnly));
+            const QByteArray bytes = file.readAll();
+            m_program->files.put(std::string("/kvo/") + name, {bytes.begin(), bytes.end()});
+        }
+        const QPalette light = QApplication::palette();
+        QPalette dark(QColor(0x35, 0x37, 0x3b), QColor(0x2b, 0x2d, 0x30));
+        for (const bool isDark : {false, true}) {
+            QApplication::setPalette(isDark ? dark : light);
+            m_program->state.Config.Vehicle_Type = isDark ? 0 : 1;
+            const QString look = isDark ? QStringLiteral("dark") : QStringLiteral("light");
+            const auto save = [&](QWidget& window, const char* name) {
+                window.show();
+                QVERIFY(QTest::qWaitForWindowExposed(&window));
+                QVERIFY(
+                    saveScreenshot(window, QStringLiteral("%1/%2-%3.png").arg(folder, name, look)));
+                window.hide();
+            };
+            save(form<VrnWin32>(), "main");
+            save(form<forms::frmSplash>(), "splash");
+            save(form<About>(), "about");
+            save(form<DownloadData>(), "download");
+            unloadAllForms();
+        }
+        QApplication::setPalette(light);
     }
 
     void theMainWindowTakesTheProgramAlong_data() {

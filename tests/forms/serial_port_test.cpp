@@ -13,6 +13,9 @@
 #include <QTimer>
 
 #include <ctime>
+#include <grp.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 using namespace kvo::platform_qt;
 using kvo::platform::PortError;
@@ -198,6 +201,33 @@ private slots:
         port.setPortOpen(true);
         QVERIFY(!port.portOpen());
         QCOMPARE(port.openError(), PortError::other);
+    }
+
+    // A device that belongs to a group names the group to join. As root everything is permitted, so
+    // the test looks with the eyes of somebody else.
+    void aPortThatIsNotPermittedNamesTheGroup() {
+        if (::geteuid() != 0) QSKIP("only root can give a file to a group");
+        const group* owner = ::getgrnam("dialout");
+        if (owner == nullptr) QSKIP("there is no such group here");
+        const gid_t gid = owner->gr_gid;
+        constexpr uid_t nobody = 65534;
+        const QString device = m_folder.filePath(QStringLiteral("ttyTest"));
+        QFile file(device);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        QCOMPARE(::fchown(file.handle(), 0, gid), 0);
+        QCOMPARE(::fchmod(file.handle(), S_IRUSR | S_IWUSR | S_IRGRP | S_IWGRP), 0);
+        QCOMPARE(::chmod(qPrintable(m_folder.path()), 0755), 0);
+        QCOMPARE(::setreuid(nobody, 0), 0);
+        const OpenFailure failure =
+            explainOpenFailure(4, device, QStringLiteral("Permission denied"));
+        QCOMPARE(::fchmod(file.handle(), S_IRUSR | S_IWUSR), 0);
+        const OpenFailure hopeless =
+            explainOpenFailure(4, device, QStringLiteral("Permission denied"));
+        QCOMPARE(::setreuid(0, 0), 0);
+        QCOMPARE(failure.error, PortError::notPermitted);
+        QVERIFY2(failure.text.contains(QLatin1String("\"dialout\"")), qPrintable(failure.text));
+        QCOMPARE(hopeless.error, PortError::notPermitted);
+        QVERIFY(!hopeless.text.contains(QLatin1String("dialout")));
     }
 
     void aNumberWithoutDeviceIsMissing() {

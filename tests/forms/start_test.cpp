@@ -1,0 +1,117 @@
+// The start of the program, from the configuration to the main window.
+#include "core/config.h"
+#include "core/forms/splash.h"
+#include "core/forms/start.h"
+#include "mainwin/main_window.h"
+#include "platform/qt/application.h"
+#include "tests/forms/support/form_test_main.h"
+#include "tests/forms/support/test_program.h"
+#include "tests/forms/support/user_click.h"
+
+#include <QDir>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <QTimer>
+
+#include <memory>
+
+using namespace kvo;
+using namespace kvo::platform_qt;
+using namespace kvo::testing;
+using kvo::forms::frmSplash;
+using kvo::forms::VrnWin32;
+
+class StartTest : public QObject {
+    Q_OBJECT
+
+    QTemporaryDir m_folder;
+    std::unique_ptr<TestProgram> m_program;
+
+    // The configuration as the file has it; what stands in memory must come from there.
+    void putConfig(const std::string& password) {
+        core::AppConfig& config = m_program->state.Config;
+        config.Password = password;
+        config.Check_Password = password.empty() ? 0 : 1;
+        config.Driver = "Somebody";
+        m_program->files.put(currentFolder() + "/Kvo.Cfg", core::encodeConfig(config));
+        config = core::AppConfig();
+    }
+    // The timer of the splash form does not take its three seconds.
+    static void shortenSplash() {
+        onModal([](QWidget* modal) {
+            QCOMPARE(modal->objectName(), QStringLiteral("frmSplash"));
+            QVERIFY(!isLoaded<VrnWin32>());
+            control<QTimer>(*modal, "Timer1").start(1);
+        });
+    }
+
+private slots:
+    void init() {
+        QVERIFY(QDir::setCurrent(m_folder.path()));
+        m_program = std::make_unique<TestProgram>();
+    }
+    void cleanup() {
+        const QString problems =
+            modalComplaints() + QString::fromStdString(m_program->dialogs.problems());
+        m_program.reset();
+        QCOMPARE(problems, QString());
+    }
+
+    void theWorkingFolderIsTheProgramsFolder() {
+        putConfig("");
+        shortenSplash();
+        QVERIFY(forms::startProgram());
+        QCOMPARE(QDir(QString::fromStdString(m_program->state.AppFolder)).canonicalPath(),
+            QDir(m_folder.path()).canonicalPath());
+        QVERIFY(!m_program->state.AppFolder.ends_with('/'));
+        QVERIFY(m_program->state.Config.Driver.starts_with("Somebody"));
+        QVERIFY(!isLoaded<frmSplash>());
+        QVERIFY(form<VrnWin32>().isVisible());
+        QCOMPARE(m_program->files.writes(), 0); // a start never writes
+    }
+
+    void aCancelledLoginEndsTheProgramBeforeTheMainWindow() {
+        putConfig("secret");
+        onModal([](QWidget* modal) {
+            QCOMPARE(userClick(&control<QPushButton>(*modal, "cmdCancel")), QString());
+        });
+        QVERIFY(!forms::startProgram());
+        QVERIFY(!isLoaded<VrnWin32>());
+        QVERIFY(!isLoaded<frmSplash>());
+    }
+
+    void thePasswordOfTheFileLetsIn() {
+        putConfig("secret");
+        onModal([](QWidget* modal) {
+            QTest::keyClicks(&control<QLineEdit>(*modal, "txtPassword"), "secret");
+            QTest::keyClick(modal, Qt::Key_Return);
+        });
+        QVERIFY(forms::startProgram());
+        QVERIFY(form<VrnWin32>().isVisible());
+    }
+
+    void aMissingConfigurationIsToldAndTheProgramGoesOn() {
+        m_program->dialogs.expectBox("      Kvo.CfgG file not found"
+                                     "You will have to fix the Setup before downloading data. ",
+            16, "Kvo");
+        shortenSplash();
+        QVERIFY(forms::startProgram());
+        QCOMPARE(m_program->dialogs.beeps(), 1);
+        QVERIFY(form<VrnWin32>().isVisible());
+    }
+
+    void aCorruptConfigurationIsToldAndWhatCouldBeReadStays() {
+        putConfig("");
+        auto file = *m_program->files.read(currentFolder() + "/Kvo.Cfg");
+        file.resize(300);
+        m_program->files.put(currentFolder() + "/Kvo.Cfg", file);
+        m_program->dialogs.expectBoxTitled("Kvo").contains = "Your Kvo.Cfg file is CORRUPT";
+        shortenSplash();
+        QVERIFY(forms::startProgram());
+        QVERIFY(m_program->state.Config.Driver.starts_with("Somebody"));
+    }
+};
+
+KVO_FORM_TEST_MAIN(StartTest)
+#include "start_test.moc"
