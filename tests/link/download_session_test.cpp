@@ -508,7 +508,8 @@ TEST(DateCheck, AsksUnlessItIsOff) {
     testing::ScriptedDialogs dialogs;
     const testing::FixedClock clock({2026, 11, 5, 8, 2, 0});
     core::AppConfig config;
-    dialogs.expectBox(" If this DATE is Not Correct. Please Fix Before Downloading!\r\n"
+    dialogs.expectBox("Date: Thursday, 5 November 2026\r\n"
+                      " If this DATE is Not Correct. Please Fix Before Downloading!\r\n"
                       "As it is used for Dating the Download Files ?",
         boxStyle::warning, "Date: Thursday, 5 November 2026");
     showDateCheck(config, dialogs, clock);
