@@ -5,6 +5,7 @@
 #include "platform/clock.h"
 #include "platform/dialogs.h"
 #include "platform/files.h"
+#include "platform/printer.h"
 #include "platform/serial_port.h"
 #include "platform/yield.h"
 
@@ -17,6 +18,7 @@ struct Services {
     SerialPort* port = nullptr;
     Yield* yield = nullptr;
     Browser* browser = nullptr;
+    Printer* printer = nullptr;
 };
 
 // The one set of services of the program.
