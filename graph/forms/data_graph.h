@@ -55,6 +55,7 @@ public:
     // 0 shows the run before in the chooser's list, 1 the one behind.
     void GraphChange_Click(int index);
     void Mnu_DeleteRun_Click();
+    void Mnu_Statistics_Click();
     void Mnu_Overlay_Click();
     void Mnu_RedoClutch_Click();
     void Mnu_TimeOffset_Click();

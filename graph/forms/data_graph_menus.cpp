@@ -85,6 +85,9 @@ void deleteRun(DataGraph& g) {
 void about(DataGraph& g) {
     g.Mnu_GraphFile_Click();
 }
+void statistics(DataGraph& g) {
+    g.Mnu_Statistics_Click();
+}
 void closeWindow(DataGraph& g) {
     g.Mnu_Close_Click();
 }
@@ -114,7 +117,7 @@ constexpr auto menuRows = std::to_array<DataGraph::MenuRow>({
     {"Mnu_File", "<<<<", "GraphChange(0)", graphChange<0>, run, !subMenu, !line, "Ctrl+PgUp"},
     {"Mnu_File", ">>>>", "GraphChange(1)", graphChange<1>, run, !subMenu, !line, "Ctrl+PgDown"},
     {"Mnu_File", "&Info...", "Mnu_Info", nullptr, run, !subMenu, line},
-    {"Mnu_File", "&Statistics", "Mnu_Statistics", nullptr, run},
+    {"Mnu_File", "&Statistics", "Mnu_Statistics", statistics, run},
     {"Mnu_File", "&Time Graph", "Mnu_TimeGraph"},
     {"Mnu_File", "&Delete Run", "Mnu_DeleteRun", deleteRun, !run, !subMenu, line},
     {"Mnu_File", "I&mport", "Mnu_ImportMenu", nullptr, !run, subMenu},
@@ -144,7 +147,7 @@ constexpr auto menuRows = std::to_array<DataGraph::MenuRow>({
 constexpr auto toolRows = std::to_array<DataGraph::ToolRow>({
     {"LoadData", "Load", "Mnu_LoadData", nullptr, drawLoadIcon},
     {"OverlayData", "Overlay", "Mnu_Overlay", nullptr, drawOverlayIcon},
-    {"Statistics", "Statistics", "Mnu_Statistics", nullptr, drawStatisticsIcon, "", line},
+    {"Statistics", "Statistics", "Mnu_Statistics", statistics, drawStatisticsIcon, "", line},
     {"Info", "Info", "Mnu_Info", nullptr, drawSheetIcon},
     {"PrintScreen", "Print", "Mnu_Print(0)", nullptr, drawPrinterIcon},
     {"TimeGraph", "Time Graph", "Mnu_TimeGraph", nullptr, drawTimesIcon},

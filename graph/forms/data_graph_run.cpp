@@ -4,7 +4,9 @@
 
 #include "core/basic/numbers.h"
 #include "library/forms/load_file.h"
+#include "library/forms/run_statistics.h"
 #include "platform/qt/form_kit.h"
+#include "platform/qt/text.h"
 #include "platform/services.h"
 
 #include <QAction>
@@ -201,6 +203,25 @@ void DataGraph::Mnu_DeleteRun_Click() {
     backToShownRun();
     if (hasRun() && !platform::services().files->exists(m_shownFile)) clearGraph();
     enableNeighbours();
+}
+
+void DataGraph::Mnu_Statistics_Click() {
+    const auto text = [this](const char* box) { return typed(control<QLabel>(*this, box).text()); };
+    Statistics::GraphTexts texts;
+    texts.caption = caption();
+    texts.Text_60FootTime = text("Text_60FootTime");
+    texts.Text_330FootTime = text("Text_330FootTime");
+    texts.Text_660FootTime = text("Text_660FootTime");
+    texts.Text_1000FootTime = text("Text_1000FootTime");
+    texts.Text_ET = text("Text_ET");
+    texts.Text_660FootSpeed = text("Text_660FootSpeed");
+    for (int n = 1; n <= 8; ++n) {
+        texts.analogNames[n] =
+            typed(m_cells[static_cast<std::size_t>(graph::analogChannel(n))]->toggle->caption());
+    }
+    EnableGraphMenus(false);
+    form<Statistics>().showRun(texts);
+    EnableGraphMenus(true);
 }
 
 void DataGraph::clearGraph() {

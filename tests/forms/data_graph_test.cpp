@@ -462,13 +462,27 @@ private slots:
         QVERIFY(menuEnabled("Mnu_Scale"));
     }
 
+    void statisticsComeUpOnTheRun() {
+        DataGraph& graph = open(32);
+        testing::onModal([this, &graph](QWidget* statistics) {
+            QCOMPARE(
+                statistics->windowTitle(), QStringLiteral(" Statistics For : ") +
+                                               QString::fromStdString(graph.caption()).mid(10));
+            QCOMPARE(control<QLabel>(*statistics, "Txt_A(2)").text(),
+                QString::fromStdString(state().Run.setup.AnalogName[2]));
+            pressIn(statistics, "BUT_Close");
+        });
+        part<QToolButton>("Statistics").click();
+        QVERIFY(menuEnabled("Mnu_File"));
+    }
+
     // The name stands for a command that shows its form in a later version of the program.
     void commandsWithoutAFormAreDisabled() {
         open(32);
-        for (const char* name : {"Mnu_Statistics", "Mnu_Info", "Mnu_TimeGraph", "Mnu_Options",
-                 "Convertor_Mnu", "Mnu_HelpItem", "Mnu_Print(0)", "Mnu_ImportFiles(0)"})
+        for (const char* name : {"Mnu_Info", "Mnu_TimeGraph", "Mnu_Options", "Convertor_Mnu",
+                 "Mnu_HelpItem", "Mnu_Print(0)", "Mnu_ImportFiles(0)"})
             QVERIFY2(!command(name).isEnabled(), name);
-        for (const char* name : {"Statistics", "Info", "PrintScreen", "TimeGraph"})
+        for (const char* name : {"Info", "PrintScreen", "TimeGraph"})
             QVERIFY2(!part<QToolButton>(name).isEnabled(), name);
     }
 

@@ -1,0 +1,78 @@
+#pragma once
+// Statistics: minimum, maximum and average of every channel of the run on the graph, with its track
+// times and a horsepower estimate.
+#include "core/basic/from_one.h"
+#include "platform/qt/form_kit.h"
+
+#include <QDialog>
+
+#include <string>
+
+class QGridLayout;
+class QLabel;
+class QPushButton;
+
+namespace kvo::library {
+struct StatisticsRow;
+}
+
+namespace kvo::forms {
+
+class Statistics : public QDialog {
+    Q_OBJECT
+
+public:
+    // The graph's texts: its caption, and the boxes of the track times in the order 60, 330, 660,
+    // 1000 feet, elapsed time, and the speed at 660 feet.
+    struct GraphTexts {
+        std::string caption;
+        std::string Text_60FootTime;
+        std::string Text_330FootTime;
+        std::string Text_660FootTime;
+        std::string Text_1000FootTime;
+        std::string Text_ET;
+        std::string Text_660FootSpeed;
+        core::FromOne<std::string, 8> analogNames;
+    };
+
+    Statistics();
+    // Form_Load: works everything out and fills the labels.
+    void showRun(const GraphTexts& graph);
+
+    void BUT_Close_Click();
+    void Print_Button_Click();
+
+private:
+    // One channel's line: its name and three values.
+    struct Line {
+        QLabel* name = nullptr;
+        QLabel* min = nullptr;
+        QLabel* max = nullptr;
+        QLabel* ave = nullptr;
+    };
+    void makeLayout();
+    QWidget* makeTrack();
+    QWidget* makeChannels();
+    Line makeLine(QGridLayout& grid, const QString& caption, const QString& name, int index);
+    QLabel* makeTrackLine(QGridLayout& grid, const QString& caption, const char* name);
+    static void fill(const Line& line, const library::StatisticsRow& row);
+
+    QLabel* ET60 = nullptr;
+    QLabel* Et330 = nullptr;
+    QLabel* ET660 = nullptr;
+    QLabel* Et1000 = nullptr;
+    QLabel* Et = nullptr;
+    QLabel* Speed660 = nullptr;
+    QLabel* Mph_Max = nullptr;
+    QLabel* Horsepower = nullptr;
+    Line m_rpm;
+    Line m_input;
+    Line m_pinion;
+    core::FromOne<Line, 8> m_analog;
+    core::FromOne<Line, 8> m_exhaust;
+    QPushButton* Buttin_Info = nullptr;
+    QPushButton* Print_Button = nullptr;
+    QPushButton* BUT_Close = nullptr;
+};
+
+} // namespace kvo::forms

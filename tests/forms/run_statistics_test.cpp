@@ -1,0 +1,147 @@
+// Statistics: its labels, its print, and a range that fails.
+#include "library/forms/run_statistics.h"
+#include "tests/forms/support/form_test_main.h"
+#include "tests/forms/support/test_program.h"
+#include "tests/forms/support/user_click.h"
+
+#include <QLabel>
+#include <QPushButton>
+
+#include <memory>
+
+using namespace kvo;
+using namespace kvo::platform_qt;
+using namespace kvo::testing;
+using kvo::forms::Statistics;
+
+namespace {
+
+class RecordingPrinter : public platform::Printer {
+public:
+    platform::Printed printPicture(
+        const platform::PixelPicture& picture, const std::string& documentName) override {
+        widthPx = picture.widthPx;
+        name = documentName;
+        return result;
+    }
+    platform::Printed result = platform::Printed::done;
+    int widthPx = 0;
+    std::string name;
+};
+
+} // namespace
+
+class RunStatisticsTest : public QObject {
+    Q_OBJECT
+
+    std::unique_ptr<TestProgram> m_program;
+    RecordingPrinter m_printer;
+    Statistics::GraphTexts m_texts;
+
+    static QString label(const char* name) {
+        return control<QLabel>(form<Statistics>(), name).text();
+    }
+    static bool visible(const char* name) {
+        return control<QLabel>(form<Statistics>(), name).isVisible();
+    }
+    static void click(const char* name) {
+        QCOMPARE(userClick(&control<QPushButton>(form<Statistics>(), name)), QString());
+    }
+
+private slots:
+    void init() {
+        m_program = std::make_unique<TestProgram>();
+        m_printer = {};
+        platform::services().printer = &m_printer;
+        core::SharedState& state = m_program->state;
+        state.SampleCount = 1213;
+        state.DataType = 25;
+        state.Run.tail.TimeOffset = 80;
+        state.Config.Weight_F = 2000;
+        for (int i = 1; i <= core::maxSamples; ++i) {
+            core::RunSample& row = state.Run.samples[i];
+            row.EngineRpm = static_cast<std::int16_t>(i);
+            row.SpeedRaw = 20 * i;
+            row.Exhaust[1] = 100;
+            row.Analog[1] = 7;
+        }
+        m_texts = {};
+        m_texts.caption = "Data File: 26111514.52d";
+        m_texts.Text_ET = "8.5";
+        m_texts.Text_60FootTime = "1.05";
+        m_texts.analogNames[1] = "Oil & P ";
+    }
+    void cleanup() {
+        unload<Statistics>();
+        const std::string problems = m_program->dialogs.problems();
+        QVERIFY2(problems.empty(), problems.c_str());
+        m_program.reset();
+        QCOMPARE(modalComplaints(), QString());
+    }
+
+    void fillsItsLabels() {
+        onModal([](QWidget* dialog) {
+            QCOMPARE(dialog->windowTitle(), QStringLiteral(" Statistics For :  26111514.52d"));
+            QCOMPARE(label("ET60"), QStringLiteral("1.05"));
+            QCOMPARE(label("Et"), QStringLiteral("8.5"));
+            QCOMPARE(label("Mph_Max"), QStringLiteral("85.00"));
+            QCOMPARE(label("Horsepower"), QStringLiteral("643"));
+            QCOMPARE(label("Rpm_Min"), QStringLiteral(" 80"));
+            QCOMPARE(label("Rpm_Max"), QStringLiteral(" 850"));
+            QCOMPARE(label("Txt_A(1)"), QStringLiteral("Oil & P "));
+            QCOMPARE(label("E_Max(1)"), QStringLiteral(" 400"));
+            QCOMPARE(label("Txt_E(8)"), QStringLiteral("Exhaust 8:"));
+            QVERIFY(visible("A_Max(8)"));
+            QVERIFY(visible("E_Max(8)"));
+            click("BUT_Close");
+        });
+        form<Statistics>().showRun(m_texts);
+        QVERIFY(!isLoaded<Statistics>());
+    }
+
+    void hidesTheRowsThatTheLoggerDoesNotHave() {
+        m_program->state.DataType = 20;
+        onModal([](QWidget*) {
+            QVERIFY(visible("A_Max(6)"));
+            QVERIFY(!visible("A_Max(7)"));
+            QVERIFY(!visible("Txt_A(8)"));
+            QVERIFY(visible("E_Max(1)"));
+            click("BUT_Close");
+        });
+        form<Statistics>().showRun(m_texts);
+    }
+
+    void opensOnARangeOfNoWidthWithWhatItHas() {
+        m_texts.Text_ET = "0.80";
+        onModal([](QWidget*) {
+            QCOMPARE(label("Rpm_Max"), QStringLiteral(" 80"));
+            QCOMPARE(label("Rpm_Ave"), QString());
+            click("BUT_Close");
+        });
+        form<Statistics>().showRun(m_texts);
+    }
+
+    void printsAPictureOfItself() {
+        onModal([](QWidget*) {
+            click("Print_Button");
+            click("BUT_Close");
+        });
+        form<Statistics>().showRun(m_texts);
+        QVERIFY(m_printer.widthPx > 100);
+        QCOMPARE(m_printer.name, std::string(" Statistics For :  26111514.52d"));
+    }
+
+    void tellsThatItCouldNotPrint() {
+        m_printer.result = platform::Printed::failed;
+        m_program->dialogs.expectBox(
+            "The Statistics could not be printed. ", platform::boxStyle::ok, "Run Statistics");
+        onModal([](QWidget*) {
+            click("Print_Button");
+            click("BUT_Close");
+        });
+        form<Statistics>().showRun(m_texts);
+    }
+};
+
+KVO_FORM_TEST_MAIN(RunStatisticsTest)
+#include "run_statistics_test.moc"
