@@ -29,7 +29,7 @@ public:
         setObjectName(QStringLiteral("Sample"));
         Text_ET = named(new QLineEdit, "Text_ET");
         Command = named(new QPushButton(QStringLiteral("&Go")), "Command");
-        Analog.make("Analog", [](int i) { return new QLabel(QString::number(i)); });
+        Analog.make("Analog", [this](int i) { return new QLabel(QString::number(i), this); });
         setLayout(column({row({buddyLabel(QStringLiteral("&ET"), Text_ET), Text_ET}), Command,
             &Analog[1], &Analog[8]}));
         connect(Command, &QPushButton::clicked, this, [this] { Command_Click(); });
