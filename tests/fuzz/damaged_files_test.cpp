@@ -58,6 +58,18 @@ TEST(DamagedFiles, OfTheIndex) {
     readDamaged(readIndex, {}, 50);
 }
 
+TEST(DamagedFiles, OfNotesAndTimes) {
+    platform::Bytes info(61U * 400);
+    for (std::size_t record = 0; record < 61; ++record) {
+        info[record * 400] = 5;
+        for (std::size_t i = 2; i < 7; ++i) info[record * 400 + i] = 'x';
+    }
+    readDamaged(readInfo, info, 300);
+    platform::Bytes times(25U * 44, ' ');
+    for (std::size_t run = 0; run < 25; ++run) times[run * 44] = static_cast<std::uint8_t>(run);
+    readDamaged(readTimes, times, 3000);
+}
+
 TEST(DamagedFiles, AreDamagedAlikeEachTime) {
     const platform::Bytes file = indexOf(3);
     EXPECT_EQ(damaged(file, 5), damaged(file, 5));

@@ -4,6 +4,8 @@
 #include "core/config.h"
 #include "core/run_file.h"
 #include "core/run_index.h"
+#include "core/run_info.h"
+#include "core/run_times.h"
 #include "tests/support/memory_files.h"
 
 #include <cstdio>
@@ -109,10 +111,37 @@ void readIndex(Input file) {
     if (!entries.empty()) require(writeRunIndex("/kvo", entries, files).done, "not rewritten");
 }
 
+void readInfo(Input file) {
+    constexpr const char* infoPath = "/kvo/Data/26111514.52i";
+    testing::MemoryFiles files;
+    files.put(infoPath, Bytes(file.begin(), file.end()));
+    (void)core::LoadRunTimes(infoPath, files);
+    const core::RunInfo info = core::LoadRunInfo(infoPath, {}, files);
+    require(SaveRunInfo("/kvo", infoPath, runPath, info, files).done, "notes are not saved");
+    const Bytes saved = files.read(infoPath).value_or(Bytes{});
+    const core::RunInfo again = core::LoadRunInfo(infoPath, {}, files);
+    require(SaveRunInfo("/kvo", infoPath, runPath, again, files).done, "nor saved again");
+    require(files.read(infoPath) == saved, "what was written is not read");
+}
+
+void readTimes(Input file) {
+    testing::MemoryFiles files;
+    files.put("/kvo/KvoTimes", Bytes(file.begin(), file.end()));
+    const int count = core::LoadTimesTable("/kvo", files).RunTimesCount;
+    require(count >= 1 && count <= 26, "a count that the table does not have");
+    require(core::updateTimesTable(
+                "/kvo", "25 x Date:Sun 15 Nov 2026 Run: 3#", {"1", "2", "3", "4", "5"}, files)
+                .done,
+        "a run is not added");
+    require(core::LoadTimesTable("/kvo", files).RunTimesCount >= count, "records were lost");
+}
+
 Reader readerNamed(std::string_view name) {
     if (name == "config") return readConfig;
     if (name == "run") return readRun;
     if (name == "index") return readIndex;
+    if (name == "info") return readInfo;
+    if (name == "times") return readTimes;
     return nullptr;
 }
 

@@ -12,9 +12,11 @@ using Input = std::span<const std::uint8_t>;
 void readConfig(Input file);
 void readRun(Input file);
 void readIndex(Input file);
+void readInfo(Input file);
+void readTimes(Input file);
 
 using Reader = void (*)(Input);
-// The entry point of this name ("config", "run", "index"), or nothing.
+// The entry point of this name ("config", "run", "index", "info", "times"), or nothing.
 Reader readerNamed(std::string_view name);
 
 } // namespace kvo::fuzz

@@ -75,6 +75,7 @@ void addCoreFunctions() {
     addPictures();
     addCoreConfigFunctions();
     addCoreFileFunctions();
+    addCoreInfoFunctions();
 }
 
 } // namespace kvo::vectors

@@ -10,5 +10,6 @@ platform::DateTime momentOf(const Json& in);
 
 void addCoreConfigFunctions();
 void addCoreFileFunctions();
+void addCoreInfoFunctions();
 
 } // namespace kvo::vectors

@@ -1,0 +1,169 @@
+#include "core/run_info.h"
+#include "core/run_records.h"
+#include "tests/support/memory_files.h"
+
+#include <gtest/gtest.h>
+
+namespace kvo::core {
+namespace {
+
+using testing::MemoryFiles;
+
+constexpr const char* runPath = "/kvo/Data/26111514.52d";
+constexpr const char* infoPath = "/kvo/Data/26111514.52i";
+constexpr const char* timesPath = "/kvo/KvoTimes";
+
+RunInfo someInfo() {
+    RunInfo info;
+    info.Info_Text = "notes  ";
+    info.Text_AirTemp = "21";
+    info.Text_60FootTime = "1.05";
+    info.Text_330FootTime = "3.10";
+    info.Text_660FootTime = "4.95";
+    info.Text_660FootSpeed = "170.1";
+    info.Text_1000FootTime = "6.50";
+    info.Text_ET = "7.75";
+    info.Text_Mph = "181.2";
+    info.setup[1] = {"Clutch", "5 plates"};
+    info.setup[25] = {"Last", "line"};
+    return info;
+}
+
+struct Disk {
+    MemoryFiles files;
+    Disk() {
+        ByteWriter writer;
+        encodeHeaderLine(writer, "25 VRN35 Ver 1.2 128k Serial No 7  Date:Sun 15 Nov 2026 Run: 3#");
+        writer.fillTo(84);
+        files.put(runPath, writer.take());
+    }
+    platform::WriteResult save(const RunInfo& info) {
+        return SaveRunInfo("/kvo", infoPath, runPath, info, files);
+    }
+};
+
+TEST(InfoFile, IsNamedAsTheRunWithAnI) {
+    EXPECT_EQ(infoFilePath(runPath), infoPath);
+    EXPECT_EQ(infoFilePath(std::string(runPath) + "   "), infoPath);
+    EXPECT_EQ(infoFilePath(""), "");
+}
+
+TEST(InfoFile, ComesBackAsSaved) {
+    Disk disk;
+    ASSERT_TRUE(disk.save(someInfo()));
+    EXPECT_EQ(disk.files.read(infoPath)->size(), 61U * 400);
+    const RunInfo info = LoadRunInfo(infoPath, {}, disk.files);
+    EXPECT_EQ(info.Info_Text, "notes");
+    EXPECT_EQ(info.Text_AirTemp, "21");
+    EXPECT_EQ(info.Text_Humidity, "");
+    EXPECT_EQ(info.Text_ET, "7.75");
+    EXPECT_EQ(info.Text_Mph, "181.2");
+    EXPECT_EQ(info.setup[1].Name, "Clutch");
+    EXPECT_EQ(info.setup[1].Value, "5 plates");
+    EXPECT_EQ(info.setup[25].Value, "line");
+}
+
+TEST(InfoFile, CutsATextThatWouldLeaveItsRecord) {
+    Disk disk;
+    RunInfo info = someInfo();
+    info.Info_Text = std::string(1000, 'n');
+    ASSERT_TRUE(disk.save(info));
+    const RunInfo again = LoadRunInfo(infoPath, {}, disk.files);
+    EXPECT_EQ(again.Info_Text, std::string(398, 'n'));
+    EXPECT_EQ(again.Text_AirTemp, "21");
+}
+
+TEST(InfoFile, AnEmptyTextLeavesTheDefault) {
+    Disk disk;
+    ASSERT_TRUE(disk.save(someInfo()));
+    VehicleSetup defaults;
+    defaults[1] = {"Name 1", "Value 1"};
+    defaults[2] = {"Name 2", "Value 2"};
+    const RunInfo info = LoadRunInfo(infoPath, defaults, disk.files);
+    EXPECT_EQ(info.setup[1].Name, "Clutch");
+    EXPECT_EQ(info.setup[2].Name, "Name 2");
+    EXPECT_EQ(info.setup[2].Value, "Value 2");
+}
+
+TEST(InfoFile, IsCreatedByLooking) {
+    MemoryFiles files;
+    EXPECT_EQ(LoadRunTimes(infoPath, files).Text_ET, "");
+    EXPECT_EQ(files.read(infoPath), platform::Bytes{});
+    MemoryFiles readOnly;
+    readOnly.failWrites("/kvo", MemoryFiles::Failure::readOnly);
+    EXPECT_EQ(LoadRunInfo(infoPath, {}, readOnly).Info_Text, "");
+}
+
+TEST(InfoFile, GivesTheTimesOfTheGraph) {
+    Disk disk;
+    ASSERT_TRUE(disk.save(someInfo()));
+    const RunTimes times = LoadRunTimes(infoPath, disk.files);
+    EXPECT_EQ(times.Text_60FootTime, "1.05");
+    EXPECT_EQ(times.Text_330FootTime, "3.10");
+    EXPECT_EQ(times.Text_660FootTime, "4.95");
+    EXPECT_EQ(times.Text_660FootSpeed, "170.1");
+    EXPECT_EQ(times.Text_1000FootTime, "6.50");
+    EXPECT_EQ(times.Text_ET, "7.75");
+}
+
+TEST(InfoFile, AFileCutOrWithWrongLengthsGivesEmptyTexts) {
+    Disk disk;
+    ASSERT_TRUE(disk.save(someInfo()));
+    platform::Bytes file = disk.files.read(infoPath).value();
+    file[9 * 400] = 0xFF; // the length of the elapsed time
+    file[9 * 400 + 1] = 0xFF;
+    disk.files.put(infoPath, file);
+    EXPECT_EQ(LoadRunTimes(infoPath, disk.files).Text_ET, "");
+    EXPECT_EQ(LoadRunTimes(infoPath, disk.files).Text_1000FootTime, "6.50");
+    file.resize(8 * 400 + 5); // in the middle of the 1000 foot time
+    disk.files.put(infoPath, file);
+    EXPECT_EQ(LoadRunTimes(infoPath, disk.files).Text_1000FootTime, "");
+    EXPECT_EQ(LoadRunTimes(infoPath, disk.files).Text_660FootSpeed, "170.1");
+}
+
+TEST(SaveRunInfo, OnlyARunWithAnElapsedTimeEntersTheTable) {
+    Disk disk;
+    RunInfo info = someInfo();
+    info.Text_ET = "";
+    ASSERT_TRUE(disk.save(info));
+    EXPECT_TRUE(disk.files.exists(infoPath));
+    EXPECT_FALSE(disk.files.exists(timesPath));
+    info.Text_ET = "0";
+    ASSERT_TRUE(disk.save(info));
+    EXPECT_EQ(LoadTimesTable("/kvo", disk.files).entries[1],
+        (TimedRun{20111503, "15 Nov 2026 Run: 3", 105, 310, 495, 650, 0}));
+}
+
+TEST(SaveRunInfo, MakesUpNoEntryForARunWithoutALine) {
+    Disk disk;
+    disk.files.put(runPath, {});
+    ASSERT_TRUE(disk.save(someInfo()));
+    EXPECT_TRUE(disk.files.exists(infoPath));
+    EXPECT_FALSE(disk.files.exists(timesPath));
+    ASSERT_TRUE(disk.files.remove(runPath));
+    ASSERT_TRUE(disk.save(someInfo()));
+    EXPECT_FALSE(disk.files.exists(timesPath));
+}
+
+TEST(SaveRunInfo, KeepsACopyOfTheNotesItReplaces) {
+    Disk disk;
+    ASSERT_TRUE(disk.save(someInfo()));
+    const auto before = disk.files.read(infoPath);
+    RunInfo info = someInfo();
+    info.Info_Text = "other notes";
+    ASSERT_TRUE(disk.save(info));
+    EXPECT_EQ(disk.files.read("/kvo/Backup/26111514.52i.0001"), before);
+}
+
+TEST(SaveRunInfo, TellsOfAFullDiskAndLeavesTheNotes) {
+    Disk disk;
+    ASSERT_TRUE(disk.save(someInfo()));
+    disk.files.failWrites("/kvo", MemoryFiles::Failure::fullDisk);
+    RunInfo info = someInfo();
+    info.Info_Text = "other notes";
+    EXPECT_FALSE(disk.save(info));
+    EXPECT_EQ(LoadRunInfo(infoPath, {}, disk.files).Info_Text, "notes");
+}
+
+} // namespace
+} // namespace kvo::core
