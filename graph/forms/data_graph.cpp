@@ -2,6 +2,7 @@
 
 #include "core/basic/numbers.h"
 #include "core/config.h"
+#include "core/run_info.h"
 #include "graph/cursor.h"
 #include "mainwin/main_window.h"
 #include "platform/qt/form_kit.h"
@@ -10,6 +11,7 @@
 
 #include <QAction>
 #include <QCloseEvent>
+#include <QLabel>
 #include <QProgressBar>
 #include <QTimer>
 
@@ -340,8 +342,21 @@ void DataGraph::showProgress(bool on) {
     }
 }
 
-// The boxes stay empty: this version keeps no times of a run.
-void DataGraph::loadRunTimes() {}
+void DataGraph::loadRunTimes() {
+    core::SharedState& state = core::state();
+    state.InfoFilePath = core::infoFilePath(state.DataFilePath);
+    const core::RunTimes times =
+        core::LoadRunTimes(state.InfoFilePath, *platform::services().files);
+    const auto show = [this](const char* box, const std::string& text) {
+        control<QLabel>(*this, box).setText(shown(text));
+    };
+    show("Text_60FootTime", times.Text_60FootTime);
+    show("Text_330FootTime", times.Text_330FootTime);
+    show("Text_660FootTime", times.Text_660FootTime);
+    show("Text_660FootSpeed", times.Text_660FootSpeed);
+    show("Text_1000FootTime", times.Text_1000FootTime);
+    show("Text_ET", times.Text_ET);
+}
 
 // --- Pictures
 

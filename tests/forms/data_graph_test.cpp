@@ -2,6 +2,7 @@
 // cursor, colours, sizes, zoom, and what a close leaves.
 #include "core/config.h"
 #include "core/run_file.h"
+#include "core/run_info.h"
 #include "graph/forms/data_graph.h"
 #include "library/forms/load_file.h"
 #include "platform/qt/form_kit.h"
@@ -460,6 +461,34 @@ private slots:
         command("Mnu_GraphFile").trigger();
         QVERIFY(menuEnabled("Mnu_File"));
         QVERIFY(menuEnabled("Mnu_Scale"));
+    }
+
+    void timesOfTheRunStandInTheirBoxes() {
+        testing::storeModelRun(state(), *m_files, 25);
+        core::RunInfo info;
+        info.Text_60FootTime = "1.05";
+        info.Text_330FootTime = "3.01";
+        info.Text_660FootTime = "4.66";
+        info.Text_660FootSpeed = "148.2";
+        info.Text_1000FootTime = "6.11";
+        info.Text_ET = "7.31";
+        QVERIFY(core::SaveRunInfo(state().AppFolder, core::infoFilePath(state().DataFilePath),
+            state().DataFilePath, info, *m_files)
+                    .done);
+        openAsItIs();
+        QCOMPARE(text("Text_60FootTime"), QStringLiteral("1.05"));
+        QCOMPARE(text("Text_330FootTime"), QStringLiteral("3.01"));
+        QCOMPARE(text("Text_660FootTime"), QStringLiteral("4.66"));
+        QCOMPARE(text("Text_660FootSpeed"), QStringLiteral("148.2"));
+        QCOMPARE(text("Text_1000FootTime"), QStringLiteral("6.11"));
+        QCOMPARE(text("Text_ET"), QStringLiteral("7.31"));
+    }
+
+    // The info file of a run without one is made by merely viewing it.
+    void viewingARunMakesItsInfoFile() {
+        open(32);
+        QVERIFY(m_files->exists(core::infoFilePath(state().DataFilePath)));
+        QCOMPARE(text("Text_ET"), QString());
     }
 
     void statisticsComeUpOnTheRun() {
