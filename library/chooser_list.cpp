@@ -5,6 +5,7 @@
 #include "core/basic/numbers.h"
 #include "core/paths.h"
 #include "core/run_index.h"
+#include "core/run_info.h"
 #include "core/run_records.h"
 
 #include <algorithm>
@@ -86,12 +87,6 @@ std::string dataFilePath(
     return core::joined(core::dataFolder(appFolder, files), name, files);
 }
 
-std::string infoFilePath(std::string_view dataFilePath) {
-    std::string path(dataFilePath);
-    if (!path.empty()) path.back() = 'i';
-    return path;
-}
-
 std::optional<std::size_t> rowToOpenOn(
     const std::vector<core::RunIndexEntry>& rows, std::string_view lastChosenFile) {
     if (rows.empty()) return {};
@@ -121,7 +116,7 @@ platform::WriteResult DeleteFile(const std::string& appFolder,
     if (row >= rows.size()) return {};
     const std::string path = dataFilePath(appFolder, rows[row].FileName, files);
     if (core::isSafeBaseName(core::baseName(path))) {
-        for (const std::string& each : {path, infoFilePath(path)}) {
+        for (const std::string& each : {path, core::infoFilePath(path)}) {
             if (auto removed = core::removeKept(appFolder, each, files); !removed) return removed;
         }
     }

@@ -19,8 +19,6 @@ std::vector<core::RunIndexEntry> Data_File(const std::string& appFolder, platfor
 // name that is no plain base name gives the folder itself, which loads like a missing file.
 std::string dataFilePath(
     const std::string& appFolder, std::string_view fileName, const platform::Files& files);
-// A run's info file: the path with its last character replaced by "i".
-std::string infoFilePath(std::string_view dataFilePath);
 
 // The row of that file, else the row of the newest run by its name, else nothing (an empty list).
 std::optional<std::size_t> rowToOpenOn(

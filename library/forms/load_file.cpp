@@ -1,5 +1,6 @@
 #include "library/forms/load_file.h"
 
+#include "core/run_info.h"
 #include "library/chooser_list.h"
 #include "platform/qt/form_kit.h"
 #include "platform/qt/text.h"
@@ -160,7 +161,7 @@ void LoadFile::takePaths() const {
     core::SharedState& state = core::state();
     state.DataFilePath =
         library::dataFilePath(state.AppFolder, chosenName(), *platform::services().files);
-    state.InfoFilePath = library::infoFilePath(state.DataFilePath);
+    state.InfoFilePath = core::infoFilePath(state.DataFilePath);
 }
 
 void LoadFile::Files_List_Click() {

@@ -58,8 +58,6 @@ TEST_F(ChooserList, createsAMissingIndexEmpty) {
 TEST_F(ChooserList, formsThePathFromTheLastTwelveCharacters) {
     EXPECT_EQ(dataFilePath(folder, "26111514.52d   ", files), "/kvo/Data/26111514.52d");
     EXPECT_EQ(dataFilePath(folder, "xx26111514.52d", files), "/kvo/Data/26111514.52d");
-    EXPECT_EQ(infoFilePath("/kvo/Data/26111514.52d"), "/kvo/Data/26111514.52i");
-    EXPECT_EQ(infoFilePath(""), "");
 }
 
 TEST_F(ChooserList, refusesNamesThatLeaveTheFolder) {
