@@ -1,13 +1,13 @@
 #pragma once
 // Nobody sits in front of a measuring: a question ends it.
-#include "platform/dialogs.h"
+#include "platform/unanswered_dialogs.h"
 
 #include <cstdio>
 #include <cstdlib>
 
 namespace kvo::bench {
 
-class SilentDialogs : public platform::Dialogs {
+class SilentDialogs : public platform::UnansweredDialogs {
 public:
     platform::Reply messageBox(const std::string& text, int, const std::string&) override {
         std::fprintf(stderr, "kvo_bench: %s\n", text.c_str());
@@ -18,14 +18,6 @@ public:
         std::fprintf(stderr, "kvo_bench: %s\n", prompt.c_str());
         std::exit(2);
     }
-    std::optional<platform::Colour> chooseColour(std::optional<platform::Colour>) override {
-        return {};
-    }
-    std::optional<std::string> chooseFolder(const std::string&, const std::string&) override {
-        return {};
-    }
-    void beep() override {}
-    void setHourglass(bool) override {}
 };
 
 } // namespace kvo::bench

@@ -6,6 +6,7 @@
 #include "core/run_index.h"
 #include "core/run_info.h"
 #include "core/run_times.h"
+#include "platform/unanswered_dialogs.h"
 #include "tests/support/memory_files.h"
 
 #include <cstdio>
@@ -26,24 +27,6 @@ void require(bool holds, const char* what) {
     std::fprintf(stderr, "broken: %s\n", what);
     std::abort();
 }
-
-class SilentDialogs : public platform::Dialogs {
-public:
-    platform::Reply messageBox(const std::string&, int, const std::string&) override {
-        return platform::Reply::ok;
-    }
-    std::string inputBox(const std::string&, const std::string&, const std::string&) override {
-        return {};
-    }
-    std::optional<platform::Colour> chooseColour(std::optional<platform::Colour>) override {
-        return {};
-    }
-    std::optional<std::string> chooseFolder(const std::string&, const std::string&) override {
-        return {};
-    }
-    void beep() override {}
-    void setHourglass(bool) override {}
-};
 
 // The key of an entry as it stands in the file, padded.
 std::int32_t keyOf(const core::RunIndexEntry& entry) {
@@ -76,7 +59,7 @@ void readRun(Input file) {
     // Both are large; they are made once, and begin each time as the run before has left them.
     static const auto state = std::make_unique<core::SharedState>();
     testing::MemoryFiles files;
-    SilentDialogs dialogs;
+    platform::UnansweredDialogs dialogs;
     core::NoRunLoadView view;
     state->AppFolder = "/kvo";
     state->DataFilePath = runPath;

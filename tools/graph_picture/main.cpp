@@ -10,6 +10,7 @@
 #include "platform/qt/form_kit.h"
 #include "platform/qt/text.h"
 #include "platform/services.h"
+#include "platform/unanswered_dialogs.h"
 
 #include <QApplication>
 
@@ -20,23 +21,12 @@ namespace {
 using namespace kvo;
 
 // Nobody answers here: what the user would be told goes to the error stream.
-class SpokenDialogs : public platform::Dialogs {
+class SpokenDialogs : public platform::UnansweredDialogs {
 public:
     platform::Reply messageBox(const std::string& text, int, const std::string& title) override {
         std::cerr << title << ": " << text << '\n';
         return platform::Reply::cancel;
     }
-    std::string inputBox(const std::string&, const std::string&, const std::string&) override {
-        return {};
-    }
-    std::optional<platform::Colour> chooseColour(std::optional<platform::Colour>) override {
-        return {};
-    }
-    std::optional<std::string> chooseFolder(const std::string&, const std::string&) override {
-        return {};
-    }
-    void beep() override {}
-    void setHourglass(bool) override {}
 };
 
 struct Task {

@@ -7,6 +7,7 @@
 #include "core/run_records.h"
 #include "core/vehicle_setup.h"
 #include "core_functions.h"
+#include "platform/unanswered_dialogs.h"
 #include "tests/support/memory_files.h"
 
 #include <array>
@@ -20,25 +21,6 @@ using testing::MemoryFiles;
 namespace {
 
 constexpr const char* folder = "/kvo";
-
-// Message boxes of a load that a line only judges by its result.
-class SilentDialogs : public platform::Dialogs {
-public:
-    platform::Reply messageBox(const std::string&, int, const std::string&) override {
-        return platform::Reply::ok;
-    }
-    std::string inputBox(const std::string&, const std::string&, const std::string&) override {
-        return {};
-    }
-    std::optional<platform::Colour> chooseColour(std::optional<platform::Colour>) override {
-        return {};
-    }
-    std::optional<std::string> chooseFolder(const std::string&, const std::string&) override {
-        return {};
-    }
-    void beep() override {}
-    void setHourglass(bool) override {}
-};
 
 template <typename Numbers> Json listOf(const Numbers& numbers) {
     Json list = Json::array();
@@ -129,7 +111,7 @@ void dropNulls(Json& expected, Json& got) {
 struct Bench {
     std::unique_ptr<SharedState> state = std::make_unique<SharedState>();
     MemoryFiles files;
-    SilentDialogs dialogs;
+    platform::UnansweredDialogs dialogs; // a line judges a load by its result
     NoRunLoadView view;
 
     Bench() { state->AppFolder = folder; }
