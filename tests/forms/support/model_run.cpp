@@ -5,49 +5,21 @@
 #include "core/run_index.h"
 #include "graph/channels.h"
 #include "platform/colour.h"
+#include "tools/logger_simulator/model_run.h"
 #include "tools/logger_simulator/run_model.h"
 
-#include <algorithm>
 #include <array>
-#include <cmath>
 #include <cstdlib>
 #include <iostream>
 
 namespace kvo::testing {
 namespace {
 
-using core::RunSample;
-
 // In the order of the channels' numbers.
 constexpr std::array<std::int32_t, graph::channelCount> colours{0x4040FF, 0xFFA040, 0x40FF40,
     0xFFFF40, 0xFF60FF, 0x60C0FF, 0xC0C0C0, 0x00D7FF, 0x00A5FF, 0xB469FF, 0x32CD9A, 0xEBCE87,
     0x7A96E9, 0xD0E040, 0xDDA0DD, 0x8CE6F0, 0x2020D0, 0x0060E0, 0x00A0E0, 0x00E0E0, 0x00E080,
     0xA0A000, 0xE08000, 0xE04080, 0xA8A8FF};
-
-std::int16_t rpm(double value) {
-    return static_cast<std::int16_t>(std::lround(std::clamp(value, 0.0, 32000.0)));
-}
-
-RunSample sampleOf(const simulator::Moment& moment, int index, int dataType) {
-    RunSample row;
-    row.Index = static_cast<std::int16_t>(index);
-    row.EngineRpm = rpm(moment.engineRpm);
-    row.InputRpm = rpm(moment.inputRpm);
-    row.OutputRpm = rpm(moment.outputRpm);
-    row.SpeedRaw = static_cast<std::int32_t>(std::lround(moment.mph * 200));
-    row.Status = moment.switches;
-    for (int n = 1; n <= 8; ++n) {
-        row.Analog[n] = moment.analog[static_cast<std::size_t>(n - 1)];
-        row.Exhaust[n] = moment.exhaust[static_cast<std::size_t>(n - 1)];
-    }
-    if (dataType == 20) {
-        const int shared = index % 8;
-        row.Status = static_cast<std::uint8_t>((row.Status & 15) | shared << 4);
-        row.Analog[7] = moment.exhaust[static_cast<std::size_t>(shared)];
-        row.Exhaust.fill(0);
-    }
-    return row;
-}
 
 void demand(const platform::WriteResult& written) {
     if (written) return;
@@ -87,7 +59,6 @@ core::AppConfig graphConfig(int dataType) {
 }
 
 void storeModelRun(core::SharedState& state, MemoryFiles& files, int dataType, int number) {
-    const simulator::Vehicle& vehicle = simulator::vehicleFor(dataType);
     const auto facts = core::dataTypeFacts(dataType);
     state.AppFolder = "/kvo";
     state.Config = graphConfig(dataType);
@@ -97,14 +68,8 @@ void storeModelRun(core::SharedState& state, MemoryFiles& files, int dataType, i
     state.DataFilePath = "/kvo/Data/24060512.3" + digit + "d";
     state.RunHeaderLine = std::to_string(dataType) + " Serial No. 1234";
     state.RunText = " Date:Wed 05 Jun 2024 Run: " + digit + " Second round#";
-    state.Run = {};
-    state.Run.header.CrankGearTeeth = static_cast<std::uint8_t>(vehicle.crankTeeth);
-    state.Run.header.BasketGearTeeth = static_cast<std::uint8_t>(vehicle.basketTeeth);
-    state.Run.tail.TimeOffset = static_cast<std::int16_t>(facts->timeOffset);
-    const auto moments = simulator::makeRun(
-        vehicle, facts->rows, facts->timeOffset, static_cast<std::uint32_t>(number));
-    for (int i = 1; i <= facts->rows; ++i)
-        state.Run.samples[i] = sampleOf(moments[static_cast<std::size_t>(i - 1)], i, dataType);
+    simulator::fillRun(
+        state.Run, dataType, facts->rows, facts->timeOffset, static_cast<std::uint32_t>(number));
     state.SaveMode = 0;
     demand(core::SaveRun(state, files));
     state.IndexNoSort = -1;

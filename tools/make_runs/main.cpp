@@ -1,0 +1,100 @@
+// Fills a folder of the program with modelled runs, as downloads of two race days leave them, so
+// that there is something to look at before the first download. Runs that are there stay.
+// Usage: make_runs FOLDER
+#include "core/basic/pictures.h"
+#include "core/config.h"
+#include "core/data_types.h"
+#include "core/paths.h"
+#include "core/run_file.h"
+#include "core/run_index.h"
+#include "core/run_info.h"
+#include "platform/os/os_files.h"
+#include "platform/unanswered_dialogs.h"
+#include "tools/logger_simulator/model_run.h"
+#include "tools/logger_simulator/run_model.h"
+
+#include <array>
+#include <iostream>
+#include <memory>
+#include <string>
+
+using namespace kvo;
+
+namespace {
+
+struct Download {
+    int dataType;
+    int model;
+    std::uint32_t seed;
+    platform::DateTime moment;
+    const char* title;
+};
+
+constexpr std::array<Download, 5> downloads{{
+    {25, 25, 11, {2026, 11, 14, 10, 20, 0}, "1 Qualifying"},
+    {25, 25, 12, {2026, 11, 14, 14, 5, 0}, "2 Qualifying, more clutch"},
+    {25, 25, 13, {2026, 11, 15, 11, 40, 0}, "1 First round"},
+    {20, 22, 14, {2026, 11, 15, 13, 15, 0}, "2 Second car"},
+    {32, 32, 15, {2026, 11, 15, 15, 55, 0}, "3 Third car"},
+}};
+
+bool told(const platform::WriteResult& written) {
+    if (!written) std::cerr << "make_runs: " << written.message << '\n';
+    return written.done;
+}
+
+core::RunInfo infoOf(const std::vector<simulator::Moment>& moments, int timeOffset) {
+    const auto at = [&](double feet) { return simulator::trackTime(moments, timeOffset, feet); };
+    const auto seconds = [&](double feet) {
+        const double time = at(feet).seconds;
+        return time > 0 ? core::Format(time, "#0.00") : std::string();
+    };
+    core::RunInfo info;
+    info.Text_60FootTime = seconds(60);
+    info.Text_330FootTime = seconds(330);
+    info.Text_660FootTime = seconds(660);
+    info.Text_660FootSpeed = core::Format(at(660).mph, "##0.00");
+    info.Text_1000FootTime = seconds(1000);
+    info.Text_ET = seconds(1320);
+    info.Text_Mph = core::Format(at(1320).mph, "##0.00");
+    return info;
+}
+
+bool store(const Download& download, core::SharedState& state, platform::Files& files) {
+    const auto facts = core::dataTypeFacts(download.dataType);
+    state.DataType = static_cast<std::uint8_t>(download.dataType);
+    state.LoggerModel = static_cast<std::uint8_t>(download.model);
+    state.LoggerVersion = 4;
+    state.LoggerMemory = 2;
+    state.LoggerSerial = 117;
+    state.SampleCount = static_cast<std::uint16_t>(facts->rows);
+    state.RunText = core::runText(download.title, download.moment);
+    state.DataFilePath = core::joined(
+        core::dataFolder(state.AppFolder, files), core::runFileName(download.moment), files);
+    if (files.exists(state.DataFilePath)) return true;
+    const auto moments = simulator::fillRun(
+        state.Run, download.dataType, facts->rows, facts->timeOffset, download.seed);
+    state.SaveMode = 0;
+    state.IndexNoSort = -1;
+    return told(core::SaveRun(state, files)) && told(core::AddRunToIndex(state, files)) &&
+           told(core::SaveRunInfo(state.AppFolder, core::infoFilePath(state.DataFilePath),
+               state.DataFilePath, infoOf(moments, facts->timeOffset), files));
+}
+
+} // namespace
+
+int main(int argc, char* argv[]) {
+    if (argc != 2) {
+        std::cerr << "usage: make_runs FOLDER\n";
+        return 2;
+    }
+    platform_os::OsFiles files;
+    platform::UnansweredDialogs dialogs;
+    const auto state = std::make_unique<core::SharedState>();
+    state->AppFolder = argv[1];
+    core::LoadConfig(state->AppFolder, state->Config, files, dialogs, [] {});
+    for (const Download& download : downloads) {
+        if (!store(download, *state, files)) return 1;
+    }
+    return 0;
+}
