@@ -50,6 +50,7 @@ void DownloadSession::Command_Send_Click() {
     if (m_running || m_unloaded) return;
     m_running = true;
     run();
+    giveWheelBack();
     m_running = false;
 }
 
@@ -57,8 +58,9 @@ void DownloadSession::run() {
     if (!startSession()) return;
     if (m_state.Config.SpeedWheel_Prompt != 1) askWheel();
     if (m_cancelled) return;
+    const int missed = m_link.MissedReplies;
     m_link.ReadLoggerHeader();
-    if (m_cancelled || !takeDataType()) return;
+    if (m_cancelled || !takeDataType(m_link.MissedReplies == missed)) return;
     m_view.hideButtons();
     m_view.setProgressMax(m_state.SampleCount);
     transfer();
@@ -98,15 +100,27 @@ void DownloadSession::askWheel() {
             "    Is this Correct?",
         boxStyle::yesNo, "Front Wheel Dimeter");
     if (correct == Reply::yes) return;
-    // It holds for this download only: the next one reads the old one back from the file.
+    // It holds for this download only: see giveWheelBack.
+    m_wheelOfFile = config.Wheel;
     config.Wheel = static_cast<float>(core::Val(m_dialogs.inputBox(
         "Enter the new Wheel Diameter", "New Wheel Diameter", core::Format(wheel, "#0.0"))));
 }
 
+// A wheel that was typed never reaches the file, also not with the next thing that is saved there.
+void DownloadSession::giveWheelBack() {
+    if (m_wheelOfFile) m_state.Config.Wheel = *m_wheelOfFile;
+    m_wheelOfFile.reset();
+}
+
 // False for a data type without a download. Required: then the form stays with its buttons and the
-// port stays open, in silence.
-bool DownloadSession::takeDataType() {
+// port stays open, in silence. A logger that fell silent in its header, so that a stale reply
+// stands for its type, is told like one that falls silent later.
+bool DownloadSession::takeDataType(bool headerCame) {
     const auto type = prepareDownload(m_state);
+    if (!type && !headerCame) {
+        Download(m_link, m_state, m_periods, m_view, m_dialogs).reportFailure();
+        m_unloaded = true;
+    }
     if (!type) return false;
     if (type->DataType == 43)
         m_dialogs.messageBox(

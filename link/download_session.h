@@ -10,6 +10,7 @@
 #include "platform/dialogs.h"
 #include "platform/files.h"
 
+#include <optional>
 #include <string>
 
 namespace kvo::link {
@@ -39,7 +40,8 @@ private:
     void run();
     bool startSession();
     void askWheel();
-    bool takeDataType();
+    void giveWheelBack();
+    bool takeDataType(bool headerCame);
     void transfer();
     bool askTitle(std::string& title);
     std::string suggestedTitle() const;
@@ -58,6 +60,7 @@ private:
     const platform::Clock& m_clock;
     platform::Files& m_files;
     PulsePeriods m_periods;
+    std::optional<float> m_wheelOfFile; // while a typed one stands in the configuration
     bool m_running = false;
     bool m_cancelled = false;
     bool m_unloaded = false;

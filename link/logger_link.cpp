@@ -95,6 +95,7 @@ void LoggerLink::ReadReply() {
         // already there. A port that never opened costs the whole wait, one that was lost nothing.
         if (turn >= replyTurns || lineGone()) break;
     }
+    ++MissedReplies;
     // Required: without a data type, as before the first header, silence sets no flag.
     if (Header.DataType > 0) LinkFailed = -1;
 }

@@ -36,6 +36,7 @@ public:
     std::int16_t RpmValue = 0;    // result of RequestRpm; keeps its value where one does not fit
     float RpmScale = 0;           // factor in RequestRpm
     std::int16_t LinkFailed = 0;  // 0 or -1: time-out, failed open, Cancel, stop of a pit run
+    int MissedReplies = 0;        // time-outs of ReadReply so far, also those that set no flag
     LoggerHeader Header;
 
     // Opens port 1 to 16 at 9600 8N1 and drops what was waiting. A port that does not open is told

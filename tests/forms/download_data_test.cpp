@@ -361,8 +361,10 @@ private slots:
         };
         dialogs().expectInputTitled("New Wheel Diameter", "24.5");
         expectSaved();
+        const std::int32_t before = m_program->state.PeakSpeedRaw;
         inTheForm([] { clickSend(); });
-        QCOMPARE(m_program->state.Config.Wheel, 24.5F);
+        QVERIFY(m_program->state.PeakSpeedRaw > before);
+        QCOMPARE(m_program->state.Config.Wheel, 22.0F); // the typed one was for this download
     }
 
     void aMissingConfigurationIsToldAndTheDownloadGoesOn() {

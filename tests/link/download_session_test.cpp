@@ -8,6 +8,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 namespace kvo::link {
 namespace {
 
@@ -184,8 +186,12 @@ TEST(DownloadSession, ANewWheelHoldsForThisDownloadOnly) {
         "Enter the new Wheel Diameter", "New Wheel Diameter", "25.0", "22.5 inch");
     rig.expectSave();
     rig.click();
-    EXPECT_EQ(rig.state->Config.Wheel, 22.5F);
+    ASSERT_GT(rig.wireWord(900, 7), 0);
+    const double raw = 1 / (rig.wireWord(900, 7) * 4e-06) * 22.5 * 35.69991652;
+    EXPECT_EQ(rig.state->Run.samples[900].SpeedRaw, core::CLng(raw));
     EXPECT_EQ(rig.files.read("/kvo/Kvo.Cfg"), before);
+    // Nor does it get there with a colour or a scale that is saved behind the download.
+    EXPECT_EQ(core::encodeConfig(rig.state->Config), before);
     rig.newForm();
     rig.dialogs.expectBoxTitled("Front Wheel Dimeter", Reply::yes).contains = "( 25.0 )";
     rig.expectSave(" 2 ", "2");
@@ -227,6 +233,23 @@ TEST(DownloadSession, ATitleWithoutANumberComesBack) {
     rig.click();
     EXPECT_EQ(rig.dialogs.problems(), "");
     EXPECT_EQ(indexOf(rig)[0].Description, "Sun 15 Nov 2026 Run: 2 Western Nationals");
+}
+
+TEST(DownloadSession, ARunWithoutAnyPulseIsSavedAsAFlatLine) {
+    DownloadRig rig(25);
+    const Bytes& moving = rig.logger.stream();
+    Bytes stream(moving.size());
+    std::copy_n(moving.begin(), 33, stream.begin()); // the header, and nothing behind it
+    simulator::ModelLogger still(stream);
+    testing::VirtualLine line(still);
+    LoggerLink link(line, line, rig.dialogs, *rig.state);
+    DownloadSession session(link, *rig.state, *rig.view, rig.dialogs, rig.clock, rig.files);
+    rig.expectSave();
+    session.Command_Send_Click();
+    EXPECT_EQ(rig.dialogs.problems(), "");
+    EXPECT_TRUE(rig.files.exists(runPath));
+    EXPECT_EQ(rig.state->PeakSpeedRaw, 0);
+    EXPECT_EQ(rig.state->Run.samples[700].EngineRpm, 0);
 }
 
 TEST(DownloadSession, ALongTitleIsStoredWith130Characters) {
@@ -301,6 +324,19 @@ TEST(DownloadSession, ALostHeaderByteIsAFailureInBothModes) {
     }
 }
 
+// As when it is switched off while the wheel is asked for.
+TEST(DownloadSession, ALoggerThatGreetsAndFallsSilentIsTold) {
+    for (const long byte : {1L, 2L}) {
+        DownloadRig rig(25, true, {Fault::Kind::stopAfter, byte});
+        expectStopped(rig);
+        rig.click();
+        EXPECT_EQ(rig.dialogs.problems(), "") << byte;
+        EXPECT_TRUE(rig.view->unloaded);
+        EXPECT_FALSE(rig.line.portOpen());
+        EXPECT_EQ(rig.view->touchedAfterUnload, 0);
+    }
+}
+
 TEST(DownloadSession, ALostSampleByteEndsTheFastModeAndShiftsTheSafeOne) {
     DownloadRig fast(25, true, {Fault::Kind::drop, 1000});
     expectStopped(fast);
@@ -339,10 +375,9 @@ TEST(DownloadSession, UnpluggedAtAnyByteItEndsWithoutALongWait) {
     for (const bool fast : {true, false}) {
         for (const long byte : {0L, 1L, 2L, 3L, 20L, 34L, 35L, 60L, 88L, 89L, 5000L, 32700L}) {
             DownloadRig rig(25, fast, {Fault::Kind::hangUpAt, byte}, true);
-            // Before the data type is known there is nothing to stop responding.
             if (byte == 0)
                 rig.dialogs.expectBoxTitled("Communications Error");
-            else if (byte > 2)
+            else
                 expectStopped(rig);
             rig.click();
             EXPECT_EQ(rig.dialogs.problems(), "") << byte;
