@@ -18,7 +18,6 @@ using core::RunSample;
 constexpr float hitDistance = 5; // units, the end not included
 
 // --- The switch strip
-// ------------------------------------------------------------------------------
 
 struct SwitchZone {
     core::StatusBit bit;
@@ -54,7 +53,6 @@ std::optional<std::string> switchUnder(
 }
 
 // --- The curves
-// ------------------------------------------------------------------------------------
 
 // Value of a curve at the sample, without smoothing: none where there is none to be hit.
 Reading curveValue(const RunPlace& at, const ChannelFacts& facts) {

@@ -41,11 +41,11 @@ struct TextReading {
 std::optional<double> primaryRatio(const core::RunHeader& header);
 
 // --- Clutch Rpm: one computation for all four, rpm
-// -------------------------------------------------
+
 double clutchRpm(double ratio, std::int16_t engineRpm);
 
 // --- Input Slip, percent
-// ---------------------------------------------------------------------------
+
 Reading slipDrawn(double ratio, std::int16_t engineRpm, std::int16_t inputRpm);
 // Engine and input as numbers, since an average takes them from the labels. "##0.0" or empty.
 std::string slipRead(double ratio, double engineRpm, double inputRpm);
@@ -56,7 +56,7 @@ TextReading slipPrinted(
     const core::RunHeader& header, std::int16_t engineRpm, std::int16_t inputRpm);
 
 // --- Drive Ratio
-// -----------------------------------------------------------------------------------
+
 double ratioDrawn(double ratio, std::int16_t engineRpm, std::int16_t outputRpm);
 // The value label, without R.
 std::string ratioRead(double engineRpm, double outputRpm);
@@ -65,21 +65,21 @@ Reading ratioMouse(double ratio, std::int16_t engineRpm, std::int16_t outputRpm)
 std::string ratioPrinted(std::int16_t engineRpm, std::int16_t outputRpm);
 
 // --- RoCoS
-// ----------------------------------------------------------------------------------------- none
-// outside 13 < i < sampleCount - 13. Also what counts under the mouse.
+
+// None outside 13 < i < sampleCount - 13. Also what counts under the mouse.
 Reading rocosDrawn(const core::RunImage& image, int sampleCount, int i);
 // Text in units of g for 14 <= i < sampleCount - 13, else empty. failed: the text keeps what it
 // was.
 TextReading RoCoS_Cal(const core::RunImage& image, int sampleCount, int i);
 
 // --- Mph
-// -------------------------------------------------------------------------------------------
+
 double mph(std::int32_t speedRaw);
 // The label: "##0.00".
 std::string mphRead(double mph);
 
 // --- Tyre Growth, inches
-// ---------------------------------------------------------------------------
+
 Reading tyreGrowthDrawn(
     std::int32_t speedRaw, std::int16_t outputRpm, const core::RunAnalogBlock& block);
 // The label: "N/A" unless outputRpm is 1 or more and `mphText`, the Mph label, reads above 0.
@@ -90,8 +90,8 @@ Reading tyreGrowthMouse(
     std::int32_t speedRaw, std::int16_t outputRpm, const core::RunAnalogBlock& block);
 
 // --- Analog channels and temperatures
-// -------------------------------------------------------------- The setup of one analog channel of
-// a run, 1 to 8.
+
+// The setup of one analog channel of a run, 1 to 8.
 struct AnalogSetup {
     int type = 0;
     float scale = 0;
