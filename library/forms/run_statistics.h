@@ -39,6 +39,8 @@ public:
     // Form_Load: works everything out and fills the labels.
     void showRun(const GraphTexts& graph);
 
+    void reject() override { BUT_Close_Click(); }
+
     void BUT_Close_Click();
     void Print_Button_Click();
 

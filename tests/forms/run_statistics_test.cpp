@@ -121,6 +121,23 @@ private slots:
         form<Statistics>().showRun(m_texts);
     }
 
+    // Closed by Escape it goes as by its button: no figure of this run is there with the next one.
+    void escapeTakesItAway() {
+        const auto escape = [](QWidget* dialog) { QTest::keyClick(dialog, Qt::Key_Escape); };
+        onModal([&](QWidget* dialog) {
+            QCOMPARE(label("Horsepower"), QStringLiteral("643"));
+            escape(dialog);
+        });
+        form<Statistics>().showRun(m_texts);
+        QVERIFY(!isLoaded<Statistics>());
+        m_texts.Text_ET.clear();
+        onModal([&](QWidget* dialog) {
+            QCOMPARE(label("Horsepower"), QString());
+            escape(dialog);
+        });
+        form<Statistics>().showRun(m_texts);
+    }
+
     void printsAPictureOfItself() {
         onModal([](QWidget*) {
             click("Print_Button");
