@@ -70,7 +70,10 @@ void DataGraph::Mnu_LoadData_Click() {
     const bool chosen =
         form<LoadFile>().choose(QStringLiteral("Load"), QStringLiteral("Load Data File"));
     EnableGraphMenus(true);
-    if (chosen) showChosenRun();
+    if (chosen) return showChosenRun();
+    // A row without a description is no choice either, but its path is taken.
+    if (hasRun()) backToShownRun();
+    enableNeighbours();
 }
 
 void DataGraph::GraphChange_Click(int index) {

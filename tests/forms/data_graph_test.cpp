@@ -22,6 +22,7 @@
 #include <QScrollBar>
 #include <QToolButton>
 
+#include <limits>
 #include <memory>
 
 using namespace kvo;
@@ -604,6 +605,94 @@ private slots:
         command("Mnu_LoadData").trigger();
         QCOMPARE(graph.caption(), caption);
         QVERIFY(!kept().empty());
+    }
+
+    // A row without a description is no choice; what is written next must not go to its file.
+    void rowWithoutADescriptionLeavesTheRunItsFile() {
+        for (const int number : {1, 2}) listModelRun(state(), *m_files, 32, number);
+        auto rows = core::readRunIndex("/kvo/Data/KvoData.Ini", *m_files);
+        rows[1].Description.clear();
+        QVERIFY(core::writeRunIndex("/kvo", rows, *m_files));
+        const auto choose = [](int row) {
+            return [row](QWidget* chooser) {
+                static_cast<LoadFile*>(chooser)->chooseRow(row);
+                pressIn(chooser, "BTN_Ok");
+            };
+        };
+        DataGraph& graph = openByChooser(choose(0));
+        const std::string shown = state().DataFilePath;
+        const auto other = m_files->read("/kvo/Data/" + rows[1].FileName);
+        testing::onModal(choose(1));
+        command("Mnu_LoadData").trigger();
+        QVERIFY(graph.hasRun());
+        QCOMPARE(state().DataFilePath, shown);
+        QCOMPARE(state().InfoFilePath.back(), 'i');
+        m_dialogs->expectBoxTitled("Info", platform::Reply::yes);
+        m_dialogs->expectInputTitled("Graph Time Offset", "100");
+        command("Mnu_TimeOffset").trigger();
+        QVERIFY(m_files->read("/kvo/Data/" + rows[1].FileName) == other);
+        // The chooser's list now stands on its last row.
+        QVERIFY(part<QToolButton>("PreviousData").isEnabled());
+        QVERIFY(!part<QToolButton>("NextData").isEnabled());
+    }
+
+    void neighboursFollowTheListAlsoBehindACancel() {
+        for (const int number : {1, 2, 3}) listModelRun(state(), *m_files, 32, number);
+        openByChooser([](QWidget* chooser) {
+            static_cast<LoadFile*>(chooser)->chooseRow(0);
+            pressIn(chooser, "BTN_Ok");
+        });
+        QVERIFY(!part<QToolButton>("PreviousData").isEnabled());
+        testing::onModal([](QWidget* chooser) {
+            static_cast<LoadFile*>(chooser)->chooseRow(2);
+            pressIn(chooser, "BTN_Cancel");
+        });
+        command("Mnu_LoadData").trigger();
+        QVERIFY(part<QToolButton>("PreviousData").isEnabled());
+        QVERIFY(!part<QToolButton>("NextData").isEnabled());
+        QVERIFY(testing::userClick(&part<QWidget>("PreviousData")).isEmpty());
+        QCOMPARE(QString::fromStdString(state().DataFilePath).right(4), QStringLiteral(".32d"));
+    }
+
+    // Not even the overlay goes.
+    void nothingHappensAtTheEndsOfTheList() {
+        for (const int number : {1, 2}) listModelRun(state(), *m_files, 32, number);
+        DataGraph& graph = openByChooser([](QWidget* chooser) {
+            static_cast<LoadFile*>(chooser)->chooseRow(0);
+            pressIn(chooser, "BTN_Ok");
+        });
+        testing::onModal([](QWidget* chooser) {
+            static_cast<LoadFile*>(chooser)->chooseRow(1);
+            pressIn(chooser, "BTN_Ok");
+        });
+        command("Mnu_Overlay").trigger();
+        const std::string caption = graph.caption();
+        const std::string shown = state().DataFilePath;
+        const std::uint32_t drawnOnce = kept().generation();
+        QTest::mouseClick(&trend(), Qt::LeftButton, {}, place(500, 500));
+        const int cursor = graph.view().CursorSample;
+        graph.activateWindow(); // off-screen nothing gives the focus back behind the chooser
+        QVERIFY(QTest::qWaitForWindowActive(&graph));
+        for (int press = 0; press < 2; ++press) {
+            graph.GraphChange_Click(1);
+            QTest::keyClick(&trend(), Qt::Key_PageDown, Qt::ControlModifier);
+        }
+        QCOMPARE(graph.caption(), caption);
+        QCOMPARE(state().DataFilePath, shown);
+        QCOMPARE(int(state().OverlayLoaded), -1);
+        QCOMPARE(int(graph.view().CursorSample), cursor);
+        QCOMPARE(kept().generation(), drawnOnce);
+        // One back is the run itself, alone.
+        QTest::keyClick(&trend(), Qt::Key_PageUp, Qt::ControlModifier);
+        QCOMPARE(int(state().OverlayLoaded), 0);
+        QCOMPARE(state().DataFilePath, shown);
+        QVERIFY(graph.caption().find("Overlay") == std::string::npos);
+        QVERIFY(!part<QToolButton>("PreviousData").isEnabled());
+        const std::uint32_t drawn = kept().generation();
+        graph.GraphChange_Click(0);
+        QTest::keyClick(&trend(), Qt::Key_PageUp, Qt::ControlModifier);
+        QCOMPARE(kept().generation(), drawn);
+        QCOMPARE(state().DataFilePath, shown);
     }
 
     void deletingTheRunInTheWindowClearsIt() {
