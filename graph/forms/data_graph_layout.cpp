@@ -317,10 +317,7 @@ void DataGraph::applyScaling(int setting, const graph::GraphScaling& scaling) {
     QMenu* menu = menuNamed("Mnu_Scale");
     if (scaling.trend) setTrendSize(*scaling.trend);
     if (scaling.caption) menu->setTitle(QString::fromStdString(*scaling.caption));
-    if (scaling.disableScaleMenu) {
-        menu->menuAction()->setEnabled(false);
-        key("CancelZoom")->setEnabled(true);
-    }
+    if (scaling.disableScaleMenu) menu->menuAction()->setEnabled(false);
     for (int item = graph::scaleFull; item <= graph::scaleCustom; ++item) {
         QAction* action = command(qPrintable(QStringLiteral("Mnu_ScaleItem(%1)").arg(item)));
         action->setChecked(item == setting);
@@ -357,12 +354,14 @@ bool DataGraph::eventFilter(QObject* object, QEvent* event) {
 // The positions of the bars made good again after sizes have changed.
 void DataGraph::reapplyScrollBars() {
     const graph::Size frame{m_frame.width, m_frame.height};
-    const graph::ScrollPlace place =
-        graph::scrollPlace(m_trendSize, frame, HScroll->value(), VScroll->value());
+    const graph::ScrollPlace range = graph::scrollPlace(m_trendSize, frame, 0, 0);
     const QSignalBlocker noHorizontal(HScroll);
     const QSignalBlocker noVertical(VScroll);
-    HScroll->setMaximum(qMax(0, place.hScrollMax));
-    VScroll->setMaximum(qMax(0, place.vScrollMax));
+    HScroll->setMaximum(qMax(0, range.hScrollMax));
+    VScroll->setMaximum(qMax(0, range.vScrollMax));
+    // A bar that has become shorter has taken its value along.
+    const graph::ScrollPlace place =
+        graph::scrollPlace(m_trendSize, frame, HScroll->value(), VScroll->value());
     HScroll->setPageStep(static_cast<int>(toTwips(Frame1->width()) / horizontalStep));
     VScroll->setPageStep(static_cast<int>(toTwips(Frame1->height()) / verticalStep));
     HScroll->setSingleStep(HScroll->pageStep() / 20 + 1);

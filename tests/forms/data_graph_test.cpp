@@ -456,6 +456,49 @@ private slots:
         QVERIFY(!kept().empty());
     }
 
+    // The button is not yet enabled while the first step is drawn, so there is no step to go back.
+    void firstZoomWithoutMemoryGoesBackToTheFullScreen() {
+        testing::storeModelRun(state(), *m_files, 32);
+        state().Config.ScaleCustom = 3;
+        state().Config.CustomScaleLow = 255;
+        state().Config.CustomScaleHigh = 1;
+        openAsItIs({3700, 700}); // 255 of these are in reach, a fifth more is not
+        QVERIFY(trend().surface().usable());
+        QVERIFY(!part<QToolButton>("CancelZoom").isEnabled());
+        m_dialogs->expectBox("There isn't enough video memory to display at this resolution.",
+            critical, "Memory Error");
+        QVERIFY(testing::userClick(&part<QWidget>("ZoomIn")).isEmpty());
+        QCOMPARE(trend().width(), part<QWidget>("Frame1").width());
+        QCOMPARE(part<QMenu>("Mnu_Scale").title(), QStringLiteral("&Graph Scale(Full)  "));
+        QVERIFY(part<QToolButton>("CancelZoom").isEnabled());
+        QVERIFY(testing::userClick(&part<QWidget>("CancelZoom")).isEmpty());
+        QVERIFY(menuEnabled("Mnu_Scale"));
+        QVERIFY(!kept().empty());
+    }
+
+    // The bars are at their ends; a smaller surface takes their places along.
+    void smallerSurfaceLeavesNoGapInItsFrame() {
+        DataGraph& graph = open(32);
+        QTest::mouseClick(&trend(), Qt::LeftButton, {}, place(1360, 500));
+        command("Mnu_ScaleItem(1)").trigger();
+        for (int i = 0; i < 4; ++i) graph.ZoomIn_Click();
+        QScrollBar& along = part<QScrollBar>("HScroll");
+        QScrollBar& down = part<QScrollBar>("VScroll");
+        along.setValue(along.maximum());
+        down.setValue(down.maximum());
+        QVERIFY(testing::userClick(&part<QWidget>("ZoomOut")).isEmpty());
+        const QWidget& frame = part<QWidget>("Frame1");
+        QVERIFY(qAbs(trend().x() + trend().width() - frame.width()) <= 1);
+        QVERIFY(qAbs(trend().y() + trend().height() - frame.height()) <= 1);
+        // A larger window shows more of the same surface.
+        along.setValue(along.maximum());
+        down.setValue(down.maximum());
+        graph.resize(graph.size() + QSize(200, 120));
+        QCoreApplication::processEvents();
+        QVERIFY(trend().x() + trend().width() >= frame.width() - 1);
+        QVERIFY(trend().y() + trend().height() >= frame.height() - 1);
+    }
+
     void aboutComesUpFromTheGraph() {
         open(32);
         testing::onModal([](QWidget* about) { pressIn(about, "Command1"); });
