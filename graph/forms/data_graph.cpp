@@ -57,11 +57,11 @@ void DataGraph::Form_Load() {
     state.ImportMode = 0; // is GraphDirty here
     m_view.LoadingBar = 0;
     enableRunCommands(false);
-    clearOverlay(); // one of an earlier window may still be in memory
+    state.OverlayLoaded = 0; // one of an earlier window may still be in memory
     Resolution_Change(state.Config.G_Res);
     Change_Colour();
     ChanaleEnable();
-    const bool fahrenheit = state.Config.Exhaust != 0;
+    const bool fahrenheit = state.Config.Exhaust == flagOn;
     if (!fahrenheit) Label15->setText(QStringLiteral("Exhaust Temps Deg C"));
     ShowChannelsForType(state.Config.LoggerDataType);
     const bool runInMemory = state.IndexNoSort == flagOn;

@@ -2,6 +2,7 @@
 // cursor, colours, sizes, zoom, and what a close leaves.
 #include "core/config.h"
 #include "core/run_file.h"
+#include "core/run_index.h"
 #include "core/run_info.h"
 #include "graph/forms/data_graph.h"
 #include "library/forms/load_file.h"
@@ -200,6 +201,39 @@ private slots:
         DataGraph& graph = openAsItIs();
         QVERIFY(!graph.hasRun());
         QCOMPARE(int(state().SampleCount), 0);
+    }
+
+    void captionsAsTheWindowOpens() {
+        open(32);
+        QCOMPARE(command("Mnu_Overlay").text(), QStringLiteral("&Overlay Data File"));
+        QCOMPARE(part<QToolButton>("OverlayData").text(), QStringLiteral("Overlay"));
+        QCOMPARE(text("Label15"), QStringLiteral("Exhaust Temps Deg C"));
+        QCOMPARE(command("GraphChange(0)").text(), QStringLiteral("<<<<"));
+        QCOMPARE(command("GraphChange(1)").text(), QStringLiteral(">>>>"));
+    }
+
+    // The heading names the unit of the values below it, whatever number the file holds.
+    void exhaustsAreNamedByTheirUnit_data() {
+        QTest::addColumn<int>("flag");
+        QTest::addColumn<QString>("heading");
+        QTest::addColumn<int>("degrees");
+        QTest::newRow("C") << 0 << QStringLiteral("Exhaust Temps Deg C") << 400;
+        QTest::newRow("F") << -1 << QStringLiteral("Exhaust Temps Deg F") << 752;
+        QTest::newRow("neither") << 1 << QStringLiteral("Exhaust Temps Deg C") << 400;
+    }
+
+    void exhaustsAreNamedByTheirUnit() {
+        QFETCH(int, flag);
+        QFETCH(QString, heading);
+        QFETCH(int, degrees);
+        testing::storeModelRun(state(), *m_files, 32);
+        state().Config.Exhaust = static_cast<std::int16_t>(flag);
+        state().Run.samples[160].Exhaust[1] = 100;
+        state().SaveMode = -1;
+        QVERIFY(core::SaveRun(state(), *m_files));
+        openAsItIs();
+        QCOMPARE(text("Label15"), heading);
+        QCOMPARE(text("Exhaust(1)").toInt(), degrees);
     }
 
     void toggleSwitchesAChannel() {
@@ -612,6 +646,53 @@ private slots:
         QVERIFY(!text("Rpm").isEmpty());
     }
 
+    void rowsOfZerosAndNumbersThatAreNone() {
+        testing::storeModelRun(state(), *m_files, 25);
+        for (core::RunSample& row : state().Run.samples) row = {};
+        const float none = std::numeric_limits<float>::quiet_NaN();
+        state().Run.analog.CrownTeeth = 0;
+        state().Run.analog.PinionTeeth = 10;
+        state().Run.analog.RearWheelDiameter = none;
+        state().Run.analog.AnalogScale.fill(none);
+        state().Run.setup.GearRatio.fill(none);
+        state().Config.Text_Magnify.fill(255);
+        state().SaveMode = -1;
+        QVERIFY(core::SaveRun(state(), *m_files));
+        openAsItIs();
+        for (const float y : {1.0F, 3.0F, 200.0F, 1090.0F})
+            QTest::mouseMove(&trend(), place(600, y));
+        QTest::mousePress(&trend(), Qt::RightButton, {}, place(100, 700));
+        QTest::mouseRelease(&trend(), Qt::RightButton, {}, place(900, 400));
+        QTest::mouseClick(&trend(), Qt::LeftButton, {}, place(600, 500));
+        QCOMPARE(text("Rpm"), QStringLiteral("0"));
+        QCOMPARE(text("Ratio"), QString());
+        QCOMPARE(text("Slip"), QString());
+        QCOMPARE(text("Tyre_Growth"), QStringLiteral("N/A"));
+        state().Run.tail.GearCount = 1;
+        m_dialogs->expectBoxTitled("Info", platform::Reply::yes);
+        m_dialogs->expectBoxTitled("Info", platform::Reply::yes);
+        command("Mnu_RedoClutch").trigger();
+        QVERIFY(!m_dialogs->hourglass());
+    }
+
+    // Rows that are not in the file are rows of zeros, also behind the last that the type has.
+    void shortFileShowsWhatItHolds() {
+        testing::storeModelRun(state(), *m_files, 32);
+        auto bytes = m_files->read(state().DataFilePath);
+        QVERIFY(bytes.has_value());
+        bytes->resize(84 * 300);
+        m_files->put(state().DataFilePath, *bytes);
+        state().Run = {};
+        state().Run.header.BasketGearTeeth = 1;
+        openAsItIs();
+        QCOMPARE(int(state().SampleCount), 1360);
+        QTest::mouseClick(&trend(), Qt::LeftButton, {}, place(1359, 500));
+        QCOMPARE(text("Rpm"), QStringLiteral("0"));
+        QTest::mouseMove(&trend(), place(1300, 600));
+        command("Resolution(1)").trigger();
+        QVERIFY(!kept().empty());
+    }
+
     void chooserOpensARunAndTheKeysGoThroughItsList() {
         for (const int number : {1, 2, 3}) listModelRun(state(), *m_files, 32, number);
         DataGraph& graph = openByChooser([](QWidget* chooser) {
@@ -791,6 +872,21 @@ private slots:
         QTest::mouseRelease(&trend(), Qt::RightButton, {}, place(1361, 700));
         QCOMPARE(m_dialogs->beeps(), 1);
         QCOMPARE(text("LoggerTime"), time);
+    }
+
+    // The mean of a stretch without a width is a division by nothing: no label changes.
+    void clickOfTheRightButtonAveragesNothing() {
+        open(32);
+        const QString rpm = text("Rpm");
+        const QString mph = text("Mph");
+        QTest::mouseClick(&trend(), Qt::RightButton, {}, place(600, 700));
+        QCOMPARE(text("Rpm"), rpm);
+        QCOMPARE(text("Mph"), mph);
+        QCOMPARE(m_dialogs->beeps(), 0);
+        QTest::mouseClick(&trend(), Qt::LeftButton, {}, place(300, 700));
+        QCOMPARE(trend().surface().upper().size(), 1U);
+        QCOMPARE(text("Rpm"),
+            QString::number(state().Run.samples[form<DataGraph>().view().CursorSample].EngineRpm));
     }
 
     void overlayLiesOnTheRunAndGoesAgain() {
