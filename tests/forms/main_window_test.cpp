@@ -410,12 +410,17 @@ private slots:
 
     void theMainWindowTakesTheProgramAlong_data() {
         QTest::addColumn<bool>("byMenu");
-        QTest::newRow("Exit") << true;
-        QTest::newRow("close") << false;
+        QTest::addColumn<bool>("othersFirst");
+        QTest::newRow("Exit") << true << false;
+        QTest::newRow("close") << false << false;
+        QTest::newRow("Exit, with other windows in the memory") << true << true;
+        QTest::newRow("close, with other windows in the memory") << false << true;
     }
     void theMainWindowTakesTheProgramAlong() {
         QFETCH(bool, byMenu);
+        QFETCH(bool, othersFirst);
         VrnWin32& window = shownWindow();
+        if (othersFirst) openingADataFileTakesTheMainWindowsPlace();
         m_program->state.AppFolder = QDir::tempPath().toStdString();
         QTimer::singleShot(0, &window, [byMenu, &window] {
             if (byMenu)
