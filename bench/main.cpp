@@ -1,4 +1,5 @@
 // kvo_bench [PART...]: measures and prints one table; exit 1 when a goal is missed.
+#include "bench/first_paint.h"
 #include "bench/parts.h"
 
 #include <algorithm>
@@ -15,13 +16,15 @@
 
 int main(int argc, char** argv) {
 #ifdef KVO_WITH_QT
+    if (const auto starter = kvo::bench::askedStart(argc, argv))
+        return kvo::bench::runStart(*starter, argc, argv);
     const QApplication application(argc, argv);
 #endif
     std::setlocale(LC_NUMERIC, "C");
     using namespace kvo::bench;
     const std::vector<std::pair<std::string, std::function<void(Table&)>>> parts{
         {"files", measureFiles}, {"index", measureIndex}, {"graph", measureGraph},
-        {"download", measureDownload}};
+        {"window", measureWindow}, {"download", measureDownload}};
     const std::vector<std::string> wanted(argv + 1, argv + argc);
     const auto isNamed = [&](const std::string& name) {
         return std::find(wanted.begin(), wanted.end(), name) != wanted.end();
