@@ -1,9 +1,11 @@
 #include "graph/tools.h"
 
 #include "core/basic/numbers.h"
+#include "core/data_types.h"
 #include "core/run_file.h"
 #include "graph/view.h"
 
+#include <cstdint>
 #include <optional>
 #include <string>
 
@@ -147,10 +149,16 @@ std::optional<std::int16_t> askOffset(const SharedState& state, Dialogs& dialogs
     }
 }
 
+// The window shows a fresh run of the longest types with fewer samples than its file has rows. The
+// file keeps them all: a reader looks for the blocks behind the last row of the type.
 void writeRun(SharedState& state, platform::Files& files, ToolResult& result) {
     state.SaveMode = -1;
     result.changed = true;
+    const std::uint16_t shown = state.SampleCount;
+    const auto facts = core::dataTypeFacts(state.DataType);
+    if (facts && facts->rows > shown) state.SampleCount = static_cast<std::uint16_t>(facts->rows);
     result.written = core::SaveRun(state, files);
+    state.SampleCount = shown;
 }
 
 } // namespace

@@ -965,6 +965,29 @@ private slots:
         QVERIFY(graph.hasRun());
     }
 
+    // A fresh run of this type shows fewer samples than its file has rows; they stay, and so does
+    // what lies behind them.
+    void longestRunKeepsItsLastRows() {
+        open(12);
+        QCOMPARE(int(state().SampleCount), 2441);
+        const std::string file = state().DataFilePath;
+        const auto before = m_files->read(file);
+        state().Run.analog.RearWheelDiameter = 31.5F;
+        m_dialogs->expectBoxTitled("Info", platform::Reply::yes);
+        m_dialogs->expectInputTitled("Graph Time Offset", "100");
+        command("Mnu_TimeOffset").trigger();
+        QCOMPARE(int(state().SampleCount), 2441);
+        core::SharedState again;
+        again.AppFolder = "/kvo";
+        again.DataFilePath = file;
+        core::NoRunLoadView view;
+        core::LoadRun(again, "again", *m_files, *m_dialogs, view);
+        QCOMPARE(int(again.Run.tail.TimeOffset), 260);
+        QCOMPARE(again.Run.analog.RearWheelDiameter, 31.5F);
+        QCOMPARE(m_files->read(file)->size(), before->size());
+        for (int i = 2430; i <= 2520; ++i) QVERIFY(again.Run.samples[i] == state().Run.samples[i]);
+    }
+
     void clutchIsDerivedAnew() {
         open(25);
         state().Run.tail.GearCount = 1;
