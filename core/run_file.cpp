@@ -232,6 +232,11 @@ void LoadOverlayRun(SharedState& state, const std::string& chosenName, const pla
     repairTimeOffset(state.Overlay.tail, state.OverlayDataType);
 }
 
+void ReadHeaderLine(SharedState& state, const platform::Files& files) {
+    const auto file = files.read(rightTrimmed(state.DataFilePath));
+    if (file) keepOnFailure(state.RunHeaderLine, decodeHeaderLine(runRecord(*file, 1)));
+}
+
 platform::WriteResult SaveRun(SharedState& state, platform::Files& files) {
     const std::string folder = dataFolder(state.AppFolder, files);
     // A run that the user saves elsewhere must not fail for want of the program's own folder.

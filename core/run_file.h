@@ -39,6 +39,8 @@ void LoadRun(SharedState& state, const std::string& chosenName, const platform::
 // The same for the overlay image. SampleCount, PeakSpeedRaw and RunHeaderLine stay.
 void LoadOverlayRun(SharedState& state, const std::string& chosenName, const platform::Files& files,
     platform::Dialogs& dialogs, RunLoadView& view);
+// Reads the header line of state.DataFilePath into RunHeaderLine, which stays where there is none.
+void ReadHeaderLine(SharedState& state, const platform::Files& files);
 // Writes the main run to state.DataFilePath (SaveMode 0: a fresh run that takes the setup of the
 // configuration and prepares RunIndexBuffer(1); -1: a changed run). On failure nothing on disk has
 // changed and the run is still in memory.

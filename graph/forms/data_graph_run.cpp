@@ -113,10 +113,12 @@ void DataGraph::clearOverlay() {
     m_view.RocosFromOverlay = 0;
 }
 
-// The chooser leaves its own choice in the state; what is written goes to the run in the window.
+// The chooser leaves its own choice in the state, and the header line of a run that it has renamed;
+// what is written goes to the run in the window, under its own header.
 void DataGraph::backToShownRun() {
     core::state().DataFilePath = m_shownFile;
     core::state().InfoFilePath = m_shownInfo;
+    core::ReadHeaderLine(core::state(), *platform::services().files);
 }
 
 // --- The overlay
@@ -140,7 +142,6 @@ void DataGraph::unloadOverlay() {
     clearOverlay();
     enableTools(true);
     cutOverlayCaption();
-    for (int n = 1; n <= 8; ++n) setAnalogCaption(n, core::state().Run.setup.AnalogName[n]);
     DrawTrend();
 }
 
@@ -167,8 +168,9 @@ void DataGraph::loadOverlay(const std::string& chosenName) {
     TimeLine();
 }
 
-// The caption up to the four blanks in front of the word.
+// The caption up to the four blanks in front of the word; the analogs bear the run's names again.
 void DataGraph::cutOverlayCaption() {
+    for (int n = 1; n <= 8; ++n) setAnalogCaption(n, core::state().Run.setup.AnalogName[n]);
     const std::size_t place = m_caption.find("Overlay");
     if (place != std::string::npos && place >= 4) setCaption(m_caption.substr(0, place - 4));
 }

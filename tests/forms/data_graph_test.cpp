@@ -760,6 +760,41 @@ private slots:
         QVERIFY(!part<QToolButton>("NextData").isEnabled());
     }
 
+    // Renaming a run reads its header line; what is written next must not go out under it.
+    void renamingAnotherRunLeavesTheOneInTheWindowItsHeader() {
+        listModelRun(state(), *m_files, 32, 1);
+        listModelRun(state(), *m_files, 25, 2);
+        const auto rename = [this](int at, const char* title) {
+            m_dialogs->expectInputTitled("Edit File Description", title);
+            testing::onModal([at](QWidget* chooser) {
+                static_cast<LoadFile*>(chooser)->chooseRow(at);
+                QTest::keyClick(&control<QWidget>(*chooser, "Files_List"), Qt::Key_F2);
+                pressIn(chooser, "BTN_Cancel");
+            });
+            command("Mnu_LoadData").trigger();
+        };
+        openByChooser([](QWidget* chooser) {
+            static_cast<LoadFile*>(chooser)->chooseRow(1);
+            pressIn(chooser, "BTN_Ok");
+        });
+        const std::string file = state().DataFilePath;
+        QCOMPARE(int(state().DataType), 32);
+        rename(0, "7 Another");
+        m_dialogs->expectBoxTitled("Info", platform::Reply::yes);
+        m_dialogs->expectInputTitled("Graph Time Offset", "100");
+        command("Mnu_TimeOffset").trigger();
+        core::SharedState again;
+        core::NoRunLoadView view;
+        again.DataFilePath = file;
+        core::LoadRun(again, "again", *m_files, *m_dialogs, view);
+        QCOMPARE(int(again.DataType), 32);
+        // Its own new name it keeps.
+        rename(1, "8 Its own");
+        QVERIFY(state().RunHeaderLine.find("8 Its own") != std::string::npos);
+        rename(0, "9 Another");
+        QVERIFY(state().RunHeaderLine.find("8 Its own") != std::string::npos);
+    }
+
     void neighboursFollowTheListAlsoBehindACancel() {
         for (const int number : {1, 2, 3}) listModelRun(state(), *m_files, 32, number);
         openByChooser([](QWidget* chooser) {
@@ -931,6 +966,9 @@ private slots:
     void overlayOfAnotherTypeIsAskedFor() {
         listModelRun(state(), *m_files, 32, 1);
         listModelRun(state(), *m_files, 25, 2);
+        state().Run.setup.AnalogName[1] = "Other   ";
+        state().SaveMode = -1;
+        QVERIFY(core::SaveRun(state(), *m_files));
         DataGraph& graph = openByChooser([](QWidget* chooser) {
             static_cast<LoadFile*>(chooser)->chooseRow(1);
             pressIn(chooser, "BTN_Ok");
@@ -947,6 +985,7 @@ private slots:
         QCOMPARE(int(state().OverlayLoaded), 0);
         QCOMPARE(graph.caption(), caption);
         QVERIFY(command("Mnu_TimeOffset").isEnabled());
+        QCOMPARE(part<ChannelToggle>("Text_Analog(1)").caption().trimmed(), QStringLiteral("Oil"));
     }
 
     void timeZeroIsMovedAndWritten() {
