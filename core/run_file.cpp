@@ -188,7 +188,13 @@ void LoadRun(SharedState& state, const std::string& chosenName, const platform::
         return reject(state, dialogs, "File no Found                  \n" + path, missingStyle);
     }
     view.setCaption("Data File: " + rightTrimmed(chosenName));
-    keepOnFailure(state.RunHeaderLine, decodeHeaderLine(runRecord(*file, 1)));
+    // A file without any record counts as having an empty first one, so that it never passes for
+    // the run that was loaded before it.
+    if (file->empty()) {
+        state.RunHeaderLine.clear();
+    } else {
+        keepOnFailure(state.RunHeaderLine, decodeHeaderLine(runRecord(*file, 1)));
+    }
     state.DataType = typeInFront(state.RunHeaderLine);
     const auto facts = dataTypeFacts(state.DataType);
     if (!facts || facts->rows == 0) {
