@@ -307,8 +307,9 @@ void DataGraph::ArrangeGraph() {
 }
 
 void DataGraph::Graph_scale(int setting, double factor) {
-    // A zoom that was stored has no size to grow from when the window opens.
-    if (m_trendSize.width <= 0) setTrendSize({formSize().width, m_roomHeight * 15.0});
+    // A zoom that was stored has no size to grow from while the window opens and finds its own.
+    if (m_trendSize.width <= 0 || (!m_settled && setting == graph::scaleZoomed))
+        setTrendSize({formSize().width, toTwips(m_roomHeight) * 1.0});
     applyScaling(setting, graph::Graph_scale(setting, formSize(),
                               innerSize(setting != graph::scaleFull), m_trendSize, factor));
 }

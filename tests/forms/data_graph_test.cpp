@@ -478,6 +478,20 @@ private slots:
         QVERIFY(!part<QToolButton>("CancelZoom").isEnabled());
     }
 
+    // The configuration of a zoomed window was saved: there is no size to go on from.
+    void storedZoomOpensOnTheWholeFrame() {
+        testing::storeModelRun(state(), *m_files, 32);
+        state().Config.ScaleCustom = 4;
+        openAsItIs();
+        const QWidget& frame = part<QWidget>("Frame1");
+        QVERIFY(trend().width() >= frame.width());
+        QVERIFY(trend().height() >= frame.height());
+        QVERIFY(!menuEnabled("Mnu_Scale"));
+        QVERIFY(testing::userClick(&part<QWidget>("CancelZoom")).isEmpty());
+        QCOMPARE(trend().width(), frame.width());
+        QVERIFY(menuEnabled("Mnu_Scale"));
+    }
+
     void surfaceWithoutMemoryGoesBackAStep() {
         DataGraph& graph = open(32);
         graph.ZoomIn_Click();
