@@ -55,8 +55,10 @@ platform::WriteResult retitleRunFile(const std::string& appFolder, const std::st
     std::string_view newText, std::string& runHeaderLine, platform::Files& files) {
     auto file = files.read(path);
     if (!file) return {false, path + " cannot be read."};
-    if (const auto line = core::decodeHeaderLine(core::runRecord(*file, 1))) runHeaderLine = *line;
-    runHeaderLine = retitled(runHeaderLine, newText);
+    // The line in the state may be that of another run, even of another data type.
+    const auto line = core::decodeHeaderLine(core::runRecord(*file, 1));
+    if (!line) return {false, path + " has no header line."};
+    runHeaderLine = retitled(*line, newText);
     core::ByteWriter record;
     core::encodeHeaderLine(record, runHeaderLine);
     record.fillTo(core::runRecordWidth);

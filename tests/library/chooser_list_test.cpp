@@ -169,6 +169,20 @@ TEST_F(ChooserList, aRefusedEditChangesNothing) {
         "25 VRN23 Ver 1.3 128k Serial No 7  Date:Sun 15 Nov 2026 Run: 2 Second#");
 }
 
+TEST_F(ChooserList, aFileWithoutAHeaderLineTakesNoneOfAnotherRun) {
+    const platform::Bytes damaged(core::runRecordWidth, 0xFF); // a length past the record
+    for (const platform::Bytes& content : {damaged, platform::Bytes{}}) {
+        files.put("/kvo/Data/26111515.10d", content);
+        std::string line = "32 VRN32 Ver 1.3 128k Serial No 7  Date:Mon Run: 1 Third#";
+        const std::string before = line;
+        const auto result = editDescription(folder, rows, 1, "5 Semi final", line, files);
+        EXPECT_FALSE(result);
+        EXPECT_EQ(result.message, "/kvo/Data/26111515.10d has no header line.");
+        EXPECT_EQ(line, before);
+        EXPECT_EQ(files.read("/kvo/Data/26111515.10d"), content);
+    }
+}
+
 TEST_F(ChooserList, anIndexThatCannotBeWrittenLeavesTheRow) {
     files.failWrites("/kvo/Data", testing::MemoryFiles::Failure::readOnly);
     std::string line;
