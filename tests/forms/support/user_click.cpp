@@ -60,7 +60,9 @@ void markServed(QWidget* modal) {
 }
 
 constexpr int tickMs = 5;
-constexpr int scriptMs = 20000;
+// Long enough for a whole transfer on a machine that builds at the same time; what hangs is ended by
+// it all the same.
+constexpr int scriptMs = 150000;
 
 void complain(const QString& text) {
     driver().complaints << text;

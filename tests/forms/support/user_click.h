@@ -19,7 +19,7 @@ QString userClick(
 // Runs `script` once, inside the next modal dialog that comes up. A script that leaves its dialog
 // open, or that never gets one, is reported by modalComplaints() and the dialog is closed, so that
 // a test never hangs.
-void onModal(std::function<void(QWidget*)> script, int timeoutMs = 5000);
+void onModal(std::function<void(QWidget*)> script, int timeoutMs = 120000);
 
 // The next message box must have this title; its button is clicked. Text and buttons of it can be
 // read by `look` before.
