@@ -4,7 +4,7 @@
 #include "bench/silent_dialogs.h"
 #include "bench/timing.h"
 #include "core/config.h"
-#include "core/forms/start.h"
+#include "mainwin/start.h"
 #include "platform/os/os_files.h"
 #include "platform/qt/application.h"
 #include "platform/services.h"

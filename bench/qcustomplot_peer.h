@@ -1,6 +1,6 @@
 #pragma once
 // The same curves through QCustomPlot, where it is on the machine.
-#include "platform/surface.h"
+#include "platform/draw/surface.h"
 
 #include <functional>
 #include <vector>

@@ -1,6 +1,6 @@
 #include "bench/run.h"
 
-#include "graph/channels.h"
+#include "channels/channels.h"
 
 #include <cmath>
 #include <cstdlib>
@@ -57,9 +57,9 @@ void fillRun(core::SharedState& state, int dataType, int rows, bool switches) {
     state.Config.MaxRpm = 4;
     state.Config.G_Res = 1;
     state.Config.GraphBackColour = 0;
-    for (int channel = 0; channel < graph::channelCount; ++channel) {
-        graph::visibleFlag(state.Config, channel) = -1;
-        graph::colourField(state.Config, channel) = 0x404040 + channel * 0x070503;
+    for (int channel = 0; channel < channels::channelCount; ++channel) {
+        channels::visibleFlag(state.Config, channel) = -1;
+        channels::colourField(state.Config, channel) = 0x404040 + channel * 0x070503;
     }
 }
 

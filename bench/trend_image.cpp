@@ -1,7 +1,7 @@
 #include "bench/trend_image.h"
 
-#include "graph/scenery.h"
-#include "platform/qt/picture_image.h"
+#include "graph/grid.h"
+#include "platform/qt/display_list_image.h"
 
 #include <QColor>
 #include <QPainter>
@@ -10,7 +10,7 @@ namespace kvo::bench {
 void TrendImage::Surface::polyline(
     std::span<const platform::Point> points, platform::Colour colour) {
     if (keeps) curves.emplace_back(points.begin(), points.end());
-    PictureSurface::polyline(points, colour);
+    DisplayListSurface::polyline(points, colour);
 }
 
 TrendImage::TrendImage(core::SharedState& state, int widthPx, int heightPx)
@@ -43,7 +43,7 @@ void TrendImage::drawBars() {
 
 void TrendImage::paint() {
     const platform::PixelRect area{0, 0, m_image.width(), m_image.height()};
-    const platform::Picture& picture = m_surface.kept();
+    const platform::DisplayList& picture = m_surface.kept();
     platform_qt::paintOperations({&m_image, area}, area, picture, 0, picture.size(),
         {m_image.width(), m_image.height(), 1}, 1);
 }

@@ -3,7 +3,7 @@
 #include "bench/qcustomplot_peer.h"
 #include "core/shared_state.h"
 #include "graph/drawing.h"
-#include "platform/picture.h"
+#include "platform/draw/display_list.h"
 
 #include <QImage>
 #include <QRect>
@@ -31,7 +31,7 @@ public:
 
 private:
     // Keeps the curves too, so that others can draw the same.
-    class Surface : public platform::PictureSurface {
+    class Surface : public platform::DisplayListSurface {
     public:
         void polyline(std::span<const platform::Point> points, platform::Colour colour) override;
         bool keeps = true;

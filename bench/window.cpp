@@ -12,7 +12,7 @@
 #include "library/forms/load_file.h"
 #include "platform/os/os_files.h"
 #include "platform/qt/form_kit.h"
-#include "platform/qt/trend_widget.h"
+#include "platform/qt/surface_widget.h"
 #include "platform/services.h"
 
 #include <QApplication>

@@ -84,7 +84,7 @@ struct AppConfig {
     std::array<std::uint8_t, 25> ComboScale{}; // graph units
     std::array<std::uint8_t, 25> Text_Magnify{};
     FromOne<std::int16_t, 8> AnalogRangeLow;
-    std::array<std::uint8_t, 25> SmoothOption{}; // in an order of its own: see graph/channels.h
+    std::array<std::uint8_t, 25> SmoothOption{}; // in an order of its own: see channels/channels.h
     std::array<std::int16_t, 2> CheckBits{};     // safe, fast download mode
     friend bool operator==(const AppConfig&, const AppConfig&) = default;
 };

@@ -2,8 +2,8 @@
 
 #include "core/backup.h"
 #include "core/basic/byte_writer.h"
+#include "core/basic/format.h"
 #include "core/basic/numbers.h"
-#include "core/basic/pictures.h"
 #include "core/paths.h"
 
 #include <algorithm>

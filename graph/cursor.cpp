@@ -1,14 +1,16 @@
 #include "graph/cursor.h"
 
+#include "channels/derived.h"
+#include "core/basic/format.h"
 #include "core/basic/numbers.h"
-#include "core/basic/pictures.h"
 #include "graph/curves.h"
-#include "graph/derived.h"
 
 #include <array>
 #include <cmath>
 
 namespace kvo::graph {
+
+using namespace channels;
 namespace {
 
 using core::CStr;

@@ -1,9 +1,9 @@
 #pragma once
 // The pointer and the keys over the surface: how far a key moves the time line, and the name and
 // value of the curve that lies under the pointer.
+#include "channels/sample_place.h"
 #include "core/shared_state.h"
 #include "graph/read_outs.h"
-#include "graph/run_place.h"
 #include "graph/view.h"
 
 #include <functional>

@@ -1,13 +1,15 @@
 #include "graph/curves.h"
 
-#include "graph/channels.h"
-#include "graph/derived.h"
+#include "channels/channels.h"
+#include "channels/derived.h"
 
 #include <cmath>
 #include <cstdint>
 #include <limits>
 
 namespace kvo::graph {
+
+using namespace channels;
 namespace {
 
 using core::AppConfig;

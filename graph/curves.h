@@ -3,7 +3,7 @@
 // formula, to points in the scale of Trend.
 #include "core/config_record.h"
 #include "core/records.h"
-#include "platform/surface.h"
+#include "platform/draw/surface.h"
 
 #include <optional>
 #include <vector>

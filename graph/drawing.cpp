@@ -1,6 +1,8 @@
 #include "graph/drawing.h"
 
 namespace kvo::graph {
+
+using namespace channels;
 namespace {
 
 using core::AppConfig;

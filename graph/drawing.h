@@ -4,9 +4,9 @@
 // the routines of TrendDrawing walk them onto a surface.
 #include "core/shared_state.h"
 #include "graph/curves.h"
-#include "graph/scenery.h"
+#include "graph/grid.h"
 #include "graph/view.h"
-#include "platform/surface.h"
+#include "platform/draw/surface.h"
 
 #include <cstdint>
 #include <string>
@@ -54,29 +54,6 @@ public:
     // The Draw or ODraw routine of a channel, 0 to 24.
     void drawChannel(int channel);
     void drawOverlayChannel(int channel);
-
-    void DrawEngine() { drawChannel(engineChannel); }
-    void DrawClutch() { drawChannel(clutchChannel); }
-    void DrawInput() { drawChannel(inputChannel); }
-    void DrawPinion() { drawChannel(outputChannel); }
-    void DrawMph() { drawChannel(mphChannel); }
-    void DrawSlip() { drawChannel(slipChannel); }
-    void DrawRatio() { drawChannel(ratioChannel); }
-    void DrawRoCoS() { drawChannel(rocosChannel); }
-    void DrawTyreGrowth() { drawChannel(tyreGrowthChannel); }
-    void DrawAnalog(int n) { drawChannel(analogChannel(n)); }
-    void DrawExhaust(int n) { drawChannel(exhaustChannel(n)); }
-    void ODrawEngine() { drawOverlayChannel(engineChannel); }
-    void ODrawClutch() { drawOverlayChannel(clutchChannel); }
-    void ODrawInput() { drawOverlayChannel(inputChannel); }
-    void ODrawPinion() { drawOverlayChannel(outputChannel); }
-    void ODrawMph() { drawOverlayChannel(mphChannel); }
-    void ODrawSlip() { drawOverlayChannel(slipChannel); }
-    void ODrawRatio() { drawOverlayChannel(ratioChannel); }
-    void ODrawRoCoS() { drawOverlayChannel(rocosChannel); }
-    void ODrawTyreGrowth() { drawOverlayChannel(tyreGrowthChannel); }
-    void ODrawAnalog(int n) { drawOverlayChannel(analogChannel(n)); }
-    void ODrawExhaust(int n) { drawOverlayChannel(exhaustChannel(n)); }
 
 private:
     void applyMagnifyDefault(int channel);

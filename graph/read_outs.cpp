@@ -1,13 +1,15 @@
 #include "graph/read_outs.h"
 
+#include "channels/derived.h"
+#include "channels/sample_place.h"
+#include "core/basic/format.h"
 #include "core/basic/numbers.h"
-#include "core/basic/pictures.h"
-#include "graph/derived.h"
-#include "graph/run_place.h"
 
 #include <optional>
 
 namespace kvo::graph {
+
+using namespace channels;
 namespace {
 
 using core::CStr;

@@ -1,10 +1,10 @@
 #pragma once
 // GraphView, the state of the graph window, and the plain rules of the window: what a data type
 // decides, which labels show, captions, and the colours that a new background forces.
+#include "channels/channels.h"
 #include "core/basic/from_one.h"
 #include "core/config_record.h"
-#include "graph/channels.h"
-#include "platform/colour.h"
+#include "platform/draw/colour.h"
 
 #include <array>
 #include <cstdint>
@@ -77,7 +77,7 @@ ResolutionChoice Resolution_Change(int step);
 // What Change_Colour makes of a background: all colours after it, the channels that were repaired
 // in the order of the routine, and whether a switch colour fell to white.
 struct ColourChange {
-    std::array<std::int32_t, channelCount> colours{};
+    std::array<std::int32_t, channels::channelCount> colours{};
     std::vector<int> repaired;
     std::int32_t switchDyna = 0;
     std::int32_t switchShift = 0;

@@ -1,8 +1,8 @@
 #include "library/statistics.h"
 
+#include "channels/derived.h"
+#include "core/basic/format.h"
 #include "core/basic/numbers.h"
-#include "core/basic/pictures.h"
-#include "graph/derived.h"
 
 #include <algorithm>
 
@@ -129,14 +129,14 @@ StatisticsRow numberRow(const ChannelStatistics& channel) {
 }
 
 std::string analogText(
-    const graph::AnalogSetup& setup, int raw, int exhaustUnit, std::string& picture) {
+    const channels::AnalogSetup& setup, int raw, int exhaustUnit, std::string& picture) {
     constexpr int temperatureKind = 1;
-    if (setup.type == temperatureKind) return core::Str(graph::temperature(raw, exhaustUnit));
-    const graph::TextReading reading = graph::analogRead(setup, raw, exhaustUnit, picture);
+    if (setup.type == temperatureKind) return core::Str(channels::temperature(raw, exhaustUnit));
+    const channels::TextReading reading = channels::analogRead(setup, raw, exhaustUnit, picture);
     return reading.hasText() ? reading.text : "";
 }
 
-StatisticsRow analogRow(const ChannelStatistics& channel, const graph::AnalogSetup& setup,
+StatisticsRow analogRow(const ChannelStatistics& channel, const channels::AnalogSetup& setup,
     int exhaustUnit, std::string& picture) {
     return {analogText(setup, channel.Min, exhaustUnit, picture),
         analogText(setup, channel.Max, exhaustUnit, picture),
@@ -144,7 +144,7 @@ StatisticsRow analogRow(const ChannelStatistics& channel, const graph::AnalogSet
 }
 
 StatisticsRow temperatureRow(const ChannelStatistics& channel, int exhaustUnit) {
-    const auto text = [&](int raw) { return core::Str(graph::temperature(raw, exhaustUnit)); };
+    const auto text = [&](int raw) { return core::Str(channels::temperature(raw, exhaustUnit)); };
     return {text(channel.Min), text(channel.Max), channel.Ave ? text(*channel.Ave) : "", true};
 }
 
@@ -169,12 +169,13 @@ RunStatistics Cal(const core::RunImage& run, int sampleCount, int dataType, int 
 StatisticsTexts statisticsTexts(const RunStatistics& statistics, const core::RunImage& run,
     int dataType, int exhaustUnit, std::string& picture) {
     StatisticsTexts texts;
-    texts.Mph_Max = graph::mphRead(graph::mph(statistics.PeakSpeed));
+    texts.Mph_Max = channels::mphRead(channels::mph(statistics.PeakSpeed));
     texts.Rpm = numberRow(statistics.Rpm);
     texts.Input = numberRow(statistics.Input);
     texts.Pinion = numberRow(statistics.Pinion);
     for (int c = 1; c <= 8; ++c) {
-        texts.A[c] = analogRow(statistics.A[c], graph::analogSetup(run, c), exhaustUnit, picture);
+        texts.A[c] =
+            analogRow(statistics.A[c], channels::analogSetup(run, c), exhaustUnit, picture);
         texts.A[c].shown = analogShown(dataType, c);
         texts.E[c] = temperatureRow(statistics.E[c], exhaustUnit);
         texts.E[c].shown = exhaustShown(dataType);

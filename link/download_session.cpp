@@ -1,7 +1,7 @@
 #include "link/download_session.h"
 
+#include "core/basic/format.h"
 #include "core/basic/numbers.h"
-#include "core/basic/pictures.h"
 #include "core/config.h"
 #include "core/run_file.h"
 #include "core/run_index.h"

@@ -1,8 +1,8 @@
 #include "mainwin/about.h"
 
-#include "core/forms/product.h"
+#include "mainwin/product.h"
 #include "platform/qt/form_kit.h"
-#include "platform/qt/pictures.h"
+#include "platform/qt/icons.h"
 
 #include <QLabel>
 #include <QPushButton>

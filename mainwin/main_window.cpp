@@ -1,15 +1,15 @@
 #include "mainwin/main_window.h"
 
-#include "core/forms/product.h"
 #include "core/shared_state.h"
 #include "graph/forms/data_graph.h"
 #include "library/forms/load_file.h"
 #include "link/download_session.h"
 #include "link/forms/download_data.h"
 #include "mainwin/about.h"
+#include "mainwin/product.h"
 #include "platform/qt/application.h"
 #include "platform/qt/form_kit.h"
-#include "platform/qt/pictures.h"
+#include "platform/qt/icons.h"
 #include "platform/services.h"
 
 #include <QApplication>

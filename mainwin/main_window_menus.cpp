@@ -2,7 +2,7 @@
 #include "mainwin/main_window.h"
 #include "mainwin/toolbar_icons.h"
 #include "platform/qt/form_kit.h"
-#include "platform/qt/pictures.h"
+#include "platform/qt/icons.h"
 
 #include <QAction>
 #include <QMenu>

@@ -1,6 +1,6 @@
 #pragma once
 // Message boxes, input boxes and the other questions that stop the program until the user answers.
-#include "platform/colour.h"
+#include "platform/draw/colour.h"
 
 #include <optional>
 #include <string>

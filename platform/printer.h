@@ -7,7 +7,7 @@
 namespace kvo::platform {
 
 // A picture in memory, rows from the top, 0xAARRGGBB a pixel.
-struct PixelPicture {
+struct PixelImage {
     int widthPx = 0;
     int heightPx = 0;
     std::vector<std::uint32_t> pixels;
@@ -21,7 +21,7 @@ public:
     // One page with the picture as large as fits, under the name of the document. Without a printer
     // it asks for a PDF file. `failed` leaves no half document behind.
     [[nodiscard]] virtual Printed printPicture(
-        const PixelPicture& picture, const std::string& documentName) = 0;
+        const PixelImage& picture, const std::string& documentName) = 0;
 };
 
 } // namespace kvo::platform

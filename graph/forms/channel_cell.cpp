@@ -1,7 +1,7 @@
 #include "graph/forms/channel_cell.h"
 
+#include "platform/draw/raster.h"
 #include "platform/qt/application.h"
-#include "platform/raster.h"
 
 #include <QFontMetrics>
 #include <QMouseEvent>
@@ -23,7 +23,7 @@ QColor shownColour(platform::Colour colour) {
     return QColor::fromRgb(platform::rgb32(colour));
 }
 
-QString objectNameOf(const graph::ControlName& control) {
+QString objectNameOf(const channels::ControlName& control) {
     const QString name =
         QString::fromLatin1(control.name.data(), static_cast<qsizetype>(control.name.size()));
     return control.index < 0 ? name : QStringLiteral("%1(%2)").arg(name).arg(control.index);
@@ -126,7 +126,7 @@ void ValueLabel::mouseDoubleClickEvent(QMouseEvent* event) {
 
 // --- ChannelCell
 
-ChannelCell::ChannelCell(const graph::ChannelFacts& facts, QWidget* parent)
+ChannelCell::ChannelCell(const channels::ChannelFacts& facts, QWidget* parent)
     : QWidget(parent), toggle(new ChannelToggle(this)), value(new ValueLabel(this)),
       overlay(new ValueLabel(this)) {
     toggle->setObjectName(objectNameOf(facts.toggle));

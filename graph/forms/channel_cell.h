@@ -2,8 +2,8 @@
 // A channel on the graph's panel: a toggle that shows the channel's colour and, beside it, the
 // value label with the overlay's label. All three are placed without a layout, so that a changed
 // value moves nothing and costs nothing.
-#include "graph/channels.h"
-#include "platform/colour.h"
+#include "channels/channels.h"
+#include "platform/draw/colour.h"
 
 #include <QCheckBox>
 #include <QLabel>
@@ -64,7 +64,7 @@ class ChannelCell : public QWidget {
     Q_OBJECT
 
 public:
-    ChannelCell(const graph::ChannelFacts& facts, QWidget* parent);
+    ChannelCell(const channels::ChannelFacts& facts, QWidget* parent);
 
     ChannelToggle* const toggle;
     ValueLabel* const value;

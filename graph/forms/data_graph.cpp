@@ -150,7 +150,7 @@ void DataGraph::uncoverOverlay() {
 void DataGraph::TimeLine() {
     const core::SharedState& state = core::state();
     uncoverOverlay();
-    if (graph::onRun(state, m_view.CursorSample)) {
+    if (channels::onRun(state, m_view.CursorSample)) {
         showTimeLine();
     } else if (state.SampleCount > 0) {
         platform::services().dialogs->beep();
@@ -249,7 +249,7 @@ void DataGraph::Trend_MouseMove(Qt::MouseButtons buttons, float x, float y) {
     if (!hasRun() || buttons.testFlag(Qt::RightButton)) return;
     const graph::PointerLabels labels{
         [this](int channel) { return cell(channel).value->isEnabled(); },
-        [this](int n) { return typed(cell(graph::analogChannel(n)).toggle->caption()); }};
+        [this](int n) { return typed(cell(channels::analogChannel(n)).toggle->caption()); }};
     const auto text = graph::textUnderPointer(core::state(), m_view, x, y, labels);
     if (!text || shown(*text) == m_readOuts->Label_DataChanel->text()) return;
     m_readOuts->Label_DataChanel->setText(shown(*text));
@@ -300,20 +300,20 @@ void DataGraph::showLabels(const graph::LabelVisibility& labels) {
         apply(cell(channel).value, show);
         apply(cell(channel).overlay, show);
     };
-    apply(cell(graph::clutchChannel).toggle, labels.clutch);
-    applyValues(graph::clutchChannel, labels.clutch);
+    apply(cell(channels::clutchChannel).toggle, labels.clutch);
+    applyValues(channels::clutchChannel, labels.clutch);
     for (int n = 1; n <= 8; ++n) {
-        apply(cell(graph::analogChannel(n)).toggle, labels.analogToggle[n]);
-        applyValues(graph::analogChannel(n), labels.analogValue[n]);
-        apply(cell(graph::exhaustChannel(n)).toggle, labels.exhaustToggle);
-        applyValues(graph::exhaustChannel(n), labels.exhaustValue);
+        apply(cell(channels::analogChannel(n)).toggle, labels.analogToggle[n]);
+        applyValues(channels::analogChannel(n), labels.analogValue[n]);
+        apply(cell(channels::exhaustChannel(n)).toggle, labels.exhaustToggle);
+        applyValues(channels::exhaustChannel(n), labels.exhaustValue);
     }
     apply(Label15, labels.exhaustHeading);
     for (int group = 0; group < static_cast<int>(m_groups.size()); ++group) placeCells(group);
 }
 
 bool DataGraph::clutchLabelVisible() const {
-    return !cell(graph::clutchChannel).value->isHidden();
+    return !cell(channels::clutchChannel).value->isHidden();
 }
 
 void DataGraph::setOverlayLabelColour(int channel, std::int32_t colour) {
@@ -331,7 +331,7 @@ void DataGraph::setScaleRight(int right) {
 }
 
 void DataGraph::setAnalogCaption(int channel, const std::string& caption) {
-    cell(graph::analogChannel(channel)).toggle->setCaption(shown(caption));
+    cell(channels::analogChannel(channel)).toggle->setCaption(shown(caption));
 }
 
 void DataGraph::showProgress(bool on) {

@@ -8,9 +8,9 @@
 #include "graph/forms/read_out_line.h"
 #include "graph/layout.h"
 #include "graph/read_outs.h"
-#include "graph/tools.h"
+#include "graph/run_tools.h"
 #include "graph/view.h"
-#include "platform/qt/trend_widget.h"
+#include "platform/qt/surface_widget.h"
 
 #include <QMainWindow>
 
@@ -188,14 +188,14 @@ private:
     QWidget* m_inner = nullptr;
     QToolBar* Toolbar1 = nullptr;
     QFrame* Frame1 = nullptr;
-    platform_qt::Trend* Trend = nullptr;
+    platform_qt::SurfaceWidget* Trend = nullptr;
     QScrollBar* HScroll = nullptr;
     QScrollBar* VScroll = nullptr;
     QFrame* Frame3 = nullptr;
     ReadOutLine* m_readOuts = nullptr;
     QLabel* Label15 = nullptr; // heading of the exhausts
     QWidget* Frame_Times = nullptr;
-    std::array<ChannelCell*, graph::channelCount> m_cells{};
+    std::array<ChannelCell*, channels::channelCount> m_cells{};
     std::vector<QWidget*> m_groups;
     graph::TrendDrawing m_drawing;
 };

@@ -23,30 +23,30 @@ platform::Colour asColour(std::int32_t stored) {
 
 // The caption that a channel bears before a run has named it.
 QString DataGraph::channelCaption(int channel) const {
-    const graph::ChannelFacts& facts = graph::channelFacts(channel);
-    if (facts.kind == graph::ChannelKind::analog)
+    const channels::ChannelFacts& facts = channels::channelFacts(channel);
+    if (facts.kind == channels::ChannelKind::analog)
         return shown(core::state().Config.AnalogName[facts.number]);
     return standIn(channel);
 }
 
 // The caption of a channel that has no name.
 QString DataGraph::standIn(int channel) {
-    const graph::ChannelFacts& facts = graph::channelFacts(channel);
-    if (facts.kind == graph::ChannelKind::analog)
+    const channels::ChannelFacts& facts = channels::channelFacts(channel);
+    if (facts.kind == channels::ChannelKind::analog)
         return QStringLiteral("Analog %1").arg(facts.number);
-    if (facts.kind == graph::ChannelKind::exhaust)
+    if (facts.kind == channels::ChannelKind::exhaust)
         return QStringLiteral("Exhaust %1").arg(facts.number);
-    if (facts.kind == graph::ChannelKind::tyreGrowth) return QStringLiteral("Tyre Growth");
+    if (facts.kind == channels::ChannelKind::tyreGrowth) return QStringLiteral("Tyre Growth");
     return shown(facts.name);
 }
 
 void DataGraph::ChanaleEnable() {
     const core::AppConfig& config = core::state().Config;
-    for (const int channel : graph::labelOrder()) {
-        const bool on = graph::channelOn(config, channel);
+    for (const int channel : channels::labelOrder()) {
+        const bool on = channels::channelOn(config, channel);
         const platform::Colour back =
             on ? asColour(config.GraphBackColour) : platform::systemButtonFace;
-        const platform::Colour fore = asColour(graph::channelColour(config, channel));
+        const platform::Colour fore = asColour(channels::channelColour(config, channel));
         for (ValueLabel* label : {cell(channel).value, cell(channel).overlay}) {
             label->setBack(back);
             label->setEnabled(on);
@@ -59,8 +59,8 @@ void DataGraph::ChanaleEnable() {
 void DataGraph::Change_Colour() {
     m_drawing.Change_Colour();
     const core::AppConfig& config = core::state().Config;
-    for (const int channel : graph::labelOrder()) {
-        const platform::Colour fore = asColour(graph::channelColour(config, channel));
+    for (const int channel : channels::labelOrder()) {
+        const platform::Colour fore = asColour(channels::channelColour(config, channel));
         for (ValueLabel* label : {cell(channel).value, cell(channel).overlay}) {
             label->setBack(asColour(config.GraphBackColour));
             label->setFore(fore);
@@ -77,7 +77,7 @@ void DataGraph::Toggle_Click(int channel) {
     core::SharedState& state = core::state();
     state.ImportMode = flagOn; // is GraphDirty here
     Trend->surface().setAutoRedraw(true);
-    std::int16_t& visible = graph::visibleFlag(state.Config, channel);
+    std::int16_t& visible = channels::visibleFlag(state.Config, channel);
     if (visible == 0) {
         // Only this channel, on top of the picture as it stands.
         visible = flagOn;
@@ -96,7 +96,7 @@ void DataGraph::Toggle_Click(int channel) {
 void DataGraph::Trend_Colour_Set(int channel) {
     core::SharedState& state = core::state();
     platform::Dialogs& dialogs = *platform::services().dialogs;
-    std::int32_t& colour = graph::colourField(state.Config, channel);
+    std::int32_t& colour = channels::colourField(state.Config, channel);
     const auto chosen = dialogs.chooseColour(graph::colourDialogStart(colour));
     if (!chosen) return;
     if (*chosen == asColour(state.Config.GraphBackColour)) {
@@ -113,7 +113,7 @@ void DataGraph::Trend_Colour_Set(int channel) {
 void DataGraph::Value_DblClick(int channel) {
     core::SharedState& state = core::state();
     Trend_Colour_Set(channel);
-    if (!graph::channelOn(state.Config, channel)) return;
+    if (!channels::channelOn(state.Config, channel)) return;
     Trend->surface().setAutoRedraw(true);
     m_drawing.drawChannel(channel);
     if (state.OverlayLoaded != 0) m_drawing.drawOverlayChannel(channel);

@@ -50,7 +50,7 @@ struct Group {
 
 // One row of the panel from left to right; a group is filled column by column.
 const std::array<Group, 4>& groups() {
-    using namespace graph;
+    using namespace channels;
     static const std::array<Group, 4> all{{
         {"Rpm", 1, {engineChannel, clutchChannel, inputChannel, outputChannel}},
         {"Derived", 1, {slipChannel, ratioChannel, mphChannel, rocosChannel, tyreGrowthChannel}},
@@ -114,7 +114,7 @@ void DataGraph::makeControls() {
 void DataGraph::makeSurface() {
     Frame1 = new QFrame(m_inner);
     Frame1->setObjectName(QStringLiteral("Frame1"));
-    Trend = new platform_qt::Trend(Frame1);
+    Trend = new platform_qt::SurfaceWidget(Frame1);
     Trend->setObjectName(QStringLiteral("Trend"));
     Trend->setAccessibleName(QStringLiteral("Graph"));
     HScroll = named(new QScrollBar(Qt::Horizontal, m_inner), "HScroll");
@@ -124,10 +124,10 @@ void DataGraph::makeSurface() {
     for (QScrollBar* bar : {HScroll, VScroll}) bar->hide();
     connect(HScroll, &QScrollBar::valueChanged, this, &DataGraph::HScroll_Change);
     connect(VScroll, &QScrollBar::valueChanged, this, &DataGraph::VScroll_Change);
-    connect(Trend, &platform_qt::Trend::keyDown, this, &DataGraph::Trend_KeyDown);
-    connect(Trend, &platform_qt::Trend::mouseDown, this, &DataGraph::Trend_MouseDown);
-    connect(Trend, &platform_qt::Trend::mouseUp, this, &DataGraph::Trend_MouseUp);
-    connect(Trend, &platform_qt::Trend::mouseMoved, this, &DataGraph::Trend_MouseMove);
+    connect(Trend, &platform_qt::SurfaceWidget::keyDown, this, &DataGraph::Trend_KeyDown);
+    connect(Trend, &platform_qt::SurfaceWidget::mouseDown, this, &DataGraph::Trend_MouseDown);
+    connect(Trend, &platform_qt::SurfaceWidget::mouseUp, this, &DataGraph::Trend_MouseUp);
+    connect(Trend, &platform_qt::SurfaceWidget::mouseMoved, this, &DataGraph::Trend_MouseMove);
 }
 
 void DataGraph::makeGroup(QHBoxLayout& panels, int group) {
@@ -141,7 +141,7 @@ void DataGraph::makeGroup(QHBoxLayout& panels, int group) {
     if (group == 3) Label15 = named(heading, "Label15");
     grid->addWidget(heading, 0, 0, 1, facts.columns);
     for (const int channel : facts.channels) {
-        auto* one = new ChannelCell(graph::channelFacts(channel), box);
+        auto* one = new ChannelCell(channels::channelFacts(channel), box);
         one->toggle->setStandIn(standIn(channel));
         one->toggle->setCaption(channelCaption(channel));
         m_cells[static_cast<std::size_t>(channel)] = one;

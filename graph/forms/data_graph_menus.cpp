@@ -4,7 +4,7 @@
 #include "graph/forms/graph_icons.h"
 #include "mainwin/about.h"
 #include "platform/qt/form_kit.h"
-#include "platform/qt/pictures.h"
+#include "platform/qt/icons.h"
 #include "platform/services.h"
 
 #include <QAction>

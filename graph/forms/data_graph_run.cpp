@@ -222,7 +222,7 @@ void DataGraph::Mnu_Statistics_Click() {
     texts.Text_660FootSpeed = text("Text_660FootSpeed");
     for (int n = 1; n <= 8; ++n) {
         texts.analogNames[n] =
-            typed(m_cells[static_cast<std::size_t>(graph::analogChannel(n))]->toggle->caption());
+            typed(m_cells[static_cast<std::size_t>(channels::analogChannel(n))]->toggle->caption());
     }
     EnableGraphMenus(false);
     form<Statistics>().showRun(texts);

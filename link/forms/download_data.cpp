@@ -1,11 +1,11 @@
 #include "link/forms/download_data.h"
 
-#include "core/forms/software_setup.h"
 #include "core/shared_state.h"
 #include "graph/forms/data_graph.h"
 #include "library/forms/load_file.h"
 #include "link/forms/logger_line.h"
 #include "mainwin/main_window.h"
+#include "mainwin/software_setup.h"
 #include "platform/qt/application.h"
 #include "platform/qt/form_kit.h"
 #include "platform/qt/text.h"
@@ -109,6 +109,8 @@ void DownloadData::showDataGraph(const std::string& caption) {
     hideMainWindow();
 }
 
-void DownloadData::refreshChooser() { form<LoadFile>().Data_File(); }
+void DownloadData::refreshChooser() {
+    form<LoadFile>().Data_File();
+}
 
 } // namespace kvo::forms

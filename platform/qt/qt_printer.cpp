@@ -46,7 +46,7 @@ bool choosePrinter(QPrinter& printer, const QString& documentName) {
     return true;
 }
 
-QImage imageOf(const platform::PixelPicture& picture) {
+QImage imageOf(const platform::PixelImage& picture) {
     QImage image(picture.widthPx, picture.heightPx, QImage::Format_RGB32);
     const auto width = static_cast<std::size_t>(picture.widthPx);
     for (int y = 0; y < picture.heightPx; ++y) {
@@ -59,7 +59,7 @@ QImage imageOf(const platform::PixelPicture& picture) {
 } // namespace
 
 platform::Printed QtPrinter::printPicture(
-    const platform::PixelPicture& picture, const std::string& documentName) {
+    const platform::PixelImage& picture, const std::string& documentName) {
     using platform::Printed;
     if (picture.widthPx < 1 || picture.heightPx < 1) return Printed::failed;
     QPrinter printer(QPrinter::HighResolution);
@@ -79,9 +79,9 @@ platform::Printed QtPrinter::printPicture(
     return ended && printer.printerState() != QPrinter::Error ? Printed::done : Printed::failed;
 }
 
-platform::PixelPicture pictureOf(QWidget& window) {
+platform::PixelImage pictureOf(QWidget& window) {
     const QImage image = window.grab().toImage().convertToFormat(QImage::Format_RGB32);
-    platform::PixelPicture picture;
+    platform::PixelImage picture;
     picture.widthPx = image.width();
     picture.heightPx = image.height();
     const auto width = static_cast<std::size_t>(image.width());

@@ -9,10 +9,10 @@ namespace kvo::platform_qt {
 class QtPrinter : public platform::Printer {
 public:
     platform::Printed printPicture(
-        const platform::PixelPicture& picture, const std::string& documentName) override;
+        const platform::PixelImage& picture, const std::string& documentName) override;
 };
 
 // What a window shows, pixel for pixel.
-platform::PixelPicture pictureOf(QWidget& window);
+platform::PixelImage pictureOf(QWidget& window);
 
 } // namespace kvo::platform_qt

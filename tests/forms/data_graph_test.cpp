@@ -57,10 +57,10 @@ class DataGraphTest : public QObject {
     }
     template <class W> W& part(const char* name) { return control<W>(form<DataGraph>(), name); }
     QString text(const char* label) { return part<QLabel>(label).text(); }
-    Trend& trend() { return part<Trend>("Trend"); }
+    SurfaceWidget& trend() { return part<SurfaceWidget>("Trend"); }
     QAction& command(const char* name) { return part<QAction>(name); }
     bool menuEnabled(const char* name) { return part<QMenu>(name).menuAction()->isEnabled(); }
-    const platform::Picture& kept() { return trend().surface().kept(); }
+    const platform::DisplayList& kept() { return trend().surface().kept(); }
     // The place of a sample and a height on Trend.
     QPoint place(float x, float y) {
         const platform::PixelScale scale(trend().surface().scale(), trend().deviceSize());
@@ -257,14 +257,14 @@ private slots:
 
     void everyChannelHasAToggleThatWorks() {
         open(43);
-        for (int channel = 0; channel < graph::channelCount; ++channel) {
+        for (int channel = 0; channel < channels::channelCount; ++channel) {
             const bool car = state().Config.Vehicle_Type == 1;
-            if (car && channel == graph::clutchChannel) continue;
-            const graph::ControlName& name = graph::channelFacts(channel).toggle;
+            if (car && channel == channels::clutchChannel) continue;
+            const channels::ControlName& name = channels::channelFacts(channel).toggle;
             QByteArray object(name.name.data(), static_cast<qsizetype>(name.name.size()));
             if (name.index >= 0) object += "(" + QByteArray::number(name.index) + ")";
             pressToggle(object);
-            QVERIFY2(!graph::channelOn(state().Config, channel), object);
+            QVERIFY2(!channels::channelOn(state().Config, channel), object);
         }
         // What is left are the grid and the bars.
         QVERIFY(kept().size() < 60);

@@ -1,10 +1,10 @@
 // VrnWin32: menus, toolbar, sizes, and the commands that are its own.
-#include "core/forms/splash.h"
 #include "graph/forms/data_graph.h"
 #include "link/forms/download_data.h"
 #include "link/forms/logger_line.h"
 #include "mainwin/about.h"
 #include "mainwin/main_window.h"
+#include "mainwin/splash.h"
 #include "tests/forms/support/form_test_main.h"
 #include "tests/forms/support/test_program.h"
 #include "tests/forms/support/user_click.h"

@@ -20,7 +20,7 @@ class PrinterTest : public QObject {
     QTemporaryDir m_folder;
     QtPrinter m_printer;
 
-    static platform::PixelPicture picture() {
+    static platform::PixelImage picture() {
         return {4, 2, std::vector<std::uint32_t>(8, 0xFF0000FF)};
     }
     // Names the file in the dialog that asks for it, or cancels it.
@@ -74,7 +74,7 @@ private slots:
         window.setAutoFillBackground(true);
         window.show();
         QVERIFY(QTest::qWaitForWindowExposed(&window));
-        const platform::PixelPicture shown = pictureOf(window);
+        const platform::PixelImage shown = pictureOf(window);
         QCOMPARE(shown.widthPx, 30);
         QCOMPARE(shown.heightPx, 20);
         QCOMPARE(shown.pixels.size(), std::size_t(600));

@@ -19,7 +19,7 @@ namespace {
 class RecordingPrinter : public platform::Printer {
 public:
     platform::Printed printPicture(
-        const platform::PixelPicture& picture, const std::string& documentName) override {
+        const platform::PixelImage& picture, const std::string& documentName) override {
         widthPx = picture.widthPx;
         name = documentName;
         return result;

@@ -1,5 +1,5 @@
 // frmSplash: with and without a login, by mouse and by keyboard.
-#include "core/forms/splash.h"
+#include "mainwin/splash.h"
 #include "tests/forms/support/form_test_main.h"
 #include "tests/forms/support/test_program.h"
 #include "tests/forms/support/user_click.h"

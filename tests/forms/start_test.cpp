@@ -1,8 +1,8 @@
 // The start of the program, from the configuration to the main window.
 #include "core/config.h"
-#include "core/forms/splash.h"
-#include "core/forms/start.h"
 #include "mainwin/main_window.h"
+#include "mainwin/splash.h"
+#include "mainwin/start.h"
 #include "platform/qt/application.h"
 #include "tests/forms/support/form_test_main.h"
 #include "tests/forms/support/test_program.h"

@@ -6,6 +6,7 @@
 #include <set>
 
 using namespace kvo;
+using namespace kvo::channels;
 using namespace kvo::graph;
 
 namespace {

@@ -1,7 +1,7 @@
 #include "graph/curves.h"
 
-#include "graph/channels.h"
-#include "graph/derived.h"
+#include "channels/channels.h"
+#include "channels/derived.h"
 
 #include <gtest/gtest.h>
 
@@ -9,6 +9,7 @@
 #include <limits>
 
 using namespace kvo;
+using namespace kvo::channels;
 using namespace kvo::graph;
 using platform::Point;
 

@@ -8,6 +8,7 @@
 #include <chrono>
 
 using namespace kvo;
+using namespace kvo::channels;
 using namespace kvo::graph;
 using kvo::testing::RecordingHost;
 using kvo::testing::SurfaceOperation;
@@ -102,7 +103,7 @@ TEST_F(Drawing, EveryLineStartsAtTheOrigin) {
         EXPECT_EQ(line.y1, 0);
     }
     // RoCoS has its first stroke too, over the samples that it leaves out.
-    drawing.DrawRoCoS();
+    drawing.drawChannel(rocosChannel);
     EXPECT_EQ(lines().back().points.front().x, 14);
 }
 
@@ -162,7 +163,7 @@ TEST_F(Drawing, AResolutionThatIsNotSetBecomesMedium) {
     // A single routine leaves the setting, and still comes to its end.
     state.Config.G_Res = 0;
     host.surface.forget();
-    drawing.DrawEngine();
+    drawing.drawChannel(engineChannel);
     EXPECT_EQ(lines()[0].points.size(), 50U);
     EXPECT_EQ(state.Config.G_Res, 0);
 }
@@ -183,14 +184,14 @@ TEST_F(Drawing, ChannelsThatAreOffAreNotDrawn) {
 
 TEST_F(Drawing, AMagnificationOfZeroIsWrittenBack) {
     state.Config.Text_Magnify.fill(0);
-    drawing.DrawTyreGrowth();
+    drawing.drawChannel(tyreGrowthChannel);
     EXPECT_EQ(state.Config.Text_Magnify[24], 10);
     EXPECT_EQ(state.Config.Text_Magnify[5], 0);
-    drawing.DrawRatio();
+    drawing.drawChannel(ratioChannel);
     EXPECT_EQ(state.Config.Text_Magnify[5], 50);
-    drawing.DrawEngine();
+    drawing.drawChannel(engineChannel);
     EXPECT_EQ(state.Config.Text_Magnify[0], 0);
-    drawing.ODrawAnalog(2);
+    drawing.drawOverlayChannel(analogChannel(2));
     EXPECT_EQ(state.Config.Text_Magnify[9], 1);
 }
 
@@ -269,14 +270,14 @@ TEST_F(Drawing, TheSameFileAsItsOwnOverlayLiesOnItself) {
 TEST_F(Drawing, AnOverlayTakesItsColourAndSoDoesItsLabel) {
     view.RpmScale = 10;
     state.Config.OverlayColours = 0;
-    drawing.ODrawEngine();
+    drawing.drawOverlayChannel(engineChannel);
     EXPECT_EQ(lines()[0].colour, 1000U);
     state.Config.OverlayColours = 1;
-    drawing.ODrawEngine();
+    drawing.drawOverlayChannel(engineChannel);
     EXPECT_EQ(lines()[1].colour, 0xFFFFFFU - 1000);
     EXPECT_EQ(view.OverlayChannelColour, 0xFFFFFF - 1000);
     state.Config.GraphBackColour = 0xFFFFFF - 1000;
-    drawing.ODrawEngine();
+    drawing.drawOverlayChannel(engineChannel);
     EXPECT_EQ(lines()[2].colour, 1000U); // would land on the background
     using Told = std::pair<int, std::int32_t>;
     EXPECT_EQ(
@@ -287,27 +288,27 @@ TEST_F(Drawing, SlipAndRatioOfTheOverlayKeepTheRunsDrive) {
     view.RpmScale = 10;
     state.Overlay.header.CrankGearTeeth = 2;
     for (int i = 1; i <= 200; ++i) state.Overlay.samples[i].OutputRpm = 100;
-    drawing.ODrawClutch();
+    drawing.drawOverlayChannel(clutchChannel);
     EXPECT_FLOAT_EQ(lines()[0].points[9].y, 51); // 510 rpm, its own drive of 1
-    drawing.ODrawRatio();
+    drawing.drawOverlayChannel(ratioChannel);
     EXPECT_FLOAT_EQ(lines()[1].points[9].y, 2.55F); // the run's drive of 0.5
     state.Overlay.header.BasketGearTeeth = 0;
-    drawing.ODrawSlip();
+    drawing.drawOverlayChannel(slipChannel);
     EXPECT_EQ(lines()[2].points.size(), 200U);
-    drawing.ODrawClutch();
+    drawing.drawOverlayChannel(clutchChannel);
     EXPECT_TRUE(lines()[3].points.empty());
 }
 
 TEST_F(Drawing, TheRunsTypeDecidesAboutSharedExhausts) {
     state.DataType = 20;
     state.OverlayDataType = 32;
-    drawing.ODrawExhaust(1); // bits 4 to 6 are 0 in every row
+    drawing.drawOverlayChannel(exhaustChannel(1)); // bits 4 to 6 are 0 in every row
     EXPECT_EQ(lines()[0].points.size(), 200U);
-    drawing.ODrawExhaust(2);
+    drawing.drawOverlayChannel(exhaustChannel(2));
     EXPECT_TRUE(lines()[1].points.empty());
     state.DataType = 32;
     state.OverlayDataType = 20;
-    drawing.ODrawExhaust(2);
+    drawing.drawOverlayChannel(exhaustChannel(2));
     EXPECT_EQ(lines()[2].points.size(), 200U);
 }
 

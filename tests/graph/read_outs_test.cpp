@@ -6,6 +6,7 @@
 #include <map>
 
 using namespace kvo;
+using namespace kvo::channels;
 using namespace kvo::graph;
 
 namespace {

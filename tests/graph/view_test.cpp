@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+using namespace kvo::channels;
 using namespace kvo::graph;
 using kvo::core::AppConfig;
 

@@ -22,7 +22,7 @@ const Sources sound = {
     {"platform/os/disk.cpp", "#include \"platform/files.h\"\n#include <sys/stat.h>\n"},
     {"platform/qt/port.cpp", "#include <QSerialPort>\n#include <termios.h>\n"},
     {"core/run.h", "#include \"platform/files.h\"\n#include <cmath>\n"},
-    {"core/main.cpp", "#include \"mainwin/window.h\"\n#include <QApplication>\n"},
+    {"mainwin/main.cpp", "#include \"mainwin/window.h\"\n#include <QApplication>\n"},
     {"graph/view.h", "#include \"core/run.h\"\n"},
     {"link/session.h", "#include \"core/run.h\"\n"},
     {"graph/forms/data_graph.cpp", "#include \"graph/view.h\"\n#include <QWidget>\n"

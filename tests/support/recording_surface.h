@@ -2,7 +2,7 @@
 // A surface that draws nothing and remembers every operation, and the graph window's side of the
 // drawing that remembers what it was told.
 #include "graph/drawing.h"
-#include "platform/surface.h"
+#include "platform/draw/surface.h"
 
 #include <string>
 #include <utility>

@@ -2,7 +2,6 @@
 // from the menu to the run in the graph window.
 // Usage: demo_drive FOLDER   FOLDER holds Kvo.Cfg and the port's link COMn; the run file, the index
 // and graph.png are left in it. Ends non-zero when anything of it failed.
-#include "core/forms/start.h"
 #include "core/run_index.h"
 #include "core/shared_state.h"
 #include "driver.h"
@@ -10,6 +9,7 @@
 #include "line_bound.h"
 #include "link/forms/logger_line.h"
 #include "mainwin/main_window.h"
+#include "mainwin/start.h"
 #include "platform/os/os_clock.h"
 #include "platform/os/os_files.h"
 #include "platform/qt/application.h"

@@ -1,7 +1,7 @@
 // Fills a folder of the program with modelled runs, as downloads of two race days leave them, so
 // that there is something to look at before the first download. Runs that are there stay.
 // Usage: make_runs FOLDER
-#include "core/basic/pictures.h"
+#include "core/basic/format.h"
 #include "core/config.h"
 #include "core/data_types.h"
 #include "core/paths.h"

@@ -1,10 +1,10 @@
 #include "tests/forms/support/model_run.h"
 
+#include "channels/channels.h"
 #include "core/data_types.h"
 #include "core/run_file.h"
 #include "core/run_index.h"
-#include "graph/channels.h"
-#include "platform/colour.h"
+#include "platform/draw/colour.h"
 #include "tools/logger_simulator/model_run.h"
 #include "tools/logger_simulator/run_model.h"
 
@@ -16,7 +16,7 @@ namespace kvo::testing {
 namespace {
 
 // In the order of the channels' numbers.
-constexpr std::array<std::int32_t, graph::channelCount> colours{0x4040FF, 0xFFA040, 0x40FF40,
+constexpr std::array<std::int32_t, channels::channelCount> colours{0x4040FF, 0xFFA040, 0x40FF40,
     0xFFFF40, 0xFF60FF, 0x60C0FF, 0xC0C0C0, 0x00D7FF, 0x00A5FF, 0xB469FF, 0x32CD9A, 0xEBCE87,
     0x7A96E9, 0xD0E040, 0xDDA0DD, 0x8CE6F0, 0x2020D0, 0x0060E0, 0x00A0E0, 0x00E0E0, 0x00E080,
     0xA0A000, 0xE08000, 0xE04080, 0xA8A8FF};
@@ -31,9 +31,9 @@ void demand(const platform::WriteResult& written) {
 
 core::AppConfig graphConfig(int dataType) {
     core::AppConfig config;
-    for (int channel = 0; channel < graph::channelCount; ++channel) {
-        graph::visibleFlag(config, channel) = -1;
-        graph::colourField(config, channel) = colours[static_cast<std::size_t>(channel)];
+    for (int channel = 0; channel < channels::channelCount; ++channel) {
+        channels::visibleFlag(config, channel) = -1;
+        channels::colourField(config, channel) = colours[static_cast<std::size_t>(channel)];
     }
     config.Text_Magnify = {};
     config.GraphBackColour = 0;

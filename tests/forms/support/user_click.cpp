@@ -60,8 +60,8 @@ void markServed(QWidget* modal) {
 }
 
 constexpr int tickMs = 5;
-// Long enough for a whole transfer on a machine that builds at the same time; what hangs is ended by
-// it all the same.
+// Long enough for a whole transfer on a machine that builds at the same time; what hangs is ended
+// by it all the same.
 constexpr int scriptMs = 150000;
 
 void complain(const QString& text) {

@@ -1,8 +1,8 @@
 // Golden vectors of numbers and dates.
 #include "core_functions.h"
 
+#include "core/basic/format.h"
 #include "core/basic/numbers.h"
-#include "core/basic/pictures.h"
 
 #include <cstdint>
 #include <optional>

@@ -1,6 +1,6 @@
 // Runs and settings of the graph's golden vectors.
+#include "channels/channels.h"
 #include "core/run_file.h"
-#include "graph/channels.h"
 #include "graph_functions.h"
 #include "tests/support/memory_files.h"
 #include "tests/support/scripted_dialogs.h"
@@ -60,12 +60,12 @@ void applyConfig(const Json& fields, AppConfig& config) {
     takeAll(fields, "ExhaustVisible", config.ExhaustVisible);
     takeAll(fields, "AnalogColour", config.AnalogColour);
     takeAll(fields, "ExhaustColour", config.ExhaustColour);
-    for (int channel = 0; channel < graph::channelCount; ++channel) {
-        const graph::ChannelFacts& facts = graph::channelFacts(channel);
+    for (int channel = 0; channel < channels::channelCount; ++channel) {
+        const channels::ChannelFacts& facts = channels::channelFacts(channel);
         if (facts.number != 0) continue;
         const std::string name(facts.name);
-        take(fields, (name + "Visible").c_str(), graph::visibleFlag(config, channel));
-        take(fields, (name + "Colour").c_str(), graph::colourField(config, channel));
+        take(fields, (name + "Visible").c_str(), channels::visibleFlag(config, channel));
+        take(fields, (name + "Colour").c_str(), channels::colourField(config, channel));
     }
     takeSingle(fields, "GraphBackColour", &AppConfig::GraphBackColour, config);
     takeSingle(fields, "GridStyle", &AppConfig::GridStyle, config);

@@ -1,9 +1,9 @@
 // Golden vectors of the time line, the pointer and the tools.
+#include "channels/derived.h"
 #include "graph/cursor.h"
 #include "graph/curves.h"
-#include "graph/derived.h"
-#include "graph/scenery.h"
-#include "graph/tools.h"
+#include "graph/grid.h"
+#include "graph/run_tools.h"
 #include "graph_functions.h"
 #include "tests/support/memory_files.h"
 #include "tests/support/scripted_dialogs.h"
@@ -12,6 +12,7 @@
 
 namespace kvo::vectors {
 
+using namespace kvo::channels;
 using namespace kvo::graph;
 
 static std::string keyOfLabel(int channel, bool overlay) {

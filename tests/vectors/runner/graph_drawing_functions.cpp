@@ -8,6 +8,7 @@
 
 namespace kvo::vectors {
 
+using namespace kvo::channels;
 using namespace kvo::graph;
 using testing::RecordingHost;
 using testing::SurfaceOperation;

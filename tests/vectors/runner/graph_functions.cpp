@@ -1,14 +1,15 @@
 // Golden vectors of the graph: the derived values and the plain rules of the window.
 #include "graph_functions.h"
 
-#include "core/basic/pictures.h"
-#include "graph/derived.h"
+#include "channels/derived.h"
+#include "core/basic/format.h"
+#include "graph/grid.h"
 #include "graph/layout.h"
-#include "graph/scenery.h"
 #include "graph/view.h"
 
 namespace kvo::vectors {
 
+using namespace kvo::channels;
 using namespace kvo::graph;
 
 static core::RunHeader driveOf(const Json& in) {

@@ -1,0 +1,175 @@
+#include "channels/channels.h"
+
+#include <cassert>
+#include <cstddef>
+
+namespace kvo::channels {
+namespace {
+
+using core::AppConfig;
+
+constexpr std::array<std::string_view, 8> analogNames{
+    "Analog1", "Analog2", "Analog3", "Analog4", "Analog5", "Analog6", "Analog7", "Analog8"};
+constexpr std::array<std::string_view, 8> exhaustNames{
+    "Exhaust1", "Exhaust2", "Exhaust3", "Exhaust4", "Exhaust5", "Exhaust6", "Exhaust7", "Exhaust8"};
+
+constexpr ChannelFacts analogFacts(int n) {
+    return {analogChannel(n), ChannelKind::analog, n, analogNames[static_cast<std::size_t>(n - 1)],
+        "DrawAnalog", 16 + n, 1, "", {"Text_Analog", n}, {"Analog", n}, {"OverlayAnalog", n}};
+}
+
+constexpr ChannelFacts exhaustFacts(int n) {
+    return {exhaustChannel(n), ChannelKind::exhaust, n,
+        exhaustNames[static_cast<std::size_t>(n - 1)], "DrawExhaust", 8 + n, 1, "Exhaust",
+        {"Label9", n}, {"Exhaust", n}, {"OverlayExhaust", n}};
+}
+
+using enum ChannelKind;
+
+// Required: the drawing of Mph reads entry 7 of SmoothOption, the box of the output shaft; the box
+// that bears its name, and those of Slip, Ratio, RoCoS and Tyre Growth, are read by no drawing.
+// clang-format off
+constexpr std::array<ChannelFacts, channelCount> table{{
+    // index, kind, number, name, routine, smooth, magnify, title, toggle, value label, overlay label
+    {0, engine, 0, "Engine", "DrawEngine", 0, 0, "Engine Rpm",
+        {"Label10", 0}, {"Rpm"}, {"OverlayRpm"}},
+    {1, clutch, 0, "Clutch", "DrawClutch", 1, 0, "Clutch Rpm",
+        {"Label10", 1}, {"Clutch"}, {"OverlayClutch"}},
+    {2, input, 0, "Input", "DrawInput", 2, 0, "Input Rpm",
+        {"Label10", 2}, {"InputRpm"}, {"OverlayInputRpm"}},
+    {3, output, 0, "Output", "DrawPinion", 7, 0, "Output Rpm",
+        {"Label10", 3}, {"OutPutRpm"}, {"OverlayOutputRpm"}},
+    {4, slip, 0, "Slip", "DrawSlip", -1, 10, "Input Slip",
+        {"Label13"}, {"Slip"}, {"OverlaySlip"}},
+    {5, ratio, 0, "Ratio", "DrawRatio", -1, 50, "Drive Ratio",
+        {"Label16"}, {"Ratio"}, {"OverlayRatio"}},
+    {6, rocos, 0, "RoCoS", "DrawRoCoS", -1, 1, "RoCoS",
+        {"Label18"}, {"RoCoS"}, {"OverlayRoCoS"}},
+    {7, mph, 0, "Mph", "DrawMph", 7, 0, "Mph",
+        {"Label17"}, {"Mph"}, {"OverlayMph"}},
+    analogFacts(1), analogFacts(2), analogFacts(3), analogFacts(4),
+    analogFacts(5), analogFacts(6), analogFacts(7), analogFacts(8),
+    exhaustFacts(1), exhaustFacts(2), exhaustFacts(3), exhaustFacts(4),
+    exhaustFacts(5), exhaustFacts(6), exhaustFacts(7), exhaustFacts(8),
+    {24, tyreGrowth, 0, "TyreGrowth", "DrawTyreGrowth", -1, 10, "Tyre Growth",
+        {"Label20"}, {"Tyre_Growth"}, {"OverlayTyreGrowth"}},
+}};
+
+constexpr std::array<int, channelCount> labels{0, 1, 2, 3, 4, 5, 7, 6, 24,
+    8, 9, 10, 11, 12, 13, 14, 15, 16, 17, 18, 19, 20, 21, 22, 23};
+constexpr std::array<int, channelCount> colours{0, 2, 3, 4, 5, 7, 6, 1, 24,
+    8, 9, 10, 11, 12, 13, 14, 15, 16, 17, 18, 19, 20, 21, 22, 23};
+
+// What every type draws, then analogs 5 to 8 and exhausts 1 to 8.
+constexpr std::array<int, channelCount> drawing{0, 1, 2, 3, 7, 5, 4, 6, 24,
+    8, 9, 10, 11, 12, 13, 14, 15, 16, 17, 18, 19, 20, 21, 22, 23};
+// Type 20 has analogs 5 and 6 and its exhausts share a seventh.
+constexpr std::array<int, 23> drawingType20{0, 1, 2, 3, 7, 5, 4, 6, 24,
+    8, 9, 10, 11, 12, 13, 16, 17, 18, 19, 20, 21, 22, 23};
+// clang-format on
+constexpr std::size_t drawnByEveryType = 13;
+constexpr std::size_t drawnWithAnalogs = 17;
+
+template <typename Config> auto& flagOf(Config& config, const ChannelFacts& facts) {
+    switch (facts.kind) {
+    case engine:
+        return config.EngineVisible;
+    case clutch:
+        return config.ClutchVisible;
+    case input:
+        return config.InputVisible;
+    case output:
+        return config.OutputVisible;
+    case slip:
+        return config.SlipVisible;
+    case ratio:
+        return config.RatioVisible;
+    case rocos:
+        return config.RoCoSVisible;
+    case mph:
+        return config.MphVisible;
+    case analog:
+        return config.AnalogVisible[facts.number];
+    case exhaust:
+        return config.ExhaustVisible[facts.number];
+    case tyreGrowth:
+        break;
+    }
+    return config.TyreGrowthVisible;
+}
+
+template <typename Config> auto& colourOf(Config& config, const ChannelFacts& facts) {
+    switch (facts.kind) {
+    case engine:
+        return config.EngineColour;
+    case clutch:
+        return config.ClutchColour;
+    case input:
+        return config.InputColour;
+    case output:
+        return config.OutputColour;
+    case slip:
+        return config.SlipColour;
+    case ratio:
+        return config.RatioColour;
+    case rocos:
+        return config.RoCoSColour;
+    case mph:
+        return config.MphColour;
+    case analog:
+        return config.AnalogColour[facts.number];
+    case exhaust:
+        return config.ExhaustColour[facts.number];
+    case tyreGrowth:
+        break;
+    }
+    return config.TyreGrowthColour;
+}
+
+} // namespace
+
+const ChannelFacts& channelFacts(int channel) {
+    assert(channel >= 0 && channel < channelCount);
+    return table[static_cast<std::size_t>(channel)];
+}
+
+std::string drawCall(int channel, bool overlay) {
+    const ChannelFacts& facts = channelFacts(channel);
+    std::string call = overlay ? "O" : "";
+    call += facts.drawRoutine;
+    if (facts.number != 0) call += "(" + std::to_string(facts.number) + ")";
+    return call;
+}
+
+std::int16_t& visibleFlag(AppConfig& config, int channel) {
+    return flagOf(config, channelFacts(channel));
+}
+
+bool channelOn(const AppConfig& config, int channel) {
+    return flagOf(config, channelFacts(channel)) != 0;
+}
+
+std::int32_t& colourField(AppConfig& config, int channel) {
+    return colourOf(config, channelFacts(channel));
+}
+
+std::int32_t channelColour(const AppConfig& config, int channel) {
+    return colourOf(config, channelFacts(channel));
+}
+
+std::span<const int> labelOrder() {
+    return labels;
+}
+
+std::span<const int> colourOrder() {
+    return colours;
+}
+
+std::span<const int> drawOrder(int dataType) {
+    if (dataType <= 16) return std::span<const int>(drawing).first(drawnByEveryType);
+    if (dataType == 20) return drawingType20;
+    if (dataType == 25 || dataType == 32 || dataType == 43) return drawing;
+    return std::span<const int>(drawing).first(drawnWithAnalogs);
+}
+
+} // namespace kvo::channels

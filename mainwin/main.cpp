@@ -1,0 +1,38 @@
+// Entry of the program: makes the services, hands them to the forms, shows the first one.
+#include "core/shared_state.h"
+#include "link/forms/logger_line.h"
+#include "mainwin/start.h"
+#include "platform/os/os_clock.h"
+#include "platform/os/os_files.h"
+#include "platform/qt/application.h"
+#include "platform/qt/form_kit.h"
+#include "platform/qt/qt_browser.h"
+#include "platform/qt/qt_dialogs.h"
+#include "platform/qt/qt_printer.h"
+#include "platform/qt/qt_serial_port.h"
+#include "platform/qt/qt_yield.h"
+#include "platform/services.h"
+
+#include <QApplication>
+
+using namespace kvo;
+
+int main(int argc, char* argv[]) {
+    QApplication application(argc, argv);
+    platform_qt::prepareApplication(application);
+
+    platform_os::OsFiles files;
+    platform_os::OsClock clock;
+    platform_qt::QtDialogs dialogs;
+    platform_qt::QtSerialPort port([] { return core::state().AppFolder; });
+    platform_qt::QtYield yield(port);
+    platform_qt::QtBrowser browser;
+    platform_qt::QtPrinter printer;
+    platform::services() = {&files, &clock, &dialogs, &port, &yield, &browser, &printer};
+    link::LoggerLink logger(port, yield, dialogs, core::state());
+    forms::useLoggerLink(&logger);
+
+    const int result = forms::startProgram() ? QApplication::exec() : 0;
+    platform_qt::unloadAllForms();
+    return result;
+}

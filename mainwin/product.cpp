@@ -1,0 +1,27 @@
+#include "mainwin/product.h"
+
+#include "core/paths.h"
+#include "core/shared_state.h"
+#include "core/start.h"
+#include "platform/qt/icons.h"
+#include "platform/services.h"
+
+namespace kvo::forms {
+
+QString versionText() {
+    return QStringLiteral("Version " KVO_VERSION);
+}
+
+std::string updatePage() {
+    return "https://kvo.example/update";
+}
+
+QPixmap vehiclePicture() {
+    const core::SharedState& state = core::state();
+    const platform::Files& files = *platform::services().files;
+    const auto content =
+        files.read(core::joined(state.AppFolder, core::vehiclePictureName(state.Config), files));
+    return content ? platform_qt::imageFromBytes(*content) : QPixmap();
+}
+
+} // namespace kvo::forms
