@@ -47,8 +47,8 @@ public:
     void hideButtons() override {}
     void unload() override {}
     void showSoftwareSetup() override {}
-    void showDataGraph(const std::string&) override {}
-    void refreshChooser() override {}
+    void showFreshRun(const std::string&, const std::string&) override {}
+    void refreshChooser(const std::string&) override {}
 
 private:
     QWidget m_window;
@@ -74,24 +74,25 @@ Transfer transfer(bool fast) {
     demand(pty.start(), "no pseudo-terminal is to be had");
     std::filesystem::create_symlink(pty.device(), folder.path() + "/COM1");
 
-    auto state = std::make_unique<core::SharedState>();
+    auto run = std::make_unique<core::OpenRun>();
     auto periods = std::make_unique<link::PulsePeriods>();
     SilentDialogs dialogs;
     ProgressWindow window;
     platform_qt::QtSerialPort port([&] { return folder.path(); });
     platform_qt::QtYield yield(port);
-    link::LoggerLink link(port, yield, dialogs, *state);
+    link::LoggerLink link(port, yield, dialogs);
     link.OpenLoggerPort(1);
     demand(link.LinkFailed == 0 && link.greetLogger(), "the simulated logger did not answer");
     link.ReadLoggerHeader();
-    state->SampleCount = static_cast<std::uint16_t>(link::downloadType(loggerType)->SampleCount);
-    window.setProgressMax(state->SampleCount);
-    link::Download download(link, *state, *periods, window, dialogs);
+    run->DataType = link.Header.DataType;
+    demand(link::prepareDownload(*run).has_value(), "the logger is of another type");
+    window.setProgressMax(run->SampleCount);
+    link::Download download(link, *run, *periods, window, dialogs);
 
     Transfer result{wallSeconds(), threadSeconds()};
     fast ? download.DownloadFast() : download.DownloadSafe();
     result = {wallSeconds() - result.wallSeconds, threadSeconds() - result.threadSeconds};
-    demand(link.LinkFailed == 0 && state->Run.samples[600].EngineRpm != -1, "the transfer failed");
+    demand(link.LinkFailed == 0 && run->image.samples[600].Index == 600, "the transfer failed");
     link.CloseLoggerPort();
     return result;
 }

@@ -4,7 +4,6 @@
 #include "bench/bare_files.h"
 #include "bench/parts.h"
 #include "bench/run.h"
-#include "bench/silent_dialogs.h"
 #include "bench/timing.h"
 #include "core/run_file.h"
 #include "core/run_index.h"
@@ -55,7 +54,7 @@ std::unique_ptr<core::SharedState> stateIn(const ScratchFolder& folder) {
     auto state = std::make_unique<core::SharedState>();
     fillRun(*state, runType, runRows, true);
     state->AppFolder = folder.path();
-    state->DataFilePath = folder.path() + "/Data/26111610.05d";
+    state->Run.path = folder.path() + "/Data/26111610.05d";
     return state;
 }
 
@@ -79,26 +78,24 @@ void measureFiles(Table& table) {
     const ScratchFolder folder;
     platform_os::OsFiles files;
     const auto state = stateIn(folder);
-    demand(core::SaveRun(*state, files));
-    const std::string path = state->DataFilePath;
+    demand(saveFresh(*state, files));
+    const std::string path = state->Run.path;
     const std::string peerPath = folder.path() + "/peer";
     const platform::Bytes content = bareRead(path);
-    SilentDialogs dialogs;
-    core::NoRunLoadView view;
     platform::Bytes kept;
 
     const auto read = medianSeconds(
-        {[&] { core::LoadRun(*state, "", files, dialogs, view); },
-            [&] { readRunByRecord(path, state->Run); }, [&] { bareCopy(path, kept); }},
+        {[&] { keep(core::LoadRun(path, state->Run, files).result); },
+            [&] { readRunByRecord(path, state->Run.image); }, [&] { bareCopy(path, kept); }},
         rounds);
     table.add("read a run", "one read a record", read[0], read[1], 0.1);
     table.add("read a run", "the bare copy", read[0], read[2], 3);
 
-    state->SaveMode = -1;
-    const auto write = medianSeconds({[&] { demand(core::SaveRun(*state, files)); },
-                                         [&] { writeByRecord(peerPath, content, recordBytes); },
-                                         [&] { bareReplace(peerPath, content); }},
-        rounds);
+    const auto write =
+        medianSeconds({[&] { demand(core::SaveRun(state->Run, folder.path(), files)); },
+                          [&] { writeByRecord(peerPath, content, recordBytes); },
+                          [&] { bareReplace(peerPath, content); }},
+            rounds);
     table.add("write a run", "one write a record", write[0], write[1], {});
     table.add("write a run", "the bare write", write[0], write[2], {});
 }
@@ -106,8 +103,7 @@ void measureFiles(Table& table) {
 void measureIndex(Table& table) {
     const ScratchFolder folder;
     platform_os::OsFiles files;
-    const auto state = stateIn(folder);
-    state->RunIndexBuffer[1] = {"26111610.05d", "Mon 16 Nov 2026 Run: 1 "};
+    const core::RunIndexEntry added{"26111610.05d", "Mon 16 Nov 2026 Run: 1 "};
     demand(files.makeFolder(folder.path() + "/Data"));
     const std::string path = core::indexPath(folder.path(), files);
     demand(core::writeRunIndex(folder.path(), manyEntries(), files));
@@ -115,8 +111,11 @@ void measureIndex(Table& table) {
     const std::string peerPath = folder.path() + "/peer";
     bareWrite(peerPath, start);
 
-    const auto seconds = medianSeconds({[&] { demand(core::AddRunToIndex(*state, files)); },
-                                           [&] { bareReplace(peerPath, bareRead(peerPath)); }},
+    const auto seconds = medianSeconds(
+        {[&] {
+             demand(core::AddRunToIndex(folder.path(), added, core::IndexOrder::sorted, files));
+         },
+            [&] { bareReplace(peerPath, bareRead(peerPath)); }},
         7);
     table.add("index of 100,000, run added and sorted", "the bare read and write", seconds[0],
         seconds[1], 3);

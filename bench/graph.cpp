@@ -63,7 +63,7 @@ void measureRedraw(Table& table, bool overlay) {
     auto state = std::make_unique<core::SharedState>();
     fillRun(*state, runType, runRows, false);
     if (overlay) addOverlay(*state);
-    TrendImage ours(*state, 1920, 1080);
+    TrendImage ours(*state, overlay, 1920, 1080);
     const Curves curves = ours.curves();
     TouchedPixels pixels(curves, runRows);
     const std::string job = "redraw, " + std::to_string(curves.size()) + " curves";
@@ -85,7 +85,7 @@ void measureRedraw(Table& table, bool overlay) {
 void measureBars(Table& table) {
     auto state = std::make_unique<core::SharedState>();
     fillRun(*state, runType, runRows, true);
-    TrendImage ours(*state, 1920, 1080);
+    TrendImage ours(*state, false, 1920, 1080);
     QImage bySample(1920, 1080, QImage::Format_RGB32);
     ours.clear();
     ours.clear(bySample);

@@ -1,6 +1,7 @@
 #include "bench/run.h"
 
 #include "channels/channels.h"
+#include "core/run_file.h"
 
 #include <cmath>
 #include <cstdlib>
@@ -37,13 +38,9 @@ core::RunSample sampleAt(int i, int rows, bool switches) {
 } // namespace
 
 void fillRun(core::SharedState& state, int dataType, int rows, bool switches) {
-    state.DataType = static_cast<std::uint8_t>(dataType);
-    state.SampleCount = static_cast<std::uint16_t>(rows);
-    state.RunText = " Date:Mon 16 Nov 2026 Run: 1 #";
-    state.LoggerModel = 35;
-    state.LoggerVersion = 3;
-    state.LoggerMemory = 2;
-    core::RunImage& run = state.Run;
+    state.Run.DataType = static_cast<std::uint8_t>(dataType);
+    state.Run.SampleCount = static_cast<std::uint16_t>(rows);
+    core::RunImage& run = state.Run.image;
     run.header.CrankGearTeeth = 31;
     run.header.BasketGearTeeth = 47;
     for (int i = 1; i <= rows; ++i) run.samples[i] = sampleAt(i, rows, switches);
@@ -53,7 +50,7 @@ void fillRun(core::SharedState& state, int dataType, int rows, bool switches) {
     run.analog.CrownTeeth = 41;
     run.analog.PinionTeeth = 10;
     run.tail.TimeOffset = 160;
-    state.PeakSpeedRaw = 38000;
+    state.Run.PeakSpeedRaw = 38000;
     state.Config.MaxRpm = 4;
     state.Config.G_Res = 1;
     state.Config.GraphBackColour = 0;
@@ -65,9 +62,12 @@ void fillRun(core::SharedState& state, int dataType, int rows, bool switches) {
 
 void addOverlay(core::SharedState& state) {
     state.Overlay = state.Run;
-    state.Overlay.tail.TimeOffset = 130;
-    state.OverlayDataType = state.DataType;
-    state.OverlayLoaded = -1;
+    state.Overlay.image.tail.TimeOffset = 130;
+}
+
+platform::WriteResult saveFresh(core::SharedState& state, platform::Files& files) {
+    const core::LoggerIdentity logger{35, 3, 2, 0};
+    return core::SaveRun(state.Run, {logger, benchRunText, state.Config}, state.AppFolder, files);
 }
 
 ScratchFolder::ScratchFolder() {

@@ -13,11 +13,12 @@ void TrendImage::Surface::polyline(
     DisplayListSurface::polyline(points, colour);
 }
 
-TrendImage::TrendImage(core::SharedState& state, int widthPx, int heightPx)
-    : m_state(state), m_drawing(state, m_view, *this),
+TrendImage::TrendImage(core::SharedState& state, bool overlay, int widthPx, int heightPx)
+    : m_state(state), m_drawing(state.Config, state.Run, state.Overlay, m_view, *this),
       m_image(widthPx, heightPx, QImage::Format_RGB32) {
+    m_view.OverlayLoaded = overlay ? -1 : 0;
     m_surface.setHeightPx(heightPx);
-    m_surface.setScale(0, graph::trendTop, static_cast<float>(state.SampleCount + 1), 0);
+    m_surface.setScale(0, graph::trendTop, static_cast<float>(state.Run.SampleCount + 1), 0);
     m_surface.setBackColor(static_cast<platform::Colour>(state.Config.GraphBackColour));
     redraw();
     m_surface.keeps = false;
@@ -25,7 +26,7 @@ TrendImage::TrendImage(core::SharedState& state, int widthPx, int heightPx)
 
 void TrendImage::redraw() {
     if (!m_drawing.DrawTrend()) qFatal("the picture has no memory");
-    if (m_state.OverlayLoaded != 0) m_drawing.OverLayDraw();
+    if (m_view.OverlayLoaded != 0) m_drawing.OverLayDraw();
     clear(m_image);
     paint();
 }
@@ -52,7 +53,7 @@ void TrendImage::fillBars(QImage& target) {
     QPainter painter(&target);
     const auto bars = graph::switchBars(m_view);
     std::vector<std::uint8_t> masks;
-    graph::makeSwitchMasks(m_state.Run, nullptr, m_state.SampleCount, masks);
+    graph::makeSwitchMasks(channels::shownRuns(m_state.Run, nullptr), masks);
     const platform::PixelScale scale(m_surface.scale(), {target.width(), target.height(), 1});
     for (std::size_t i = 0; i < masks.size(); ++i)
         for (std::size_t b = 0; b < bars.size(); ++b) {

@@ -12,8 +12,8 @@ namespace kvo::bench {
 
 class TrendImage : private graph::TrendHost {
 public:
-    // `state` must outlive the picture.
-    TrendImage(core::SharedState& state, int widthPx, int heightPx);
+    // `state` must outlive the picture. With `overlay` its overlay is drawn too.
+    TrendImage(core::SharedState& state, bool overlay, int widthPx, int heightPx);
 
     // From the rows to the pixels: grid, curves, and those of the overlay where there is one.
     void redraw();

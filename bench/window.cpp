@@ -54,10 +54,8 @@ public:
         state = *std::make_unique<core::SharedState>();
         fillRun(state, runType, runRows, true);
         state.AppFolder = m_folder.path();
-        state.DataFilePath = m_folder.path() + "/Data/26111610.05d";
-        state.SaveMode = 0;
-        demand(core::SaveRun(state, m_files));
-        state.IndexNoSort = -1;
+        state.Run.path = m_folder.path() + "/Data/26111610.05d";
+        demand(saveFresh(state, m_files));
     }
     ~Program() {
         unloadAllForms();
@@ -76,6 +74,7 @@ private:
 
 forms::DataGraph& shownGraph() {
     auto& graph = form<forms::DataGraph>();
+    graph.openFresh(core::state().Run.path, benchRunText);
     graph.setWindowState(Qt::WindowNoState);
     graph.resize(1920, 1080);
     graph.show();
@@ -92,7 +91,7 @@ void pressArrow(QWidget& trend, int key) {
 void measureCursor(Table& table) {
     const Program program;
     auto& graph = shownGraph();
-    auto& trend = control<Trend>(graph, "Trend");
+    auto& trend = control<QWidget>(graph, "Trend");
     bool right = true;
     const auto move = [&] {
         pressArrow(trend, right ? Qt::Key_Right : Qt::Key_Left);
@@ -115,7 +114,7 @@ void measureScroll(Table& table) {
         bar.setValue(bar.value() + step);
         QApplication::processEvents();
     };
-    TrendImage whole(core::state(), 7680, 4320);
+    TrendImage whole(core::state(), false, 7680, 4320);
     const auto seconds = medianSeconds({scroll, [&] { whole.redraw(); }}, rounds);
     table.add("scroll step, 1/4 screen", "redrawing 7680x4320", seconds[0], seconds[1], 0.1);
 }

@@ -1,5 +1,7 @@
 #include "channels/channels.h"
 
+#include "core/data_types.h"
+
 #include <cassert>
 #include <cstddef>
 
@@ -63,8 +65,8 @@ constexpr std::array<int, channelCount> colours{0, 2, 3, 4, 5, 7, 6, 1, 24,
 // What every type draws, then analogs 5 to 8 and exhausts 1 to 8.
 constexpr std::array<int, channelCount> drawing{0, 1, 2, 3, 7, 5, 4, 6, 24,
     8, 9, 10, 11, 12, 13, 14, 15, 16, 17, 18, 19, 20, 21, 22, 23};
-// Type 20 has analogs 5 and 6 and its exhausts share a seventh.
-constexpr std::array<int, 23> drawingType20{0, 1, 2, 3, 7, 5, 4, 6, 24,
+// Where exhausts share analog 7 there are six analogs.
+constexpr std::array<int, 23> drawingTimeShared{0, 1, 2, 3, 7, 5, 4, 6, 24,
     8, 9, 10, 11, 12, 13, 16, 17, 18, 19, 20, 21, 22, 23};
 // clang-format on
 constexpr std::size_t drawnByEveryType = 13;
@@ -166,10 +168,16 @@ std::span<const int> colourOrder() {
 }
 
 std::span<const int> drawOrder(int dataType) {
-    if (dataType <= 16) return std::span<const int>(drawing).first(drawnByEveryType);
-    if (dataType == 20) return drawingType20;
-    if (dataType == 25 || dataType == 32 || dataType == 43) return drawing;
-    return std::span<const int>(drawing).first(drawnWithAnalogs);
+    switch (core::exhaustsOf(dataType)) {
+    case core::Exhausts::timeShared:
+        return drawingTimeShared;
+    case core::Exhausts::own:
+        return drawing;
+    case core::Exhausts::none:
+        break;
+    }
+    const bool fourAnalogs = core::analogsOf(dataType) == 4;
+    return std::span<const int>(drawing).first(fourAnalogs ? drawnByEveryType : drawnWithAnalogs);
 }
 
 } // namespace kvo::channels

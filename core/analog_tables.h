@@ -1,12 +1,16 @@
 #pragma once
 // Analog1.Dat to Analog8.Dat: the physical value of each raw byte of a channel, 256 doubles.
-#include "core/shared_state.h"
+#include "core/basic/from_one.h"
 #include "platform/files.h"
 
+#include <array>
 #include <cstdint>
 #include <string>
 
 namespace kvo::core {
+
+// Channel by channel, then by raw byte.
+using AnalogTables = FromOne<std::array<double, 256>, 8>;
 
 // "AnalogN.Dat" of a channel, 1 to 8.
 std::string analogTableName(int channel);

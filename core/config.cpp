@@ -159,13 +159,14 @@ platform::Bytes encodeConfig(const AppConfig& config) {
     return walk.take();
 }
 
-void LoadConfig(const std::string& appFolder, AppConfig& config, const platform::Files& files,
+bool LoadConfig(const std::string& appFolder, AppConfig& config, const platform::Files& files,
     platform::Dialogs& dialogs, const std::function<void()>& showSoftwareSetup) {
     const auto file = files.read(configPath(appFolder, files));
-    if (file && decodeConfig(*file, config)) return;
+    if (file && decodeConfig(*file, config)) return true;
     dialogs.beep();
     dialogs.messageBox(file ? corruptText : missingText, platform::boxStyle::critical, programName);
     showSoftwareSetup();
+    return false;
 }
 
 platform::WriteResult SaveConfig(

@@ -14,9 +14,9 @@ bool decodeConfig(const platform::Bytes& file, AppConfig& config);
 // The bytes of the file: 737 with a blank password. Texts are padded or cut to their width.
 platform::Bytes encodeConfig(const AppConfig& config);
 
-// Reads Kvo.Cfg. A missing or corrupt file is told to the user, then `showSoftwareSetup` is called
-// (the setup form, modal); the program goes on.
-void LoadConfig(const std::string& appFolder, AppConfig& config, const platform::Files& files,
+// Reads Kvo.Cfg; true where it was read whole. A missing or corrupt file is told to the user, then
+// `showSoftwareSetup` is called (the setup form, modal); the program goes on.
+bool LoadConfig(const std::string& appFolder, AppConfig& config, const platform::Files& files,
     platform::Dialogs& dialogs, const std::function<void()>& showSoftwareSetup);
 // Replaces Kvo.Cfg; a copy of the old one is kept in Backup/. A read-only file stays in silence.
 platform::WriteResult SaveConfig(

@@ -4,8 +4,9 @@
 #include "core/basic/numbers.h"
 #include "core/data_types.h"
 #include "core/paths.h"
-#include "core/run_index.h"
+#include "core/run_info.h"
 #include "core/run_records.h"
+#include "platform/dialogs.h"
 
 #include <algorithm>
 #include <array>
@@ -35,8 +36,8 @@ std::uint8_t typeInFront(const std::string& line) {
 
 // A time base below 1 is never honoured.
 void repairTimeOffset(RunTailBlock& tail, int type) {
-    const auto facts = dataTypeFacts(type);
-    if (tail.TimeOffset < 1 && facts)
+    const DataTypeFacts* facts = dataTypeFacts(type);
+    if (tail.TimeOffset < 1 && facts != nullptr)
         tail.TimeOffset = static_cast<std::int16_t>(facts->timeOffset);
 }
 
@@ -50,49 +51,17 @@ void readBlocks(RecordBytes file, int rows, RunImage& image) {
     decode(runRecord(file, behind + 3), image.tail);
 }
 
-// A name that was never read is all zero characters, and a caption ends at the first of them.
-void showAnalogCaptions(const RunSetupBlock& setup, RunLoadView& view) {
-    for (int c = 1; c <= 8; ++c) {
-        const std::string& name = setup.AnalogName[c];
-        view.setAnalogCaption(c, name.substr(0, name.find('\0')));
-    }
-}
-
-// The hourglass and the progress control for as long as a load works.
-class Working {
-public:
-    Working(platform::Dialogs& dialogs, RunLoadView& view) : m_dialogs(dialogs), m_view(view) {
-        m_dialogs.setHourglass(true);
-        m_view.showProgress(true);
-    }
-    ~Working() {
-        m_view.showProgress(false);
-        m_dialogs.setHourglass(false);
-    }
-    Working(const Working&) = delete;
-    Working& operator=(const Working&) = delete;
-
-private:
-    platform::Dialogs& m_dialogs;
-    RunLoadView& m_view;
-};
-
-void reject(SharedState& state, platform::Dialogs& dialogs, const std::string& text, int style) {
-    dialogs.messageBox(text, style, programName);
-    state.LoadStatus = -1;
-}
-
 // Rows 1 to N of the main run and their largest speed; rows that the file does not hold stay as
 // they are and take no part in the speed.
-void readRows(RecordBytes file, int rows, SharedState& state) {
-    state.PeakSpeedRaw = 0;
+void readRows(RecordBytes file, int rows, OpenRun& run) {
+    run.PeakSpeedRaw = 0;
     for (int i = 1; i <= rows; ++i) {
         const RecordBytes record = runRecord(file, static_cast<std::size_t>(i) + 2);
         if (record.empty()) break;
-        if (!decode(record, state.Run.samples[i])) continue;
-        state.PeakSpeedRaw = std::max(state.PeakSpeedRaw, state.Run.samples[i].SpeedRaw);
+        if (!decode(record, run.image.samples[i])) continue;
+        run.PeakSpeedRaw = std::max(run.PeakSpeedRaw, run.image.samples[i].SpeedRaw);
     }
-    state.SampleCount = static_cast<std::uint16_t>(rows);
+    run.SampleCount = static_cast<std::uint16_t>(rows);
 }
 
 std::optional<float> single(double value) {
@@ -120,23 +89,23 @@ void takeSetup(const AppConfig& config, RunImage& run) {
 }
 
 // All records but the last are filled up with zero bytes; the file ends behind the tail block.
-platform::Bytes encodeRun(const SharedState& state) {
-    const int rows = std::min<int>(state.SampleCount, maxSamples);
+platform::Bytes encodeRun(const OpenRun& run, int sampleCount) {
+    const int rows = std::min(sampleCount, maxSamples);
     const auto behind = static_cast<std::size_t>(rows) + 2;
     ByteWriter writer((behind + 3) * runRecordWidth);
-    encodeHeaderLine(writer, state.RunHeaderLine);
+    encodeHeaderLine(writer, run.headerLine);
     writer.fillTo(runRecordWidth);
-    encode(writer, state.Run.header);
+    encode(writer, run.image.header);
     writer.fillTo(2 * runRecordWidth);
     for (int i = 1; i <= rows; ++i) {
-        encode(writer, state.Run.samples[i]);
+        encode(writer, run.image.samples[i]);
         writer.fillTo((static_cast<std::size_t>(i) + 2) * runRecordWidth);
     }
-    encode(writer, state.Run.setup);
+    encode(writer, run.image.setup);
     writer.fillTo((behind + 1) * runRecordWidth);
-    encode(writer, state.Run.analog);
+    encode(writer, run.image.analog);
     writer.fillTo((behind + 2) * runRecordWidth);
-    encode(writer, state.Run.tail);
+    encode(writer, run.image.tail);
     return writer.take();
 }
 
@@ -159,108 +128,124 @@ std::string memoryText(std::uint8_t code) {
     }
 }
 
-void prepareIndexEntry(SharedState& state) {
-    constexpr std::size_t nameLength = 12;
-    const std::string& path = state.DataFilePath;
-    RunIndexEntry& entry = state.RunIndexBuffer[1];
-    entry.FileName = path.substr(path.size() - std::min(path.size(), nameLength));
-    entry.Description = indexDescription(state.RunText);
+// The Data folder, made where the run belongs there and it is not there yet. A run that the user
+// saves elsewhere must not fail for want of the program's own folder.
+platform::WriteResult makeFolderOf(
+    const std::string& path, const std::string& appFolder, platform::Files& files) {
+    const std::string folder = dataFolder(appFolder, files);
+    const bool ownPlace = path.rfind(folder, 0) == 0;
+    if (!ownPlace || files.folderExists(folder)) return {};
+    return files.makeFolder(folder);
+}
+
+platform::WriteResult writeRecords(
+    const OpenRun& run, int sampleCount, const std::string& appFolder, platform::Files& files) {
+    if (auto made = makeFolderOf(run.path, appFolder, files); !made) return made;
+    platform::Bytes content = encodeRun(run, sampleCount);
+    // As in any file of records, what lies behind the last one written stays.
+    if (const auto old = files.read(run.path); old && old->size() > content.size()) {
+        content.insert(
+            content.end(), old->begin() + static_cast<std::ptrdiff_t>(content.size()), old->end());
+    }
+    return replaceKept(appFolder, run.path, content, files);
 }
 
 } // namespace
 
-std::string headerLine(const SharedState& state) {
+std::string headerLine(std::uint8_t DataType, const LoggerIdentity& logger, std::string RunText) {
     constexpr std::size_t longestWholeText = 48;
-    std::string text = state.RunText;
-    if (text.size() > longestWholeText) text = text.substr(0, longestWholeText - 1) + "#";
-    const std::string line = CStr(state.DataType) + " VRN" + CStr(state.LoggerModel) + " Ver " +
-                             versionText(state.LoggerVersion) + " " +
-                             memoryText(state.LoggerMemory) + "k Serial No" +
-                             Str(state.LoggerSerial) + " " + text;
+    if (RunText.size() > longestWholeText) RunText = RunText.substr(0, longestWholeText - 1) + "#";
+    const std::string line = CStr(DataType) + " VRN" + CStr(logger.LoggerModel) + " Ver " +
+                             versionText(logger.LoggerVersion) + " " +
+                             memoryText(logger.LoggerMemory) + "k Serial No" +
+                             Str(logger.LoggerSerial) + " " + RunText;
     return line.substr(0, longestHeaderLine);
 }
 
-void LoadRun(SharedState& state, const std::string& chosenName, const platform::Files& files,
-    platform::Dialogs& dialogs, RunLoadView& view) {
-    const std::string path = rightTrimmed(state.DataFilePath);
-    const auto file = files.read(path);
-    if (!file) {
-        return reject(state, dialogs, "File no Found                  \n" + path, missingStyle);
-    }
-    view.setCaption("Data File: " + rightTrimmed(chosenName));
-    // A file without any record counts as having an empty first one, so that it never passes for
-    // the run that was loaded before it.
-    if (file->empty()) {
-        state.RunHeaderLine.clear();
-    } else {
-        keepOnFailure(state.RunHeaderLine, decodeHeaderLine(runRecord(*file, 1)));
-    }
-    state.DataType = typeInFront(state.RunHeaderLine);
-    const auto facts = dataTypeFacts(state.DataType);
-    if (!facts || facts->rows == 0) {
-        dialogs.beep();
-        return reject(state, dialogs,
-            upperCased(path) + "\n\nIs Corrupt or Not a Kvo Data File\nand can't be lodded.",
-            platform::boxStyle::warning);
-    }
-    view.setScaleRight(facts->rows + 1);
-    {
-        const Working working(dialogs, view);
-        decode(runRecord(*file, 2), state.Run.header);
-        readRows(*file, facts->rows, state);
-        readBlocks(*file, facts->rows, state.Run);
-        showAnalogCaptions(state.Run.setup, view);
-        repairTimeOffset(state.Run.tail, state.DataType);
-    }
-    view.loadRunTimes();
+RunIndexEntry indexEntryOf(const std::string& path, const std::string& RunText) {
+    constexpr std::size_t nameLength = 12;
+    return {
+        path.substr(path.size() - std::min(path.size(), nameLength)), indexDescription(RunText)};
 }
 
-void LoadOverlayRun(SharedState& state, const std::string& chosenName, const platform::Files& files,
-    platform::Dialogs& dialogs, RunLoadView& view) {
-    const std::string path = rightTrimmed(state.DataFilePath);
-    const auto file = files.read(path);
-    if (!file) return reject(state, dialogs, " File no Found\n" + path, missingStyle);
-    view.appendOverlayCaption("    Overlay File: " + rightTrimmed(chosenName));
-    state.OverlayDataType = typeInFront(decodeHeaderLine(runRecord(*file, 1)).value_or(""));
-    const auto facts = dataTypeFacts(state.OverlayDataType);
-    if (!facts || facts->overlayRows == 0) {
-        return reject(state, dialogs, "Not a Kvo Data File", platform::boxStyle::warning);
-    }
-    const Working working(dialogs, view);
-    decode(runRecord(*file, 2), state.Overlay.header);
+LoadOutcome LoadRun(const std::string& path, OpenRun& run, platform::Files& files) {
+    const std::string trimmed = rightTrimmed(path);
+    const auto file = files.read(trimmed);
+    if (!file) return {LoadResult::missing, 0};
+    // A file without any record counts as having an empty first one, so that it never passes for
+    // the run that was loaded before it.
+    const std::string line = file->empty()
+                                 ? std::string()
+                                 : decodeHeaderLine(runRecord(*file, 1)).value_or(run.headerLine);
+    const std::uint8_t type = typeInFront(line);
+    const DataTypeFacts* facts = dataTypeFacts(type);
+    if (facts == nullptr || facts->rows == 0) return {LoadResult::notARun, type};
+    run.path = trimmed;
+    run.infoPath = infoFilePath(trimmed);
+    run.headerLine = line;
+    run.DataType = type;
+    decode(runRecord(*file, 2), run.image.header);
+    readRows(*file, facts->rows, run);
+    readBlocks(*file, facts->rows, run.image);
+    repairTimeOffset(run.image.tail, type);
+    run.times = LoadRunTimes(run.infoPath, files);
+    return {LoadResult::loaded, type};
+}
+
+LoadOutcome LoadOverlayRun(
+    const std::string& path, OpenRun& overlay, const platform::Files& files) {
+    const std::string trimmed = rightTrimmed(path);
+    const auto file = files.read(trimmed);
+    if (!file) return {LoadResult::missing, 0};
+    const std::string line = decodeHeaderLine(runRecord(*file, 1)).value_or("");
+    const std::uint8_t type = typeInFront(line);
+    const DataTypeFacts* facts = dataTypeFacts(type);
+    if (facts == nullptr || facts->overlayRows == 0) return {LoadResult::notARun, type};
+    overlay = {};
+    overlay.path = trimmed;
+    overlay.infoPath = infoFilePath(trimmed);
+    overlay.headerLine = line;
+    overlay.DataType = type;
+    decode(runRecord(*file, 2), overlay.image.header);
     // Required: the loop has no test for the end of the file, and takes blocks for rows where its
     // count is past those of the file.
     for (int i = 1; i <= facts->overlayRows; ++i) {
-        decode(runRecord(*file, static_cast<std::size_t>(i) + 2), state.Overlay.samples[i]);
+        decode(runRecord(*file, static_cast<std::size_t>(i) + 2), overlay.image.samples[i]);
     }
-    readBlocks(*file, facts->overlayRows, state.Overlay);
-    showAnalogCaptions(state.Overlay.setup, view);
-    repairTimeOffset(state.Overlay.tail, state.OverlayDataType);
+    overlay.SampleCount = static_cast<std::uint16_t>(facts->overlayRows);
+    readBlocks(*file, facts->overlayRows, overlay.image);
+    repairTimeOffset(overlay.image.tail, type);
+    return {LoadResult::loaded, type};
 }
 
-void ReadHeaderLine(SharedState& state, const platform::Files& files) {
-    const auto file = files.read(rightTrimmed(state.DataFilePath));
-    if (file) keepOnFailure(state.RunHeaderLine, decodeHeaderLine(runRecord(*file, 1)));
+LoadMessage loadMessage(LoadResult result, const std::string& path) {
+    const std::string trimmed = rightTrimmed(path);
+    if (result == LoadResult::missing) {
+        return {"File no Found                  \n" + trimmed, missingStyle, false};
+    }
+    return {upperCased(trimmed) + "\n\nIs Corrupt or Not a Kvo Data File\nand can't be lodded.",
+        platform::boxStyle::warning, true};
 }
 
-platform::WriteResult SaveRun(SharedState& state, platform::Files& files) {
-    const std::string folder = dataFolder(state.AppFolder, files);
-    // A run that the user saves elsewhere must not fail for want of the program's own folder.
-    const bool ownPlace = state.DataFilePath.rfind(folder, 0) == 0;
-    if (ownPlace && !files.folderExists(folder)) {
-        if (auto made = files.makeFolder(folder); !made) return made;
+LoadMessage overlayLoadMessage(LoadResult result, const std::string& path) {
+    if (result == LoadResult::missing) {
+        return {" File no Found\n" + rightTrimmed(path), missingStyle, false};
     }
-    if (state.SaveMode != -1) state.RunHeaderLine = headerLine(state);
-    if (state.SaveMode == 0) takeSetup(state.Config, state.Run);
-    platform::Bytes content = encodeRun(state);
-    // As in any file of records, what lies behind the last one written stays.
-    if (const auto old = files.read(state.DataFilePath); old && old->size() > content.size()) {
-        content.insert(
-            content.end(), old->begin() + static_cast<std::ptrdiff_t>(content.size()), old->end());
-    }
-    auto written = replaceKept(state.AppFolder, state.DataFilePath, content, files);
-    if (written && state.SaveMode == 0) prepareIndexEntry(state);
-    return written;
+    return {"Not a Kvo Data File", platform::boxStyle::warning, false};
+}
+
+platform::WriteResult SaveRun(
+    OpenRun& run, const FreshRun& fresh, const std::string& appFolder, platform::Files& files) {
+    run.headerLine = headerLine(run.DataType, fresh.logger, fresh.RunText);
+    takeSetup(fresh.Config, run.image);
+    return writeRecords(run, run.SampleCount, appFolder, files);
+}
+
+platform::WriteResult SaveRun(
+    const OpenRun& run, const std::string& appFolder, platform::Files& files) {
+    const DataTypeFacts* facts = dataTypeFacts(run.DataType);
+    const int ofType = facts != nullptr ? facts->rows : 0;
+    return writeRecords(run, std::max<int>(run.SampleCount, ofType), appFolder, files);
 }
 
 } // namespace kvo::core

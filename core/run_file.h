@@ -1,52 +1,75 @@
 #pragma once
 // Run files: 84-byte records, read as main run or overlay, and written. Layout in
-// docs/file-formats.md.
-#include "core/shared_state.h"
-#include "platform/dialogs.h"
+// docs/file-formats.md. What a load has to say to the user is given as a value; nobody is asked or
+// told here.
+#include "core/config_record.h"
+#include "core/open_run.h"
+#include "core/run_index.h"
 #include "platform/files.h"
 
+#include <cstdint>
 #include <string>
 
 namespace kvo::core {
 
-// What a load shows while it works; the graph window implements it.
-class RunLoadView {
-public:
-    virtual ~RunLoadView() = default;
-    virtual void setCaption(const std::string& caption) = 0;           // window caption, main run
-    virtual void appendOverlayCaption(const std::string& caption) = 0; // "    Overlay File: " ...
-    virtual void setScaleRight(int right) = 0; // trend scale (0, 1100)-(right, 0)
-    virtual void setAnalogCaption(int channel, const std::string& caption) = 0;
-    virtual void showProgress(bool on) = 0;
-    virtual void loadRunTimes() = 0; // fills the time boxes from the info file
+enum class LoadResult {
+    loaded,
+    missing, // the file cannot be opened: nothing was read
+    notARun  // no known data type stands in front of its header line
 };
 
-// A view that shows nothing.
-class NoRunLoadView : public RunLoadView {
-public:
-    void setCaption(const std::string&) override {}
-    void appendOverlayCaption(const std::string&) override {}
-    void setScaleRight(int) override {}
-    void setAnalogCaption(int, const std::string&) override {}
-    void showProgress(bool) override {}
-    void loadRunTimes() override {}
+struct LoadOutcome {
+    LoadResult result = LoadResult::loaded;
+    std::uint8_t DataType = 0; // what stands in front of the header line, also of a file refused
+    explicit operator bool() const { return result == LoadResult::loaded; }
 };
 
-// Reads state.DataFilePath as the main run. `chosenName` is what the caption names. On failure
-// LoadStatus is -1 and a message was shown; what was read up to there stays.
-void LoadRun(SharedState& state, const std::string& chosenName, const platform::Files& files,
-    platform::Dialogs& dialogs, RunLoadView& view);
-// The same for the overlay image. SampleCount, PeakSpeedRaw and RunHeaderLine stay.
-void LoadOverlayRun(SharedState& state, const std::string& chosenName, const platform::Files& files,
-    platform::Dialogs& dialogs, RunLoadView& view);
-// Reads the header line of state.DataFilePath into RunHeaderLine, which stays where there is none.
-void ReadHeaderLine(SharedState& state, const platform::Files& files);
-// Writes the main run to state.DataFilePath (SaveMode 0: a fresh run that takes the setup of the
-// configuration and prepares RunIndexBuffer(1); -1: a changed run). On failure nothing on disk has
-// changed and the run is still in memory.
-[[nodiscard]] platform::WriteResult SaveRun(SharedState& state, platform::Files& files);
+// Reads the file at `path` as the main run, with its track times. Rows and blocks that the file
+// does not hold stay as they were in `run`, but for the tail block. Unless loaded, `run` is as it
+// was. A missing info file is created empty.
+LoadOutcome LoadRun(const std::string& path, OpenRun& run, platform::Files& files);
+// The same for the overlay, into a fresh image, so that a shorter one shows none of the rows, names
+// and scales of the one before: no track times and no largest speed, and SampleCount is the count
+// of the overlay's own reader.
+LoadOutcome LoadOverlayRun(const std::string& path, OpenRun& overlay, const platform::Files& files);
+
+// What the user is told of a file that did not load.
+struct LoadMessage {
+    std::string text;
+    int style = 0; // of the message box
+    bool beep = false;
+};
+LoadMessage loadMessage(LoadResult result, const std::string& path);
+LoadMessage overlayLoadMessage(LoadResult result, const std::string& path);
+
+// What a logger says of itself in a header line.
+struct LoggerIdentity {
+    std::uint8_t LoggerModel = 0;
+    std::uint8_t LoggerVersion = 0; // 1 to 10 stand for "1.0" to "1.9"
+    std::uint8_t LoggerMemory = 0;  // 1 is 32k, 2 is 128k, 3 is 512k
+    std::int16_t LoggerSerial = 0;
+};
+
+// What makes a run of a download: its logger, its text, and the setup of the day.
+struct FreshRun {
+    const LoggerIdentity& logger;
+    const std::string& RunText;
+    const AppConfig& Config;
+};
+
+// Writes a run that was just downloaded to run.path: it takes the setup of the configuration and a
+// header line of its own. `appFolder` is the program's folder, where copies of what is overwritten
+// are kept. On failure the file is as it was and the run is still in memory.
+[[nodiscard]] platform::WriteResult SaveRun(
+    OpenRun& run, const FreshRun& fresh, const std::string& appFolder, platform::Files& files);
+// Writes a run that was read from run.path and changed, under its own header line and with all rows
+// of its data type, also where the graph shows fewer. On failure the file is as it was.
+[[nodiscard]] platform::WriteResult SaveRun(
+    const OpenRun& run, const std::string& appFolder, platform::Files& files);
 
 // The text of record 1 for a fresh run; at most 82 characters.
-std::string headerLine(const SharedState& state);
+std::string headerLine(std::uint8_t DataType, const LoggerIdentity& logger, std::string RunText);
+// The index entry of a fresh run: the last 12 characters of its path, and its text.
+RunIndexEntry indexEntryOf(const std::string& path, const std::string& RunText);
 
 } // namespace kvo::core

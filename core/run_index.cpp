@@ -183,18 +183,19 @@ platform::WriteResult writeRunIndex(const std::string& appFolder,
     return replaceKept(appFolder, indexPath(appFolder, files), index, files);
 }
 
-platform::WriteResult AddRunToIndex(const SharedState& state, platform::Files& files) {
-    const std::string folder = dataFolder(state.AppFolder, files);
+platform::WriteResult AddRunToIndex(const std::string& appFolder, const RunIndexEntry& entry,
+    IndexOrder order, platform::Files& files) {
+    const std::string folder = dataFolder(appFolder, files);
     if (!files.folderExists(folder)) {
         if (auto made = files.makeFolder(folder); !made) return made;
     }
-    const std::string path = indexPath(state.AppFolder, files);
+    const std::string path = indexPath(appFolder, files);
     auto old = files.read(path);
     if (!old && files.exists(path)) return {false, path + " cannot be read."};
-    LongerIndex index{old ? std::move(*old) : platform::Bytes{}, record(state.RunIndexBuffer[1])};
+    LongerIndex index{old ? std::move(*old) : platform::Bytes{}, record(entry)};
     completeLastRecord(index.records);
     // Every record that was there is there again, so no copy of the old index is kept.
-    return files.write(path, inOrder(index, state.IndexNoSort != -1));
+    return files.write(path, inOrder(index, order == IndexOrder::sorted));
 }
 
 std::string suggestTitle(std::string_view lastDescription, const platform::DateTime& today) {

@@ -1,6 +1,5 @@
 #pragma once
 // KvoData.Ini: 240-byte records that map run files to descriptions; names, titles and date keys.
-#include "core/shared_state.h"
 #include "platform/clock.h"
 #include "platform/files.h"
 
@@ -10,6 +9,13 @@
 #include <vector>
 
 namespace kvo::core {
+
+// One line of the run index: 80 and 160 characters in the file.
+struct RunIndexEntry {
+    std::string FileName;
+    std::string Description;
+    friend bool operator==(const RunIndexEntry&, const RunIndexEntry&) = default;
+};
 
 // Number by which descriptions sort: century, month, day, run number (two characters each).
 std::int32_t RunDateKey(std::string_view description);
@@ -29,8 +35,12 @@ std::vector<RunIndexEntry> readRunIndex(const std::string& path, const platform:
 // Rewrites the whole index; a copy of the old one is kept in Backup/ first.
 [[nodiscard]] platform::WriteResult writeRunIndex(const std::string& appFolder,
     const std::vector<RunIndexEntry>& entries, platform::Files& files);
-// Adds RunIndexBuffer(1) and, unless IndexNoSort, sorts newest first; read once, written once.
-[[nodiscard]] platform::WriteResult AddRunToIndex(const SharedState& state, platform::Files& files);
+// Whether the index is sorted, newest first, when a run is added: an import does, a download puts
+// its run at the end.
+enum class IndexOrder { sorted, asItIs };
+// Adds a run to the index; read once, written once.
+[[nodiscard]] platform::WriteResult AddRunToIndex(const std::string& appFolder,
+    const RunIndexEntry& entry, IndexOrder order, platform::Files& files);
 
 // The title offered for the next download: from the last description ("" for none) and today.
 std::string suggestTitle(std::string_view lastDescription, const platform::DateTime& today);

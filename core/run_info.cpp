@@ -84,7 +84,7 @@ RunInfo LoadRunInfo(
     return info;
 }
 
-RunTimes LoadRunTimes(const std::string& infoPath, platform::Files& files) {
+TrackTimes LoadRunTimes(const std::string& infoPath, platform::Files& files) {
     const platform::Bytes file = readOrCreate(infoPath, files);
     return {textOf(file, 5), textOf(file, 6), textOf(file, 7), textOf(file, 8), textOf(file, 9),
         textOf(file, 10)};

@@ -1,6 +1,7 @@
 #pragma once
 // Info files: the notes, the measured times and the vehicle's setup of one run, beside its run
 // file. 61 texts in records of 400 bytes.
+#include "core/open_run.h"
 #include "core/run_times.h"
 #include "core/vehicle_setup.h"
 #include "platform/files.h"
@@ -25,16 +26,6 @@ struct RunInfo {
     VehicleSetup setup; // InfoText(i) and Text(i)
 };
 
-// The six boxes of the graph.
-struct RunTimes {
-    std::string Text_60FootTime;
-    std::string Text_330FootTime;
-    std::string Text_660FootTime;
-    std::string Text_660FootSpeed;
-    std::string Text_1000FootTime;
-    std::string Text_ET;
-};
-
 // Path of the info file: that of the run with "i" as its last character.
 std::string infoFilePath(const std::string& dataFilePath);
 
@@ -43,7 +34,7 @@ std::string infoFilePath(const std::string& dataFilePath);
 RunInfo LoadRunInfo(
     const std::string& infoPath, const VehicleSetup& defaults, platform::Files& files);
 // Records 5 to 10, as LoadRun shows them. A missing file is created empty.
-RunTimes LoadRunTimes(const std::string& infoPath, platform::Files& files);
+TrackTimes LoadRunTimes(const std::string& infoPath, platform::Files& files);
 // Writes the info file, then, if there is an elapsed time, the run's entry in KvoTimes. Texts are
 // right-trimmed, and cut to the 398 characters of a record.
 [[nodiscard]] platform::WriteResult SaveRunInfo(const std::string& appFolder,

@@ -1,8 +1,10 @@
 #include "graph/cursor.h"
 
 #include "channels/derived.h"
+#include "channels/sample_place.h"
 #include "core/basic/format.h"
 #include "core/basic/numbers.h"
+#include "core/data_types.h"
 #include "graph/curves.h"
 
 #include <array>
@@ -41,7 +43,7 @@ bool between(float y, float low, float high) {
 }
 
 std::optional<std::string> switchUnder(
-    float y, const RunPlace& run, const std::optional<RunPlace>& overlay) {
+    float y, const SamplePlace& run, const std::optional<SamplePlace>& overlay) {
     for (const SwitchZone& zone : switchZones) {
         if (between(y, zone.low, zone.high) && (run.row().Status & zone.bit) != 0) {
             return std::string(" ") + zone.name;
@@ -56,10 +58,29 @@ std::optional<std::string> switchUnder(
 
 // --- The curves
 
-// Value of a curve at the sample, without smoothing: none where there is none to be hit.
-Reading curveValue(const RunPlace& at, const ChannelFacts& facts) {
+// Value of an exhaust's curve as it is drawn; none where the labels' type has no exhausts that are
+// found under the pointer.
+Reading exhaustValue(const SamplePlace& at, int n) {
+    if (core::exhaustsOf(at.view.labelType) != core::Exhausts::own) return Reading::none();
     const RunSample& row = at.row();
-    const auto ratio = primaryRatio(at.ratioDrive);
+    if (core::exhaustsOf(at.view.drawType) != core::Exhausts::timeShared)
+        return Reading::of(row.Exhaust[n]);
+    return sharedExhaust(row) == n ? Reading::of(row.Analog[7]) : Reading::none();
+}
+
+Reading tyreGrowthValue(const SamplePlace& at) {
+    const RunSample& row = at.row();
+    // Where the growth has no value its curve runs at the foot, which is not hit.
+    const Reading growth = tyreGrowthMouse(row.SpeedRaw, row.OutputRpm, at.view.image->analog);
+    if (!growth.hasValue()) return growth;
+    return tyreGrowthDrawn(row.SpeedRaw, row.OutputRpm, at.view.image->analog);
+}
+
+// Value of a curve at the sample as it is drawn, without smoothing; none where there is none to be
+// hit. `ownRatio` and `drawnRatio` are the primary drives of the clutch and of slip and ratio.
+Reading curveValue(
+    const SamplePlace& at, const ChannelFacts& facts, double ownRatio, double drawnRatio) {
+    const RunSample& row = at.row();
     switch (facts.kind) {
     case ChannelKind::engine:
         return Reading::of(row.EngineRpm);
@@ -69,55 +90,47 @@ Reading curveValue(const RunPlace& at, const ChannelFacts& facts) {
         return Reading::of(row.OutputRpm);
     case ChannelKind::mph:
         return Reading::of(row.SpeedRaw);
-    case ChannelKind::clutch: {
-        const auto own = primaryRatio(at.image.header);
-        return own ? Reading::of(clutchRpm(*own, row.EngineRpm)) : Reading::failed();
-    }
+    case ChannelKind::clutch:
+        return Reading::of(clutchRpm(ownRatio, row.EngineRpm));
     case ChannelKind::slip:
-        return ratio ? slipMouse(*ratio, row.EngineRpm, row.InputRpm) : Reading::failed();
+        return slipMouse(drawnRatio, row.EngineRpm, row.InputRpm);
     case ChannelKind::ratio:
-        return ratio ? ratioMouse(*ratio, row.EngineRpm, row.OutputRpm) : Reading::failed();
+        return ratioMouse(drawnRatio, row.EngineRpm, row.OutputRpm);
     case ChannelKind::rocos:
-        return rocosDrawn(at.image, at.sampleCount, at.sample);
-    case ChannelKind::tyreGrowth: {
-        // Where the growth has no value its curve runs at the foot, which is not hit.
-        const Reading growth = tyreGrowthMouse(row.SpeedRaw, row.OutputRpm, at.image.analog);
-        if (!growth.hasValue()) return growth;
-        return tyreGrowthDrawn(row.SpeedRaw, row.OutputRpm, at.image.analog);
-    }
+        return rocosDrawn(*at.view.image, at.view.rows, at.sample);
+    case ChannelKind::tyreGrowth:
+        return tyreGrowthValue(at);
     case ChannelKind::analog:
-        if (facts.number > lastAnalog(at.dataType)) return Reading::none();
+        if (facts.number > core::analogsOf(at.view.labelType)) return Reading::none();
         return Reading::of(
-            analogDrawn(row.Analog[facts.number], at.image.tail.AnalogTypes[facts.number]));
+            analogDrawn(row.Analog[facts.number], at.view.image->tail.AnalogTypes[facts.number]));
     case ChannelKind::exhaust:
         break;
     }
-    // Time-shared exhausts are not found under the pointer.
-    return hasExhausts(at.dataType) ? Reading::of(row.Exhaust[facts.number]) : Reading::none();
+    return exhaustValue(at, facts.number);
 }
 
 // Writes the text of a hit.
 class HitText {
 public:
-    HitText(
-        core::SharedState& state, GraphView& view, const RunPlace& at, const PointerLabels& labels)
-        : m_state(state), m_view(view), m_at(at), m_labels(labels) {}
+    HitText(const ReadOutInput& input, const SamplePlace& at, const PointerLabels& labels)
+        : m_input(input), m_at(at), m_labels(labels) {}
 
     std::optional<std::string> of(const ChannelFacts& facts) {
         if (facts.kind == ChannelKind::analog) return analog(facts.number);
-        return (m_at.overlay ? " Overlay" : "") + own(facts);
+        return (m_at.view.overlay ? " Overlay" : "") + own(facts);
     }
 
 private:
+    // With the primary drive of the run that the text is about.
     std::string own(const ChannelFacts& facts) {
         const RunSample& row = m_at.row();
-        const double ratio = primaryRatio(m_at.ratioDrive).value_or(0);
+        const double ratio = primaryRatio(m_at.view.ownDrive()).value_or(0);
         switch (facts.kind) {
         case ChannelKind::engine:
             return " Engine Rpm = " + CStr(row.EngineRpm);
         case ChannelKind::clutch:
-            return " Clutch Rpm = " +
-                   CStr(clutchRpm(primaryRatio(m_at.image.header).value_or(0), row.EngineRpm));
+            return " Clutch Rpm = " + CStr(clutchRpm(ratio, row.EngineRpm));
         case ChannelKind::input:
             return " Input Rpm = " + CStr(row.InputRpm);
         case ChannelKind::output:
@@ -129,41 +142,45 @@ private:
             return " Drive Ratio = " +
                    Format(ratioDrawn(ratio, row.EngineRpm, row.OutputRpm), "##0.00");
         case ChannelKind::mph:
-            // Required: a picture for the run, the plain number for the overlay.
-            return " Mph = " +
-                   (m_at.overlay ? CStr(mph(row.SpeedRaw)) : Format(mph(row.SpeedRaw), "##0.00 "));
+            return " Mph = " + speed(row);
         case ChannelKind::rocos:
             return " RoCoS = " + rocos();
         case ChannelKind::tyreGrowth:
-            return " Tyre Growth = " +
-                   Format(tyreGrowthMouse(row.SpeedRaw, row.OutputRpm, m_at.image.analog).value,
-                       m_at.overlay ? "##00.00 in" : "##0.00 in");
+            return " Tyre Growth = " + growth(row);
         case ChannelKind::analog:
         case ChannelKind::exhaust:
             break;
         }
         return " Exhaust Temp " + CStr(facts.number) + " = " +
-               CStr(temperature(row.Exhaust[facts.number], m_state.Config.Exhaust));
+               CStr(temperature(row.Exhaust[facts.number], m_input.config.Exhaust));
+    }
+
+    std::string speed(const RunSample& row) const {
+        // Required: a picture for the run, the plain number for the overlay.
+        return m_at.view.overlay ? CStr(mph(row.SpeedRaw)) : Format(mph(row.SpeedRaw), "##0.00 ");
+    }
+
+    std::string growth(const RunSample& row) const {
+        const Reading value = tyreGrowthMouse(row.SpeedRaw, row.OutputRpm, m_at.view.image->analog);
+        return Format(value.value, m_at.view.overlay ? "##00.00 in" : "##0.00 in");
     }
 
     std::string rocos() {
-        m_view.RocosFromOverlay = m_at.overlay ? -1 : 0;
-        const TextReading text = RoCoS_Cal(m_at.image, m_at.sampleCount, m_at.sample);
-        if (text.hasText()) m_view.RocosText = text.text;
-        m_view.RocosFromOverlay = 0;
-        return m_view.RocosText;
+        const TextReading text = RoCoS_Cal(*m_at.view.image, m_at.view.rows, m_at.sample);
+        m_input.view.RocosText = text.hasText() ? text.text : std::string();
+        return m_input.view.RocosText;
     }
 
     std::optional<std::string> analog(int n) {
-        const TextReading value = analogRead(analogSetup(m_at.image, n), m_at.row().Analog[n],
-            m_state.Config.Exhaust, m_state.AnalogPicture);
+        const TextReading value = analogRead(analogSetup(*m_at.view.image, n), m_at.row().Analog[n],
+            m_input.config.Exhaust, m_input.analogPicture);
         if (!value.hasText()) return std::nullopt;
-        return (m_at.overlay ? " Overlay " : "") + m_labels.analogCaption(n) + " = " + value.text;
+        return (m_at.view.overlay ? " Overlay " : "") + m_labels.analogCaption(n) + " = " +
+               value.text;
     }
 
-    core::SharedState& m_state;
-    GraphView& m_view;
-    RunPlace m_at;
+    const ReadOutInput& m_input;
+    SamplePlace m_at;
     const PointerLabels& m_labels;
 };
 
@@ -172,19 +189,26 @@ struct Search {
     std::optional<std::string> text;
 };
 
-Search curveUnder(core::SharedState& state, GraphView& view, float y, const RunPlace& at,
-    const PointerLabels& labels) {
+bool needsDrive(ChannelKind kind) {
+    return kind == ChannelKind::clutch || kind == ChannelKind::slip || kind == ChannelKind::ratio;
+}
+
+// A run without basket teeth ends the search at its first curve that needs the primary drive. Any
+// other value that cannot be formed leaves its own curve out.
+Search curveUnder(
+    const ReadOutInput& input, float y, const SamplePlace& at, const PointerLabels& labels) {
+    const auto ownRatio = primaryRatio(at.view.ownDrive());
+    const auto drawnRatio = primaryRatio(*at.view.slipDrive);
     for (const int channel : labelOrder()) {
         if (!labels.valueEnabled(channel)) continue;
         const ChannelFacts& facts = channelFacts(channel);
-        const Reading value = curveValue(at, facts);
-        if (value.hasFailed()) return {true, std::nullopt};
+        if (needsDrive(facts.kind) && (!ownRatio || !drawnRatio)) return {true, std::nullopt};
+        const Reading value = curveValue(at, facts, ownRatio.value_or(0), drawnRatio.value_or(0));
         if (!value.hasValue()) continue;
-        const auto height =
-            curveHeight(state.Config, channel, value.value, view.RpmScale, view.MphScale);
-        if (!height) return {true, std::nullopt};
-        if (std::abs(*height - y) >= hitDistance) continue;
-        return {true, HitText(state, view, at, labels).of(facts)};
+        const auto height = curveHeight(
+            input.config, channel, value.value, input.view.RpmScale, input.view.MphScale);
+        if (!height || std::abs(*height - y) >= hitDistance) continue;
+        return {true, HitText(input, at, labels).of(facts)};
     }
     return {};
 }
@@ -204,26 +228,16 @@ std::optional<std::int16_t> cursorAt(double x) {
 }
 
 std::optional<std::string> textUnderPointer(
-    core::SharedState& state, GraphView& view, float x, float y, const PointerLabels& labels) {
+    const ReadOutInput& input, float x, float y, const PointerLabels& labels) {
     const auto sample = cursorAt(x);
-    if (!sample || !onRun(state, *sample)) return std::nullopt;
-    const RunPlace run = runPlace(state, *sample);
-    const auto overlay = overlayPlace(state, *sample);
-    if (auto text = switchUnder(y, run, overlay)) return text;
-    Search search = curveUnder(state, view, y, run, labels);
-    if (!search.ended && overlay) search = curveUnder(state, view, y, *overlay, labels);
+    if (!sample) return std::nullopt;
+    const auto run = placeAt(input.runs.run, *sample);
+    if (!run) return std::nullopt;
+    const auto overlay = placeAt(input.runs.overlay, *sample);
+    if (auto text = switchUnder(y, *run, overlay)) return text;
+    Search search = curveUnder(input, y, *run, labels);
+    if (!search.ended && overlay) search = curveUnder(input, y, *overlay, labels);
     return search.text;
-}
-
-AverageMark averageMark(float x1, float x2) {
-    AverageMark mark;
-    mark.wordX = static_cast<float>((static_cast<double>(x1) + x2) / 2 - 137);
-    return mark;
-}
-
-platform::Colour timeLineColour(std::int32_t graphBackColour) {
-    // Required: compared with the number 12, not with the colour of that number.
-    return platform::paletteColour(graphBackColour == 12 ? 4 : 12);
 }
 
 } // namespace kvo::graph

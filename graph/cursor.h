@@ -1,8 +1,6 @@
 #pragma once
 // The pointer and the keys over the surface: how far a key moves the time line, and the name and
 // value of the curve that lies under the pointer.
-#include "channels/sample_place.h"
-#include "core/shared_state.h"
 #include "graph/read_outs.h"
 #include "graph/view.h"
 
@@ -26,20 +24,9 @@ struct PointerLabels {
 };
 // The text for what lies under (x, y) of the surface: a bar of the switches, else the first curve
 // within 5 units, of the run before the overlay; nothing where there is none, so that the label
-// keeps its text. Sets RocosText and the analog picture.
+// keeps its text. A curve that has no value there is not found. Sets RocosText and the analog
+// picture.
 std::optional<std::string> textUnderPointer(
-    core::SharedState& state, GraphView& view, float x, float y, const PointerLabels& labels);
-
-// The right button's drag from x1 to x2: where the word "AVERAGE" begins.
-struct AverageMark {
-    float wordX = 0;
-    float wordY = 600;
-    float wordSize = 25;  // points
-    float sizeBehind = 7; // the surface's font size from then on
-};
-AverageMark averageMark(float x1, float x2);
-
-// Colour of the time line.
-platform::Colour timeLineColour(std::int32_t graphBackColour);
+    const ReadOutInput& input, float x, float y, const PointerLabels& labels);
 
 } // namespace kvo::graph

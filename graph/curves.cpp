@@ -2,6 +2,8 @@
 
 #include "channels/channels.h"
 #include "channels/derived.h"
+#include "channels/sample_place.h"
+#include "core/data_types.h"
 
 #include <cmath>
 #include <cstdint>
@@ -18,6 +20,17 @@ using platform::Point;
 
 constexpr int rpmWindow = 5;   // samples of a running average of rpm and speed
 constexpr int byteWindow = 10; // and of analogs and exhausts
+
+// A run and how it lies on the surface, as each channel's routine needs it.
+struct CurveSource {
+    const core::RunImage* image;        // rows, analog types, tyre setup
+    const core::RunHeader* drive;       // primary drive of slip and ratio
+    const core::RunHeader* clutchDrive; // primary drive of the clutch channel
+    int sampleCount;                    // rows gone through
+    int step;                           // samples a point
+    bool timeSharedExhausts;
+    int shiftX; // added to the sample number
+};
 
 // How the values of a channel become heights.
 class HeightRule {
@@ -174,7 +187,7 @@ int traceSharedExhaust(
     const CurveSource& source, const HeightRule& height, int n, std::vector<Point>& points) {
     return trace(source, height, 1, points, [&](int i) {
         const RunSample& row = source.image->rowOrZero(i);
-        return ((row.Status >> 4) & 7) == n - 1 ? Reading::of(row.Analog[7]) : Reading::none();
+        return sharedExhaust(row) == n ? Reading::of(row.Analog[7]) : Reading::none();
     });
 }
 
@@ -208,10 +221,12 @@ std::optional<float> curveHeight(
     return std::isfinite(y) ? std::optional<float>(y) : std::nullopt;
 }
 
-int makeCurve(
-    const CurveSource& source, const AppConfig& config, int channel, std::vector<Point>& points) {
+int makeCurve(const RunView& run, const CurveScale& scale, const AppConfig& config, int channel,
+    std::vector<Point>& points) {
+    const CurveSource source{run.image, run.slipDrive, &run.ownDrive(), run.rows, scale.step,
+        core::exhaustsOf(run.drawType) == core::Exhausts::timeShared, -run.shift};
     const ChannelFacts& facts = channelFacts(channel);
-    const HeightRule height(config, channel, source.rpmScale, source.mphScale);
+    const HeightRule height(config, channel, scale.rpmScale, scale.mphScale);
     const bool smooth = smoothed(config, facts);
     const core::RunImage& image = *source.image;
     points.clear();
@@ -245,7 +260,8 @@ int makeCurve(
     case ChannelKind::analog:
         return traceAnalog(source, height, facts.number, smooth, points);
     case ChannelKind::exhaust:
-        if (source.dataType == 20) return traceSharedExhaust(source, height, facts.number, points);
+        if (source.timeSharedExhausts)
+            return traceSharedExhaust(source, height, facts.number, points);
         return traceExhaust(source, height, facts.number, smooth, points);
     }
     return 0;

@@ -1,8 +1,8 @@
 #pragma once
 // The polyline of a channel as values: from the rows of a run, through smoothing and the channel's
 // formula, to points in the scale of Trend.
+#include "channels/run_view.h"
 #include "core/config_record.h"
-#include "core/records.h"
 #include "platform/draw/surface.h"
 
 #include <optional>
@@ -10,24 +10,18 @@
 
 namespace kvo::graph {
 
-// Which run a curve is made of, and how it lies on the surface.
-struct CurveSource {
-    const core::RunImage* image = nullptr;        // rows, analog types, tyre setup
-    const core::RunHeader* drive = nullptr;       // primary drive of slip and ratio
-    const core::RunHeader* clutchDrive = nullptr; // primary drive of the clutch channel
-    int sampleCount = 0; // rows gone through, 0 to 65535; rows past the array read as zeros
+// How values become places on the surface.
+struct CurveScale {
     int step = 1;        // samples a point, 1 or more
-    int dataType = 0;    // 20: time-shared exhausts
-    int shiftX = 0;      // added to the sample number
     int rpmScale = 0;    // rpm a unit
     double mphScale = 0; // units a mph
 };
 
-// Fills `points` with the targets of the polyline of a channel. Gives how many samples were
-// visited. A run-time failure (no basket teeth, a number that does not fit) ends the curve: the
-// points made before it stay.
-int makeCurve(const CurveSource& source, const core::AppConfig& config, int channel,
-    std::vector<platform::Point>& points);
+// Fills `points` with the targets of the polyline of a channel of a run. Gives how many samples
+// were visited. A run-time failure (no basket teeth, a number that does not fit) ends the curve:
+// the points made before it stay.
+int makeCurve(const channels::RunView& run, const CurveScale& scale, const core::AppConfig& config,
+    int channel, std::vector<platform::Point>& points);
 
 // Height of a channel's value v on the surface; nothing where it is no single (a run-time failure).
 std::optional<float> curveHeight(

@@ -1,5 +1,8 @@
 #include "graph/drawing.h"
 
+#include "core/data_types.h"
+#include "core/paths.h"
+
 namespace kvo::graph {
 
 using namespace channels;
@@ -35,61 +38,52 @@ int countOn(const AppConfig& config, int first, int last) {
     return count;
 }
 
-bool hasExhausts(int type) {
-    return type == 25 || type == 32 || type == 43;
-}
-
-std::string baseName(const std::string& path) {
-    const std::size_t separator = path.find_last_of("/\\");
-    return separator == std::string::npos ? path : path.substr(separator + 1);
+int countExhausts(const AppConfig& config) {
+    return countOn(config, exhaustChannel(1), exhaustChannel(8));
 }
 
 } // namespace
 
 double progressMax(const AppConfig& config, int dataType, int sampleCount) {
     int count = 1 + countOfEveryType(config);
-    if (dataType == 17 || hasExhausts(dataType)) {
+    if (core::analogsOf(dataType) == 8) {
         count += countOn(config, analogChannel(5), analogChannel(8));
         count += countOn(config, clutchChannel, clutchChannel);
     }
-    if (hasExhausts(dataType)) count += countOn(config, exhaustChannel(1), exhaustChannel(8));
+    if (core::exhaustsOf(dataType) == core::Exhausts::own) count += countExhausts(config);
     return static_cast<double>(count) * sampleCount;
 }
 
 double overlayProgressMax(const AppConfig& config, int overlayDataType, int sampleCount) {
     int count = 1 + countOfEveryType(config);
-    if (overlayDataType > 16) {
-        count += countOn(config, analogChannel(5), analogChannel(overlayDataType == 20 ? 6 : 8));
-        if (overlayDataType == 20 || hasExhausts(overlayDataType)) {
-            count += countOn(config, exhaustChannel(1), exhaustChannel(8));
-        }
-    }
+    count += countOn(config, analogChannel(5), analogChannel(core::analogsOf(overlayDataType)));
+    if (core::exhaustsOf(overlayDataType) != core::Exhausts::none) count += countExhausts(config);
     return static_cast<double>(count) * sampleCount;
 }
 
-TrendDrawing::TrendDrawing(core::SharedState& state, GraphView& view, TrendHost& host)
-    : m_state(state), m_view(view), m_host(host) {}
+TrendDrawing::TrendDrawing(AppConfig& config, const core::OpenRun& run,
+    const core::OpenRun& overlay, GraphView& view, TrendHost& host)
+    : m_config(config), m_run(run), m_overlay(overlay), m_view(view), m_host(host) {}
 
 bool TrendDrawing::DrawTrend() {
-    AppConfig& config = m_state.Config;
     platform::Surface& trend = m_host.trend();
     m_host.setTrendHourglass(true);
     trend.setAutoRedraw(true);
     trend.setDrawMode(drawModeCopy);
     trend.cls();
     const bool drawable = trend.usable();
-    if (drawable && m_state.SampleCount != 0) {
-        if (unsetResolution(config.G_Res)) config.G_Res = usualResolution;
-        m_host.showLabels(drawTrendLabels(m_state.DataType, config));
-        m_host.setProgressMax(progressMax(config, m_state.DataType, m_state.SampleCount));
-        m_host.showLoading("Loading:", baseName(m_state.DataFilePath));
+    if (drawable && m_run.SampleCount != 0) {
+        if (unsetResolution(m_config.G_Res)) m_config.G_Res = usualResolution;
+        m_host.showLabels(drawTrendLabels(m_run.DataType, m_config));
+        m_host.setProgressMax(progressMax(m_config, m_run.DataType, m_run.SampleCount));
+        m_host.showLoading("Loading:", core::baseName(m_run.path));
         m_view.ProgressCount = 0;
-        m_view.RpmScale = static_cast<std::int16_t>(config.MaxRpm + 6);
+        m_view.RpmScale = static_cast<std::int16_t>(m_config.MaxRpm + 6);
         DrawGrid();
         DrawSwitches();
         trend.setDrawStyle(0);
         trend.setDrawWidth(1);
-        for (const int channel : drawOrder(m_state.DataType)) {
+        for (const int channel : drawOrder(m_run.DataType)) {
             if (isDrawn(channel)) drawChannel(channel);
         }
         m_host.hideLoading();
@@ -101,17 +95,16 @@ bool TrendDrawing::DrawTrend() {
 }
 
 void TrendDrawing::OverLayDraw() {
-    AppConfig& config = m_state.Config;
     platform::Surface& trend = m_host.trend();
     m_host.setTrendHourglass(true);
-    m_host.setProgressMax(overlayProgressMax(config, m_state.OverlayDataType, m_state.SampleCount));
-    m_host.showLoading("Overlaying:", baseName(m_state.DataFilePath));
+    m_host.setProgressMax(overlayProgressMax(m_config, m_overlay.DataType, m_run.SampleCount));
+    m_host.showLoading("Overlaying:", core::baseName(m_overlay.path));
     trend.setAutoRedraw(true);
     m_view.ProgressCount = 0;
     DrawSwitches();
-    trend.setDrawStyle(config.OverlayStyle);
+    trend.setDrawStyle(m_config.OverlayStyle);
     trend.setDrawWidth(1);
-    for (const int channel : drawOrder(m_state.OverlayDataType)) {
+    for (const int channel : drawOrder(m_overlay.DataType)) {
         if (isDrawn(channel)) drawOverlayChannel(channel);
     }
     // Required: DrawStyle is not put back; the next DrawTrend sets it.
@@ -122,16 +115,15 @@ void TrendDrawing::OverLayDraw() {
 }
 
 void TrendDrawing::DrawGrid() {
-    const AppConfig& config = m_state.Config;
     platform::Surface& trend = m_host.trend();
-    m_view.MphScale = mphScaleFor(m_state.PeakSpeedRaw);
-    trend.setDrawStyle(config.GridStyle);
-    trend.setForeColor(gridTextColour(config));
-    makeGrid(config,
-        {m_view.RpmScale, m_view.MphScale, m_state.Run.tail.TimeOffset, m_state.SampleCount,
-            m_state.DataType, trend.scaleWidth()},
+    m_view.MphScale = mphScaleFor(m_run.PeakSpeedRaw);
+    trend.setDrawStyle(m_config.GridStyle);
+    trend.setForeColor(gridTextColour(m_config));
+    makeGrid(m_config,
+        {m_view.RpmScale, m_view.MphScale, m_run.image.tail.TimeOffset, m_run.SampleCount,
+            m_run.DataType, trend.scaleWidth()},
         m_marks);
-    const platform::Colour colour = gridColour(config);
+    const platform::Colour colour = gridColour(m_config);
     for (const GridMark& mark : m_marks) {
         if (mark.kind == GridMark::Kind::line) {
             trend.line(mark.x1, mark.y1, mark.x2, mark.y2, colour);
@@ -147,55 +139,62 @@ void TrendDrawing::DrawSwitches() {
     platform::Surface& trend = m_host.trend();
     trend.setDrawStyle(0);
     trend.setDrawWidth(1);
-    const core::RunImage* overlay = m_state.OverlayLoaded != 0 ? &m_state.Overlay : nullptr;
-    makeSwitchMasks(m_state.Run, overlay, m_state.SampleCount, m_masks);
+    const core::OpenRun* overlay = m_view.OverlayLoaded != 0 ? &m_overlay : nullptr;
+    makeSwitchMasks(shownRuns(m_run, overlay), m_masks);
     trend.boxes(m_masks, switchBars(m_view));
 }
 
 void TrendDrawing::Change_Colour() {
-    AppConfig& config = m_state.Config;
-    const ColourChange change = changeColour(config);
+    const ColourChange change = changeColour(m_config);
     m_view.SwitchColourDyna = change.switchDyna;
     m_view.SwitchColourShift = change.switchShift;
     m_view.SwitchColourThrottle = change.switchThrottle;
     m_view.SwitchColourBrake = change.switchBrake;
-    const bool draws = m_state.SampleCount != 0;
+    const bool draws = m_run.SampleCount != 0;
     if (draws && change.barsRepainted) DrawSwitches();
     for (const int channel : change.repaired) {
-        colourField(config, channel) = change.colours[static_cast<std::size_t>(channel)];
+        colourField(m_config, channel) = change.colours[static_cast<std::size_t>(channel)];
         if (!draws) continue;
         if (channel == engineChannel || channel == mphChannel) DrawGrid();
         if (isDrawn(channel)) drawChannel(channel);
     }
-    m_host.trend().setBackColor(static_cast<platform::Colour>(config.GraphBackColour));
+    m_host.trend().setBackColor(static_cast<platform::Colour>(m_config.GraphBackColour));
 }
 
 void TrendDrawing::drawChannel(int channel) {
     applyMagnifyDefault(channel);
-    Ind_Line(makeCurve(mainSource(), m_state.Config, channel, m_points));
-    drawPoints(channelColour(m_state.Config, channel));
+    makePoints(viewOfRun(m_run), channel);
+    drawPoints(channelColour(m_config, channel));
 }
 
 void TrendDrawing::drawOverlayChannel(int channel) {
-    const AppConfig& config = m_state.Config;
-    const std::int32_t own = channelColour(config, channel);
+    const std::int32_t own = channelColour(m_config, channel);
     m_view.OverlayChannelColour =
-        config.OverlayColours != 1 ? own : InvertColour(own, config.GraphBackColour);
+        m_config.OverlayColours != 1 ? own : InvertColour(own, m_config.GraphBackColour);
     m_host.setOverlayLabelColour(channel, m_view.OverlayChannelColour);
     applyMagnifyDefault(channel);
-    Ind_Line(makeCurve(overlaySource(), config, channel, m_points));
+    makePoints(overlayView(), channel);
     drawPoints(m_view.OverlayChannelColour);
 }
 
+void TrendDrawing::drawChannelAlone(int channel) {
+    platform::Surface& trend = m_host.trend();
+    trend.setDrawStyle(0);
+    drawChannel(channel);
+    if (m_view.OverlayLoaded == 0) return;
+    trend.setDrawStyle(m_config.OverlayStyle);
+    drawOverlayChannel(channel);
+}
+
 void TrendDrawing::applyMagnifyDefault(int channel) {
-    std::uint8_t& magnify = m_state.Config.Text_Magnify[static_cast<std::size_t>(channel)];
+    std::uint8_t& magnify = m_config.Text_Magnify[static_cast<std::size_t>(channel)];
     if (magnify == 0) magnify = channelFacts(channel).magnifyDefault;
 }
 
 // The bar moves once a channel, at its first sample; the count runs on with every sample.
 void TrendDrawing::Ind_Line(int calls) {
     if (calls < 1) return;
-    const double step = m_state.Config.G_Res;
+    const double step = m_config.G_Res;
     m_view.ProgressCount += step;
     if (m_view.LoadingBar == -1) m_host.setProgressValue(m_view.ProgressCount);
     m_view.ProgressCount += step * (calls - 1);
@@ -210,28 +209,18 @@ void TrendDrawing::drawPoints(std::int32_t colour) {
 }
 
 bool TrendDrawing::isDrawn(int channel) const {
-    if (!channelOn(m_state.Config, channel)) return false;
+    if (!channelOn(m_config, channel)) return false;
     return channel != clutchChannel || m_host.clutchLabelVisible();
 }
 
 int TrendDrawing::step() const {
-    const int stored = m_state.Config.G_Res;
+    const int stored = m_config.G_Res;
     return unsetResolution(stored) ? usualResolution : stored;
 }
 
-CurveSource TrendDrawing::mainSource() const {
-    const core::RunImage& run = m_state.Run;
-    return {&run, &run.header, &run.header, m_state.SampleCount, step(), m_state.DataType, 0,
-        m_view.RpmScale, m_view.MphScale};
-}
-
-CurveSource TrendDrawing::overlaySource() const {
-    const core::RunImage& run = m_state.Run;
-    const core::RunImage& overlay = m_state.Overlay;
-    // Required: slip and ratio keep the run's primary drive, and the run's type decides whether
-    // exhausts are time-shared.
-    return {&overlay, &run.header, &overlay.header, m_state.SampleCount, step(), m_state.DataType,
-        run.tail.TimeOffset - overlay.tail.TimeOffset, m_view.RpmScale, m_view.MphScale};
+void TrendDrawing::makePoints(const RunView& source, int channel) {
+    const CurveScale scale{step(), m_view.RpmScale, m_view.MphScale};
+    Ind_Line(makeCurve(source, scale, m_config, channel, m_points));
 }
 
 } // namespace kvo::graph

@@ -2,7 +2,8 @@
 // A run as a picture on Trend: the grid, the switch bars and a polyline a channel, of the run and
 // of the overlay. The arithmetic yields values into buffers that are kept from picture to picture;
 // the routines of TrendDrawing walk them onto a surface.
-#include "core/shared_state.h"
+#include "channels/run_view.h"
+#include "core/config_record.h"
 #include "graph/curves.h"
 #include "graph/grid.h"
 #include "graph/view.h"
@@ -39,8 +40,10 @@ double overlayProgressMax(const core::AppConfig& config, int overlayDataType, in
 
 class TrendDrawing {
 public:
-    // All three must outlive the drawing.
-    TrendDrawing(core::SharedState& state, GraphView& view, TrendHost& host);
+    // What is handed in must outlive the drawing. Magnifications of 0 and a resolution that is not
+    // set are put right in the configuration.
+    TrendDrawing(core::AppConfig& config, const core::OpenRun& run, const core::OpenRun& overlay,
+        GraphView& view, TrendHost& host);
 
     // The whole picture. False where the surface has no memory for its size; nothing is drawn then.
     [[nodiscard]] bool DrawTrend();
@@ -54,6 +57,9 @@ public:
     // The Draw or ODraw routine of a channel, 0 to 24.
     void drawChannel(int channel);
     void drawOverlayChannel(int channel);
+    // A channel on top of the picture as it is, of the run and of the overlay where there is one,
+    // each in its own line style.
+    void drawChannelAlone(int channel);
 
 private:
     void applyMagnifyDefault(int channel);
@@ -61,10 +67,12 @@ private:
     void Ind_Line(int calls);
     bool isDrawn(int channel) const;
     int step() const;
-    CurveSource mainSource() const;
-    CurveSource overlaySource() const;
+    void makePoints(const channels::RunView& source, int channel);
+    channels::RunView overlayView() const { return channels::viewOfOverlay(m_run, m_overlay); }
 
-    core::SharedState& m_state;
+    core::AppConfig& m_config;
+    const core::OpenRun& m_run;
+    const core::OpenRun& m_overlay;
     GraphView& m_view;
     TrendHost& m_host;
     std::vector<platform::Point> m_points;

@@ -32,13 +32,14 @@ bool makeHorizontals(
     const bool withRpm = noRpmRaise(config);
     const bool withMph = config.ComboScale[mphChannel] == 0;
     const float step = static_cast<float>(1000.0 / input.rpmScale);
-    for (float y = step; y <= gridTop; y += step) {
+    int wholeRpm = 1000; // of the line; its height is a sum of singles and only near it
+    for (float y = step; y <= gridTop; y += step, wholeRpm += 1000) {
         const float rpm = static_cast<float>(static_cast<double>(input.rpmScale) * y);
         const float x = rpm <= 9000 ? 10 : 5;
         if (withRpm) {
             // Required: the topmost line bears a word instead of its number.
             const bool low = y <= bangAbove;
-            marks.push_back(textMark(x, y - 3, low ? core::Str(rpm) + " Rpm" : " Bang"));
+            marks.push_back(textMark(x, y - 3, low ? core::Str(wholeRpm) + " Rpm" : " Bang"));
         }
         if (withMph) {
             const auto mph = core::intDivRounded(y, input.mphScale);
@@ -114,14 +115,14 @@ std::array<platform::Bar, switchBarCount> switchBars(const GraphView& view) {
         {1087, 1079, dyna}, {1069, 1061, shift}, {1051, 1043, throttle}, {1033, 1025, brake}}};
 }
 
-void makeSwitchMasks(const core::RunImage& run, const core::RunImage* overlay, int sampleCount,
-    std::vector<std::uint8_t>& masks) {
+void makeSwitchMasks(const ShownRuns& runs, std::vector<std::uint8_t>& masks) {
     masks.clear();
-    masks.reserve(static_cast<std::size_t>(sampleCount));
-    const int shift = overlay ? overlay->tail.TimeOffset - run.tail.TimeOffset : 0;
-    for (int i = 1; i <= sampleCount; ++i) {
-        unsigned mask = barsOf(run.rowOrZero(i));
-        if (overlay) mask |= static_cast<unsigned>(barsOf(overlay->rowOrZero(i + shift))) << 4;
+    masks.reserve(static_cast<std::size_t>(runs.run.rows));
+    for (int i = 1; i <= runs.run.rows; ++i) {
+        unsigned mask = barsOf(runs.run.row(i));
+        const int own = i + (runs.overlay ? runs.overlay->shift : 0);
+        if (runs.overlay && own >= 1 && own <= runs.overlay->barRows)
+            mask |= static_cast<unsigned>(barsOf(runs.overlay->row(own))) << 4;
         masks.push_back(static_cast<std::uint8_t>(mask));
     }
 }

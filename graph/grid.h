@@ -1,6 +1,7 @@
 #pragma once
 // What stands behind the curves, as values: the grid with its numbers, and the bars of the
 // switches.
+#include "channels/run_view.h"
 #include "core/config_record.h"
 #include "core/records.h"
 #include "graph/view.h"
@@ -48,8 +49,8 @@ platform::Colour gridTextColour(const core::AppConfig& config);
 // overlay.
 inline constexpr int switchBarCount = 8;
 std::array<platform::Bar, switchBarCount> switchBars(const GraphView& view);
-// One mask a sample from 1 on: which bars have a box from i - 1 to i. `overlay` may be null.
-void makeSwitchMasks(const core::RunImage& run, const core::RunImage* overlay, int sampleCount,
-    std::vector<std::uint8_t>& masks);
+// One mask a sample from 1 on: which bars have a box from i - 1 to i. Where the overlay has no
+// sample it has no bar.
+void makeSwitchMasks(const channels::ShownRuns& runs, std::vector<std::uint8_t>& masks);
 
 } // namespace kvo::graph

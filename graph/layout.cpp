@@ -2,13 +2,27 @@
 
 #include "core/basic/numbers.h"
 
+#include <algorithm>
+#include <array>
+#include <cassert>
+
 namespace kvo::graph {
 namespace {
 
-constexpr double barWidth = 17;
-constexpr double barRoom = 15;     // what Frame1 gives up for the vertical bar
-constexpr double toolbarRoom = 34; // above Frame1
-constexpr double panelRoom = 129;  // toolbar and label panels together
+constexpr double twipsPerPixel = 15;
+constexpr double barWidth = scrollBarWidthPx;
+constexpr double barRoom = 15; // what Frame1 gives up for the vertical bar
+constexpr double toolbarRoom = toolbarHeightPx;
+constexpr double panelRoom = 129;     // toolbar and label panels together
+constexpr double outsideTrend = 3200; // twips of the form's height that are not Trend's
+constexpr int outsideTrendPx = 213;   // the same in pixels
+constexpr int lowestSurfacePx = 160;
+// Twips that one step of a scroll bar moves Trend.
+constexpr double horizontalStep = 8;
+constexpr double verticalStep = 4;
+// Of a frame's pixels, what the ends of the bars leave for it.
+constexpr double frameToHScroll = 1.8820614;
+constexpr double frameToVScroll = 3.53;
 
 Box wideFrame(const Size& inner) {
     return {0, toolbarRoom, inner.width, inner.height - panelRoom};
@@ -30,21 +44,46 @@ int rounded(double value) {
 
 } // namespace
 
+const char* scaleCaption(int setting) {
+    constexpr std::array<const char*, 4> captions{"&Graph Scale(Full)  ", "&Graph Scale(1/2)  ",
+        "&Graph Scale(1/4)  ", "&Graph Scale(Custom)"};
+    assert(setting >= scaleFull && setting <= scaleCustom);
+    return captions[static_cast<std::size_t>(setting)];
+}
+
+int surfaceHeightPx(int innerHeightPx, int aboveInnerPx, int panelNeedsPx) {
+    const int panel = std::max(panelNeedsPx, outsideTrendPx - aboveInnerPx - toolbarHeightPx);
+    return std::max(lowestSurfacePx, innerHeightPx - toolbarHeightPx - panel);
+}
+
+Size formSize(const Room& room) {
+    return {room.widthPx * twipsPerPixel, room.heightPx * twipsPerPixel + outsideTrend};
+}
+
+Size innerSize(const Room& room, bool scrollBars) {
+    if (!scrollBars) return {room.widthPx * 1.0, room.heightPx + panelRoom};
+    constexpr double seenOfWidth = frameToHScroll * horizontalStep / twipsPerPixel;
+    constexpr double seenOfHeight = frameToVScroll * verticalStep / twipsPerPixel;
+    return {(room.widthPx - barWidth) / seenOfWidth + barRoom,
+        (room.heightPx - barWidth) / seenOfHeight + panelRoom};
+}
+
+Size wholeRoom(const Room& room) {
+    return {room.widthPx * twipsPerPixel, room.heightPx * twipsPerPixel};
+}
+
 GraphScaling Graph_scale(
     int setting, const Size& form, const Size& inner, const Size& trend, double factor) {
     GraphScaling scaling;
     switch (setting) {
     case scaleFull:
-        scaling.trend = Size{form.width, form.height - 3200};
-        scaling.caption = captionFull;
+        scaling.trend = Size{form.width, form.height - outsideTrend};
         break;
     case scaleHalf:
         scaling.trend = Size{form.width * 2, form.height * 2};
-        scaling.caption = captionHalf;
         break;
     case scaleQuarter:
         scaling.trend = Size{form.width * 4, form.height * 4};
-        scaling.caption = captionQuarter;
         break;
     case scaleCustom:
         scaling.openCustomDialog = true;
@@ -65,21 +104,20 @@ GraphScaling Graph_scale(
 CustomArrangement arrangeCustom(
     const Size& form, const Size& inner, int customScaleLow, int customScaleHigh) {
     CustomArrangement custom;
-    custom.trend = {(form.width - 265) * customScaleLow, (form.height - 3200) * customScaleHigh};
+    custom.trend = {
+        (form.width - 265) * customScaleLow, (form.height - outsideTrend) * customScaleHigh};
     custom.frame = narrowFrame(inner);
     custom.hScrollMax = rounded(custom.trend.width / 8 - 1899);
     custom.vScrollMax = rounded(custom.trend.height / 4 - 2182);
-    custom.caption = captionCustom;
     return custom;
 }
 
-ResizeArrangement arrangeResize(
-    const std::string& scaleCaption, const Size& form, const Size& inner) {
+ResizeArrangement arrangeResize(int setting, const Size& form, const Size& inner) {
     ResizeArrangement arrangement;
-    if (scaleCaption == captionFull) {
+    if (setting == scaleFull) {
         arrangement.frame = wideFrame(inner);
         // Required: 30 twips narrower than what Graph_scale gives.
-        arrangement.trend = Size{form.width - 30, form.height - 3200};
+        arrangement.trend = Size{form.width - 30, form.height - outsideTrend};
     } else {
         arrangement.frame = narrowFrame(inner);
     }
@@ -89,11 +127,21 @@ ResizeArrangement arrangeResize(
 
 ScrollPlace scrollPlace(const Size& trend, const Size& frame, int hValue, int vValue) {
     ScrollPlace place;
-    place.hScrollMax = rounded(trend.width / 8 - frame.width * 1.8820614);
-    place.vScrollMax = rounded(trend.height / 4 - frame.height * 3.53);
-    place.trendLeft = -hValue * 8.0;
-    place.trendTop = -vValue * 4.0;
+    place.hScrollMax = rounded(trend.width / horizontalStep - frame.width * frameToHScroll);
+    place.vScrollMax = rounded(trend.height / verticalStep - frame.height * frameToVScroll);
+    place.trendLeft = -hValue * horizontalStep;
+    place.trendTop = -vValue * verticalStep;
     return place;
+}
+
+ScrollSteps scrollSteps(int frameWidthPx, int frameHeightPx) {
+    constexpr int singlesAPage = 20;
+    ScrollSteps steps;
+    steps.hPage = static_cast<int>(frameWidthPx * twipsPerPixel / horizontalStep);
+    steps.vPage = static_cast<int>(frameHeightPx * twipsPerPixel / verticalStep);
+    steps.hSingle = steps.hPage / singlesAPage + 1;
+    steps.vSingle = steps.vPage / singlesAPage + 1;
+    return steps;
 }
 
 std::optional<int> ScrollToCursor(int hScrollMax, int sampleCount, int cursorSample) {

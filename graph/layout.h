@@ -3,7 +3,6 @@
 // far the scroll bars go. The form's and Trend's sizes are twips (15 a pixel), the frame's and the
 // form's inner size are pixels.
 #include <optional>
-#include <string>
 
 namespace kvo::graph {
 
@@ -26,19 +25,39 @@ inline constexpr int scaleQuarter = 2;
 inline constexpr int scaleCustom = 3;
 inline constexpr int scaleZoomed = 4;
 
-inline constexpr const char* captionFull = "&Graph Scale(Full)  ";
-inline constexpr const char* captionHalf = "&Graph Scale(1/2)  ";
-inline constexpr const char* captionQuarter = "&Graph Scale(1/4)  ";
-inline constexpr const char* captionCustom = "&Graph Scale(Custom)";
+// Caption of Mnu_Scale for a setting from 0 to 3.
+const char* scaleCaption(int setting);
+
+// Height of the toolbar above Frame1, and width of a scroll bar, pixels.
+inline constexpr int toolbarHeightPx = 34;
+inline constexpr int scrollBarWidthPx = 17;
+
+// The room between toolbar and panel, pixels.
+struct Room {
+    int widthPx = 0;
+    int heightPx = 0;
+    friend bool operator==(const Room&, const Room&) = default;
+};
+// The room that a window of an inner height leaves under its menu and over a panel that needs
+// `panelNeedsPx`. Below a lowest height the surface is not pressed.
+int surfaceHeightPx(int innerHeightPx, int aboveInnerPx, int panelNeedsPx);
+// The form as the rules measure it, twips: what our menu, toolbar and panel take is to them what
+// the form's height loses to everything but Trend.
+Size formSize(const Room& room);
+// The form's inside, pixels. With scroll bars the rules count on a part of Frame1 that is in view:
+// 1.0038 of its width and 0.9413 of its height. It is measured so that the ends of Trend come just
+// into view.
+Size innerSize(const Room& room, bool scrollBars);
+// Where a surface begins that has no size yet.
+Size wholeRoom(const Room& room);
 
 struct GraphScaling {
-    std::optional<Size> trend;          // twips; nothing: not touched
-    std::optional<std::string> caption; // of Mnu_Scale; nothing: as it was
-    bool openCustomDialog = false;      // setting 3
-    bool disableScaleMenu = false;      // setting 4
-    bool scrollBars = false;            // shown; hidden and set to 0 otherwise
-    Box frame;                          // Frame1, pixels
-    Box vScroll;                        // pixels
+    std::optional<Size> trend;     // twips; none: not touched
+    bool openCustomDialog = false; // setting 3
+    bool disableScaleMenu = false; // setting 4
+    bool scrollBars = false;       // shown; hidden and set to 0 otherwise
+    Box frame;                     // Frame1, pixels
+    Box vScroll;                   // pixels
 };
 // `form` and `trend` in twips, `inner` in pixels; `factor` belongs to setting 4.
 GraphScaling Graph_scale(
@@ -49,7 +68,6 @@ struct CustomArrangement {
     Box frame;  // pixels
     int hScrollMax = 0;
     int vScrollMax = 0;
-    std::string caption;
 };
 // ArrangeGraph for ScaleCustom 3; every other setting is Graph_scale's.
 CustomArrangement arrangeCustom(
@@ -57,12 +75,11 @@ CustomArrangement arrangeCustom(
 
 struct ResizeArrangement {
     Box frame;                 // pixels
-    std::optional<Size> trend; // twips; nothing: Trend keeps its size
+    std::optional<Size> trend; // twips; none: Trend keeps its size
     Box vScroll;               // pixels
 };
-// Form_Resize by the caption of Mnu_Scale.
-ResizeArrangement arrangeResize(
-    const std::string& scaleCaption, const Size& form, const Size& inner);
+// Form_Resize by the setting that Mnu_Scale names.
+ResizeArrangement arrangeResize(int setting, const Size& form, const Size& inner);
 
 struct ScrollPlace {
     int hScrollMax = 0;
@@ -72,6 +89,14 @@ struct ScrollPlace {
 };
 // HScroll Change and VScroll Change: `trend` in twips, `frame` in pixels, values of both bars.
 ScrollPlace scrollPlace(const Size& trend, const Size& frame, int hValue, int vValue);
+// Steps of the bars for a frame of so many pixels.
+struct ScrollSteps {
+    int hPage = 0;
+    int vPage = 0;
+    int hSingle = 0;
+    int vSingle = 0;
+};
+ScrollSteps scrollSteps(int frameWidthPx, int frameHeightPx);
 // Value of HScroll that brings the cursor into view; nothing without samples or a cursor.
 std::optional<int> ScrollToCursor(int hScrollMax, int sampleCount, int cursorSample);
 

@@ -4,7 +4,9 @@
 #include "channels/sample_place.h"
 #include "core/basic/format.h"
 #include "core/basic/numbers.h"
+#include "core/data_types.h"
 
+#include <array>
 #include <optional>
 
 namespace kvo::graph {
@@ -19,81 +21,86 @@ using core::RunImage;
 using core::RunSample;
 using core::Val;
 
-// Fills labels one after the other until a step fails.
+// Fills the labels of one run. What it could not fill is empty in the end.
 class Filler {
 public:
-    Filler(core::SharedState& state, GraphView& view, const RunPlace& at,
-        std::vector<LabelText>& labels)
-        : m_state(state), m_view(view), m_at(at), m_labels(labels) {}
+    Filler(const ReadOutInput& input, const RunView& run, ReadOutTexts& texts)
+        : m_input(input), m_run(run), m_texts(texts) {}
 
     // The values of one sample.
-    void fillSample() {
-        const RunSample& row = m_at.row();
+    void fillSample(int sample) {
+        const RunSample& row = m_run.row(sample);
         show(engineChannel, CStr(row.EngineRpm));
         show(inputChannel, CStr(row.InputRpm));
         show(outputChannel, CStr(row.OutputRpm));
-        const auto ratio = primaryRatio(m_at.image.header);
+        const auto ratio = primaryRatio(m_run.ownDrive());
         if (!ratio) return;
         show(clutchChannel, CStr(clutchRpm(*ratio, row.EngineRpm)));
         show(ratioChannel, ratioRead(row.EngineRpm, row.OutputRpm));
         show(slipChannel, slipRead(*ratio, row.EngineRpm, row.InputRpm));
-        fillRocos();
-        if (!fillSpeed(mph(row.SpeedRaw), row.OutputRpm)) return;
-        for (int n = 1; n <= lastAnalog(m_at.dataType); ++n) {
-            if (!fillAnalog(n, row.Analog[n])) return;
-        }
+        fillRocos(sample);
+        fillSpeed(mph(row.SpeedRaw), row.OutputRpm);
+        for (int n = 1; n <= core::analogsOf(m_run.labelType); ++n) fillAnalog(n, row.Analog[n]);
         fillTemperatures(row);
     }
 
-    bool fillSpeed(double speed, double outputRpm) {
+    void fillSpeed(double speed, double outputRpm) {
         const std::string text = mphRead(speed);
         show(mphChannel, text);
-        const TextReading growth = tyreGrowthRead(speed, outputRpm, text, m_at.image.analog);
-        if (growth.hasText()) show(tyreGrowthChannel, growth.text);
-        return !growth.hasFailed();
+        const TextReading growth = tyreGrowthRead(speed, outputRpm, text, m_run.image->analog);
+        show(tyreGrowthChannel, growth.hasText() ? growth.text : "N/A");
     }
 
-    bool fillAnalog(int n, double raw) {
+    void fillAnalog(int n, double raw) {
         const TextReading value = analogRead(
-            analogSetup(m_at.image, n), raw, m_state.Config.Exhaust, m_state.AnalogPicture);
+            analogSetup(*m_run.image, n), raw, m_input.config.Exhaust, m_input.analogPicture);
         if (value.hasText()) show(analogChannel(n), value.text);
-        return !value.hasFailed();
     }
 
     void fillTemperature(int n, double raw) {
-        show(exhaustChannel(n), CStr(temperature(raw, m_state.Config.Exhaust)));
+        show(exhaustChannel(n), CStr(temperature(raw, m_input.config.Exhaust)));
     }
 
     void show(int channel, std::string text) {
-        m_labels.push_back({channel, std::move(text), m_at.overlay});
+        m_filled[static_cast<std::size_t>(channel)] = true;
+        m_texts.labels.push_back({channel, std::move(text), m_run.overlay});
+    }
+
+    void emptyTheRest() {
+        for (const int channel : labelOrder()) {
+            if (!m_filled[static_cast<std::size_t>(channel)])
+                m_texts.emptied.push_back({channel, {}, m_run.overlay});
+        }
     }
 
 private:
-    void fillRocos() {
-        m_view.RocosFromOverlay = m_at.overlay ? -1 : 0;
-        const TextReading text = RoCoS_Cal(m_at.image, m_at.sampleCount, m_at.sample);
-        if (text.hasText()) m_view.RocosText = text.text;
-        show(rocosChannel, m_view.RocosText);
-        m_view.RocosFromOverlay = 0;
+    void fillRocos(int sample) {
+        const TextReading text = RoCoS_Cal(*m_run.image, m_run.rows, sample);
+        m_input.view.RocosText = text.hasText() ? text.text : std::string();
+        show(rocosChannel, m_input.view.RocosText);
     }
 
-    // A row of type 20 names one exhaust; the others keep what they show.
+    // A row of a time-shared type names one exhaust; the others keep the last value of theirs.
     void fillTemperatures(const RunSample& row) {
-        if (m_at.dataType == 20) fillTemperature(sharedExhaust(row), row.Analog[7]);
-        if (!hasExhausts(m_at.dataType)) return;
-        for (int n = 1; n <= 8; ++n) fillTemperature(n, row.Exhaust[n]);
+        const core::Exhausts exhausts = core::exhaustsOf(m_run.labelType);
+        for (int n = 1; exhausts == core::Exhausts::own && n <= 8; ++n)
+            fillTemperature(n, row.Exhaust[n]);
+        if (exhausts != core::Exhausts::timeShared) return;
+        fillTemperature(sharedExhaust(row), row.Analog[7]);
+        for (int n = 1; n <= 8; ++n) m_filled[static_cast<std::size_t>(exhaustChannel(n))] = true;
     }
 
-    core::SharedState& m_state;
-    GraphView& m_view;
-    RunPlace m_at;
-    std::vector<LabelText>& m_labels;
+    const ReadOutInput& m_input;
+    const RunView& m_run;
+    ReadOutTexts& m_texts;
+    std::array<bool, channelCount> m_filled{};
 };
 
-void fillOverlay(
-    core::SharedState& state, GraphView& view, int sample, std::vector<LabelText>& labels) {
-    const auto at = overlayPlace(state, sample);
-    if (at) Filler(state, view, *at, labels).fillSample();
+void fillOverlay(const ReadOutInput& input, int sample, ReadOutTexts& texts) {
+    if (!input.runs.overlay) return;
+    Filler filler(input, *input.runs.overlay, texts);
+    if (const auto at = placeAt(input.runs.overlay, sample)) filler.fillSample(at->sample);
+    filler.emptyTheRest();
 }
 
 // A stretch of samples and the means of what lies in it.
@@ -134,56 +141,54 @@ bool fillMeanRpm(Filler& filler, const Stretch& stretch, const core::RunHeader& 
     return true;
 }
 
-void fillMeans(Filler& filler, const Stretch& stretch, const core::SharedState& state) {
+void fillMeans(Filler& filler, const Stretch& stretch, const RunView& run) {
     std::string output;
-    if (!fillMeanRpm(filler, stretch, state.Run.header, output)) return;
+    if (!fillMeanRpm(filler, stretch, run.ownDrive(), output)) return;
     const double speed = stretch.mean([](const RunSample& row) { return row.SpeedRaw; }) / 200;
-    if (!filler.fillSpeed(speed, Val(output))) return;
-    for (int n = 1; n <= lastAnalog(state.DataType); ++n) {
-        const double raw = stretch.mean([n](const RunSample& row) { return row.Analog[n]; });
-        if (!filler.fillAnalog(n, raw)) return;
-    }
-    if (!hasExhausts(state.DataType)) return;
+    filler.fillSpeed(speed, Val(output));
+    for (int n = 1; n <= core::analogsOf(run.labelType); ++n)
+        filler.fillAnalog(n, stretch.mean([n](const RunSample& row) { return row.Analog[n]; }));
+    if (core::exhaustsOf(run.labelType) != core::Exhausts::own) return;
     for (int n = 1; n <= 8; ++n) {
         filler.fillTemperature(
             n, stretch.mean([n](const RunSample& row) { return row.Exhaust[n]; }));
     }
 }
 
-double timeOf(const core::SharedState& state, int sample) {
-    return (state.Run.rowOrZero(sample).Index - state.Run.tail.TimeOffset) / core::samplesPerSecond;
+double timeOf(const RunView& run, int sample) {
+    return (run.row(sample).Index - run.image->tail.TimeOffset) / core::samplesPerSecond;
 }
 
 } // namespace
 
-TimeLineTexts timeLineTexts(core::SharedState& state, GraphView& view, int sample) {
-    TimeLineTexts texts;
-    texts.loggerTime = "Time: " + Format(timeOf(state, sample), "##0.00 s\\ec");
-    Filler(state, view, runPlace(state, sample), texts.labels).fillSample();
-    fillOverlay(state, view, sample, texts.labels);
+ReadOutTexts timeLineTexts(const ReadOutInput& input, int sample) {
+    ReadOutTexts texts;
+    texts.loggerTime = "Time: " + Format(timeOf(input.runs.run, sample), "##0.00 s\\ec");
+    Filler filler(input, input.runs.run, texts);
+    filler.fillSample(sample);
+    filler.emptyTheRest();
+    fillOverlay(input, sample, texts);
     return texts;
 }
 
-AverageTexts AverageRange(core::SharedState& state, GraphView& view, float a, float b) {
+AverageTexts AverageRange(const ReadOutInput& input, float a, float b) {
     AverageTexts texts;
+    const RunView& run = input.runs.run;
     const auto from = core::CLng(a);
     const auto to = core::CLng(b);
-    if (!from || !to || *from < 1 || *to > state.SampleCount) {
+    if (!from || !to || *from < 1 || *to > run.rows) {
         texts.outside = true;
         return texts;
     }
-    texts.loggerTime = "Time:" + Format(timeOf(state, *from), "##0.00") + " / " +
-                       Format(timeOf(state, *to), "##0.00");
-    if (*from >= *to) return texts;
-    Filler filler(state, view, runPlace(state, *from), texts.labels);
-    fillMeans(filler, Stretch(state.Run, *from, *to), state);
-    fillOverlay(state, view, view.CursorSample, texts.labels);
+    texts.loggerTime =
+        "Time:" + Format(timeOf(run, *from), "##0.00") + " / " + Format(timeOf(run, *to), "##0.00");
+    // A stretch of no width divides by nothing, a run-time failure: no label is filled.
+    const bool fails = *from >= *to;
+    Filler filler(input, run, texts);
+    if (!fails) fillMeans(filler, Stretch(*run.image, *from, *to), run);
+    filler.emptyTheRest();
+    if (!fails) fillOverlay(input, input.view.CursorSample, texts);
     return texts;
-}
-
-int valueLabelWidth(int channel, bool overlayLoaded) {
-    if (channel == tyreGrowthChannel) return overlayLoaded ? 850 : 1700;
-    return overlayLoaded ? 730 : 1455;
 }
 
 } // namespace kvo::graph

@@ -1,6 +1,7 @@
 #pragma once
 // What the value labels show: the values at the time line, or the means of a stretch of the run.
-#include "core/shared_state.h"
+#include "channels/run_view.h"
+#include "core/config_record.h"
 #include "graph/view.h"
 
 #include <string>
@@ -16,26 +17,32 @@ struct LabelText {
     friend bool operator==(const LabelText&, const LabelText&) = default;
 };
 
-struct TimeLineTexts {
+// What the read-outs are made from.
+struct ReadOutInput {
+    const channels::ShownRuns& runs;
+    const core::AppConfig& config;
+    std::string& analogPicture; // the shared slot of AnalogFormat
+    GraphView& view;            // RocosText is set
+};
+
+struct ReadOutTexts {
     std::string loggerTime;
-    // In the order in which they are filled; a label that is not here keeps what it shows. A
-    // run-time failure (no basket teeth) leaves out what comes behind it.
+    // In the order in which they are filled.
     std::vector<LabelText> labels;
+    // Labels that have no value at this sample; they are to be empty, so that no label shows
+    // another sample than the time says. A label that is in neither list keeps what it shows.
+    std::vector<LabelText> emptied;
 };
 // The read-outs at a sample of the run, 1 to SampleCount, and of the overlay's sample at the same
-// time. Sets RocosText, RocosFromOverlay and the analog picture of the shared state.
-TimeLineTexts timeLineTexts(core::SharedState& state, GraphView& view, int sample);
+// time. A value that cannot be formed empties its own label; without basket teeth the labels behind
+// the clutch are empty.
+ReadOutTexts timeLineTexts(const ReadOutInput& input, int sample);
 
-struct AverageTexts {
+struct AverageTexts : ReadOutTexts {
     bool outside = false; // the stretch leaves the run: a beep, nothing else
-    std::string loggerTime;
-    std::vector<LabelText> labels; // as above; a stretch of no width fails before the first
 };
 // The means from x = a to x = b, a not above b, each end rounded to a sample. The overlay's labels
-// show the overlay at the time line.
-AverageTexts AverageRange(core::SharedState& state, GraphView& view, float a, float b);
-
-// Width of a value label in twips: what an overlay needs uncovers the labels beside it.
-int valueLabelWidth(int channel, bool overlayLoaded);
+// show the overlay at the time line. A stretch of no width fills no label.
+AverageTexts AverageRange(const ReadOutInput& input, float a, float b);
 
 } // namespace kvo::graph

@@ -3,7 +3,6 @@
 #include "core/basic/numbers.h"
 #include "core/data_types.h"
 #include "core/run_file.h"
-#include "graph/view.h"
 
 #include <cstdint>
 #include <optional>
@@ -11,11 +10,10 @@
 
 namespace kvo::graph {
 
-using namespace channels;
 namespace {
 
 using core::CStr;
-using core::SharedState;
+using core::OpenRun;
 using platform::Dialogs;
 using platform::Reply;
 
@@ -56,13 +54,13 @@ std::string shiftQuestion(int shift, bool again) {
            line + "Eg. 150 = 1.5 Seconds" + line + example;
 }
 
-// The sample at which a shift happens; nothing ends the tool.
-std::optional<int> askShift(const SharedState& state, Dialogs& dialogs, int shift) {
+// The sample at which a shift happens; an empty answer ends the tool.
+std::optional<int> askShift(const OpenRun& run, Dialogs& dialogs, int shift) {
     for (bool again = false;; again = true) {
         const std::string answer = dialogs.inputBox(shiftQuestion(shift, again), "Time", "");
         if (answer.empty()) return std::nullopt;
         const double time = core::Val(answer);
-        if (time != 0) return core::CInt(time + state.Run.tail.TimeOffset);
+        if (time != 0) return core::CInt(time + run.image.tail.TimeOffset);
     }
 }
 
@@ -70,19 +68,19 @@ bool isAsked(int shift, int gearCount) {
     return shift == mostShifts ? gearCount == mostShifts + 1 : gearCount > shift;
 }
 
-// All shift points; nothing ends the tool.
+// All shift points; none where the tool ends.
 std::optional<std::vector<int>> askShiftPoints(
-    const SharedState& state, Dialogs& dialogs, int gearCount) {
+    const OpenRun& run, Dialogs& dialogs, int gearCount) {
     std::vector<int> points;
     if (gearCount == 1) {
         if (dialogs.messageBox(oneGearQuestion(), questionStyle, "Info") != Reply::yes) {
             return std::nullopt;
         }
-        points.push_back(state.SampleCount);
+        points.push_back(run.SampleCount);
     }
     for (int shift = 1; shift <= mostShifts; ++shift) {
         if (!isAsked(shift, gearCount)) continue;
-        const auto point = askShift(state, dialogs, shift);
+        const auto point = askShift(run, dialogs, shift);
         if (!point) return std::nullopt;
         points.push_back(*point);
     }
@@ -91,8 +89,8 @@ std::optional<std::vector<int>> askShiftPoints(
 
 // The input speed of a sample: each gear that was reached overwrites the one before. False where a
 // speed does not fit.
-bool deriveInput(core::RunImage& run, int i, int gearCount, const std::vector<int>& points) {
-    core::RunSample& row = run.samples[i];
+bool deriveInput(core::RunImage& image, int i, int gearCount, const std::vector<int>& points) {
+    core::RunSample& row = image.samples[i];
     const auto assign = [&row](float ratio) {
         return core::keepOnFailure(
             row.InputRpm, core::CInt(core::Fix(static_cast<double>(row.OutputRpm) * ratio)));
@@ -101,12 +99,12 @@ bool deriveInput(core::RunImage& run, int i, int gearCount, const std::vector<in
         const auto k = static_cast<std::size_t>(shift - 1);
         return i > (k < points.size() ? points[k] : 0);
     };
-    if (!assign(run.setup.GearRatio[behind(1) ? 2 : 1])) return false;
+    if (!assign(image.setup.GearRatio[behind(1) ? 2 : 1])) return false;
     for (int gear = 3; gear <= 5; ++gear) {
         if (gearCount < gear || !behind(gear - 1)) continue;
-        if (!assign(run.setup.GearRatio[gear])) return false;
+        if (!assign(image.setup.GearRatio[gear])) return false;
     }
-    return gearCount != 6 || !behind(5) || assign(run.tail.GearRatio6);
+    return gearCount != 6 || !behind(5) || assign(image.tail.GearRatio6);
 }
 
 std::string offsetQuestion() {
@@ -117,33 +115,32 @@ std::string offsetQuestion() {
            line + line + "                      Do you want to enter the time now ?";
 }
 
-std::string offsetPrompt(const SharedState& state, int base) {
+std::string offsetPrompt(const OpenRun& run, int base) {
     return std::string("Enter Time.") + line + "In hundredths of a second." + line + line +
-           "The current offset is:  " + CStr(state.Run.tail.TimeOffset - base) + line + line +
-           "Range:   -" + CStr(base - 1) + "  To  " + CStr(static_cast<int>(state.SampleCount));
+           "The current offset is:  " + CStr(run.image.tail.TimeOffset - base) + line + line +
+           "Range:   -" + CStr(base - 1) + "  To  " + CStr(static_cast<int>(run.SampleCount));
 }
 
 // The new TimeOffset of an answer; nothing for an invalid time.
-std::optional<std::int16_t> offsetOf(
-    const std::string& answer, const SharedState& state, int base) {
+std::optional<std::int16_t> offsetOf(const std::string& answer, const OpenRun& run, int base) {
     const auto typed = core::strictNumber(answer);
     if (!typed) return std::nullopt;
     const auto time = core::CInt(*typed);
-    if (!time || *time > state.SampleCount || *time + base < 1) return std::nullopt;
+    if (!time || *time > run.SampleCount || *time + base < 1) return std::nullopt;
     return core::CInt(*time + base);
 }
 
-// Asks until there is a valid time; nothing ends the tool.
-std::optional<std::int16_t> askOffset(const SharedState& state, Dialogs& dialogs, int base) {
+// Asks until there is a valid time; none where the tool ends.
+std::optional<std::int16_t> askOffset(const OpenRun& run, Dialogs& dialogs, int base) {
     constexpr int retryStyle = platform::boxStyle::retryCancel + platform::boxStyle::critical;
     for (;;) {
         if (dialogs.messageBox(offsetQuestion(), questionStyle, "Info") != Reply::yes) {
             return std::nullopt;
         }
         const std::string answer =
-            dialogs.inputBox(offsetPrompt(state, base), "Graph Time Offset", "");
+            dialogs.inputBox(offsetPrompt(run, base), "Graph Time Offset", "");
         if (answer.empty()) return std::nullopt;
-        if (const auto offset = offsetOf(answer, state, base)) return offset;
+        if (const auto offset = offsetOf(answer, run, base)) return offset;
         const std::string text = "Invalid Time    ( " + answer + " )";
         if (dialogs.messageBox(text, retryStyle, "Graph Time Offset") != Reply::retry) {
             return std::nullopt;
@@ -151,46 +148,40 @@ std::optional<std::int16_t> askOffset(const SharedState& state, Dialogs& dialogs
     }
 }
 
-// The window shows a fresh run of the longest types with fewer samples than its file has rows. The
-// file keeps them all: a reader looks for the blocks behind the last row of the type.
-void writeRun(SharedState& state, platform::Files& files, ToolResult& result) {
-    state.SaveMode = -1;
+// The file keeps all rows of its type, also where the window shows fewer.
+void writeRun(const OpenRun& run, const ToolPlace& place, ToolResult& result) {
     result.changed = true;
-    const std::uint16_t shown = state.SampleCount;
-    const auto facts = core::dataTypeFacts(state.DataType);
-    if (facts && facts->rows > shown) state.SampleCount = static_cast<std::uint16_t>(facts->rows);
-    result.written = core::SaveRun(state, files);
-    state.SampleCount = shown;
+    result.written = core::SaveRun(run, place.appFolder, place.files);
 }
 
 } // namespace
 
-ToolResult Mnu_RedoClutch(SharedState& state, Dialogs& dialogs, platform::Files& files) {
+ToolResult Mnu_RedoClutch(OpenRun& run, const ToolPlace& place) {
     ToolResult result;
-    const int gearCount =
-        state.Run.tail.GearCount != 0 ? state.Run.tail.GearCount : state.Config.Gears;
-    if (dialogs.messageBox(redoQuestion(), questionStyle, "Info") != Reply::yes) return result;
-    const auto points = askShiftPoints(state, dialogs, gearCount);
+    const int gearCount = run.image.tail.GearCount != 0 ? run.image.tail.GearCount : place.gears;
+    if (place.dialogs.messageBox(redoQuestion(), questionStyle, "Info") != Reply::yes)
+        return result;
+    const auto points = askShiftPoints(run, place.dialogs, gearCount);
     if (!points) return result;
     result.shiftPoints = *points;
-    dialogs.setHourglass(true);
+    place.dialogs.setHourglass(true);
     bool fits = true;
-    for (int i = 1; fits && i <= state.SampleCount && i <= core::maxSamples; ++i) {
-        fits = deriveInput(state.Run, i, gearCount, *points);
+    for (int i = 1; fits && i <= run.SampleCount && i <= core::maxSamples; ++i) {
+        fits = deriveInput(run.image, i, gearCount, *points);
     }
-    if (fits) writeRun(state, files, result);
-    dialogs.setHourglass(false);
+    if (fits) writeRun(run, place, result);
+    place.dialogs.setHourglass(false);
     return result;
 }
 
-ToolResult Mnu_TimeOffset(SharedState& state, Dialogs& dialogs, platform::Files& files) {
+ToolResult Mnu_TimeOffset(OpenRun& run, const ToolPlace& place) {
     ToolResult result;
-    const auto facts = graphTypeFacts(state.DataType);
-    if (!facts) return result;
-    const auto offset = askOffset(state, dialogs, facts->timeZeroBase);
+    const core::DataTypeFacts* facts = core::dataTypeFacts(run.DataType);
+    if (facts == nullptr) return result;
+    const auto offset = askOffset(run, place.dialogs, facts->timeOffset);
     if (!offset) return result;
-    state.Run.tail.TimeOffset = *offset;
-    writeRun(state, files, result);
+    run.image.tail.TimeOffset = *offset;
+    writeRun(run, place, result);
     return result;
 }
 

@@ -1,5 +1,7 @@
 #include "graph/view.h"
 
+#include "core/data_types.h"
+
 namespace kvo::graph {
 
 using namespace channels;
@@ -9,21 +11,7 @@ using core::AppConfig;
 using core::FromOne;
 
 constexpr std::int32_t whiteColour = 0xFFFFFF;
-
-// clang-format off
-constexpr std::array<GraphTypeFacts, 9> typeTable{{
-    // type, right edge, with a fresh file, cursor, time zero
-    {8, 2521, 2442, 160, 160},
-    {12, 2521, 2442, 160, 160},
-    {17, 1725, 1725, 160, 160},
-    {20, 2049, 2049, 160, 160},
-    {23, 1214, 1214, 80, 80},
-    {25, 1214, 1214, 80, 80},
-    {29, std::nullopt, std::nullopt, std::nullopt, 80},
-    {32, 1361, 1361, 160, 160},
-    {43, 1361, 1361, 160, 160},
-}};
-// clang-format on
+constexpr int car = 1; // of Vehicle_Type
 
 void showAnalogs(LabelVisibility& labels, int first, int last, Show show) {
     for (int n = first; n <= last; ++n) {
@@ -47,57 +35,31 @@ std::int32_t switchColour(std::int32_t usual, std::int32_t back, bool& fell) {
 
 } // namespace
 
-std::optional<GraphTypeFacts> graphTypeFacts(int type) {
-    for (const GraphTypeFacts& row : typeTable) {
-        if (row.type == type) return row;
-    }
-    return std::nullopt;
-}
-
 LabelVisibility ShowChannelsForType(int type, int vehicleType) {
     LabelVisibility labels;
-    if (vehicleType == 1) labels.clutch = Show::hide;
-    switch (type) {
-    case 8:
-    case 12:
-        showAnalogs(labels, 5, 8, Show::hide);
-        showExhausts(labels, Show::hide);
-        break;
-    case 17:
-        showAnalogs(labels, 5, 8, Show::show);
-        showExhausts(labels, Show::hide);
-        break;
-    case 20:
-        showAnalogs(labels, 5, 6, Show::show);
-        showAnalogs(labels, 7, 8, Show::hide);
-        showExhausts(labels, Show::show);
-        break;
-    case 25:
-    case 32:
-    case 43:
-        showAnalogs(labels, 5, 8, Show::show);
-        showExhausts(labels, Show::show);
-        break;
-    default:
-        break;
-    }
+    if (vehicleType == car) labels.clutch = Show::hide;
+    const core::DataTypeFacts* facts = core::dataTypeFacts(type);
+    if (facts == nullptr || !facts->setsLabels) return labels;
+    showAnalogs(labels, 5, facts->analogs, Show::show);
+    showAnalogs(labels, facts->analogs + 1, 8, Show::hide);
+    showExhausts(labels, facts->exhausts == core::Exhausts::none ? Show::hide : Show::show);
     return labels;
 }
 
 LabelVisibility drawTrendLabels(int type, const AppConfig& config) {
     LabelVisibility labels;
-    const bool withExhausts = type == 25 || type == 32 || type == 43;
-    if (type == 8 || type == 12) {
-        showAnalogs(labels, 5, 8, Show::hide);
-        showExhausts(labels, Show::hide);
-    } else if (type == 17 || withExhausts) {
-        for (int n = 5; n <= 8; ++n) {
-            labels.analogToggle[n] = Show::show;
-            if (config.AnalogVisible[n] != 0) labels.analogValue[n] = Show::show;
-        }
-        if (type == 17) showExhausts(labels, Show::hide);
+    const core::DataTypeFacts* facts = core::dataTypeFacts(type);
+    // Required: where exhausts are time-shared the labels stay as they are.
+    if (facts == nullptr || !facts->setsLabels || facts->exhausts == core::Exhausts::timeShared)
+        return labels;
+    if (facts->analogs == 4) showAnalogs(labels, 5, 8, Show::hide);
+    for (int n = 5; n <= facts->analogs; ++n) {
+        labels.analogToggle[n] = Show::show;
+        if (config.AnalogVisible[n] != 0) labels.analogValue[n] = Show::show;
     }
-    if (withExhausts) {
+    if (facts->exhausts == core::Exhausts::none) {
+        showExhausts(labels, Show::hide);
+    } else {
         labels.exhaustToggle = Show::show;
         labels.exhaustHeading = Show::show;
     }

@@ -23,11 +23,10 @@ inline constexpr std::int32_t switchThrottleDefault = 0xFF00FF;
 inline constexpr std::int32_t switchBrakeDefault = 65408;
 
 struct GraphView {
-    std::int16_t CursorSample = 0;     // sample number under the time line
-    std::int16_t RocosFromOverlay = 0; // not 0: RoCoS_Cal reads the overlay run
-    std::int16_t RpmScale = 0;         // rpm a vertical unit; MaxRpm + 6 from DrawTrend on
-    double MphScale = 0;               // vertical units a mph; set by DrawGrid
-    double ProgressCount = 0;          // running total of the loading bar
+    std::int16_t CursorSample = 0; // sample number under the time line
+    std::int16_t RpmScale = 0;     // rpm a vertical unit; MaxRpm + 6 from DrawTrend on
+    double MphScale = 0;           // vertical units a mph; set by DrawGrid
+    double ProgressCount = 0;      // running total of the loading bar
     std::int32_t OverlayChannelColour = 0;
     std::int16_t LoadingBar = 0; // -1 while a redraw belongs to a load
     std::string RocosText;       // result of RoCoS_Cal
@@ -36,18 +35,11 @@ struct GraphView {
     std::int32_t SwitchColourShift = switchShiftDefault;
     std::int32_t SwitchColourThrottle = switchThrottleDefault;
     std::int32_t SwitchColourBrake = switchBrakeDefault;
+    std::int16_t OverlayLoaded = 0; // -1 while the overlay is in memory
+    int ScaleShown = 0;             // setting that Mnu_Scale names, 0 to 3; a zoom starts from it
+    bool CancelZoomOffered = false; // from the end of a zoom to its cancelling
+    std::int16_t GraphDirty = 0;    // -1: the configuration is saved when the window goes
 };
-
-// What a data type decides in the window.
-struct GraphTypeFacts {
-    int type;
-    std::optional<int> rightEdge;          // of Trend.Scale, samples
-    std::optional<int> rightEdgeFreshFile; // the same when the window opens on a run handed over
-    std::optional<int> startCursor;        // sample
-    int timeZeroBase;                      // sample
-};
-// The row of a data type: 8, 12, 17, 20, 23, 25, 29, 32, 43; nothing for any other.
-std::optional<GraphTypeFacts> graphTypeFacts(int type);
 
 // The y scale of Trend in every case.
 inline constexpr float trendTop = 1100;

@@ -52,19 +52,20 @@ std::string retitled(std::string_view line, std::string_view newText) {
 }
 
 platform::WriteResult retitleRunFile(const std::string& appFolder, const std::string& path,
-    std::string_view newText, std::string& runHeaderLine, platform::Files& files) {
+    std::string_view newText, core::OpenRun& openRun, platform::Files& files) {
     auto file = files.read(path);
     if (!file) return {false, path + " cannot be read."};
-    // The line in the state may be that of another run, even of another data type.
     const auto line = core::decodeHeaderLine(core::runRecord(*file, 1));
     if (!line) return {false, path + " has no header line."};
-    runHeaderLine = retitled(*line, newText);
+    const std::string newLine = retitled(*line, newText);
     core::ByteWriter record;
-    core::encodeHeaderLine(record, runHeaderLine);
+    core::encodeHeaderLine(record, newLine);
     record.fillTo(core::runRecordWidth);
     if (file->size() < core::runRecordWidth) file->resize(core::runRecordWidth);
     std::copy(record.bytes().begin(), record.bytes().end(), file->begin());
-    return core::replaceKept(appFolder, path, *file, files);
+    auto written = core::replaceKept(appFolder, path, *file, files);
+    if (written && openRun.path == path) openRun.headerLine = newLine;
+    return written;
 }
 
 } // namespace
@@ -142,7 +143,7 @@ std::optional<std::string> changedDescription(
 
 platform::WriteResult editDescription(const std::string& appFolder,
     std::vector<core::RunIndexEntry>& rows, std::size_t row, std::string_view newText,
-    std::string& runHeaderLine, platform::Files& files) {
+    core::OpenRun& openRun, platform::Files& files) {
     if (row >= rows.size()) return {};
     const auto changed = changedDescription(rows[row].Description, newText);
     if (!changed) return {};
@@ -153,7 +154,7 @@ platform::WriteResult editDescription(const std::string& appFolder,
         return written;
     }
     return retitleRunFile(appFolder, dataFilePath(appFolder, rows[row].FileName, files),
-        withoutLeadingBlanks(newText), runHeaderLine, files);
+        withoutLeadingBlanks(newText), openRun, files);
 }
 
 } // namespace kvo::library

@@ -1,7 +1,8 @@
 #pragma once
 // The list behind the file chooser: the run index in its own order, and what choosing, deleting and
 // renaming a run does to the list, the index and the run's files.
-#include "core/shared_state.h"
+#include "core/open_run.h"
+#include "core/run_index.h"
 #include "platform/files.h"
 
 #include <optional>
@@ -40,10 +41,10 @@ std::string editableDescription(std::string_view description);
 // with a number above 0.
 std::optional<std::string> changedDescription(
     std::string_view description, std::string_view newText);
-// Renames a row: the list, the index and the header line of the run file (also into
-// `runHeaderLine`). A new text that does not start with a number above 0 changes nothing.
+// Renames a row: the list, the index, the header line of the run file, and that of the open run
+// where it is the same file. A new text that does not start with a number above 0 changes nothing.
 [[nodiscard]] platform::WriteResult editDescription(const std::string& appFolder,
     std::vector<core::RunIndexEntry>& rows, std::size_t row, std::string_view newText,
-    std::string& runHeaderLine, platform::Files& files);
+    core::OpenRun& openRun, platform::Files& files);
 
 } // namespace kvo::library

@@ -1,8 +1,10 @@
 #include "library/statistics.h"
 
 #include "channels/derived.h"
+#include "channels/sample_place.h"
 #include "core/basic/format.h"
 #include "core/basic/numbers.h"
+#include "core/data_types.h"
 
 #include <algorithm>
 
@@ -11,7 +13,6 @@ namespace kvo::library {
 namespace {
 
 constexpr int alwaysAveraged = 6; // analog channels of the first pass
-constexpr int timeSharedType = 20;
 
 void seed(ChannelStatistics& channel, std::int16_t value, std::int64_t sum) {
     channel.Min = value;
@@ -33,7 +34,11 @@ bool average(ChannelStatistics& channel, int width) {
     return channel.Ave.has_value();
 }
 
-void seedAll(RunStatistics& result, const core::RunSample& row, int dataType) {
+bool timeShared(const core::OpenRun& run) {
+    return core::exhaustsOf(run.DataType) == core::Exhausts::timeShared;
+}
+
+void seedAll(RunStatistics& result, const core::RunSample& row, bool sharedExhausts) {
     result.PeakSpeed = row.SpeedRaw;
     // Required: the first row stands in the rpm sums here and once more by the pass.
     seed(result.Rpm, row.EngineRpm, row.EngineRpm);
@@ -41,7 +46,7 @@ void seedAll(RunStatistics& result, const core::RunSample& row, int dataType) {
     seed(result.Pinion, row.OutputRpm, row.OutputRpm);
     for (int c = 1; c <= 8; ++c) {
         seed(result.A[c], row.Analog[c], 0);
-        if (dataType != timeSharedType) seed(result.E[c], row.Exhaust[c], 0);
+        if (!sharedExhausts) seed(result.E[c], row.Exhaust[c], 0);
     }
 }
 
@@ -75,12 +80,12 @@ void secondPass(RunStatistics& result, const core::RunImage& run, int last) {
     }
 }
 
-// Data type 20 sends one temperature a row, in analog 7; the status names its channel.
+// Time-shared exhausts: one temperature a row, in analog 7; the status names its channel.
 void timeSharedPass(RunStatistics& result, const core::RunImage& run, int last) {
     core::FromOne<bool, 8> started;
     for (int i = result.FromSample; i <= last; ++i) {
         const core::RunSample& row = run.rowOrZero(i);
-        const int channel = (row.Status & 127) / 16 + 1;
+        const int channel = channels::sharedExhaust(row);
         const std::int16_t reading = row.Analog[7];
         if (!started[channel]) seed(result.E[channel], reading, 0);
         started[channel] = true;
@@ -88,8 +93,8 @@ void timeSharedPass(RunStatistics& result, const core::RunImage& run, int last) 
     }
 }
 
-bool secondAverages(RunStatistics& result, int dataType, int width) {
-    if (dataType != timeSharedType) {
+bool secondAverages(RunStatistics& result, bool sharedExhausts, int width) {
+    if (!sharedExhausts) {
         for (int c = alwaysAveraged + 1; c <= 8; ++c) {
             if (!average(result.A[c], width)) return false;
         }
@@ -100,27 +105,26 @@ bool secondAverages(RunStatistics& result, int dataType, int width) {
     return true;
 }
 
-bool calculate(RunStatistics& result, const core::RunImage& run, int sampleCount, int dataType,
-    int timeOffset, std::string_view Text_ET) {
-    if (!core::keepOnFailure(result.FromSample, core::CInt(timeOffset))) return false;
+bool calculate(RunStatistics& result, const core::OpenRun& run, std::string_view Text_ET) {
+    const core::RunImage& image = run.image;
+    result.FromSample = image.tail.TimeOffset;
     const double elapsed = core::Val(Text_ET);
     // Required: the end is a sample number of its own and is not shifted by time zero.
     if (!core::keepOnFailure(
-            result.ToSample, core::CInt(elapsed > 0 ? elapsed * 100 : sampleCount))) {
+            result.ToSample, core::CInt(elapsed > 0 ? elapsed * 100 : run.SampleCount))) {
         return false;
     }
-    result.ToSample =
-        static_cast<std::int16_t>(std::min(static_cast<int>(result.ToSample), sampleCount));
+    result.ToSample = static_cast<std::int16_t>(std::min<int>(result.ToSample, run.SampleCount));
     const int width = result.ToSample - result.FromSample;
-    seedAll(result, run.rowOrZero(result.FromSample), dataType);
-    firstPass(result, run, result.ToSample);
+    seedAll(result, image.rowOrZero(result.FromSample), timeShared(run));
+    firstPass(result, image, result.ToSample);
     if (!firstAverages(result, width)) return false;
-    if (dataType == timeSharedType) {
-        timeSharedPass(result, run, result.ToSample);
+    if (timeShared(run)) {
+        timeSharedPass(result, image, result.ToSample);
     } else {
-        secondPass(result, run, result.ToSample);
+        secondPass(result, image, result.ToSample);
     }
-    return secondAverages(result, dataType, width);
+    return secondAverages(result, timeShared(run), width);
 }
 
 StatisticsRow numberRow(const ChannelStatistics& channel) {
@@ -148,37 +152,28 @@ StatisticsRow temperatureRow(const ChannelStatistics& channel, int exhaustUnit) 
     return {text(channel.Min), text(channel.Max), channel.Ave ? text(*channel.Ave) : "", true};
 }
 
-bool analogShown(int dataType, int c) {
-    if (c <= 4) return true;
-    return dataType > 16 && (dataType != timeSharedType || c <= 6);
-}
-
-bool exhaustShown(int dataType) {
-    return dataType == 20 || dataType == 25 || dataType == 32 || dataType == 43;
-}
-
 } // namespace
 
-RunStatistics Cal(const core::RunImage& run, int sampleCount, int dataType, int timeOffset,
-    std::string_view Text_ET) {
+RunStatistics Cal(const core::OpenRun& run, std::string_view Text_ET) {
     RunStatistics result;
-    result.failed = !calculate(result, run, sampleCount, dataType, timeOffset, Text_ET);
+    result.failed = !calculate(result, run, Text_ET);
     return result;
 }
 
-StatisticsTexts statisticsTexts(const RunStatistics& statistics, const core::RunImage& run,
-    int dataType, int exhaustUnit, std::string& picture) {
+StatisticsTexts statisticsTexts(const RunStatistics& statistics, const core::OpenRun& run,
+    int exhaustUnit, std::string& picture) {
     StatisticsTexts texts;
     texts.Mph_Max = channels::mphRead(channels::mph(statistics.PeakSpeed));
     texts.Rpm = numberRow(statistics.Rpm);
     texts.Input = numberRow(statistics.Input);
     texts.Pinion = numberRow(statistics.Pinion);
+    const bool exhausts = core::exhaustsOf(run.DataType) != core::Exhausts::none;
     for (int c = 1; c <= 8; ++c) {
         texts.A[c] =
-            analogRow(statistics.A[c], channels::analogSetup(run, c), exhaustUnit, picture);
-        texts.A[c].shown = analogShown(dataType, c);
+            analogRow(statistics.A[c], channels::analogSetup(run.image, c), exhaustUnit, picture);
+        texts.A[c].shown = c <= core::analogsOf(run.DataType);
         texts.E[c] = temperatureRow(statistics.E[c], exhaustUnit);
-        texts.E[c].shown = exhaustShown(dataType);
+        texts.E[c].shown = exhausts;
     }
     return texts;
 }

@@ -1,7 +1,7 @@
 #pragma once
 // Run statistics: minimum, maximum and average of every channel between time zero and the elapsed
 // time, the texts the form shows of them, and the horsepower estimate.
-#include "core/shared_state.h"
+#include "core/open_run.h"
 
 #include <cstdint>
 #include <optional>
@@ -31,10 +31,8 @@ struct RunStatistics {
     bool failed = false;
 };
 
-// All arithmetic of the form. `Text_ET` is the box of the elapsed time, seconds; `timeOffset` the
-// sample of time zero.
-RunStatistics Cal(const core::RunImage& run, int sampleCount, int dataType, int timeOffset,
-    std::string_view Text_ET);
+// All arithmetic of the form. `Text_ET` is the box of the elapsed time, seconds.
+RunStatistics Cal(const core::OpenRun& run, std::string_view Text_ET);
 
 // Minimum, maximum and average of one channel as its labels show them.
 struct StatisticsRow {
@@ -53,8 +51,8 @@ struct StatisticsTexts {
     core::FromOne<StatisticsRow, 8> E;
 };
 // `picture` is the shared slot of AnalogFormat; `exhaustUnit` -1 for Fahrenheit.
-StatisticsTexts statisticsTexts(const RunStatistics& statistics, const core::RunImage& run,
-    int dataType, int exhaustUnit, std::string& picture);
+StatisticsTexts statisticsTexts(const RunStatistics& statistics, const core::OpenRun& run,
+    int exhaustUnit, std::string& picture);
 
 // Caption of the form from that of the graph.
 std::string statisticsCaption(std::string_view graphCaption);

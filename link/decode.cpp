@@ -2,6 +2,7 @@
 
 #include "core/analog_tables.h"
 #include "core/basic/numbers.h"
+#include "core/data_types.h"
 
 #include <algorithm>
 
@@ -39,12 +40,11 @@ void convertSpeed(std::int32_t& speed, const core::AppConfig& config) {
 
 } // namespace
 
-void convertPulses(core::SharedState& state, const PulsePeriods& periods) {
-    const core::AppConfig& config = state.Config;
-    state.PeakSpeedRaw = 0;
-    const int count = std::min<int>(state.SampleCount, core::maxSamples);
+void convertPulses(core::OpenRun& run, const core::AppConfig& config, const PulsePeriods& periods) {
+    run.PeakSpeedRaw = 0;
+    const int count = std::min<int>(run.SampleCount, core::maxSamples);
     for (int i = 1; i <= count; ++i) {
-        core::RunSample& row = state.Run.samples[i];
+        core::RunSample& row = run.image.samples[i];
         convertShaft(row.EngineRpm, periods.EnginePeriod[i], shaftThreshold,
             static_cast<double>(config.Engine_Correction), 1);
         convertShaft(row.InputRpm, periods.InputPeriod[i], shaftThreshold,
@@ -52,29 +52,31 @@ void convertPulses(core::SharedState& state, const PulsePeriods& periods) {
         convertShaft(row.OutputRpm, periods.OutputPeriod[i], outputThreshold,
             static_cast<double>(config.Pinion_Correction), 2);
         convertSpeed(row.SpeedRaw, config);
-        state.PeakSpeedRaw = std::max(state.PeakSpeedRaw, row.SpeedRaw);
+        run.PeakSpeedRaw = std::max(run.PeakSpeedRaw, row.SpeedRaw);
     }
 }
 
 int analogChannelsWithTables(int dataType) {
-    if (const auto type = downloadType(dataType)) return type->analogWithTables;
-    return dataType < 17 ? 4 : 8;
+    const auto type = downloadType(dataType);
+    return type ? type->analogWithTables : core::analogsOf(dataType);
 }
 
-void convertAnalogChannel(core::SharedState& state, int channel) {
-    const int count = std::min<int>(state.SampleCount, core::maxSamples);
+void convertAnalogChannel(core::OpenRun& run, const core::AppConfig& config,
+    const core::AnalogTables& tables, int channel) {
+    const int count = std::min<int>(run.SampleCount, core::maxSamples);
     for (int i = 1; i <= count; ++i) {
-        std::uint8_t& raw = state.Run.samples[i].Analog[channel];
-        raw = core::applyAnalogTable(state.Tables[channel], state.Config.AnalogScale[channel], raw);
+        std::uint8_t& raw = run.image.samples[i].Analog[channel];
+        raw = core::applyAnalogTable(tables[channel], config.AnalogScale[channel], raw);
     }
 }
 
-void convertAnalogTables(core::SharedState& state, platform::Files& files) {
-    const int channels = analogChannelsWithTables(state.DataType);
+void convertAnalogTables(core::OpenRun& run, const core::AppConfig& config,
+    core::AnalogTables& tables, const std::string& appFolder, platform::Files& files) {
+    const int channels = analogChannelsWithTables(run.DataType);
     for (int c = 1; c <= channels; ++c) {
-        if (state.Config.Analog_Type[c] != throughTable) continue;
-        core::LoadAnalogTable(state.AppFolder, core::analogTableName(c), c, state.Tables, files);
-        convertAnalogChannel(state, c);
+        if (config.Analog_Type[c] != throughTable) continue;
+        core::LoadAnalogTable(appFolder, core::analogTableName(c), c, tables, files);
+        convertAnalogChannel(run, config, tables, c);
     }
 }
 

@@ -19,6 +19,7 @@ struct WireLayout {
     int auxAt;
     int auxBytes;
     int exhaustAt;
+    bool notAllChannels = false;
 };
 
 // Positions count from 1. Everywhere: four periods at 1 to 8, switches at 9, analog from 10 on.
@@ -30,7 +31,7 @@ constexpr std::array<WireLayout, 7> layouts{{
     {20, 16, 7, 6, 0, 0, 0},
     {25, 27, 8, 8, 18, 2, 20},
     {32, 32, 8, 8, 21, 1, 22},
-    {43, 44, 8, 8, 21, 1, 22},
+    {43, 44, 8, 8, 21, 1, 22, true},
 }};
 
 // What the safe mode asks for, sample by sample, ends here; see safeTail.
@@ -53,19 +54,20 @@ std::optional<DownloadType> downloadType(int dataType) {
     const auto* layout = std::find_if(layouts.begin(), layouts.end(),
         [&](const WireLayout& row) { return row.DataType == dataType; });
     if (layout == layouts.end()) return std::nullopt;
-    const auto facts = core::dataTypeFacts(dataType);
-    if (!facts) return std::nullopt;
+    const core::DataTypeFacts* facts = core::dataTypeFacts(dataType);
+    if (facts == nullptr) return std::nullopt;
     return DownloadType{dataType, layout->RecordSize, facts->rows, facts->timeOffset,
         layout->analogOnWire, layout->analogWithTables, layout->auxAt, layout->auxBytes,
-        layout->exhaustAt};
+        layout->exhaustAt, layout->notAllChannels};
 }
 
-std::optional<DownloadType> prepareDownload(core::SharedState& state) {
-    state.SampleCount = 0;
-    const auto type = downloadType(state.DataType);
+std::optional<DownloadType> prepareDownload(core::OpenRun& run) {
+    run.SampleCount = 0;
+    const auto type = downloadType(run.DataType);
     if (!type) return std::nullopt;
-    state.SampleCount = static_cast<std::uint16_t>(type->SampleCount);
-    state.Run.tail.TimeOffset = static_cast<std::int16_t>(type->TimeOffset);
+    run.SampleCount = static_cast<std::uint16_t>(type->SampleCount);
+    run.image.tail = {};
+    run.image.tail.TimeOffset = static_cast<std::int16_t>(type->TimeOffset);
     return type;
 }
 
@@ -75,11 +77,11 @@ std::string progressText(int sample, int sampleCount) {
            std::to_string(static_cast<int>(percent)) + "%";
 }
 
-Download::Download(LoggerLink& link, core::SharedState& state, PulsePeriods& periods,
-    DownloadView& view, platform::Dialogs& dialogs, std::function<bool()> cancelled)
-    : m_link(link), m_state(state), m_periods(periods), m_view(view), m_dialogs(dialogs),
+Download::Download(LoggerLink& link, core::OpenRun& run, PulsePeriods& periods, DownloadView& view,
+    platform::Dialogs& dialogs, std::function<bool()> cancelled)
+    : m_link(link), m_run(run), m_periods(periods), m_view(view), m_dialogs(dialogs),
       m_cancelled(std::move(cancelled)) {
-    if (const auto type = downloadType(state.DataType)) m_type = *type;
+    if (const auto type = downloadType(run.DataType)) m_type = *type;
 }
 
 void Download::clearUnfilled(core::RunSample& row) const {
@@ -90,7 +92,7 @@ void Download::clearUnfilled(core::RunSample& row) const {
 
 void Download::showProgress(int i) {
     m_view.setProgress(i);
-    m_view.setText_Display(progressText(i, m_state.SampleCount));
+    m_view.setText_Display(progressText(i, m_run.SampleCount));
 }
 
 void Download::reportFailure() {
@@ -106,7 +108,7 @@ void Download::reportFailure() {
 }
 
 void Download::safeSample(int i) {
-    core::RunSample& row = m_state.Run.samples[i];
+    core::RunSample& row = m_run.image.samples[i];
     const auto readWord = [this](std::int32_t& field) {
         m_link.RequestWord();
         field = m_link.WordValue;
@@ -129,7 +131,7 @@ void Download::safeSample(int i) {
 // What stands behind the analog bytes. Required: of a type 43 sample, 44 bytes long, only 32 are
 // asked for, so that the stream falls out of step after the first one.
 void Download::safeTail(int i) {
-    core::RunSample& row = m_state.Run.samples[i];
+    core::RunSample& row = m_run.image.samples[i];
     const auto skipSpare = [this] {
         for (int k = 0; k < spareBytes; ++k) m_link.RequestByte();
     };
@@ -154,7 +156,7 @@ void Download::DownloadSafe() {
     m_link.port().setInputLen(1);
     // One request ahead: each reply that is read answers the request before, and one stays unread.
     m_link.SendCommand(1);
-    for (int i = 1; i <= m_state.SampleCount; ++i) {
+    for (int i = 1; i <= m_run.SampleCount; ++i) {
         safeSample(i);
         if (m_link.LinkFailed == -1) {
             reportFailure();
@@ -177,7 +179,7 @@ bool Download::waitForBatch(int bytes, std::string& batch) {
 }
 
 void Download::takeSample(int i, std::string_view record) {
-    core::RunSample& row = m_state.Run.samples[i];
+    core::RunSample& row = m_run.image.samples[i];
     clearUnfilled(row);
     row.Index = static_cast<std::int16_t>(i);
     m_periods.EnginePeriod[i] = signedWordAt(record, 1);
@@ -203,7 +205,7 @@ void Download::DownloadFast() {
     std::string batch;
     // Required: the loop stops two short and asks for one batch that is never read, so the last
     // rows (the last one of an odd count) keep what they held.
-    for (int i = 1; i <= m_state.SampleCount - 2; i += 2) {
+    for (int i = 1; i <= m_run.SampleCount - 2; i += 2) {
         if (!waitForBatch(batchBytes, batch)) {
             reportFailure();
             return;

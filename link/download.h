@@ -2,7 +2,7 @@
 // The transfer of the logger's whole memory into the rows of the run and the period arrays, as raw
 // readings. How many samples there are and how each one lies on the wire follows from the data
 // type.
-#include "core/shared_state.h"
+#include "core/open_run.h"
 #include "link/download_view.h"
 #include "link/logger_link.h"
 #include "platform/dialogs.h"
@@ -32,23 +32,25 @@ struct DownloadType {
     int auxAt;            // position of Aux from 1, 0 for none
     int auxBytes;         // 1 or 2
     int exhaustAt;        // position of the first of eight exhaust bytes, 0 for none
+    bool notAllChannels;  // the logger has channels that this program leaves out
 };
 
 // The row of a data type, nothing for one that has no download.
 std::optional<DownloadType> downloadType(int dataType);
 
-// Sets SampleCount (0 for a type that has no download) and TimeOffset (stays then) by DataType.
-std::optional<DownloadType> prepareDownload(core::SharedState& state);
+// Sets SampleCount (0 for a type that has no download) by DataType, and makes the tail block fresh
+// with its TimeOffset (it stays for such a type).
+std::optional<DownloadType> prepareDownload(core::OpenRun& run);
 
 // "Downloading data from the On Board Computer.   " and the whole percent.
 std::string progressText(int sample, int sampleCount);
 
-// One transfer. SampleCount of the state is set before; rows and periods keep what they held where
+// One transfer. SampleCount of the run is set before; rows and periods keep what they held where
 // nothing arrives. On failure LinkFailed is -1, the user was told, the port is closed and `view`
 // was unloaded - unless `cancelled` says that the user left, which is no failure to tell.
 class Download {
 public:
-    Download(LoggerLink& link, core::SharedState& state, PulsePeriods& periods, DownloadView& view,
+    Download(LoggerLink& link, core::OpenRun& run, PulsePeriods& periods, DownloadView& view,
         platform::Dialogs& dialogs, std::function<bool()> cancelled = {});
 
     // One byte a request.
@@ -68,7 +70,7 @@ private:
     void showProgress(int i);
 
     LoggerLink& m_link;
-    core::SharedState& m_state;
+    core::OpenRun& m_run;
     PulsePeriods& m_periods;
     DownloadView& m_view;
     platform::Dialogs& m_dialogs;

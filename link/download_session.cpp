@@ -3,6 +3,7 @@
 #include "core/basic/format.h"
 #include "core/basic/numbers.h"
 #include "core/config.h"
+#include "core/paths.h"
 #include "core/run_file.h"
 #include "core/run_index.h"
 #include "link/decode.h"
@@ -22,11 +23,11 @@ void showDateCheck(
         boxStyle::warning, date);
 }
 
-DownloadSession::DownloadSession(LoggerLink& link, core::SharedState& state, DownloadView& view,
+DownloadSession::DownloadSession(LoggerLink& link, const DownloadInput& input, DownloadView& view,
     platform::Dialogs& dialogs, const platform::Clock& clock, platform::Files& files)
-    : m_link(link), m_state(state), m_view(view), m_dialogs(dialogs), m_clock(clock),
-      m_files(files) {
-    m_state.DataType = 0; // disarms the failure flag of ReadReply until a header has been read
+    : m_link(link), m_in(input), m_view(view), m_dialogs(dialogs), m_clock(clock), m_files(files) {
+    m_link.Header.DataType =
+        0; // disarms the failure flag of ReadReply until a header has been read
 }
 
 void DownloadSession::unloadView() {
@@ -56,18 +57,18 @@ void DownloadSession::Command_Send_Click() {
 
 void DownloadSession::run() {
     if (!startSession()) return;
-    if (m_state.Config.SpeedWheel_Prompt != 1) askWheel();
+    if (m_in.Config.SpeedWheel_Prompt != 1) askWheel();
     if (m_cancelled) return;
     const int missed = m_link.MissedReplies;
     m_link.ReadLoggerHeader();
     if (m_cancelled || !takeDataType(m_link.MissedReplies == missed)) return;
     m_view.hideButtons();
-    m_view.setProgressMax(m_state.SampleCount);
+    m_view.setProgressMax(m_in.Run.SampleCount);
     transfer();
     if (m_cancelled) return;
     show("Now checked data for errors");
-    convertPulses(m_state, m_periods);
-    convertAnalogTables(m_state, m_files);
+    convertPulses(m_in.Run, m_in.Config, m_periods);
+    convertAnalogTables(m_in.Run, m_in.Config, m_in.Tables, m_in.AppFolder, m_files);
     m_link.CloseLoggerPort();
     if (m_link.LinkFailed == -1) return;
     std::string title;
@@ -77,10 +78,10 @@ void DownloadSession::run() {
 // Up to an answered "Q". False: the session is over, and the user knows why.
 bool DownloadSession::startSession() {
     m_link.LinkFailed = 0;
-    m_link.OpenLoggerPort(m_state.Config.CommPort);
+    m_link.OpenLoggerPort(m_in.Config.CommPort);
     m_link.port().setInputLen(1);
-    core::LoadConfig(m_state.AppFolder, m_state.Config, m_files, m_dialogs,
-        [this] { m_view.showSoftwareSetup(); });
+    core::LoadConfig(
+        m_in.AppFolder, m_in.Config, m_files, m_dialogs, [this] { m_view.showSoftwareSetup(); });
     if (m_link.LinkFailed == -1) return false;
     const bool answered = m_link.greetLogger();
     if (m_cancelled) return false;
@@ -89,7 +90,7 @@ bool DownloadSession::startSession() {
 }
 
 void DownloadSession::askWheel() {
-    core::AppConfig& config = m_state.Config;
+    core::AppConfig& config = m_in.Config;
     const auto wheel = static_cast<double>(config.Wheel);
     const Reply correct = m_dialogs.messageBox(
         "It is Essential that the Diameter of the Front Wheel is Entered.\r\n\r\n"
@@ -108,7 +109,7 @@ void DownloadSession::askWheel() {
 
 // A wheel that was typed never reaches the file, also not with the next thing that is saved there.
 void DownloadSession::giveWheelBack() {
-    if (m_wheelOfFile) m_state.Config.Wheel = *m_wheelOfFile;
+    if (m_wheelOfFile) m_in.Config.Wheel = *m_wheelOfFile;
     m_wheelOfFile.reset();
 }
 
@@ -116,13 +117,15 @@ void DownloadSession::giveWheelBack() {
 // port stays open, in silence. A logger that fell silent in its header, so that a stale reply
 // stands for its type, is told like one that falls silent later.
 bool DownloadSession::takeDataType(bool headerCame) {
-    const auto type = prepareDownload(m_state);
+    m_in.Run.DataType = m_link.Header.DataType;
+    m_in.Run.image.header = m_link.Header.RunHeader;
+    const auto type = prepareDownload(m_in.Run);
     if (!type && !headerCame) {
-        Download(m_link, m_state, m_periods, m_view, m_dialogs).reportFailure();
+        Download(m_link, m_in.Run, m_periods, m_view, m_dialogs).reportFailure();
         m_unloaded = true;
     }
     if (!type) return false;
-    if (type->DataType == 43)
+    if (type->notAllChannels)
         m_dialogs.messageBox(
             "Please note this software will not support all the channels on your logger.\r\n"
             "The program HJN.EXE supports all of them.",
@@ -132,9 +135,9 @@ bool DownloadSession::takeDataType(bool headerCame) {
 
 void DownloadSession::transfer() {
     Download download(
-        m_link, m_state, m_periods, m_view, m_dialogs, [this] { return m_cancelled; });
+        m_link, m_in.Run, m_periods, m_view, m_dialogs, [this] { return m_cancelled; });
     constexpr std::size_t fastMode = 1; // the second of the pair of options
-    if (m_state.Config.CheckBits[fastMode] != 0)
+    if (m_in.Config.CheckBits[fastMode] != 0)
         download.DownloadFast();
     else
         download.DownloadSafe();
@@ -146,7 +149,7 @@ void DownloadSession::transfer() {
 }
 
 std::string DownloadSession::suggestedTitle() const {
-    const auto entries = core::readRunIndex(core::indexPath(m_state.AppFolder, m_files), m_files);
+    const auto entries = core::readRunIndex(core::indexPath(m_in.AppFolder, m_files), m_files);
     return core::suggestTitle(
         entries.empty() ? std::string() : entries.back().Description, m_clock.now());
 }
@@ -177,25 +180,22 @@ void DownloadSession::save(const std::string& title) {
     m_dialogs.setHourglass(true);
     const platform::DateTime now = m_clock.now();
     const std::string name = core::runFileName(now);
-    const std::string separator(1, m_files.separator());
-    m_state.RunText = core::runText(title, now);
-    m_state.DataFilePath = m_state.AppFolder + separator + "Data" + separator + name;
-    m_state.SaveMode = 0;
-    if (!saveRunFile(name)) {
-        m_state.IndexNoSort = 0;
+    const std::string runText = core::runText(title, now);
+    m_in.Run.path = core::joined(core::dataFolder(m_in.AppFolder, m_files), name, m_files);
+    if (saveRunFile(name, runText))
+        offerView(runText);
+    else
         unloadView();
-        return;
-    }
-    offerView();
 }
 
 // Writes the run, into another folder if the user chooses one, and the index. False: the user was
 // asked until they gave up, and nothing on disk says otherwise. The run is still in memory.
-bool DownloadSession::saveRunFile(const std::string& name) {
-    const std::string ownPlace = m_state.DataFilePath;
+bool DownloadSession::saveRunFile(const std::string& name, const std::string& runText) {
+    const std::string ownPlace = m_in.Run.path;
     for (;;) {
         m_dialogs.setHourglass(true);
-        const platform::WriteResult written = core::SaveRun(m_state, m_files);
+        const platform::WriteResult written =
+            core::SaveRun(m_in.Run, {m_link.Header, runText, m_in.Config}, m_in.AppFolder, m_files);
         m_dialogs.setHourglass(false);
         if (written) break;
         const Reply again = m_dialogs.messageBox(
@@ -204,23 +204,22 @@ bool DownloadSession::saveRunFile(const std::string& name) {
             boxStyle::retryCancel + boxStyle::critical, "Run Not Saved");
         if (again != Reply::retry && !chooseOtherPlace(name)) return false;
     }
-    m_state.IndexNoSort = -1;
-    if (m_state.DataFilePath == ownPlace) {
-        addToIndex();
+    if (m_in.Run.path == ownPlace) {
+        addToIndex(core::indexEntryOf(m_in.Run.path, runText));
     } else {
-        m_dialogs.messageBox("The run is saved as\r\n" + m_state.DataFilePath +
-                                 "\r\n\r\nIt is not in the list of runs.",
+        m_dialogs.messageBox(
+            "The run is saved as\r\n" + m_in.Run.path + "\r\n\r\nIt is not in the list of runs.",
             boxStyle::warning, "Run Saved Elsewhere");
     }
-    m_view.refreshChooser();
+    m_view.refreshChooser(core::baseName(m_in.Run.path));
     return true;
 }
 
 // False: the user does not want the run saved at all. A folder or a change of mind are a new try.
 bool DownloadSession::chooseOtherPlace(const std::string& name) {
-    const auto folder = m_dialogs.chooseFolder("Save the run in another folder", m_state.AppFolder);
+    const auto folder = m_dialogs.chooseFolder("Save the run in another folder", m_in.AppFolder);
     if (folder) {
-        m_state.DataFilePath = *folder + std::string(1, m_files.separator()) + name;
+        m_in.Run.path = *folder + std::string(1, m_files.separator()) + name;
         return true;
     }
     const Reply giveUp = m_dialogs.messageBox(
@@ -230,19 +229,20 @@ bool DownloadSession::chooseOtherPlace(const std::string& name) {
     return giveUp != Reply::yes;
 }
 
-void DownloadSession::addToIndex() {
+void DownloadSession::addToIndex(const core::RunIndexEntry& entry) {
     for (;;) {
-        const platform::WriteResult written = core::AddRunToIndex(m_state, m_files);
+        const platform::WriteResult written =
+            core::AddRunToIndex(m_in.AppFolder, entry, core::IndexOrder::asItIs, m_files);
         if (written) return;
         const Reply again = m_dialogs.messageBox(
-            "The run is saved as\r\n" + m_state.DataFilePath +
+            "The run is saved as\r\n" + m_in.Run.path +
                 "\r\nbut it could NOT be added to the list of runs.\r\n" + written.message,
             boxStyle::retryCancel + boxStyle::critical, "Run Not Listed");
         if (again != Reply::retry) return;
     }
 }
 
-void DownloadSession::offerView() {
+void DownloadSession::offerView(const std::string& runText) {
     show("");
     m_dialogs.beep();
     const Reply wanted =
@@ -251,18 +251,14 @@ void DownloadSession::offerView() {
                              "         Do you want to View this download now ?",
             boxStyle::yesNo, "Download Saved");
     if (wanted != Reply::yes) {
-        m_state.IndexNoSort = 0;
         unloadView();
         return;
     }
     m_dialogs.setHourglass(true);
-    m_state.InfoFilePath = m_state.DataFilePath;
-    m_state.InfoFilePath.back() = 'i';
-    std::string caption = m_state.RunText;
+    std::string caption = runText;
     caption.pop_back(); // the "#"
     unloadView();
-    // IndexNoSort stays at -1: it tells the graph that the run is that of DataFilePath.
-    m_view.showDataGraph(caption);
+    m_view.showFreshRun(m_in.Run.path, caption);
     m_dialogs.setHourglass(false);
 }
 

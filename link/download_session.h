@@ -2,7 +2,10 @@
 // The course of one download from the click on "Start Download" to the saved run: greeting, wheel
 // dialogue, header, transfer, decoding, title, run file, index, and the offer to view it. Any
 // button may be pressed inside its waits.
-#include "core/shared_state.h"
+#include "core/analog_tables.h"
+#include "core/config_record.h"
+#include "core/open_run.h"
+#include "core/run_index.h"
 #include "link/download.h"
 #include "link/download_view.h"
 #include "link/logger_link.h"
@@ -20,13 +23,21 @@ namespace kvo::link {
 void showDateCheck(
     const core::AppConfig& config, platform::Dialogs& dialogs, const platform::Clock& clock);
 
+// What a download works on. All of it must outlive the session.
+struct DownloadInput {
+    core::AppConfig& Config;
+    const std::string& AppFolder;
+    core::OpenRun& Run; // takes the download; on failure it is no run any more
+    core::AnalogTables& Tables;
+};
+
 // One for each time the form is shown, made as the form loads (the data type becomes 0, the period
 // arrays start empty). It must live until Command_Send_Click has returned, also where that has
 // unloaded the form; after view.unload() it does not touch the view but for showDataGraph and
 // refreshChooser, which are about other windows.
 class DownloadSession {
 public:
-    DownloadSession(LoggerLink& link, core::SharedState& state, DownloadView& view,
+    DownloadSession(LoggerLink& link, const DownloadInput& input, DownloadView& view,
         platform::Dialogs& dialogs, const platform::Clock& clock, platform::Files& files);
 
     // A click that comes while one is at work does nothing.
@@ -46,15 +57,15 @@ private:
     bool askTitle(std::string& title);
     std::string suggestedTitle() const;
     void save(const std::string& title);
-    bool saveRunFile(const std::string& name);
+    bool saveRunFile(const std::string& name, const std::string& runText);
     bool chooseOtherPlace(const std::string& name);
-    void addToIndex();
-    void offerView();
+    void addToIndex(const core::RunIndexEntry& entry);
+    void offerView(const std::string& runText);
     void show(const std::string& text);
     void unloadView();
 
     LoggerLink& m_link;
-    core::SharedState& m_state;
+    DownloadInput m_in;
     DownloadView& m_view;
     platform::Dialogs& m_dialogs;
     const platform::Clock& m_clock;

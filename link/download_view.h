@@ -18,10 +18,10 @@ public:
     virtual void unload() = 0;
     // The software setup form, modal, when the configuration is missing or corrupt.
     virtual void showSoftwareSetup() = 0;
-    // Shows the data graph, not modal, on the run in memory, under this caption.
-    virtual void showDataGraph(const std::string& caption) = 0;
-    // The chooser reads its list again, since the index has a new run.
-    virtual void refreshChooser() = 0;
+    // Shows the data graph, not modal, on the run file that was just written, under this caption.
+    virtual void showFreshRun(const std::string& path, const std::string& caption) = 0;
+    // The list of runs is read again, since the index has a new run; that file is its choice.
+    virtual void refreshChooser(const std::string& fileName) = 0;
 };
 
 } // namespace kvo::link

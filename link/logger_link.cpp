@@ -11,9 +11,9 @@ constexpr const char* communicationsError = "Communications Error";
 
 } // namespace
 
-LoggerLink::LoggerLink(platform::SerialPort& port, platform::Yield& yield,
-    platform::Dialogs& dialogs, core::SharedState& state)
-    : Header(state), m_port(port), m_yield(yield), m_dialogs(dialogs) {}
+LoggerLink::LoggerLink(
+    platform::SerialPort& port, platform::Yield& yield, platform::Dialogs& dialogs)
+    : m_port(port), m_yield(yield), m_dialogs(dialogs) {}
 
 bool LoggerLink::lineGone() const {
     return m_hadLine && !m_port.portOpen();

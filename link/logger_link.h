@@ -27,8 +27,7 @@ inline constexpr std::int32_t loggerIsHere = 0x3F; // "?"
 
 class LoggerLink {
 public:
-    LoggerLink(platform::SerialPort& port, platform::Yield& yield, platform::Dialogs& dialogs,
-        core::SharedState& state);
+    LoggerLink(platform::SerialPort& port, platform::Yield& yield, platform::Dialogs& dialogs);
 
     std::uint8_t CommandByte = 0; // what SendCommand sends; stays set
     std::int32_t ReplyByte = 0;   // last reply, 0 to 255; a time-out leaves it

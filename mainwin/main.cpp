@@ -29,7 +29,7 @@ int main(int argc, char* argv[]) {
     platform_qt::QtBrowser browser;
     platform_qt::QtPrinter printer;
     platform::services() = {&files, &clock, &dialogs, &port, &yield, &browser, &printer};
-    link::LoggerLink logger(port, yield, dialogs, core::state());
+    link::LoggerLink logger(port, yield, dialogs);
     forms::useLoggerLink(&logger);
 
     const int result = forms::startProgram() ? QApplication::exec() : 0;

@@ -107,7 +107,6 @@ void VrnWin32::Form_Unload() {
 
 void VrnWin32::Mnu_ViewRun_Click() {
     const MainMenusDisabled off;
-    core::state().IndexNoSort = 0; // no run is handed over: the graph asks for one
     auto& graph = form<DataGraph>();
     hideMainWindow();
     graph.show();
@@ -115,7 +114,6 @@ void VrnWin32::Mnu_ViewRun_Click() {
 
 void VrnWin32::Mnu_DeleteRun_Click() {
     const MainMenusDisabled off;
-    core::state().InfoNamesOnly = 0;
     form<LoadFile>().chooseToDelete(QStringLiteral("Delete File"));
 }
 

@@ -24,7 +24,7 @@ bool startProgram() {
     if (!core::processorSuffices(processorType(), *services.dialogs)) return false;
     core::SharedState& state = core::state();
     state.AppFolder = currentFolder();
-    core::LoadConfig(
+    state.ConfigKnown = core::LoadConfig(
         state.AppFolder, state.Config, *services.files, *services.dialogs, showSoftwareSetup);
     showModal(form<frmSplash>());
     const bool mayGoOn = form<frmSplash>().LoginSucceeded;

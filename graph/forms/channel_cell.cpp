@@ -16,8 +16,7 @@ constexpr int squareSide = 11;
 constexpr int gap = 5;
 constexpr int cellPadding = 4; // above and below the letters together
 constexpr int margin = 2;
-constexpr int roomForValue = 70; // that a cell takes beyond what it needs
-constexpr int roomForBoth = 150; // the same with the overlay's value
+constexpr int spareRoom = 70; // that a cell takes beyond what it needs
 
 QColor shownColour(platform::Colour colour) {
     return QColor::fromRgb(platform::rgb32(colour));
@@ -134,20 +133,22 @@ ChannelCell::ChannelCell(const channels::ChannelFacts& facts, QWidget* parent)
     overlay->setObjectName(objectNameOf(facts.overlayLabel));
     overlay->lower(); // the value label covers it
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
-    setMaximumSize(minimumSizeHint().width() + roomForValue, minimumSizeHint().height() + 6);
+    setMaximumSize(minimumSizeHint().width() + spareRoom, minimumSizeHint().height() + 6);
 }
 
 void ChannelCell::uncoverOverlay(bool on) {
     if (on == m_uncovered) return;
     m_uncovered = on;
-    setMaximumWidth(minimumSizeHint().width() + (on ? roomForBoth : roomForValue));
+    setMaximumWidth(minimumSizeHint().width() + spareRoom);
+    updateGeometry();
     place();
 }
 
 QSize ChannelCell::minimumSizeHint() const {
     const QSize name = toggle->sizeHint();
-    const int number = value->fontMetrics().horizontalAdvance(QStringLiteral("-00.00 in")) + 8;
-    return {name.width() + number, name.height()};
+    // The longest read-out with the label's margins.
+    const int number = value->fontMetrics().horizontalAdvance(QStringLiteral("-00.00 in")) + 5;
+    return {name.width() + (m_uncovered ? 2 * number + margin : number), name.height()};
 }
 
 void ChannelCell::resizeEvent(QResizeEvent*) {

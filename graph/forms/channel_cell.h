@@ -70,7 +70,7 @@ public:
     ValueLabel* const value;
     ValueLabel* const overlay;
 
-    // The overlay's label takes half of the value label's room.
+    // The overlay's label stands beside the value label, with the same room.
     void uncoverOverlay(bool on);
     QSize sizeHint() const override { return minimumSizeHint(); }
     QSize minimumSizeHint() const override;

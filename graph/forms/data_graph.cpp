@@ -1,9 +1,14 @@
+// The window itself, how it opens and closes, and what its menus do.
 #include "graph/forms/data_graph.h"
 
-#include "core/basic/numbers.h"
-#include "core/config.h"
-#include "core/run_info.h"
-#include "graph/cursor.h"
+#include "core/shared_state.h"
+#include "graph/forms/channel_panel.h"
+#include "graph/forms/data_graph_needs.h"
+#include "graph/forms/graph_surface.h"
+#include "graph/layout.h"
+#include "library/forms/load_file.h"
+#include "library/forms/run_statistics.h"
+#include "mainwin/about.h"
 #include "mainwin/main_window.h"
 #include "platform/qt/form_kit.h"
 #include "platform/qt/text.h"
@@ -11,9 +16,11 @@
 
 #include <QAction>
 #include <QCloseEvent>
-#include <QLabel>
-#include <QProgressBar>
+#include <QMenu>
+#include <QScreen>
 #include <QTimer>
+#include <QToolBar>
+#include <QToolButton>
 
 namespace kvo::forms {
 
@@ -22,73 +29,94 @@ using namespace platform_qt;
 namespace {
 
 constexpr std::int16_t flagOn = -1;
-constexpr int mostProgress = 1000000000;
-constexpr int widestWithToolTip = 15400; // twips; on a narrower window the read-out is a tool tip
-
-std::string baseName(const std::string& path) {
-    const std::size_t separator = path.find_last_of("/\\");
-    return separator == std::string::npos ? path : path.substr(separator + 1);
-}
+constexpr int lowestWindowPx = 420;
 
 } // namespace
 
-DataGraph::DataGraph() : m_drawing(core::state(), m_view, *this) {
+DataGraph::DataGraph()
+    : m_course({core::state().Config, core::state().ConfigKnown, core::state().AppFolder,
+                   core::state().Run, core::state().Overlay, library::runList()},
+          m_view, *this, *platform::services().dialogs, *platform::services().files),
+      m_drawing(core::state().Config, core::state().Run, core::state().Overlay, m_view, *this) {
     setObjectName(QStringLiteral("DataGraph"));
     makeControls();
-    setCaption(graph::captionWithoutRun);
     Form_Load();
 }
 
-void DataGraph::setCaption(const std::string& caption) {
-    m_caption = caption;
-    setWindowTitle(shown(caption));
+void DataGraph::makeControls() {
+    m_inner = named(new QWidget, "Inner");
+    makeCommands();
+    m_surface = new GraphSurface(m_inner);
+    m_panel = new ChannelPanel(m_inner);
+    setCentralWidget(m_inner);
+    m_inner->installEventFilter(this);
+    connect(m_surface, &GraphSurface::scrolled, this, &DataGraph::TimeLine);
+    connect(m_surface, &GraphSurface::zoomWanted, this, [this](int direction) {
+        if (hasRun()) direction > 0 ? ZoomIn_Click() : ZoomOut_Click();
+    });
+    connect(m_panel, &ChannelPanel::toggled, this, &DataGraph::Toggle_Click);
+    connect(m_panel, &ChannelPanel::colourWanted, this, &DataGraph::Value_DblClick);
+    connect(m_panel, &ChannelPanel::heightChanged, this, &DataGraph::Form_Resize);
+    SurfaceWidget& surface = m_surface->trend();
+    connect(&surface, &SurfaceWidget::keyDown, this, &DataGraph::Trend_KeyDown);
+    connect(&surface, &SurfaceWidget::mouseDown, this, &DataGraph::Trend_MouseDown);
+    connect(&surface, &SurfaceWidget::mouseUp, this, &DataGraph::Trend_MouseUp);
+    connect(&surface, &SurfaceWidget::mouseMoved, this, &DataGraph::Trend_MouseMove);
+    connect(&surface, &SurfaceWidget::mouseLeft, this, [this] { Label_DataChanel_Change({}); });
+    setTabOrders();
+    const QSize room = screen()->availableSize();
+    setMinimumSize(qMin(m_panel->minimumSizeHint().width(), room.width()), lowestWindowPx);
+    resize(room.width() * 9 / 10, room.height() * 9 / 10);
+    setWindowState(Qt::WindowMaximized);
 }
 
-std::string DataGraph::caption() const {
-    return m_caption;
+// Toolbar, surface, then the channels as they stand in their groups.
+void DataGraph::setTabOrders() {
+    QWidget* last = nullptr;
+    const auto next = [&last](QWidget* widget) {
+        if (last != nullptr) QWidget::setTabOrder(last, widget);
+        last = widget;
+    };
+    for (QToolButton* button : m_commands.toolbar().findChildren<QToolButton*>()) {
+        if (button->focusPolicy() == Qt::TabFocus) next(button);
+    }
+    next(&m_surface->trend());
+    for (QWidget* toggle : m_panel->toggles()) next(toggle);
 }
 
-bool DataGraph::hasRun() const {
-    return m_caption != graph::captionWithoutRun;
-}
+// --- Opening and closing
 
 void DataGraph::Form_Load() {
-    core::SharedState& state = core::state();
-    state.ImportMode = 0; // is GraphDirty here
-    m_view.LoadingBar = 0;
-    enableRunCommands(false);
-    state.OverlayLoaded = 0; // one of an earlier window may still be in memory
-    Resolution_Change(state.Config.G_Res);
+    const core::AppConfig& config = core::state().Config;
+    m_course.openEmpty();
+    Resolution_Change(config.G_Res);
     Change_Colour();
     ChanaleEnable();
-    const bool fahrenheit = state.Config.Exhaust == flagOn;
-    if (!fahrenheit) Label15->setText(QStringLiteral("Exhaust Temps Deg C"));
-    ShowChannelsForType(state.Config.LoggerDataType);
-    const bool runInMemory = state.IndexNoSort == flagOn;
-    if (runInMemory) {
-        openFreshRun();
-    } else {
-        ArrangeGraph();
-        m_chooseOnShow = true;
-    }
+    if (config.Exhaust != flagOn) m_panel->setExhaustHeading(QStringLiteral("Exhaust Temps Deg C"));
+    showChannelsForType(config.LoggerDataType);
+    m_view.CancelZoomOffered = config.ScaleCustom == graph::scaleZoomed;
+    ArrangeGraph();
+    m_chooseOnShow = true;
+}
+
+void DataGraph::openFresh(const std::string& path, const std::string& caption) {
+    m_chooseOnShow = false;
+    const bool opened = m_course.openFresh(path, caption);
+    ArrangeGraph();
+    if (!opened) return;
+    showChannelsForType(core::state().Run.DataType);
+    DrawTrend();
+    TimeLine();
 }
 
 // The line comes back after another window has covered it.
 void DataGraph::Form_Activate() {
-    m_settled = true;
+    m_surface->settle();
     if (hasRun()) TimeLine();
 }
 
 void DataGraph::Form_Unload() {
-    core::SharedState& state = core::state();
-    const platform::Services& services = platform::services();
-    if (state.ImportMode != 0) {
-        const auto saved = core::SaveConfig(state.AppFolder, state.Config, *services.files);
-        if (!saved) {
-            services.dialogs->messageBox(saved.message, platform::boxStyle::critical, "Kvo");
-        }
-    }
-    state.SampleCount = 0;
+    m_course.close();
     unload<DataGraph>();
     showMainWindow();
 }
@@ -112,264 +140,175 @@ bool DataGraph::event(QEvent* event) {
     return done;
 }
 
-// --- The picture
+// --- Sizes
 
-void DataGraph::DrawTrend() {
-    if (m_drawing.DrawTrend()) return;
-    platform::services().dialogs->messageBox(
-        "There isn't enough video memory to display at this resolution.",
-        platform::boxStyle::critical, "Memory Error");
-    if (key("CancelZoom")->isEnabled()) {
-        ZoomOut_Click();
-    } else {
-        Graph_scale(graph::scaleFull);
-        DrawTrend();
-    }
+void DataGraph::placePanels() {
+    const int width = m_inner->width();
+    const int room =
+        graph::surfaceHeightPx(m_inner->height(), m_inner->y(), m_panel->heightNeeded(width));
+    const int top = graph::toolbarHeightPx + room;
+    m_commands.toolbar().setGeometry(0, 0, width, graph::toolbarHeightPx);
+    m_surface->setGeometry(0, graph::toolbarHeightPx, width, room);
+    m_panel->setGeometry(0, top, width, qMax(0, m_inner->height() - top));
 }
 
-void DataGraph::redrawAll() {
-    DrawTrend();
-    if (core::state().OverlayLoaded != 0) m_drawing.OverLayDraw();
-    TimeLine();
+void DataGraph::ArrangeGraph() {
+    const core::AppConfig& config = core::state().Config;
+    layout()->activate(); // also while the window is not shown yet
+    placePanels();
+    takeScale(
+        m_surface->ArrangeGraph(config.ScaleCustom, config.CustomScaleLow, config.CustomScaleHigh));
 }
 
-void DataGraph::applyTrendScale() {
-    const auto facts = graph::graphTypeFacts(core::state().DataType);
-    if (facts && facts->rightEdge) setScaleRight(*facts->rightEdge);
+void DataGraph::Form_Resize() {
+    const Hourglass busy(*platform::services().dialogs);
+    placePanels();
+    m_surface->resizeTo(m_view.ScaleShown);
 }
 
-// Room for the overlay's values, which cover the run's times.
-void DataGraph::uncoverOverlay() {
-    const bool overlay = core::state().OverlayLoaded != 0;
-    if (overlay == Frame_Times->isHidden()) return;
-    for (ChannelCell* one : m_cells) one->uncoverOverlay(overlay);
-    for (int group = 0; group < static_cast<int>(m_groups.size()); ++group) limitWidth(group);
-    Frame_Times->setVisible(!overlay);
+// The window finds its size on the screen first; an enlarged surface is measured by that.
+bool DataGraph::eventFilter(QObject* object, QEvent* event) {
+    if (object == m_inner && event->type() == QEvent::Resize)
+        m_surface->settled() ? Form_Resize() : ArrangeGraph();
+    return QMainWindow::eventFilter(object, event);
 }
 
-void DataGraph::TimeLine() {
-    const core::SharedState& state = core::state();
-    uncoverOverlay();
-    if (channels::onRun(state, m_view.CursorSample)) {
-        showTimeLine();
-    } else if (state.SampleCount > 0) {
-        platform::services().dialogs->beep();
-    }
-    Trend->setFocus();
+void DataGraph::keyPressEvent(QKeyEvent* event) {
+    if (!m_surface->scrollByKey(event->key())) QMainWindow::keyPressEvent(event);
 }
 
-void DataGraph::showTimeLine() {
-    core::SharedState& state = core::state();
-    const int sample = m_view.CursorSample;
-    const auto x = static_cast<float>(sample);
-    const platform::Colour colour = graph::timeLineColour(state.Config.GraphBackColour);
-    platform::Surface& surface = Trend->surface();
-    surface.setAutoRedraw(false);
-    surface.refresh();
-    surface.setDrawStyle(4);
-    surface.line(x, graph::trendTop, x, 0, colour);
-    surface.setDrawStyle(0);
-    const graph::TimeLineTexts texts = graph::timeLineTexts(state, m_view, sample);
-    showTexts(texts.loggerTime, texts.labels);
+// --- What the course asks for
+
+std::optional<core::ChosenRun> DataGraph::chooseRun(const std::string& title) {
+    const GraphMenusDisabled off;
+    return form<LoadFile>().choose(QStringLiteral("Load"), shown(title));
 }
 
-void DataGraph::showTexts(
-    const std::string& loggerTime, const std::vector<graph::LabelText>& labels) {
-    m_readOuts->LoggerTime->setText(shown(loggerTime));
-    for (const graph::LabelText& label : labels) {
-        ChannelCell& shownIn = cell(label.channel);
-        (label.overlay ? shownIn.overlay : shownIn.value)->setText(shown(label.text));
-    }
+void DataGraph::chooseRunsToDelete() {
+    const GraphMenusDisabled off;
+    form<LoadFile>().chooseToDelete(QStringLiteral("Delete File"));
 }
 
-// --- Mouse and keys on the surface
-
-void DataGraph::placeCursor(double sample) {
-    core::keepOnFailure(m_view.CursorSample, core::CInt(sample));
-    TimeLine();
+void DataGraph::showState() {
+    setWindowTitle(shown(caption()));
+    const bool overlay = m_course.overlayLoaded();
+    m_commands.command("Mnu_Overlay").setText(shown(m_course.overlayCommand()));
+    m_commands.key("OverlayData").setText(QLatin1String(m_course.overlayKey()));
+    for (int n = 1; n <= 8; ++n) m_panel->setAnalogCaption(n, m_course.analogCaption(n));
+    m_panel->showTimes(core::state().Run.times);
+    const int setting = core::state().Config.ScaleCustom;
+    m_commands.menu("Mnu_Scale").setTitle(QLatin1String(graph::scaleCaption(m_view.ScaleShown)));
+    m_commands.check("Mnu_ScaleItem", setting);
+    using namespace graphNeeds;
+    Needs met = 0;
+    if (setting != graph::scaleZoomed) met |= notZoomed;
+    if (m_view.CancelZoomOffered) met |= zoomed;
+    if (hasRun()) met |= run;
+    if (!overlay) met |= noOverlay;
+    if (m_course.canChange(0)) met |= runBefore;
+    if (m_course.canChange(1)) met |= runBehind;
+    m_commands.setMet(met);
 }
 
-void DataGraph::Trend_KeyDown(int key, Qt::KeyboardModifiers modifiers) {
-    if (!hasRun()) return;
-    const int step = graph::cursorStep(key == Qt::Key_Right, modifiers.testFlag(Qt::ShiftModifier),
-        modifiers.testFlag(Qt::ControlModifier), modifiers.testFlag(Qt::AltModifier));
-    // The line that was drawn last ends at the cursor.
-    placeCursor(static_cast<double>(Trend->surface().currentX()) + step);
+void DataGraph::emptyLabels() {
+    m_panel->emptyLabels();
+    m_surface->trend().setToolTip({});
 }
 
-void DataGraph::Trend_MouseDown(Qt::MouseButton button, float x, float) {
-    if (!hasRun()) return;
-    if (button == Qt::LeftButton) placeCursor(x);
-    if (button == Qt::RightButton) startAverage(x);
-}
-
-void DataGraph::Trend_MouseUp(Qt::MouseButton button, float x, float) {
-    if (button != Qt::RightButton || !hasRun() || m_caption == "Kvo Data Graph") return;
-    finishAverage(x);
-}
-
-// The right button's drag marks a stretch; it begins with a line where the button goes down.
-void DataGraph::startAverage(float x) {
-    platform::Surface& surface = Trend->surface();
-    surface.setAutoRedraw(false);
-    surface.refresh();
-    surface.setDrawStyle(2);
-    m_view.DragStartX = x;
-    surface.line(
-        x, graph::trendTop, x, 0, graph::timeLineColour(core::state().Config.GraphBackColour));
-    surface.setDrawStyle(0);
-}
-
-// A cross over the stretch with its closing edge, and the means of it in the labels.
-void DataGraph::finishAverage(float x) {
-    core::SharedState& state = core::state();
-    const platform::Colour colour = graph::timeLineColour(state.Config.GraphBackColour);
-    const float start = m_view.DragStartX;
-    platform::Surface& surface = Trend->surface();
-    surface.setAutoRedraw(false);
-    surface.setDrawStyle(2);
-    surface.line(start, graph::trendTop, x, 0, colour);
-    surface.line(start, 0, x, graph::trendTop, colour);
-    surface.line(x, graph::trendTop, x, 0, colour);
-    surface.setDrawStyle(0);
-    surface.setForeColor(colour);
-    const graph::AverageMark mark = graph::averageMark(start, x);
-    surface.setCurrentX(mark.wordX);
-    surface.setCurrentY(mark.wordY);
-    surface.setFontSize(mark.wordSize);
-    surface.print("AVERAGE");
-    surface.setFontSize(mark.sizeBehind);
-    uncoverOverlay();
-    const auto texts = graph::AverageRange(state, m_view, qMin(start, x), qMax(start, x));
-    if (texts.outside) return platform::services().dialogs->beep();
-    showTexts(texts.loggerTime, texts.labels);
-}
-
-void DataGraph::Trend_MouseMove(Qt::MouseButtons buttons, float x, float y) {
-    if (!hasRun() || buttons.testFlag(Qt::RightButton)) return;
-    const graph::PointerLabels labels{
-        [this](int channel) { return cell(channel).value->isEnabled(); },
-        [this](int n) { return typed(cell(channels::analogChannel(n)).toggle->caption()); }};
-    const auto text = graph::textUnderPointer(core::state(), m_view, x, y, labels);
-    if (!text || shown(*text) == m_readOuts->Label_DataChanel->text()) return;
-    m_readOuts->Label_DataChanel->setText(shown(*text));
-    Label_DataChanel_Change();
-}
-
-void DataGraph::Label_DataChanel_Change() {
-    const bool narrow = toTwips(width()) < widestWithToolTip;
-    m_readOuts->Label_DataChanel->setVisible(!narrow);
-    if (narrow) Trend->setToolTip(m_readOuts->Label_DataChanel->text());
-}
-
-// --- What the drawing asks for
-
-void DataGraph::setTrendHourglass(bool on) {
-    if (on) {
-        Trend->setCursor(Qt::WaitCursor);
-    } else {
-        Trend->unsetCursor();
-    }
-}
-
-void DataGraph::showLoading(const std::string& text, const std::string& file) {
-    m_readOuts->LoadingText->setText(shown(text));
-    m_readOuts->LoadingFile->setText(shown(file));
-    m_readOuts->showLoading(true);
-}
-
-void DataGraph::hideLoading() {
-    m_readOuts->showLoading(false);
-}
-
-void DataGraph::setProgressMax(double max) {
-    m_readOuts->ProgressBar1->setValue(0);
-    m_readOuts->ProgressBar1->setMaximum(static_cast<int>(qBound(1.0, max, double{mostProgress})));
-}
-
-void DataGraph::setProgressValue(double value) {
-    m_readOuts->ProgressBar1->setValue(
-        static_cast<int>(qBound(0.0, value, double(m_readOuts->ProgressBar1->maximum()))));
-}
-
-void DataGraph::showLabels(const graph::LabelVisibility& labels) {
-    const auto apply = [](QWidget* widget, graph::Show show) {
-        if (show != graph::Show::leave) widget->setVisible(show == graph::Show::show);
-    };
-    const auto applyValues = [&](int channel, graph::Show show) {
-        apply(cell(channel).value, show);
-        apply(cell(channel).overlay, show);
-    };
-    apply(cell(channels::clutchChannel).toggle, labels.clutch);
-    applyValues(channels::clutchChannel, labels.clutch);
-    for (int n = 1; n <= 8; ++n) {
-        apply(cell(channels::analogChannel(n)).toggle, labels.analogToggle[n]);
-        applyValues(channels::analogChannel(n), labels.analogValue[n]);
-        apply(cell(channels::exhaustChannel(n)).toggle, labels.exhaustToggle);
-        applyValues(channels::exhaustChannel(n), labels.exhaustValue);
-    }
-    apply(Label15, labels.exhaustHeading);
-    for (int group = 0; group < static_cast<int>(m_groups.size()); ++group) placeCells(group);
-}
-
-bool DataGraph::clutchLabelVisible() const {
-    return !cell(channels::clutchChannel).value->isHidden();
-}
-
-void DataGraph::setOverlayLabelColour(int channel, std::int32_t colour) {
-    cell(channel).overlay->setFore(static_cast<platform::Colour>(colour));
-}
-
-// --- What a load asks for
-
-void DataGraph::appendOverlayCaption(const std::string& caption) {
-    setCaption(m_caption + caption);
+void DataGraph::clearSurface() {
+    m_surface->surface().setAutoRedraw(true);
+    m_surface->surface().cls();
 }
 
 void DataGraph::setScaleRight(int right) {
-    Trend->surface().setScale(0, graph::trendTop, static_cast<float>(right), 0);
+    m_surface->surface().setScale(0, graph::trendTop, static_cast<float>(right), 0);
 }
 
-void DataGraph::setAnalogCaption(int channel, const std::string& caption) {
-    cell(channels::analogChannel(channel)).toggle->setCaption(shown(caption));
+void DataGraph::showChannelsForType(int dataType) {
+    showLabels(graph::ShowChannelsForType(dataType, core::state().Config.Vehicle_Type));
 }
 
-void DataGraph::showProgress(bool on) {
-    if (on) {
-        showLoading("Loading:", baseName(core::state().DataFilePath));
-    } else {
-        hideLoading();
-    }
+// --- Commands
+
+void DataGraph::Mnu_Statistics_Click() {
+    const core::OpenRun& run = core::state().Run;
+    Statistics::GraphTexts texts;
+    texts.caption = caption();
+    texts.times = run.times;
+    for (int n = 1; n <= 8; ++n) texts.analogNames[n] = m_course.analogCaption(n);
+    const GraphMenusDisabled off;
+    form<Statistics>().showRun(texts);
 }
 
-void DataGraph::loadRunTimes() {
+void DataGraph::Mnu_GraphFile_Click() {
+    const GraphMenusDisabled off;
+    showModal(form<About>());
+}
+
+void DataGraph::Resolution_Change(int step) {
+    const graph::ResolutionChoice choice = graph::Resolution_Change(step);
+    m_commands.check("Resolution", choice.checkedItem);
+    m_commands.menu("Mnu_Resolution").setTitle(QString::fromStdString(choice.caption));
+}
+
+void DataGraph::Resolution_Click(int step) {
+    core::state().Config.G_Res = static_cast<std::uint8_t>(step);
+    Resolution_Change(step);
+    m_view.GraphDirty = flagOn;
+    m_course.redraw();
+}
+
+void DataGraph::takeScale(std::optional<int> setting) {
+    if (setting) m_view.ScaleShown = *setting;
+    showState();
+}
+
+void DataGraph::Mnu_ScaleItem_Click(int item) {
+    core::state().Config.ScaleCustom = static_cast<std::int16_t>(item);
+    takeScale(m_surface->Graph_scale(item));
+    applyTrendScale();
+    m_course.redraw();
+}
+
+void DataGraph::zoom(double factor) {
     core::SharedState& state = core::state();
-    state.InfoFilePath = core::infoFilePath(state.DataFilePath);
-    const core::RunTimes times =
-        core::LoadRunTimes(state.InfoFilePath, *platform::services().files);
-    const auto show = [this](const char* box, const std::string& text) {
-        control<QLabel>(*this, box).setText(shown(text));
-    };
-    show("Text_60FootTime", times.Text_60FootTime);
-    show("Text_330FootTime", times.Text_330FootTime);
-    show("Text_660FootTime", times.Text_660FootTime);
-    show("Text_660FootSpeed", times.Text_660FootSpeed);
-    show("Text_1000FootTime", times.Text_1000FootTime);
-    show("Text_ET", times.Text_ET);
+    const Hourglass busy(*platform::services().dialogs);
+    m_surface->surface().setAutoRedraw(true);
+    state.Config.ScaleCustom = graph::scaleZoomed;
+    takeScale(m_surface->Graph_scale(graph::scaleZoomed, factor));
+    applyTrendScale();
+    m_course.redraw();
+    m_surface->ScrollToCursor(state.Run.SampleCount, m_view.CursorSample);
+    m_view.CancelZoomOffered = true;
+    showState();
 }
 
-// --- Pictures
+void DataGraph::ZoomIn_Click() {
+    zoom(1.2);
+}
+
+void DataGraph::ZoomOut_Click() {
+    zoom(0.8);
+}
+
+void DataGraph::CancelZoom_Click() {
+    core::SharedState& state = core::state();
+    state.Config.ScaleCustom = static_cast<std::int16_t>(m_view.ScaleShown);
+    m_view.CancelZoomOffered = false;
+    ArrangeGraph();
+    applyTrendScale();
+    m_course.redraw();
+    m_surface->ScrollToCursor(state.Run.SampleCount, m_view.CursorSample);
+}
+
+// --- Screenshots
 
 bool DataGraph::saveWindowPicture(const QString& path) {
     return saveScreenshot(*this, path);
 }
 
 bool DataGraph::saveGraphPicture(const QString& path, const QSize& sizePx) {
-    return Trend->picture(sizePx).save(path, "PNG");
-}
-
-void EnableGraphMenus(bool on) {
-    if (isLoaded<DataGraph>()) form<DataGraph>().enableMenus(on);
+    return m_surface->trend().picture(sizePx).save(path, "PNG");
 }
 
 } // namespace kvo::forms

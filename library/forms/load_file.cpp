@@ -1,7 +1,8 @@
 #include "library/forms/load_file.h"
 
-#include "core/run_info.h"
+#include "core/shared_state.h"
 #include "library/chooser_list.h"
+#include "library/run_list.h"
 #include "platform/qt/form_kit.h"
 #include "platform/qt/text.h"
 #include "platform/services.h"
@@ -16,6 +17,7 @@
 namespace kvo::forms {
 
 using namespace platform_qt;
+using library::runList;
 
 namespace {
 
@@ -59,8 +61,8 @@ LoadFile::LoadFile() {
     makeLayout();
     setCaptions(
         QStringLiteral("&Load"), QStringLiteral("File To Load"), QStringLiteral("Load Data File"));
-    m_descriptions.show(&m_rows);
-    m_names.show(&m_rows);
+    m_descriptions.show(&runList().rows());
+    m_names.show(&runList().rows());
     Data_File();
 }
 
@@ -113,78 +115,61 @@ void LoadFile::setCaptions(const QString& button, const QString& label, const QS
 }
 
 void LoadFile::Data_File() {
-    const std::string selected = chosenName();
-    m_rows = library::Data_File(core::state().AppFolder, *platform::services().files);
+    runList().read(core::state().AppFolder, *platform::services().files);
+    listChanged();
+}
+
+// The views read the rows again and go to the choice.
+void LoadFile::listChanged() {
+    const int choice = runList().chosenRow();
     m_descriptions.changed();
     m_names.changed();
-    const auto row = library::rowToOpenOn(m_rows, selected.empty() ? m_lastChosen : selected);
-    chooseRow(row ? static_cast<int>(*row) : -1);
+    runList().choose(choice); // the views had none for a moment
+    showChoice();
 }
 
-bool LoadFile::choose(const QString& button, const QString& form) {
-    core::state().DeleteMode = 0;
-    core::state().LoadStatus = 0;
-    setCaptions(button, QStringLiteral("File To Load"), form);
-    showModal(*this);
-    return core::state().LoadStatus != -1;
-}
-
-void LoadFile::chooseToDelete(const QString& form) {
-    core::state().DeleteMode = -1;
-    core::state().LoadStatus = 0;
-    setCaptions(QStringLiteral("Delete"), QStringLiteral("File To Delete"), form);
-    showModal(*this);
-    core::state().DeleteMode = 0;
-}
-
-int LoadFile::chosenRow() const {
-    return Files_List->currentIndex().row();
-}
-
-void LoadFile::chooseRow(int row) {
+void LoadFile::showChoice() {
+    const int row = runList().chosenRow();
     Files_List->setCurrentIndex(row >= 0 ? m_descriptions.index(row) : QModelIndex{});
     if (row >= 0) Files_List->scrollTo(m_descriptions.index(row));
-    Files_List_Click();
-}
-
-std::string LoadFile::chosenDescription() const {
-    const int row = chosenRow();
-    return row < 0 ? "" : m_rows[static_cast<std::size_t>(row)].Description;
-}
-
-std::string LoadFile::chosenName() const {
-    const int row = chosenRow();
-    return row < 0 ? "" : m_rows[static_cast<std::size_t>(row)].FileName;
-}
-
-void LoadFile::takePaths() const {
-    core::SharedState& state = core::state();
-    state.DataFilePath =
-        library::dataFilePath(state.AppFolder, chosenName(), *platform::services().files);
-    state.InfoFilePath = core::infoFilePath(state.DataFilePath);
-}
-
-void LoadFile::Files_List_Click() {
-    const int row = chosenRow();
-    Discription->setText(shown(chosenDescription()));
-    Discription->setCursorPosition(0);
     Path_List->setCurrentIndex(row >= 0 ? m_names.index(row) : QModelIndex{});
+    Discription->setText(shown(runList().chosen().Description));
+    Discription->setCursorPosition(0);
     m_edit->setEnabled(row >= 0);
 }
 
+std::optional<core::ChosenRun> LoadFile::choose(const QString& button, const QString& form) {
+    m_purpose = Purpose::choose;
+    m_answer.reset();
+    setCaptions(button, QStringLiteral("File To Load"), form);
+    showModal(*this);
+    return m_answer;
+}
+
+void LoadFile::chooseToDelete(const QString& form) {
+    m_purpose = Purpose::deleteRuns;
+    setCaptions(QStringLiteral("Delete"), QStringLiteral("File To Delete"), form);
+    showModal(*this);
+}
+
+void LoadFile::Files_List_Click() {
+    runList().choose(Files_List->currentIndex().row());
+    showChoice();
+}
+
 void LoadFile::BTN_Ok_Click() {
-    takePaths();
-    if (core::state().DeleteMode == -1) {
-        DeleteFile();
-        return;
+    if (m_purpose == Purpose::deleteRuns) return DeleteFile();
+    m_answer.reset();
+    // A row without a description is no choice.
+    if (!Discription->text().isEmpty()) {
+        runList().take();
+        m_answer = runList().chosenRun(core::state().AppFolder, *platform::services().files);
     }
-    if (Discription->text().isEmpty()) core::state().LoadStatus = -1;
-    m_lastChosen = chosenName();
     hide();
 }
 
 void LoadFile::BTN_Cancel_Click() {
-    core::state().LoadStatus = -1;
+    m_answer.reset();
     hide();
 }
 
@@ -197,44 +182,40 @@ void LoadFile::Files_List_DblClick() {
 }
 
 void LoadFile::DeleteFile() {
-    const int row = chosenRow();
-    if (row < 0) return;
+    if (runList().chosenRow() < 0) return;
     platform::Dialogs& dialogs = *platform::services().dialogs;
     const std::string question =
-        "Are you sure you want to Delete:           \n" + chosenDescription();
+        "Are you sure you want to Delete:           \n" + runList().chosen().Description;
     if (dialogs.messageBox(question, platform::boxStyle::yesNo + platform::boxStyle::question,
             "Warning") != platform::Reply::yes) {
         return;
     }
-    tell(library::DeleteFile(core::state().AppFolder, m_rows, static_cast<std::size_t>(row),
-        *platform::services().files));
-    m_descriptions.changed();
-    m_names.changed();
-    chooseRow(-1);
+    tell(runList().deleteChosen(core::state().AppFolder, *platform::services().files));
+    listChanged();
 }
 
 void LoadFile::editDescription() {
-    const int row = chosenRow();
-    if (row < 0 || Discription->text().isEmpty()) return;
-    const std::string description = chosenDescription();
+    if (runList().chosenRow() < 0 || Discription->text().isEmpty()) return;
+    const std::string description = runList().chosen().Description;
     const std::string answer = platform::services().dialogs->inputBox(
         "Enter the new file description for.\n\n" + description + "\n\nRun Number     Description",
         "Edit File Description", library::editableDescription(description));
-    tell(library::editDescription(core::state().AppFolder, m_rows, static_cast<std::size_t>(row),
-        answer, core::state().RunHeaderLine, *platform::services().files));
-    m_descriptions.changed();
-    chooseRow(row);
+    tell(runList().renameChosen(
+        core::state().AppFolder, answer, core::state().Run, *platform::services().files));
+    listChanged();
 }
 
 void LoadFile::typeAhead(const QString& text) {
-    const int row = chosenRow();
+    const int row = runList().chosenRow();
     const bool goesOn = !m_typed.isEmpty();
     m_typed += text;
     m_typedTimer.start(typeAheadMs);
     // A new search begins behind the selected row, a longer one may stay on it.
     const std::size_t from = row < 0 ? 0 : static_cast<std::size_t>(row) + (goesOn ? 0 : 1);
-    if (const auto found = library::findTyped(m_rows, from, typed(m_typed)))
-        chooseRow(static_cast<int>(*found));
+    if (const auto found = library::findTyped(runList().rows(), from, typed(m_typed))) {
+        runList().choose(static_cast<int>(*found));
+        showChoice();
+    }
 }
 
 bool LoadFile::eventFilter(QObject* object, QEvent* event) {

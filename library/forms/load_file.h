@@ -1,13 +1,14 @@
 #pragma once
-// LoadFile: the modal form on which the user picks a run from the index, deletes runs or changes a
-// run's description. It stays loaded when it hides, since the graph steps through its list.
-#include "core/shared_state.h"
+// LoadFile: the modal form on which the user picks a run from the list of runs, deletes runs or
+// changes a run's description. It shows library/run_list, where the rows and the choice are.
+#include "core/open_run.h"
+#include "core/run_index.h"
 
 #include <QAbstractListModel>
 #include <QDialog>
 #include <QTimer>
 
-#include <string>
+#include <optional>
 #include <vector>
 
 class QLabel;
@@ -41,24 +42,14 @@ class LoadFile : public QDialog {
 public:
     LoadFile();
 
-    // Reads the index into the list; the selection stays on its run.
+    // Reads the index into the list; the choice stays on its run.
     void Data_File();
     // The captions of the button, of the label over the box, and of the form.
     void setCaptions(const QString& button, const QString& label, const QString& form);
-    // Shows the form to choose one run. True when one was chosen: DataFilePath, InfoFilePath and
-    // chosenName() are set. False leaves LoadStatus at -1.
-    bool choose(const QString& button, const QString& form);
+    // Shows the form to choose one run; none where it was left without a choice.
+    std::optional<core::ChosenRun> choose(const QString& button, const QString& form);
     // Shows the form to delete runs.
     void chooseToDelete(const QString& form);
-
-    // Text of the chosen row, its file name, and the row itself; -1 where none is selected.
-    std::string chosenDescription() const;
-    std::string chosenName() const;
-    int chosenRow() const;
-    int rowCount() const { return static_cast<int>(m_rows.size()); }
-    void chooseRow(int row);
-    // DataFilePath and InfoFilePath of the chosen row.
-    void takePaths() const;
 
     void BTN_Ok_Click();
     void BTN_Cancel_Click();
@@ -75,9 +66,12 @@ private:
     void makeLayout();
     void DeleteFile();
     void typeAhead(const QString& text);
+    void listChanged();
+    void showChoice();
 
-    std::vector<core::RunIndexEntry> m_rows;
-    std::string m_lastChosen; // file name of the last choice made
+    enum class Purpose { choose, deleteRuns };
+    Purpose m_purpose = Purpose::choose;
+    std::optional<core::ChosenRun> m_answer;
     QString m_typed;
     QTimer m_typedTimer;
     RunRows m_descriptions{RunRows::Column::description};

@@ -118,16 +118,16 @@ void Statistics::fill(const Line& line, const library::StatisticsRow& row) {
 void Statistics::showRun(const GraphTexts& graph) {
     core::SharedState& state = core::state();
     setWindowTitle(shown(library::statisticsCaption(graph.caption)));
-    const library::RunStatistics statistics = library::Cal(
-        state.Run, state.SampleCount, state.DataType, state.Run.tail.TimeOffset, graph.Text_ET);
-    const library::StatisticsTexts texts = library::statisticsTexts(
-        statistics, state.Run, state.DataType, state.Config.Exhaust, state.AnalogPicture);
-    ET60->setText(shown(graph.Text_60FootTime));
-    Et330->setText(shown(graph.Text_330FootTime));
-    ET660->setText(shown(graph.Text_660FootTime));
-    Et1000->setText(shown(graph.Text_1000FootTime));
-    Et->setText(shown(graph.Text_ET));
-    Speed660->setText(shown(graph.Text_660FootSpeed));
+    const core::TrackTimes& times = graph.times;
+    const library::RunStatistics statistics = library::Cal(state.Run, times.Text_ET);
+    const library::StatisticsTexts texts =
+        library::statisticsTexts(statistics, state.Run, state.Config.Exhaust, state.AnalogPicture);
+    ET60->setText(shown(times.Text_60FootTime));
+    Et330->setText(shown(times.Text_330FootTime));
+    ET660->setText(shown(times.Text_660FootTime));
+    Et1000->setText(shown(times.Text_1000FootTime));
+    Et->setText(shown(times.Text_ET));
+    Speed660->setText(shown(times.Text_660FootSpeed));
     Mph_Max->setText(shown(texts.Mph_Max));
     fill(m_rpm, texts.Rpm);
     fill(m_input, texts.Input);
@@ -137,7 +137,7 @@ void Statistics::showRun(const GraphTexts& graph) {
         fill(m_analog[c], texts.A[c]);
         fill(m_exhaust[c], texts.E[c]);
     }
-    if (const auto power = library::horsepower(graph.Text_ET, state.Config.Weight_F))
+    if (const auto power = library::horsepower(times.Text_ET, state.Config.Weight_F))
         Horsepower->setText(shown(*power));
     showModal(*this);
 }

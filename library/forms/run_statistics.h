@@ -2,6 +2,7 @@
 // Statistics: minimum, maximum and average of every channel of the run on the graph, with its track
 // times and a horsepower estimate.
 #include "core/basic/from_one.h"
+#include "core/open_run.h"
 #include "platform/qt/form_kit.h"
 
 #include <QDialog>
@@ -22,16 +23,10 @@ class Statistics : public QDialog {
     Q_OBJECT
 
 public:
-    // The graph's texts: its caption, and the boxes of the track times in the order 60, 330, 660,
-    // 1000 feet, elapsed time, and the speed at 660 feet.
+    // The graph's texts: its caption, the track times and the names of the analogs.
     struct GraphTexts {
         std::string caption;
-        std::string Text_60FootTime;
-        std::string Text_330FootTime;
-        std::string Text_660FootTime;
-        std::string Text_1000FootTime;
-        std::string Text_ET;
-        std::string Text_660FootSpeed;
+        core::TrackTimes times;
         core::FromOne<std::string, 8> analogNames;
     };
 

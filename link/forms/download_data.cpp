@@ -2,7 +2,7 @@
 
 #include "core/shared_state.h"
 #include "graph/forms/data_graph.h"
-#include "library/forms/load_file.h"
+#include "library/run_list.h"
 #include "link/forms/logger_line.h"
 #include "mainwin/main_window.h"
 #include "mainwin/software_setup.h"
@@ -20,8 +20,10 @@ namespace kvo::forms {
 using namespace platform_qt;
 
 DownloadData::DownloadData()
-    : m_session(loggerLink(), core::state(), *this, *platform::services().dialogs,
-          *platform::services().clock, *platform::services().files) {
+    : m_session(loggerLink(),
+          {core::state().Config, core::state().AppFolder, core::state().Run, core::state().Tables},
+          *this, *platform::services().dialogs, *platform::services().clock,
+          *platform::services().files) {
     setObjectName(QStringLiteral("DownloadData"));
     setWindowTitle(QStringLiteral("Download Data"));
     makeLayout();
@@ -101,16 +103,18 @@ void DownloadData::showSoftwareSetup() {
     forms::showSoftwareSetup();
 }
 
-// The graph's load reads the run that was just saved; the caption is set behind it.
-void DownloadData::showDataGraph(const std::string& caption) {
+void DownloadData::showFreshRun(const std::string& path, const std::string& caption) {
     auto& graph = form<DataGraph>();
-    graph.setCaption(caption);
+    graph.openFresh(path, caption);
     graph.show();
     hideMainWindow();
 }
 
-void DownloadData::refreshChooser() {
-    form<LoadFile>().Data_File();
+// Back and forward in the graph go on from the fresh run.
+void DownloadData::refreshChooser(const std::string& fileName) {
+    library::RunList& runs = library::runList();
+    runs.read(core::state().AppFolder, *platform::services().files);
+    runs.chooseFile(fileName);
 }
 
 } // namespace kvo::forms

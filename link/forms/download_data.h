@@ -24,8 +24,8 @@ public:
     void hideButtons() override;
     void unload() override;
     void showSoftwareSetup() override;
-    void showDataGraph(const std::string& caption) override;
-    void refreshChooser() override;
+    void showFreshRun(const std::string& path, const std::string& caption) override;
+    void refreshChooser(const std::string& fileName) override;
 
 protected:
     void reject() override;

@@ -227,6 +227,11 @@ void SurfaceWidget::mouseReleaseEvent(QMouseEvent* event) {
     emit mouseUp(event->button(), at.x, at.y);
 }
 
+void SurfaceWidget::leaveEvent(QEvent* event) {
+    QWidget::leaveEvent(event);
+    emit mouseLeft();
+}
+
 void SurfaceWidget::keyPressEvent(QKeyEvent* event) {
     if (event->key() == Qt::Key_Left || event->key() == Qt::Key_Right) {
         emit keyDown(event->key(), event->modifiers());

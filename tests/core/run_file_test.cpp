@@ -1,8 +1,10 @@
-#include "core/data_types.h"
 #include "core/run_file.h"
+
+#include "core/basic/byte_writer.h"
+#include "core/data_types.h"
+#include "core/run_info.h"
 #include "core/run_records.h"
 #include "tests/support/memory_files.h"
-#include "tests/support/scripted_dialogs.h"
 
 #include <gtest/gtest.h>
 
@@ -14,47 +16,25 @@ namespace {
 
 using platform::Bytes;
 using testing::MemoryFiles;
-using testing::ScriptedDialogs;
 
 constexpr const char* path = "/kvo/Data/26111514.52d";
+constexpr const char* infoPath = "/kvo/Data/26111514.52i";
 constexpr const char* name = "26111514.52d";
-
-// What a load showed, in its order.
-class RecordingView : public RunLoadView {
-public:
-    std::vector<std::string> shown;
-    void setCaption(const std::string& caption) override { shown.push_back("caption " + caption); }
-    void appendOverlayCaption(const std::string& caption) override {
-        shown.push_back("overlay " + caption);
-    }
-    void setScaleRight(int right) override { shown.push_back("scale " + std::to_string(right)); }
-    void setAnalogCaption(int channel, const std::string& caption) override {
-        shown.push_back("analog " + std::to_string(channel) + " " + caption);
-    }
-    void showProgress(bool on) override { shown.push_back(on ? "progress" : "no progress"); }
-    void loadRunTimes() override { shown.push_back("times"); }
-};
 
 struct Bench {
     MemoryFiles files;
-    ScriptedDialogs dialogs;
-    RecordingView view;
-    std::unique_ptr<SharedState> state = std::make_unique<SharedState>();
+    std::unique_ptr<OpenRun> run = std::make_unique<OpenRun>();
+    std::unique_ptr<OpenRun> overlay = std::make_unique<OpenRun>();
 
-    Bench() {
-        state->AppFolder = "/kvo";
-        state->DataFilePath = path;
-    }
-    void load(const Bytes& file) {
+    LoadOutcome load(const Bytes& file) {
         files.put(path, file);
-        state->LoadStatus = 0;
-        LoadRun(*state, name, files, dialogs, view);
+        return LoadRun(path, *run, files);
     }
-    void loadOverlay(const Bytes& file) {
+    LoadOutcome loadOverlay(const Bytes& file) {
         files.put(path, file);
-        state->LoadStatus = 0;
-        LoadOverlayRun(*state, name, files, dialogs, view);
+        return LoadOverlayRun(path, *overlay, files);
     }
+    platform::WriteResult save() { return SaveRun(*run, "/kvo", files); }
     Bytes saved() const { return files.read(path).value_or(Bytes{}); }
 };
 
@@ -75,39 +55,42 @@ RunSample sampleOf(int i) {
 }
 
 // A whole run of a type in memory, with a number in every field.
-std::unique_ptr<SharedState> runOf(int type, int rows) {
-    auto state = std::make_unique<SharedState>();
-    state->AppFolder = "/kvo";
-    state->DataFilePath = path;
-    state->SaveMode = -1;
-    state->SampleCount = static_cast<std::uint16_t>(rows);
-    state->RunHeaderLine = std::to_string(type) + " VRN35 Ver 1.2 128k Serial No 7  Date:x#";
-    state->Run.header.EnginePickups = 3;
-    state->Run.header.CrankGearTeeth = 40;
-    state->Run.header.RecordOnRpm = -2;
-    state->Run.header.ShiftLightTime4 = 1.5F;
-    for (int i = 1; i <= rows; ++i) state->Run.samples[i] = sampleOf(i);
-    for (int g = 1; g <= 5; ++g) state->Run.setup.GearRatio[g] = static_cast<float>(g) / 2;
+std::unique_ptr<OpenRun> runOf(int type, int rows) {
+    auto run = std::make_unique<OpenRun>();
+    run->path = path;
+    run->DataType = static_cast<std::uint8_t>(type);
+    run->SampleCount = static_cast<std::uint16_t>(rows);
+    run->headerLine = std::to_string(type) + " VRN35 Ver 1.2 128k Serial No 7  Date:x#";
+    run->image.header.EnginePickups = 3;
+    run->image.header.CrankGearTeeth = 40;
+    run->image.header.RecordOnRpm = -2;
+    run->image.header.ShiftLightTime4 = 1.5F;
+    for (int i = 1; i <= rows; ++i) run->image.samples[i] = sampleOf(i);
+    for (int g = 1; g <= 5; ++g) run->image.setup.GearRatio[g] = static_cast<float>(g) / 2;
     for (int c = 1; c <= 8; ++c) {
-        state->Run.setup.AnalogName[c] = "Name  " + std::to_string(c) + " ";
-        state->Run.analog.AnalogDecimals[c] = 1;
-        state->Run.analog.AnalogScale[c] = static_cast<float>(c) / 4;
-        state->Run.analog.AnalogOffset[c] = -1;
-        state->Run.tail.AnalogTypes[c] = 2;
+        run->image.setup.AnalogName[c] = "Name  " + std::to_string(c) + " ";
+        run->image.analog.AnalogDecimals[c] = 1;
+        run->image.analog.AnalogScale[c] = static_cast<float>(c) / 4;
+        run->image.analog.AnalogOffset[c] = -1;
+        run->image.tail.AnalogTypes[c] = 2;
     }
-    state->Run.analog.PinionTeeth = 10;
-    state->Run.tail.reserved[2] = 0xAB;
-    state->Run.tail.GearCount = 3;
-    state->Run.tail.GearRatio6 = 9;
-    state->Run.tail.TimeOffset = 140;
-    return state;
+    run->image.analog.PinionTeeth = 10;
+    run->image.tail.reserved[2] = 0xAB;
+    run->image.tail.GearCount = 3;
+    run->image.tail.GearRatio6 = 9;
+    run->image.tail.TimeOffset = 140;
+    return run;
+}
+
+// What a save makes of it.
+Bytes bytesOf(const OpenRun& run) {
+    MemoryFiles files;
+    EXPECT_TRUE(SaveRun(run, "/kvo", files));
+    return files.read(path).value_or(Bytes{});
 }
 
 Bytes fileOf(int type, int rows) {
-    const auto state = runOf(type, rows);
-    MemoryFiles files;
-    EXPECT_TRUE(SaveRun(*state, files));
-    return files.read(path).value_or(Bytes{});
+    return bytesOf(*runOf(type, rows));
 }
 
 // Record 1 with this text, and blanks behind it for as many records.
@@ -119,27 +102,36 @@ Bytes lineFile(const std::string& line, std::size_t records = 4) {
     return writer.take();
 }
 
-TEST(DataTypes, TheTwoReadersDifferAsTold) {
-    struct Row {
-        int type;
-        int rows;
-        int overlay;
-        int import;
-        int timeOffset;
-    };
-    for (const Row& row : {Row{8, 2520, 2520, 2520, 160}, Row{12, 2520, 2520, 2520, 160},
-             Row{17, 1724, 1725, 1724, 160}, Row{20, 2048, 2048, 2048, 160},
-             Row{25, 1213, 1213, 1213, 80}, Row{32, 1360, 1860, 1360, 160},
-             Row{43, 1360, 1860, 1360, 160}, Row{23, 0, 0, 1213, 80}, Row{29, 0, 0, 0, 80}}) {
-        const auto facts = dataTypeFacts(row.type);
-        ASSERT_TRUE(facts) << row.type;
-        EXPECT_EQ(facts->rows, row.rows) << row.type;
-        EXPECT_EQ(facts->overlayRows, row.overlay) << row.type;
-        EXPECT_EQ(facts->importRows, row.import) << row.type;
-        EXPECT_EQ(facts->timeOffset, row.timeOffset) << row.type;
-    }
-    for (const int type : {0, 1, 9, 99, 255, -8}) EXPECT_FALSE(dataTypeFacts(type)) << type;
+// Everything of both runs, row by row.
+void expectSame(const OpenRun& run, const OpenRun& before) {
+    EXPECT_EQ(run.path, before.path);
+    EXPECT_EQ(run.infoPath, before.infoPath);
+    EXPECT_EQ(run.headerLine, before.headerLine);
+    EXPECT_EQ(run.DataType, before.DataType);
+    EXPECT_EQ(run.SampleCount, before.SampleCount);
+    EXPECT_EQ(run.PeakSpeedRaw, before.PeakSpeedRaw);
+    EXPECT_EQ(run.image.header, before.image.header);
+    EXPECT_TRUE(run.image.samples == before.image.samples);
+    EXPECT_EQ(run.image.setup, before.image.setup);
+    EXPECT_EQ(run.image.analog, before.image.analog);
+    EXPECT_EQ(run.image.tail, before.image.tail);
+    EXPECT_EQ(run.times, before.times);
 }
+
+// A bench whose main run and overlay have something in every field.
+struct FullBench : Bench {
+    FullBench() {
+        RunInfo info;
+        info.Text_ET = "8.50";
+        EXPECT_TRUE(SaveRunInfo("/kvo", infoPath, path, info, files));
+        EXPECT_TRUE(load(fileOf(25, 1213)));
+        EXPECT_TRUE(loadOverlay(fileOf(20, 2048)));
+        runBefore = std::make_unique<OpenRun>(*run);
+        overlayBefore = std::make_unique<OpenRun>(*overlay);
+    }
+    std::unique_ptr<OpenRun> runBefore;
+    std::unique_ptr<OpenRun> overlayBefore;
+};
 
 TEST(RunFile, ComesBackByteForByteForEveryType) {
     for (const int type : {8, 12, 17, 20, 25, 32, 43}) {
@@ -147,12 +139,12 @@ TEST(RunFile, ComesBackByteForByteForEveryType) {
         const Bytes file = fileOf(type, rows);
         EXPECT_EQ(file.size(), (static_cast<std::size_t>(rows) + 4) * 84 + 20) << type;
         Bench bench;
-        bench.load(file);
-        ASSERT_EQ(bench.state->LoadStatus, 0) << type;
-        EXPECT_EQ(bench.state->Run.samples[rows], sampleOf(rows)) << type;
-        EXPECT_EQ(bench.state->Run.tail.reserved[3], 0);
-        bench.state->SaveMode = -1;
-        ASSERT_TRUE(SaveRun(*bench.state, bench.files)) << type;
+        const LoadOutcome outcome = bench.load(file);
+        ASSERT_TRUE(outcome) << type;
+        EXPECT_EQ(outcome.DataType, type);
+        EXPECT_EQ(bench.run->image.samples[rows], sampleOf(rows)) << type;
+        EXPECT_EQ(bench.run->image.tail.reserved[3], 0);
+        ASSERT_TRUE(bench.save()) << type;
         EXPECT_EQ(bench.saved(), file) << type;
     }
 }
@@ -160,108 +152,142 @@ TEST(RunFile, ComesBackByteForByteForEveryType) {
 TEST(LoadRun, FillsTheWholeImage) {
     const auto run = runOf(25, 1213);
     Bench bench;
-    bench.load(fileOf(25, 1213));
-    const SharedState& state = *bench.state;
+    ASSERT_TRUE(bench.load(fileOf(25, 1213)));
+    const OpenRun& state = *bench.run;
     EXPECT_EQ(state.DataType, 25);
     EXPECT_EQ(state.SampleCount, 1213);
-    EXPECT_EQ(state.RunHeaderLine, run->RunHeaderLine);
+    EXPECT_EQ(state.headerLine, run->headerLine);
     EXPECT_EQ(state.PeakSpeedRaw, 99999);
-    EXPECT_EQ(state.Run.header, run->Run.header);
-    EXPECT_EQ(state.Run.setup, run->Run.setup);
-    EXPECT_EQ(state.Run.analog, run->Run.analog);
-    EXPECT_EQ(state.Run.tail, run->Run.tail);
-    EXPECT_EQ(bench.dialogs.problems(), "");
-    EXPECT_FALSE(bench.dialogs.hourglass());
+    EXPECT_EQ(state.image.header, run->image.header);
+    EXPECT_EQ(state.image.setup, run->image.setup);
+    EXPECT_EQ(state.image.analog, run->image.analog);
+    EXPECT_EQ(state.image.tail, run->image.tail);
 }
 
-TEST(LoadRun, ShowsItsStepsInTheirOrder) {
+TEST(LoadRun, KnowsItsFilesAndItsTimes) {
     Bench bench;
-    bench.load(fileOf(32, 1360));
-    const std::vector<std::string> expected{"caption Data File: 26111514.52d", "scale 1361",
-        "progress", "analog 1 Name  1 ", "analog 2 Name  2 ", "analog 3 Name  3 ",
-        "analog 4 Name  4 ", "analog 5 Name  5 ", "analog 6 Name  6 ", "analog 7 Name  7 ",
-        "analog 8 Name  8 ", "no progress", "times"};
-    EXPECT_EQ(bench.view.shown, expected);
+    RunInfo info;
+    info.Text_60FootTime = "1.05";
+    info.Text_ET = "8.50";
+    ASSERT_TRUE(SaveRunInfo("/kvo", infoPath, path, info, bench.files));
+    bench.files.put(path, fileOf(32, 1360));
+    ASSERT_TRUE(LoadRun(std::string(path) + "   ", *bench.run, bench.files));
+    EXPECT_EQ(bench.run->path, path);
+    EXPECT_EQ(bench.run->infoPath, infoPath);
+    EXPECT_EQ(bench.run->times.Text_60FootTime, "1.05");
+    EXPECT_EQ(bench.run->times.Text_ET, "8.50");
 }
 
-TEST(LoadRun, TellsOfAMissingFile) {
-    Bench bench;
-    bench.dialogs.expectBox(std::string("File no Found                  \n") + path, 416, "Kvo");
-    bench.state->DataFilePath = std::string(path) + "   ";
-    LoadRun(*bench.state, name, bench.files, bench.dialogs, bench.view);
-    EXPECT_EQ(bench.state->LoadStatus, -1);
-    EXPECT_TRUE(bench.view.shown.empty());
-    EXPECT_EQ(bench.dialogs.problems(), "");
+TEST(LoadRun, TakesNoTimesOfTheRunBeforeAndMakesAMissingInfoFile) {
+    FullBench bench;
+    ASSERT_EQ(bench.run->times.Text_ET, "8.50");
+    const std::string other = "/kvo/Data/26111515.10d";
+    bench.files.put(other, fileOf(25, 1213));
+    ASSERT_TRUE(LoadRun(other, *bench.run, bench.files));
+    EXPECT_EQ(bench.run->path, other);
+    EXPECT_EQ(bench.run->times, TrackTimes{});
+    EXPECT_EQ(bench.files.read("/kvo/Data/26111515.10i"), Bytes{});
+}
+
+TEST(LoadRun, AMissingFileLeavesTheRunAsItWas) {
+    FullBench bench;
+    const LoadOutcome outcome = LoadRun("/kvo/Data/gone.52d", *bench.run, bench.files);
+    EXPECT_EQ(outcome.result, LoadResult::missing);
+    expectSame(*bench.run, *bench.runBefore);
+    EXPECT_FALSE(bench.files.exists("/kvo/Data/gone.52i")) << "no info file of a run that is none";
+}
+
+TEST(LoadMessage, TellsOfAMissingFile) {
+    const LoadMessage message = loadMessage(LoadResult::missing, std::string(path) + "   ");
+    EXPECT_EQ(message.text, std::string("File no Found                  \n") + path);
+    EXPECT_EQ(message.style, 416);
+    EXPECT_FALSE(message.beep);
+}
+
+TEST(LoadMessage, TellsOfAFileThatIsNoRun) {
+    const LoadMessage message = loadMessage(LoadResult::notARun, std::string(path) + " ");
+    EXPECT_EQ(message.text,
+        "/KVO/DATA/26111514.52D\n\nIs Corrupt or Not a Kvo Data File\nand can't be lodded.");
+    EXPECT_EQ(message.style, 48);
+    EXPECT_TRUE(message.beep);
+}
+
+TEST(LoadMessage, HasItsOwnWordsForTheOverlay) {
+    const LoadMessage missing = overlayLoadMessage(LoadResult::missing, std::string(path) + "  ");
+    EXPECT_EQ(missing.text, std::string(" File no Found\n") + path);
+    EXPECT_EQ(missing.style, 416);
+    EXPECT_FALSE(missing.beep);
+    const LoadMessage notARun = overlayLoadMessage(LoadResult::notARun, path);
+    EXPECT_EQ(notARun.text, "Not a Kvo Data File");
+    EXPECT_EQ(notARun.style, 48);
+    EXPECT_FALSE(notARun.beep);
 }
 
 TEST(LoadRun, RejectsWhatIsNoRun) {
-    for (const char* line : {"99 VRN35 Ver", "23 VRN", "29 VRN", "", "VRN35 25 ", "25VRN35",
-             "-25 x", "281 VRN", "1e1 x"}) {
-        Bench bench;
-        bench.dialogs.expectBox(
-            "/KVO/DATA/26111514.52D\n\nIs Corrupt or Not a Kvo Data File\nand can't be lodded.", 48,
-            "Kvo");
-        bench.load(lineFile(line));
-        EXPECT_EQ(bench.state->LoadStatus, -1) << line;
-        EXPECT_EQ(bench.dialogs.beeps(), 1) << line;
-        EXPECT_EQ(bench.dialogs.problems(), "") << line;
+    FullBench bench;
+    const std::pair<const char*, int> lines[] = {{"99 VRN35 Ver", 99}, {"23 VRN", 23},
+        {"29 VRN", 29}, {"", 0}, {"VRN35 25 ", 0}, {"25VRN35", 0}, {"-25 x", 0}, {"281 VRN", 0},
+        {"1e1 x", 1}};
+    for (const auto& [line, type] : lines) {
+        const LoadOutcome outcome = bench.load(lineFile(line));
+        EXPECT_EQ(outcome.result, LoadResult::notARun) << line;
+        EXPECT_FALSE(outcome) << line;
+        EXPECT_EQ(outcome.DataType, type) << line;
+        expectSame(*bench.run, *bench.runBefore);
     }
 }
 
 TEST(LoadRun, TakesTheNumberInFrontOfALetter) {
     Bench bench;
-    bench.load(lineFile("12VRN35 Ver"));
-    EXPECT_EQ(bench.state->LoadStatus, 0);
-    EXPECT_EQ(bench.state->DataType, 12);
-    EXPECT_EQ(bench.state->SampleCount, 2520);
+    EXPECT_TRUE(bench.load(lineFile("12VRN35 Ver")));
+    EXPECT_EQ(bench.run->DataType, 12);
+    EXPECT_EQ(bench.run->SampleCount, 2520);
 }
 
 TEST(LoadRun, AnEmptyFileNeverPassesForTheRunBefore) {
-    Bench bench;
-    bench.load(fileOf(25, 1213));
-    bench.dialogs.expectBoxTitled("Kvo");
-    bench.load(Bytes{});
-    EXPECT_EQ(bench.state->LoadStatus, -1);
-    EXPECT_EQ(bench.state->DataType, 0);
-    EXPECT_EQ(bench.state->Run.samples[7], sampleOf(7)) << "nothing of it was read";
-    EXPECT_EQ(bench.dialogs.problems(), "");
+    FullBench bench;
+    const LoadOutcome outcome = bench.load(Bytes{});
+    EXPECT_EQ(outcome.result, LoadResult::notARun);
+    EXPECT_EQ(outcome.DataType, 0);
+    expectSame(*bench.run, *bench.runBefore);
 }
 
 TEST(LoadRun, ALengthThatCrossesTheRecordIsAFailedRead) {
     Bytes file = fileOf(25, 1213);
     file[0] = 83;
     Bench bench;
-    bench.dialogs.expectBoxTitled("Kvo");
-    bench.load(file);
-    EXPECT_EQ(bench.state->LoadStatus, -1);
-    EXPECT_EQ(bench.state->RunHeaderLine, "");
-    EXPECT_EQ(bench.dialogs.problems(), "");
+    const LoadOutcome outcome = bench.load(file);
+    EXPECT_EQ(outcome.result, LoadResult::notARun);
+    EXPECT_EQ(outcome.DataType, 0);
+    EXPECT_EQ(bench.run->headerLine, "");
+    // A read that fails leaves the line before, and with it the type.
+    bench.run->headerLine = "25 the line before";
+    EXPECT_TRUE(bench.load(file));
+    EXPECT_EQ(bench.run->headerLine, "25 the line before");
 }
 
 TEST(LoadRun, AShortFileKeepsStaleRowsAndTakesNoSpeedFromThem) {
     Bench bench;
     bench.load(fileOf(20, 2048));
     const auto other = runOf(20, 2048);
-    for (int i = 1; i <= 2048; ++i) other->Run.samples[i].SpeedRaw = i;
-    MemoryFiles files;
-    ASSERT_TRUE(SaveRun(*other, files));
-    Bytes file = files.read(path).value();
+    for (int i = 1; i <= 2048; ++i) other->image.samples[i].SpeedRaw = i;
+    Bytes file = bytesOf(*other);
     file.resize(12 * 84 + 32); // ten rows and all but a byte of the eleventh
     bench.load(file);
-    EXPECT_EQ(bench.state->SampleCount, 2048);
-    EXPECT_EQ(bench.state->PeakSpeedRaw, 10);
-    EXPECT_EQ(bench.state->Run.samples[10].SpeedRaw, 10);
-    EXPECT_EQ(bench.state->Run.samples[11], sampleOf(11));
-    EXPECT_EQ(bench.state->Run.samples[2048], sampleOf(2048));
-    EXPECT_EQ(bench.state->Run.setup.GearRatio[1], 0.5F);
+    EXPECT_EQ(bench.run->SampleCount, 2048);
+    EXPECT_EQ(bench.run->PeakSpeedRaw, 10);
+    EXPECT_EQ(bench.run->image.samples[10].SpeedRaw, 10);
+    EXPECT_EQ(bench.run->image.samples[11], sampleOf(11));
+    EXPECT_EQ(bench.run->image.samples[2048], sampleOf(2048));
+    EXPECT_EQ(bench.run->image.setup.GearRatio[1], 0.5F);
 }
 
 TEST(LoadRun, AShorterTypeLeavesTheRowsBehindIt) {
     Bench bench;
     bench.load(fileOf(20, 2048));
     bench.load(fileOf(25, 1213));
-    EXPECT_EQ(bench.state->SampleCount, 1213);
-    EXPECT_EQ(bench.state->Run.samples[2048], sampleOf(2048));
+    EXPECT_EQ(bench.run->SampleCount, 1213);
+    EXPECT_EQ(bench.run->image.samples[2048], sampleOf(2048));
 }
 
 TEST(LoadRun, AFileCutAtAnyByteIsReadAsFarAsItGoes) {
@@ -272,16 +298,16 @@ TEST(LoadRun, AFileCutAtAnyByteIsReadAsFarAsItGoes) {
         // Between the first rows and the last every row is as any other.
         if (length > rows + 200 && length < blocks - 100) length = blocks - 100;
         Bench bench;
-        bench.state->RunHeaderLine = "25 ";
-        bench.load({whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(length)});
-        const SharedState& state = *bench.state;
-        ASSERT_EQ(state.LoadStatus, 0) << length;
-        EXPECT_EQ(state.Run.header.CrankGearTeeth, length < 84 + 34 ? 0 : 40) << length;
-        EXPECT_EQ(state.Run.samples[1].Index, length < rows + 33 ? 0 : 1) << length;
-        EXPECT_EQ(state.Run.samples[2].Index, length < rows + 84 + 33 ? 0 : 2) << length;
-        EXPECT_EQ(state.Run.setup.GearRatio[2], length < blocks + 84 ? 0 : 1) << length;
-        EXPECT_EQ(state.Run.analog.PinionTeeth, length < blocks + 168 ? 0 : 10) << length;
-        EXPECT_EQ(state.Run.tail.TimeOffset, length < blocks + 188 ? 80 : 140) << length;
+        bench.run->headerLine = "25 ";
+        const auto end = whole.begin() + static_cast<std::ptrdiff_t>(length);
+        ASSERT_TRUE(bench.load({whole.begin(), end})) << length;
+        const RunImage& image = bench.run->image;
+        EXPECT_EQ(image.header.CrankGearTeeth, length < 84 + 34 ? 0 : 40) << length;
+        EXPECT_EQ(image.samples[1].Index, length < rows + 33 ? 0 : 1) << length;
+        EXPECT_EQ(image.samples[2].Index, length < rows + 84 + 33 ? 0 : 2) << length;
+        EXPECT_EQ(image.setup.GearRatio[2], length < blocks + 84 ? 0 : 1) << length;
+        EXPECT_EQ(image.analog.PinionTeeth, length < blocks + 168 ? 0 : 10) << length;
+        EXPECT_EQ(image.tail.TimeOffset, length < blocks + 188 ? 80 : 140) << length;
     }
 }
 
@@ -289,14 +315,11 @@ TEST(LoadRun, ATimeOffsetBelowOneIsNeverHonoured) {
     for (const int type : {8, 25, 43}) {
         for (const int offset : {0, -1, -32768}) {
             const auto run = runOf(type, dataTypeFacts(type)->rows);
-            run->Run.tail.TimeOffset = static_cast<std::int16_t>(offset);
-            MemoryFiles files;
-            ASSERT_TRUE(SaveRun(*run, files));
+            run->image.tail.TimeOffset = static_cast<std::int16_t>(offset);
             Bench bench;
-            bench.load(files.read(path).value());
-            EXPECT_EQ(bench.state->Run.tail.TimeOffset, type == 25 ? 80 : 160);
-            bench.state->SaveMode = -1;
-            ASSERT_TRUE(SaveRun(*bench.state, bench.files));
+            bench.load(bytesOf(*run));
+            EXPECT_EQ(bench.run->image.tail.TimeOffset, type == 25 ? 80 : 160);
+            ASSERT_TRUE(bench.save());
             const Bytes saved = bench.saved();
             EXPECT_EQ(saved[saved.size() - 2], type == 25 ? 80 : 160) << "a save stores it";
         }
@@ -307,48 +330,38 @@ TEST(LoadRun, ARunWithoutATailTakesNothingFromTheRunBefore) {
     Bytes file = fileOf(25, 1213);
     Bench bench;
     bench.load(file);
-    ASSERT_EQ(bench.state->Run.tail.GearCount, 3);
+    ASSERT_EQ(bench.run->image.tail.GearCount, 3);
     file.resize(file.size() - 20);
     bench.load(file);
-    EXPECT_EQ(bench.state->Run.tail.GearCount, 0);
-    EXPECT_EQ(bench.state->Run.tail.GearRatio6, 0);
-    EXPECT_EQ(bench.state->Run.tail.TimeOffset, 80);
+    EXPECT_EQ(bench.run->image.tail.GearCount, 0);
+    EXPECT_EQ(bench.run->image.tail.GearRatio6, 0);
+    EXPECT_EQ(bench.run->image.tail.TimeOffset, 80);
 }
 
 TEST(LoadRun, CarriesAnyBitsOfTheBlocks) {
     const auto run = runOf(25, 1213);
-    run->Run.analog.AnalogScale[1] = std::numeric_limits<float>::quiet_NaN();
-    run->Run.analog.CrownTeeth = -std::numeric_limits<float>::infinity();
-    run->Run.setup.AnalogName[1] = std::string("a\0\x01\xff\n\r\tz", 8);
-    MemoryFiles files;
-    ASSERT_TRUE(SaveRun(*run, files));
-    const Bytes file = files.read(path).value();
+    run->image.analog.AnalogScale[1] = std::numeric_limits<float>::quiet_NaN();
+    run->image.analog.CrownTeeth = -std::numeric_limits<float>::infinity();
+    run->image.setup.AnalogName[1] = std::string("a\0\x01\xff\n\r\tz", 8);
+    const Bytes file = bytesOf(*run);
     Bench bench;
     bench.load(file);
-    EXPECT_EQ(bench.view.shown.at(3), "analog 1 a");
-    bench.state->SaveMode = -1;
-    ASSERT_TRUE(SaveRun(*bench.state, bench.files));
+    EXPECT_EQ(bench.run->image.setup.AnalogName[1], std::string("a\0\x01\xff\n\r\tz", 8));
+    ASSERT_TRUE(bench.save());
     EXPECT_EQ(bench.saved(), file);
 }
 
-TEST(LoadOverlayRun, LeavesTheMainRunAlone) {
-    Bench bench;
-    bench.load(fileOf(25, 1213));
-    bench.view.shown.clear();
-    const auto before = std::make_unique<SharedState>(*bench.state);
-    bench.loadOverlay(fileOf(20, 2048));
-    EXPECT_EQ(bench.state->LoadStatus, 0);
-    EXPECT_EQ(bench.state->OverlayDataType, 20);
-    EXPECT_EQ(bench.state->Overlay.samples[2048], sampleOf(2048));
-    EXPECT_EQ(bench.state->DataType, 25);
-    EXPECT_EQ(bench.state->SampleCount, 1213);
-    EXPECT_EQ(bench.state->PeakSpeedRaw, before->PeakSpeedRaw);
-    EXPECT_EQ(bench.state->RunHeaderLine, before->RunHeaderLine);
-    EXPECT_EQ(bench.state->Run.tail, before->Run.tail);
-    ASSERT_FALSE(bench.view.shown.empty());
-    EXPECT_EQ(bench.view.shown[0], "overlay     Overlay File: 26111514.52d");
-    EXPECT_EQ(bench.view.shown[1], "progress") << "the scale is not touched";
-    EXPECT_EQ(bench.view.shown.back(), "no progress") << "nor the times";
+TEST(LoadOverlayRun, FillsAnImageOfItsOwn) {
+    FullBench bench;
+    EXPECT_EQ(bench.overlay->path, path);
+    EXPECT_EQ(bench.overlay->infoPath, infoPath);
+    EXPECT_EQ(bench.overlay->headerLine, runOf(20, 2048)->headerLine);
+    EXPECT_EQ(bench.overlay->DataType, 20);
+    EXPECT_EQ(bench.overlay->SampleCount, 2048);
+    EXPECT_EQ(bench.overlay->image.samples[2048], sampleOf(2048));
+    EXPECT_EQ(bench.overlay->image.tail, runOf(20, 2048)->image.tail);
+    EXPECT_EQ(bench.overlay->PeakSpeedRaw, 0) << "the scale of the speed is the run's";
+    EXPECT_EQ(bench.overlay->times, TrackTimes{}) << "and so are the times";
 }
 
 TEST(LoadOverlayRun, TakesTheBlocksOfAType32ForRows) {
@@ -358,10 +371,10 @@ TEST(LoadOverlayRun, TakesTheBlocksOfAType32ForRows) {
     const auto setup = runRecord(file, 1363);
     RunSample taken;
     ASSERT_TRUE(decode(setup, taken));
-    EXPECT_EQ(bench.state->Overlay.samples[1361], taken);
-    EXPECT_EQ(bench.state->Overlay.samples[1363], RunSample{}) << "20 bytes are no row";
-    EXPECT_EQ(bench.state->Overlay.setup, RunSetupBlock{}) << "read past the end";
-    EXPECT_EQ(bench.state->Overlay.tail.TimeOffset, 160);
+    EXPECT_EQ(bench.overlay->image.samples[1361], taken);
+    EXPECT_EQ(bench.overlay->image.samples[1363], RunSample{}) << "20 bytes are no row";
+    EXPECT_EQ(bench.overlay->image.setup, RunSetupBlock{}) << "read past the end";
+    EXPECT_EQ(bench.overlay->image.tail.TimeOffset, 160);
 }
 
 TEST(LoadOverlayRun, HasOneRowMoreOfType17) {
@@ -369,88 +382,92 @@ TEST(LoadOverlayRun, HasOneRowMoreOfType17) {
     bench.loadOverlay(fileOf(17, 1724));
     RunSample taken;
     ASSERT_TRUE(decode(runRecord(bench.saved(), 1727), taken));
-    EXPECT_EQ(bench.state->Overlay.samples[1725], taken);
+    EXPECT_EQ(bench.overlay->image.samples[1725], taken);
 }
 
-TEST(LoadOverlayRun, TellsOfAMissingFile) {
-    Bench bench;
-    bench.dialogs.expectBox(std::string(" File no Found\n") + path, 416, "Kvo");
-    LoadOverlayRun(*bench.state, name, bench.files, bench.dialogs, bench.view);
-    EXPECT_EQ(bench.state->LoadStatus, -1);
-    EXPECT_EQ(bench.dialogs.problems(), "");
+TEST(LoadOverlayRun, AMissingFileLeavesTheOverlayAsItWas) {
+    FullBench bench;
+    const LoadOutcome outcome = LoadOverlayRun("/kvo/Data/gone.52d", *bench.overlay, bench.files);
+    EXPECT_EQ(outcome.result, LoadResult::missing);
+    expectSame(*bench.overlay, *bench.overlayBefore);
 }
 
 TEST(LoadOverlayRun, RejectsWhatIsNoRun) {
-    for (const char* line : {"99 VRN35", "23 VRN", "29 VRN", "", "65561 x"}) {
-        Bench bench;
-        bench.state->RunHeaderLine = "25 the main run";
-        bench.dialogs.expectBox("Not a Kvo Data File", 48, "Kvo");
-        bench.loadOverlay(lineFile(line));
-        EXPECT_EQ(bench.state->LoadStatus, -1) << line;
-        EXPECT_EQ(bench.dialogs.problems(), "") << line;
+    FullBench bench;
+    const std::pair<const char*, int> lines[] = {
+        {"99 VRN35", 99}, {"23 VRN", 23}, {"29 VRN", 29}, {"", 0}, {"65561 x", 0}};
+    for (const auto& [line, type] : lines) {
+        const LoadOutcome outcome = bench.loadOverlay(lineFile(line));
+        EXPECT_EQ(outcome.result, LoadResult::notARun) << line;
+        EXPECT_EQ(outcome.DataType, type) << line;
+        expectSame(*bench.overlay, *bench.overlayBefore);
     }
 }
 
-TEST(LoadOverlayRun, AShortFileKeepsTheRowsOfTheOverlayBefore) {
+TEST(LoadOverlayRun, AShortFileShowsNothingOfTheOverlayBefore) {
     Bench bench;
     bench.loadOverlay(fileOf(25, 1213));
     Bytes file = fileOf(25, 1213);
     file.resize(100 * 84);
-    bench.loadOverlay(file);
-    EXPECT_EQ(bench.state->LoadStatus, 0);
-    EXPECT_EQ(bench.state->Overlay.samples[1213], sampleOf(1213));
-    EXPECT_EQ(bench.state->Overlay.tail.GearCount, 0);
+    EXPECT_TRUE(bench.loadOverlay(file));
+    EXPECT_EQ(bench.overlay->image.samples[98], sampleOf(98));
+    EXPECT_EQ(bench.overlay->image.samples[99], RunSample{});
+    EXPECT_EQ(bench.overlay->image.setup, RunSetupBlock{});
+    EXPECT_EQ(bench.overlay->image.tail.GearCount, 0);
 }
 
-struct FreshRun : Bench {
-    FreshRun() {
-        state->DataType = 25;
-        state->SampleCount = 1213;
-        state->LoggerModel = 35;
-        state->LoggerVersion = 3;
-        state->LoggerMemory = 2;
-        state->LoggerSerial = 7;
-        state->RunText = " Date:Sun 15 Nov 2026 Run: 1 First#";
+// A run that was just downloaded, and its logger.
+struct Downloaded : Bench {
+    LoggerIdentity logger{35, 3, 2, 7};
+    std::string RunText = " Date:Sun 15 Nov 2026 Run: 1 First#";
+    AppConfig Config;
+
+    Downloaded() {
+        run->path = path;
+        run->DataType = 25;
+        run->SampleCount = 1213;
+    }
+    std::string line() const { return headerLine(run->DataType, logger, RunText); }
+    platform::WriteResult saveFresh() {
+        return SaveRun(*run, {logger, RunText, Config}, "/kvo", files);
     }
 };
 
 TEST(HeaderLine, SaysWhoTookTheRun) {
-    FreshRun run;
-    EXPECT_EQ(headerLine(*run.state),
-        "25 VRN35 Ver 1.2 128k Serial No 7  Date:Sun 15 Nov 2026 Run: 1 First#");
-    run.state->LoggerSerial = -7;
-    run.state->LoggerMemory = 4;
-    run.state->LoggerVersion = 11;
-    EXPECT_EQ(
-        headerLine(*run.state), "25 VRN35 Ver  k Serial No-7  Date:Sun 15 Nov 2026 Run: 1 First#");
+    Downloaded run;
+    EXPECT_EQ(run.line(), "25 VRN35 Ver 1.2 128k Serial No 7  Date:Sun 15 Nov 2026 Run: 1 First#");
+    run.logger.LoggerSerial = -7;
+    run.logger.LoggerMemory = 4;
+    run.logger.LoggerVersion = 11;
+    EXPECT_EQ(run.line(), "25 VRN35 Ver  k Serial No-7  Date:Sun 15 Nov 2026 Run: 1 First#");
 }
 
 TEST(HeaderLine, LosesTheTailOfALongText) {
-    FreshRun run;
-    run.state->RunText = std::string(47, 'x') + "#";
-    EXPECT_TRUE(headerLine(*run.state).ends_with(" " + std::string(47, 'x') + "#"));
-    run.state->RunText = std::string(48, 'x') + "#";
-    EXPECT_TRUE(headerLine(*run.state).ends_with(" " + std::string(47, 'x') + "#"));
-    run.state->RunText = std::string(300, 'x');
-    EXPECT_TRUE(headerLine(*run.state).ends_with(" " + std::string(47, 'x') + "#"));
+    Downloaded run;
+    run.RunText = std::string(47, 'x') + "#";
+    EXPECT_TRUE(run.line().ends_with(" " + std::string(47, 'x') + "#"));
+    run.RunText = std::string(48, 'x') + "#";
+    EXPECT_TRUE(run.line().ends_with(" " + std::string(47, 'x') + "#"));
+    run.RunText = std::string(300, 'x');
+    EXPECT_TRUE(run.line().ends_with(" " + std::string(47, 'x') + "#"));
 }
 
 TEST(HeaderLine, NeverLeavesItsRecord) {
-    FreshRun run;
-    run.state->DataType = 255;
-    run.state->LoggerModel = 255;
-    run.state->LoggerVersion = 10;
-    run.state->LoggerMemory = 3;
-    run.state->LoggerSerial = -32768;
-    run.state->RunText = std::string(48, 'x');
-    EXPECT_EQ(headerLine(*run.state).size(), 82U);
-    ASSERT_TRUE(SaveRun(*run.state, run.files));
+    Downloaded run;
+    run.run->DataType = 255;
+    run.logger.LoggerModel = 255;
+    run.logger.LoggerVersion = 10;
+    run.logger.LoggerMemory = 3;
+    run.logger.LoggerSerial = -32768;
+    run.RunText = std::string(48, 'x');
+    EXPECT_EQ(run.line().size(), 82U);
+    ASSERT_TRUE(run.saveFresh());
     EXPECT_EQ(run.saved()[0], 82);
 }
 
 TEST(SaveRun, AFreshRunKeepsTheSetupOfItsDay) {
-    FreshRun run;
-    AppConfig& config = run.state->Config;
+    Downloaded run;
+    AppConfig& config = run.Config;
     config.First_Ratio = 2.5;
     config.Fifth_Ratio = 0.1;
     config.Sixth_Ratio = 6.5;
@@ -462,11 +479,11 @@ TEST(SaveRun, AFreshRunKeepsTheSetupOfItsDay) {
     config.RWheel = 33.5;
     config.Crown_F = 41;
     config.Pinion_F = 9;
-    ASSERT_TRUE(SaveRun(*run.state, run.files));
+    ASSERT_TRUE(run.saveFresh());
     config = {};
     Bench again;
     again.load(run.saved());
-    const RunImage& image = again.state->Run;
+    const RunImage& image = again.run->image;
     EXPECT_EQ(image.setup.GearRatio[1], 2.5F);
     EXPECT_EQ(image.setup.GearRatio[5], 0.1F);
     EXPECT_EQ(image.tail.GearRatio6, 6.5F);
@@ -484,33 +501,48 @@ TEST(SaveRun, AChangedRunKeepsItsLineAndItsSetup) {
     Bench bench;
     const Bytes file = fileOf(25, 1213);
     bench.load(file);
-    bench.state->Config.First_Ratio = 9;
-    bench.state->RunText = "other";
-    bench.state->SaveMode = -1;
-    ASSERT_TRUE(SaveRun(*bench.state, bench.files));
+    ASSERT_TRUE(bench.save());
     EXPECT_EQ(bench.saved(), file);
-    EXPECT_EQ(bench.state->RunIndexBuffer[1], RunIndexEntry{});
 }
 
 TEST(SaveRun, ARatioBeyondASingleKeepsWhatTheRunHeld) {
-    FreshRun run;
-    run.state->Run.setup.GearRatio[1] = 3;
-    run.state->Config.First_Ratio = 1e300;
-    ASSERT_TRUE(SaveRun(*run.state, run.files));
-    EXPECT_EQ(run.state->Run.setup.GearRatio[1], 3);
+    Downloaded run;
+    run.run->image.setup.GearRatio[1] = 3;
+    run.Config.First_Ratio = 1e300;
+    ASSERT_TRUE(run.saveFresh());
+    EXPECT_EQ(run.run->image.setup.GearRatio[1], 3);
 }
 
-TEST(SaveRun, PreparesTheEntryOfTheIndex) {
-    FreshRun run;
-    ASSERT_TRUE(SaveRun(*run.state, run.files));
-    EXPECT_EQ(run.state->RunIndexBuffer[1].FileName, name);
-    EXPECT_EQ(run.state->RunIndexBuffer[1].Description, "Sun 15 Nov 2026 Run: 1 First");
+TEST(IndexEntry, IsTheEndOfThePathAndTheTextWithoutItsDateWord) {
+    const Downloaded run;
+    const RunIndexEntry entry = indexEntryOf(run.run->path, run.RunText);
+    EXPECT_EQ(entry.FileName, name);
+    EXPECT_EQ(entry.Description, "Sun 15 Nov 2026 Run: 1 First");
+    EXPECT_EQ(indexEntryOf("short.1d", run.RunText).FileName, "short.1d");
+}
+
+TEST(SaveRun, AFreshRunTakesItsHeaderLine) {
+    Downloaded run;
+    run.run->headerLine = "8 of the run before";
+    ASSERT_TRUE(run.saveFresh());
+    EXPECT_EQ(run.run->headerLine, run.line());
+    EXPECT_EQ(decodeHeaderLine(runRecord(run.saved(), 1)), run.line());
+}
+
+// Of types 8 and 12 a download shows 2441 samples; a tool that changes the run saves them all.
+TEST(SaveRun, AChangedRunKeepsTheRowsThatAreNotShown) {
+    Bench bench;
+    const Bytes file = fileOf(8, 2520);
+    bench.load(file);
+    bench.run->SampleCount = 2441;
+    ASSERT_TRUE(bench.save());
+    EXPECT_EQ(bench.saved(), file);
 }
 
 TEST(SaveRun, MakesTheFolderOfTheRuns) {
-    FreshRun run;
+    Downloaded run;
     EXPECT_FALSE(run.files.folderExists("/kvo/Data"));
-    ASSERT_TRUE(SaveRun(*run.state, run.files));
+    ASSERT_TRUE(run.saveFresh());
     EXPECT_TRUE(run.files.folderExists("/kvo/Data"));
 }
 
@@ -520,42 +552,41 @@ TEST(SaveRun, LeavesWhatStandsBehindTheLastRecord) {
     const std::size_t written = file.size();
     file.resize(written + 100, 0xEE);
     bench.load(file);
-    bench.state->SaveMode = -1;
-    bench.state->Run.samples[1].Status = 0x5A;
-    ASSERT_TRUE(SaveRun(*bench.state, bench.files));
+    bench.run->image.samples[1].Status = 0x5A;
+    ASSERT_TRUE(bench.save());
     ASSERT_EQ(bench.saved().size(), written + 100);
     EXPECT_EQ(bench.saved()[written], 0xEE);
     EXPECT_EQ(bench.saved()[2 * 84 + 12], 0x5A);
 }
 
 TEST(SaveRun, KeepsACopyOfTheRunItReplaces) {
-    FreshRun run;
+    Downloaded run;
     const Bytes old = fileOf(20, 2048);
     run.files.put(path, old);
-    ASSERT_TRUE(SaveRun(*run.state, run.files));
+    ASSERT_TRUE(run.saveFresh());
     EXPECT_EQ(run.files.read("/kvo/Backup/26111514.52d.0001"), old);
 }
 
 TEST(SaveRun, TellsOfAFullDiskAndTheRunStaysInMemory) {
-    FreshRun run;
-    run.state->Run.samples[5] = sampleOf(5);
+    Downloaded run;
+    run.run->image.samples[5] = sampleOf(5);
     run.files.failWrites("/kvo", MemoryFiles::Failure::fullDisk);
-    const auto saved = SaveRun(*run.state, run.files);
+    const auto saved = run.saveFresh();
     EXPECT_FALSE(saved);
     EXPECT_FALSE(saved.message.empty());
     EXPECT_FALSE(run.files.exists(path));
-    EXPECT_EQ(run.state->Run.samples[5], sampleOf(5));
+    EXPECT_EQ(run.run->image.samples[5], sampleOf(5));
     run.files.allowWrites();
-    ASSERT_TRUE(SaveRun(*run.state, run.files)) << "and can be saved again";
+    ASSERT_TRUE(run.saveFresh()) << "and can be saved again";
     Bench again;
     again.load(run.saved());
-    EXPECT_EQ(again.state->Run.samples[5], sampleOf(5));
+    EXPECT_EQ(again.run->image.samples[5], sampleOf(5));
 }
 
 TEST(SaveRun, ACountBeyondTheArrayWritesTheArray) {
-    FreshRun run;
-    run.state->SampleCount = 65535;
-    ASSERT_TRUE(SaveRun(*run.state, run.files));
+    Downloaded run;
+    run.run->SampleCount = 65535;
+    ASSERT_TRUE(run.saveFresh());
     EXPECT_EQ(run.saved().size(), 2524U * 84 + 20);
 }
 

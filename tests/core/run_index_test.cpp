@@ -1,12 +1,12 @@
-#include "core/basic/numbers.h"
 #include "core/run_index.h"
+
+#include "core/basic/numbers.h"
 #include "tests/support/memory_files.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <chrono>
-#include <memory>
 #include <random>
 
 namespace kvo::core {
@@ -18,13 +18,10 @@ constexpr const char* path = "/kvo/Data/KvoData.Ini";
 
 struct Index {
     MemoryFiles files;
-    std::unique_ptr<SharedState> state = std::make_unique<SharedState>();
-    Index() { state->AppFolder = "/kvo"; }
 
-    platform::WriteResult add(const std::string& description, std::int16_t noSort = 0) {
-        state->RunIndexBuffer[1] = {"26111514.52d", description};
-        state->IndexNoSort = noSort;
-        return AddRunToIndex(*state, files);
+    platform::WriteResult add(
+        const std::string& description, IndexOrder order = IndexOrder::sorted) {
+        return AddRunToIndex("/kvo", {"26111514.52d", description}, order, files);
     }
     std::vector<std::string> descriptions() const {
         std::vector<std::string> texts;
@@ -91,7 +88,7 @@ TEST(IndexDescription, RunsToTheFirstHash) {
 
 TEST(AddRunToIndex, AFirstDownloadLeavesOneRecord) {
     Index index;
-    ASSERT_TRUE(index.add("Sun 15 Nov 2026 Run: 1", -1));
+    ASSERT_TRUE(index.add("Sun 15 Nov 2026 Run: 1", IndexOrder::asItIs));
     const auto file = index.files.read(path).value();
     ASSERT_EQ(file.size(), 240U);
     EXPECT_EQ(std::string(file.begin(), file.begin() + 14), "26111514.52d  ");
@@ -100,9 +97,9 @@ TEST(AddRunToIndex, AFirstDownloadLeavesOneRecord) {
 
 TEST(AddRunToIndex, ADownloadGoesToTheEnd) {
     Index index;
-    ASSERT_TRUE(index.add("Sun 15 Nov 2026 Run: 1", -1));
-    ASSERT_TRUE(index.add("Sat 14 Nov 2026 Run: 1", -1));
-    ASSERT_TRUE(index.add("Sun 15 Nov 2026 Run: 2", -1));
+    ASSERT_TRUE(index.add("Sun 15 Nov 2026 Run: 1", IndexOrder::asItIs));
+    ASSERT_TRUE(index.add("Sat 14 Nov 2026 Run: 1", IndexOrder::asItIs));
+    ASSERT_TRUE(index.add("Sun 15 Nov 2026 Run: 2", IndexOrder::asItIs));
     EXPECT_EQ(index.descriptions(), (std::vector<std::string>{"Sun 15 Nov 2026 Run: 1",
                                         "Sat 14 Nov 2026 Run: 1", "Sun 15 Nov 2026 Run: 2"}));
 }
@@ -110,7 +107,7 @@ TEST(AddRunToIndex, ADownloadGoesToTheEnd) {
 TEST(AddRunToIndex, AnImportSortsTheWholeIndexNewestFirst) {
     Index index;
     for (const char* text : {"Sun 15 Nov 2026 Run: 9", "Sat 14 Nov 2026 Run: 1"}) {
-        ASSERT_TRUE(index.add(text, -1));
+        ASSERT_TRUE(index.add(text, IndexOrder::asItIs));
     }
     ASSERT_TRUE(index.add("Sun 15 Nov 2026 Run: 10"));
     EXPECT_EQ(index.descriptions(), (std::vector<std::string>{"Sun 15 Nov 2026 Run: 10",
@@ -136,7 +133,7 @@ TEST(AddRunToIndex, OrdersAsAnExchangeOfPairsDoes) {
                            " 2026 Run: " + std::to_string(1 + i / 20));
     }
     std::shuffle(expected.begin(), expected.end(), random);
-    for (const std::string& text : expected) ASSERT_TRUE(index.add(text, -1));
+    for (const std::string& text : expected) ASSERT_TRUE(index.add(text, IndexOrder::asItIs));
     expected.emplace_back("Sun 09 Jun 2026 Run: 1");
     ASSERT_TRUE(index.add(expected.back()));
     for (std::size_t i = 0; i + 1 < expected.size(); ++i) {
@@ -151,21 +148,21 @@ TEST(AddRunToIndex, OrdersAsAnExchangeOfPairsDoes) {
 
 TEST(AddRunToIndex, CompletesARecordThatWasCutShort) {
     Index index;
-    ASSERT_TRUE(index.add("Sun 15 Nov 2026 Run: 1", -1));
+    ASSERT_TRUE(index.add("Sun 15 Nov 2026 Run: 1", IndexOrder::asItIs));
     platform::Bytes file = index.files.read(path).value();
     file.resize(100);
     index.files.put(path, file);
     EXPECT_EQ(index.descriptions(), std::vector<std::string>{"Sun 15 Nov 2026 Run:"});
-    ASSERT_TRUE(index.add("Sun 15 Nov 2026 Run: 2", -1));
+    ASSERT_TRUE(index.add("Sun 15 Nov 2026 Run: 2", IndexOrder::asItIs));
     EXPECT_EQ(index.files.read(path)->size(), 480U);
     EXPECT_EQ(index.descriptions().back(), "Sun 15 Nov 2026 Run: 2");
 }
 
 TEST(AddRunToIndex, TellsOfAFullDiskAndLeavesTheIndex) {
     Index index;
-    ASSERT_TRUE(index.add("Sun 15 Nov 2026 Run: 1", -1));
+    ASSERT_TRUE(index.add("Sun 15 Nov 2026 Run: 1", IndexOrder::asItIs));
     index.files.failWrites("/kvo", MemoryFiles::Failure::fullDisk);
-    const auto added = index.add("Sun 15 Nov 2026 Run: 2", -1);
+    const auto added = index.add("Sun 15 Nov 2026 Run: 2", IndexOrder::asItIs);
     EXPECT_FALSE(added);
     EXPECT_FALSE(added.message.empty());
     EXPECT_EQ(index.descriptions().size(), 1U);
@@ -233,7 +230,7 @@ TEST(SuggestTitle, IsOneWhereTheLastDescriptionSaysNothing) {
 
 TEST(SuggestTitle, AfterAnImportReadsTheOldestRun) {
     Index index;
-    ASSERT_TRUE(index.add("Sat 14 Nov 2026 Run: 4", -1));
+    ASSERT_TRUE(index.add("Sat 14 Nov 2026 Run: 4", IndexOrder::asItIs));
     ASSERT_TRUE(index.add("Sun 15 Nov 2026 Run: 7"));
     EXPECT_EQ(suggestTitle(index.descriptions().back(), {2026, 11, 15, 0, 0, 0}), "1 ");
     EXPECT_EQ(suggestTitle(index.descriptions().back(), {2026, 11, 14, 0, 0, 0}), " 5 ");

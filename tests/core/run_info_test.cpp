@@ -1,4 +1,5 @@
 #include "core/run_info.h"
+
 #include "core/run_records.h"
 #include "tests/support/memory_files.h"
 
@@ -97,7 +98,7 @@ TEST(InfoFile, IsCreatedByLooking) {
 TEST(InfoFile, GivesTheTimesOfTheGraph) {
     Disk disk;
     ASSERT_TRUE(disk.save(someInfo()));
-    const RunTimes times = LoadRunTimes(infoPath, disk.files);
+    const TrackTimes times = LoadRunTimes(infoPath, disk.files);
     EXPECT_EQ(times.Text_60FootTime, "1.05");
     EXPECT_EQ(times.Text_330FootTime, "3.10");
     EXPECT_EQ(times.Text_660FootTime, "4.95");

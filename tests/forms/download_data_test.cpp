@@ -56,8 +56,7 @@ class DownloadDataTest : public QObject {
 
     struct Line {
         Line(TestProgram& program, int type, Fault fault)
-            : logger(type), faulty(logger, fault), line(faulty),
-              link(line, line, program.dialogs, program.state) {
+            : logger(type), faulty(logger, fault), line(faulty), link(line, line, program.dialogs) {
             forms::useLoggerLink(&link);
         }
         ~Line() { forms::useLoggerLink(nullptr); }
@@ -120,7 +119,7 @@ private slots:
 
     void itOpensReady() {
         connectLogger(25);
-        m_program->state.DataType = 32;
+        forms::loggerLink().Header.DataType = 32;
         inTheForm([this] {
             QCOMPARE(display(), QStringLiteral("Plug In Download Cable and Start Download"));
             QCOMPARE(
@@ -128,7 +127,7 @@ private slots:
             QCOMPARE(sendButton().text(), QStringLiteral("&Start Download"));
             QCOMPARE(cancelButton().text(), QStringLiteral("Cancel"));
             QCOMPARE(progressBar().value(), 0);
-            QCOMPARE(m_program->state.DataType, std::uint8_t{0});
+            QCOMPARE(forms::loggerLink().Header.DataType, std::uint8_t{0});
             QCOMPARE(userClick(&cancelButton()), QString());
             QVERIFY(!isLoaded<DownloadData>());
         });
@@ -166,11 +165,10 @@ private slots:
         };
         inTheForm([] { clickSend(); });
         QVERIFY(m_program->files.exists(runPath));
-        QCOMPARE(int{m_program->state.SampleCount}, rows);
+        QCOMPARE(int{m_program->state.Run.SampleCount}, rows);
         const auto index = core::readRunIndex(indexFile, m_program->files);
         QCOMPARE(index.size(), std::size_t{1});
         QCOMPARE(index[0].Description, std::string("Sun 15 Nov 2026 Run: 7 Final"));
-        QCOMPARE(m_program->state.IndexNoSort, std::int16_t{0});
         QVERIFY(!m_line->line.portOpen());
         QVERIFY(!dialogs().hourglass());
     }
@@ -339,7 +337,7 @@ private slots:
         stream[1] = 99; // the data type behind the byte that is thrown away
         simulator::ModelLogger stranger(stream);
         VirtualLine line(stranger);
-        link::LoggerLink logger(line, line, dialogs(), m_program->state);
+        link::LoggerLink logger(line, line, dialogs());
         forms::useLoggerLink(&logger);
         inTheForm([&line] {
             clickSend();
@@ -361,9 +359,9 @@ private slots:
         };
         dialogs().expectInputTitled("New Wheel Diameter", "24.5");
         expectSaved();
-        const std::int32_t before = m_program->state.PeakSpeedRaw;
+        const std::int32_t before = m_program->state.Run.PeakSpeedRaw;
         inTheForm([] { clickSend(); });
-        QVERIFY(m_program->state.PeakSpeedRaw > before);
+        QVERIFY(m_program->state.Run.PeakSpeedRaw > before);
         QCOMPARE(m_program->state.Config.Wheel, 22.0F); // the typed one was for this download
     }
 
@@ -385,8 +383,7 @@ private slots:
         QVERIFY(form<DataGraph>().hasRun());
         QCOMPARE(
             form<DataGraph>().windowTitle(), QStringLiteral(" Date:Sun 15 Nov 2026 Run: 7 Final"));
-        QCOMPARE(m_program->state.InfoFilePath, std::string("/kvo/Data/26111514.42i"));
-        QCOMPARE(m_program->state.IndexNoSort, std::int16_t{-1});
+        QCOMPARE(m_program->state.Run.infoPath, std::string("/kvo/Data/26111514.42i"));
         QVERIFY(!dialogs().hourglass());
         form<DataGraph>().close();
         QVERIFY(form<VrnWin32>().isVisible());
@@ -402,7 +399,7 @@ private slots:
         dialogs().expectBoxTitled("Data Warning", Reply::yes);
         inTheForm([] { clickSend(); });
         QVERIFY(!m_program->files.exists(runPath));
-        QCOMPARE(int{m_program->state.SampleCount}, 1213);
+        QCOMPARE(int{m_program->state.Run.SampleCount}, 1213);
     }
 
     void aFullDiskIsToldAndSavingTriedAgain() {

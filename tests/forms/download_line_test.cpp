@@ -56,10 +56,9 @@ class DownloadLineTest : public QObject {
     Q_OBJECT
 
     struct Cable {
-        Cable(TestProgram& program, const std::string& folder, int type, Fault fault)
+        Cable(const std::string& folder, int type, Fault fault)
             : logger(type), faulty(logger, fault), far(faulty, false),
-              port([folder] { return folder; }), yield(port),
-              link(port, yield, dialogs, program.state) {
+              port([folder] { return folder; }), yield(port), link(port, yield, dialogs) {
             started = far.start();
             QFile::remove(linkPath(folder));
             QFile::link(QString::fromStdString(far.device()), linkPath(folder));
@@ -97,7 +96,7 @@ class DownloadLineTest : public QObject {
         config.Engine_Correction = config.Clutch_Correction = 1;
         config.Pinion_Correction = config.Speed_Correction = 1;
         m_program->putConfig();
-        m_cable.emplace(*m_program, m_folder.path().toStdString(), type, fault);
+        m_cable.emplace(m_folder.path().toStdString(), type, fault);
         QVERIFY(m_cable->started);
     }
     // What a user does from the menu up to the click on Start Download.
@@ -149,7 +148,7 @@ private slots:
         const auto index = core::readRunIndex("/kvo/Data/KvoData.Ini", m_program->files);
         QCOMPARE(QString::fromStdString(index.at(0).Description),
             QStringLiteral("Sun 15 Nov 2026 Run: 1"));
-        QVERIFY(m_program->state.PeakSpeedRaw > 0);
+        QVERIFY(m_program->state.Run.PeakSpeedRaw > 0);
         QVERIFY(!isLoaded<DownloadData>());
         QVERIFY(!m_cable->port.portOpen());
     }

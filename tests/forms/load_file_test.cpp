@@ -2,6 +2,7 @@
 #include "core/run_index.h"
 #include "core/run_records.h"
 #include "library/forms/load_file.h"
+#include "library/run_list.h"
 #include "tests/forms/support/form_test_main.h"
 #include "tests/forms/support/test_program.h"
 #include "tests/forms/support/user_click.h"
@@ -45,6 +46,7 @@ private slots:
     void init() {
         m_program = std::make_unique<TestProgram>();
         m_program->state.AppFolder = "/kvo";
+        library::runList() = {};
         QVERIFY(m_program->files.makeFolder("/kvo/Data").done);
         const std::vector<core::RunIndexEntry> rows{
             {"26111514.52d", "Sun 15 Nov 2026 Run: 1 First pass"},
@@ -67,10 +69,11 @@ private slots:
             QCOMPARE(text(), QStringLiteral("Mon 16 Nov 2026 Run: 1 Third"));
             QTest::keyClick(&list(), Qt::Key_Return);
         });
-        QVERIFY(chooser().choose(QStringLiteral("Load"), QStringLiteral("Load Data File")));
-        QCOMPARE(m_program->state.DataFilePath, std::string("/kvo/Data/26111609.01d"));
-        QCOMPARE(m_program->state.InfoFilePath, std::string("/kvo/Data/26111609.01i"));
-        QCOMPARE(m_program->state.LoadStatus, std::int16_t(0));
+        const auto chosen =
+            chooser().choose(QStringLiteral("Load"), QStringLiteral("Load Data File"));
+        QVERIFY(chosen.has_value());
+        QCOMPARE(chosen->path, std::string("/kvo/Data/26111609.01d"));
+        QCOMPARE(chosen->infoPath, std::string("/kvo/Data/26111609.01i"));
     }
 
     void opensAgainOnTheLastChoice() {
@@ -78,13 +81,12 @@ private slots:
             clickRow(1);
             QCOMPARE(userClick(button("BTN_Ok")), QString());
         });
-        QVERIFY(chooser().choose(QStringLiteral("Load"), QStringLiteral("x")));
+        QVERIFY(chooser().choose(QStringLiteral("Load"), QStringLiteral("x")).has_value());
         onModal([](QWidget*) {
             QCOMPARE(text(), QStringLiteral("Sun 15 Nov 2026 Run: 2 Second"));
             QTest::keyClick(&list(), Qt::Key_Escape);
         });
         QVERIFY(!chooser().choose(QStringLiteral("Load"), QStringLiteral("x")));
-        QCOMPARE(m_program->state.LoadStatus, std::int16_t(-1));
     }
 
     void aClickSelectsTheSameRowOfTheHiddenList() {
@@ -105,8 +107,9 @@ private slots:
             const QRect place = list().visualRect(list().model()->index(0, 0));
             QTest::mouseDClick(list().viewport(), Qt::LeftButton, {}, place.center());
         });
-        QVERIFY(chooser().choose(QStringLiteral("Load"), QStringLiteral("x")));
-        QCOMPARE(m_program->state.DataFilePath, std::string("/kvo/Data/26111514.52d"));
+        const auto chosen = chooser().choose(QStringLiteral("Load"), QStringLiteral("x"));
+        QVERIFY(chosen.has_value());
+        QCOMPARE(chosen->path, std::string("/kvo/Data/26111514.52d"));
     }
 
     void typedTextFindsARow() {
@@ -115,17 +118,17 @@ private slots:
             QCOMPARE(text(), QStringLiteral("Sun 15 Nov 2026 Run: 2 Second"));
             QTest::keyClick(&list(), Qt::Key_Return);
         });
-        QVERIFY(chooser().choose(QStringLiteral("Load"), QStringLiteral("x")));
-        QCOMPARE(m_program->state.DataFilePath, std::string("/kvo/Data/26111515.10d"));
+        const auto chosen = chooser().choose(QStringLiteral("Load"), QStringLiteral("x"));
+        QVERIFY(chosen.has_value());
+        QCOMPARE(chosen->path, std::string("/kvo/Data/26111515.10d"));
     }
 
     void okWithoutARunIsNoChoice() {
         onModal([](QWidget*) {
-            chooser().chooseRow(-1);
+            list().setCurrentIndex({});
             QCOMPARE(userClick(button("BTN_Ok")), QString());
         });
         QVERIFY(!chooser().choose(QStringLiteral("Load"), QStringLiteral("x")));
-        QCOMPARE(m_program->state.LoadStatus, std::int16_t(-1));
     }
 
     void aMissingIndexIsAnEmptyList() {
@@ -159,7 +162,6 @@ private slots:
         QCOMPARE(onDisk().size(), std::size_t(1));
         QVERIFY(!m_program->files.exists("/kvo/Data/26111514.52d"));
         QVERIFY(m_program->files.exists("/kvo/Data/26111515.10d"));
-        QCOMPARE(m_program->state.DeleteMode, std::int16_t(0));
     }
 
     void aNoKeepsTheRun() {
@@ -224,7 +226,7 @@ private slots:
             QCOMPARE(text(), QStringLiteral("Sun 15 Nov 2026 Run: 9999"));
             QTest::keyClick(&list(), Qt::Key_Return);
         });
-        QVERIFY(chooser().choose(QStringLiteral("Load"), QStringLiteral("x")));
+        QVERIFY(chooser().choose(QStringLiteral("Load"), QStringLiteral("x")).has_value());
     }
 };
 

@@ -59,7 +59,7 @@ class MainWindowTest : public QObject {
     Q_OBJECT
 
     struct Line {
-        explicit Line(TestProgram& program) : link(line, line, program.dialogs, program.state) {
+        explicit Line(TestProgram& program) : link(line, line, program.dialogs) {
             platform::services().port = &line;
             platform::services().yield = &line;
             forms::useLoggerLink(&link);
@@ -250,7 +250,6 @@ private slots:
 
     void openingADataFileTakesTheMainWindowsPlace() {
         VrnWin32& window = shownWindow();
-        m_program->state.IndexNoSort = -1;
         bool asked = false;
         onModal([&asked](QWidget* modal) {
             asked = modal->objectName() == QLatin1String("LoadFile");
@@ -260,7 +259,6 @@ private slots:
         QTRY_VERIFY(asked);
         QTRY_VERIFY(isLoaded<DataGraph>() && form<DataGraph>().isVisible());
         QVERIFY(!window.isVisible());
-        QCOMPARE(m_program->state.IndexNoSort, std::int16_t{0});
         QVERIFY(menusEnabled());
         QTRY_VERIFY(QApplication::activeModalWidget() == nullptr);
         form<DataGraph>().close();
@@ -270,13 +268,9 @@ private slots:
 
     void deletingRunsOpensTheChooserForIt() {
         shownWindow();
-        m_program->state.InfoNamesOnly = -1;
         onModal([this](QWidget* modal) {
             QCOMPARE(modal->windowTitle(), QStringLiteral("Delete File"));
             QCOMPARE(control<QPushButton>(*modal, "BTN_Ok").text(), QStringLiteral("Delete"));
-            QCOMPARE(m_program->state.DeleteMode, std::int16_t{-1});
-            QCOMPARE(m_program->state.LoadStatus, std::int16_t{0});
-            QCOMPARE(m_program->state.InfoNamesOnly, std::int16_t{0});
             QVERIFY(menusDisabled());
             modal->close();
         });

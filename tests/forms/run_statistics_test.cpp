@@ -54,12 +54,12 @@ private slots:
         m_printer = {};
         platform::services().printer = &m_printer;
         core::SharedState& state = m_program->state;
-        state.SampleCount = 1213;
-        state.DataType = 25;
-        state.Run.tail.TimeOffset = 80;
+        state.Run.SampleCount = 1213;
+        state.Run.DataType = 25;
+        state.Run.image.tail.TimeOffset = 80;
         state.Config.Weight_F = 2000;
         for (int i = 1; i <= core::maxSamples; ++i) {
-            core::RunSample& row = state.Run.samples[i];
+            core::RunSample& row = state.Run.image.samples[i];
             row.EngineRpm = static_cast<std::int16_t>(i);
             row.SpeedRaw = 20 * i;
             row.Exhaust[1] = 100;
@@ -67,8 +67,8 @@ private slots:
         }
         m_texts = {};
         m_texts.caption = "Data File: 26111514.52d";
-        m_texts.Text_ET = "8.5";
-        m_texts.Text_60FootTime = "1.05";
+        m_texts.times.Text_ET = "8.5";
+        m_texts.times.Text_60FootTime = "1.05";
         m_texts.analogNames[1] = "Oil & P ";
     }
     void cleanup() {
@@ -100,7 +100,7 @@ private slots:
     }
 
     void hidesTheRowsThatTheLoggerDoesNotHave() {
-        m_program->state.DataType = 20;
+        m_program->state.Run.DataType = 20;
         onModal([](QWidget*) {
             QVERIFY(visible("A_Max(6)"));
             QVERIFY(!visible("A_Max(7)"));
@@ -112,7 +112,7 @@ private slots:
     }
 
     void opensOnARangeOfNoWidthWithWhatItHas() {
-        m_texts.Text_ET = "0.80";
+        m_texts.times.Text_ET = "0.80";
         onModal([](QWidget*) {
             QCOMPARE(label("Rpm_Max"), QStringLiteral(" 80"));
             QCOMPARE(label("Rpm_Ave"), QString());
@@ -130,7 +130,7 @@ private slots:
         });
         form<Statistics>().showRun(m_texts);
         QVERIFY(!isLoaded<Statistics>());
-        m_texts.Text_ET.clear();
+        m_texts.times.Text_ET.clear();
         onModal([&](QWidget* dialog) {
             QCOMPARE(label("Horsepower"), QString());
             escape(dialog);

@@ -6,7 +6,6 @@
 #include "core/run_index.h"
 #include "core/run_info.h"
 #include "core/run_times.h"
-#include "platform/unanswered_dialogs.h"
 #include "tests/support/memory_files.h"
 
 #include <cstdio>
@@ -33,13 +32,17 @@ std::int32_t keyOf(const core::RunIndexEntry& entry) {
     return core::RunDateKey(core::padded(entry.Description, 160));
 }
 
-void checkMainRun(core::SharedState& state, testing::MemoryFiles& files) {
-    require(state.SampleCount <= core::maxSamples, "more samples than rows");
-    require(state.Run.tail.TimeOffset >= 1, "a time offset below 1");
-    state.SaveMode = -1;
-    require(static_cast<bool>(SaveRun(state, files)), "a run that was loaded is not saved");
+void checkLoaded(const core::OpenRun& run, const core::LoadOutcome& outcome) {
+    require(run.DataType == outcome.DataType, "a type that the run does not have");
+    require(run.SampleCount <= core::maxSamples, "more samples than rows");
+    require(run.image.tail.TimeOffset >= 1, "a time offset below 1");
+    require(run.path == runPath, "a run of another file");
+}
+
+void checkMainRun(const core::OpenRun& run, testing::MemoryFiles& files) {
+    require(SaveRun(run, "/kvo", files).done, "a run that was loaded is not saved");
     const Bytes saved = files.read(runPath).value_or(Bytes{});
-    require(static_cast<bool>(SaveRun(state, files)), "a run is not saved twice");
+    require(SaveRun(run, "/kvo", files).done, "a run is not saved twice");
     require(files.read(runPath) == saved, "a second save differs");
 }
 
@@ -57,30 +60,31 @@ void readConfig(Input file) {
 
 void readRun(Input file) {
     // Both are large; they are made once, and begin each time as the run before has left them.
-    static const auto state = std::make_unique<core::SharedState>();
+    static const auto run = std::make_unique<core::OpenRun>();
+    static const auto overlay = std::make_unique<core::OpenRun>();
     testing::MemoryFiles files;
-    platform::UnansweredDialogs dialogs;
-    core::NoRunLoadView view;
-    state->AppFolder = "/kvo";
-    state->DataFilePath = runPath;
     files.put(runPath, Bytes(file.begin(), file.end()));
-    state->LoadStatus = 0;
-    LoadOverlayRun(*state, "fuzz", files, dialogs, view);
-    state->LoadStatus = 0;
-    LoadRun(*state, "fuzz", files, dialogs, view);
-    if (state->LoadStatus == 0) checkMainRun(*state, files);
+    if (const auto outcome = LoadOverlayRun(runPath, *overlay, files)) {
+        checkLoaded(*overlay, outcome);
+    }
+    const std::string lineBefore = run->headerLine;
+    const auto outcome = LoadRun(runPath, *run, files);
+    if (outcome) {
+        checkLoaded(*run, outcome);
+        checkMainRun(*run, files);
+    } else {
+        require(run->headerLine == lineBefore, "a file that was refused left its line");
+    }
 }
 
 void readIndex(Input file) {
-    static const auto state = std::make_unique<core::SharedState>();
+    const core::RunIndexEntry added{"26111514.52d", "Sun 15 Nov 2026 Run: 1"};
     testing::MemoryFiles files;
-    state->AppFolder = "/kvo";
-    state->RunIndexBuffer[1] = {"26111514.52d", "Sun 15 Nov 2026 Run: 1"};
-    state->IndexNoSort = 0;
     const std::string path = core::indexPath("/kvo", files);
     files.put(path, Bytes(file.begin(), file.end()));
     const std::size_t before = core::readRunIndex(path, files).size();
-    require(static_cast<bool>(AddRunToIndex(*state, files)), "a run is not added");
+    require(
+        AddRunToIndex("/kvo", added, core::IndexOrder::sorted, files).done, "a run is not added");
     const auto entries = core::readRunIndex(path, files);
     require(entries.size() == before + 1, "records were lost or made");
     for (std::size_t i = 1; i < entries.size(); ++i) {

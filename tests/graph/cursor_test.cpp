@@ -1,4 +1,5 @@
 #include "graph/cursor.h"
+#include "tests/support/graph_calls.h"
 
 #include <gtest/gtest.h>
 
@@ -12,22 +13,22 @@ using namespace kvo::graph;
 namespace {
 
 // A run of 1360 equal samples with round numbers.
-struct CursorOnRun : testing::Test {
+struct CursorOnRun : ::testing::Test {
     CursorOnRun() {
-        state.DataType = 32;
-        state.SampleCount = 1360;
+        state.Run.DataType = 32;
+        state.Run.SampleCount = 1360;
         state.Config.Text_Magnify.fill(1);
-        state.Run.header.CrankGearTeeth = 1;
-        state.Run.header.BasketGearTeeth = 2;
-        state.Run.tail.TimeOffset = 160;
-        state.Run.analog.CrownTeeth = 40;
-        state.Run.analog.PinionTeeth = 10;
-        state.Run.analog.RearWheelDiameter = 30;
+        state.Run.image.header.CrankGearTeeth = 1;
+        state.Run.image.header.BasketGearTeeth = 2;
+        state.Run.image.tail.TimeOffset = 160;
+        state.Run.image.analog.CrownTeeth = 40;
+        state.Run.image.analog.PinionTeeth = 10;
+        state.Run.image.analog.RearWheelDiameter = 30;
         for (int n = 1; n <= 8; ++n) {
-            state.Run.analog.AnalogScale[n] = 0.5F;
-            state.Run.analog.AnalogDecimals[n] = 1;
+            state.Run.image.analog.AnalogScale[n] = 0.5F;
+            state.Run.image.analog.AnalogDecimals[n] = 1;
         }
-        for (int i = 1; i <= 1360; ++i) state.Run.samples[i] = sampleAt(i);
+        for (int i = 1; i <= 1360; ++i) state.Run.image.samples[i] = sampleAt(i);
         view.RpmScale = 10;
         view.MphScale = 10;
     }
@@ -46,7 +47,7 @@ struct CursorOnRun : testing::Test {
     }
     std::map<int, std::string> texts(int sample) {
         std::map<int, std::string> all;
-        for (const LabelText& label : timeLineTexts(state, view, sample).labels)
+        for (const LabelText& label : kvo::testing::timeLineTexts(state, view, sample).labels)
             all[label.channel] = label.text;
         return all;
     }
@@ -54,7 +55,7 @@ struct CursorOnRun : testing::Test {
     std::string under(float x, float y) {
         const PointerLabels labels{[this](int channel) { return !off.contains(channel); },
             [](int n) { return "Name" + std::to_string(n); }};
-        return textUnderPointer(state, view, x, y, labels).value_or("-");
+        return kvo::testing::textUnderPointer(state, view, x, y, labels).value_or("-");
     }
     core::SharedState state;
     GraphView view;
@@ -64,9 +65,9 @@ struct CursorOnRun : testing::Test {
 } // namespace
 
 TEST_F(CursorOnRun, ReadOutsAtASample) {
-    const TimeLineTexts line = timeLineTexts(state, view, 311);
+    const ReadOutTexts line = kvo::testing::timeLineTexts(state, view, 311);
     EXPECT_EQ(line.loggerTime, "Time: 1.51 sec");
-    EXPECT_EQ(timeLineTexts(state, view, 60).loggerTime, "Time: -1.00 sec");
+    EXPECT_EQ(kvo::testing::timeLineTexts(state, view, 60).loggerTime, "Time: -1.00 sec");
     auto all = texts(311);
     EXPECT_EQ(all[engineChannel], "8000");
     EXPECT_EQ(all[clutchChannel], "4000");
@@ -84,13 +85,13 @@ TEST_F(CursorOnRun, ReadOutsAtASample) {
 }
 
 TEST_F(CursorOnRun, ATypeHasItsOwnLabels) {
-    state.DataType = 12;
+    state.Run.DataType = 12;
     EXPECT_EQ(texts(300).size(), 13U);
-    state.DataType = 17;
+    state.Run.DataType = 17;
     EXPECT_EQ(texts(300).size(), 17U);
-    state.DataType = 20;
-    state.Run.samples[300].Status = 0x35; // exhaust 4, with two switches
-    state.Run.samples[300].Analog[7] = 50;
+    state.Run.DataType = 20;
+    state.Run.image.samples[300].Status = 0x35; // exhaust 4, with two switches
+    state.Run.image.samples[300].Analog[7] = 50;
     const auto shared = texts(300);
     EXPECT_EQ(shared.size(), 16U);
     EXPECT_EQ(shared.at(exhaustChannel(4)), "200");
@@ -99,7 +100,7 @@ TEST_F(CursorOnRun, ATypeHasItsOwnLabels) {
 }
 
 TEST_F(CursorOnRun, WithoutBasketTeethOnlyWhatStandsInFrontIsShown) {
-    state.Run.header.BasketGearTeeth = 0;
+    state.Run.image.header.BasketGearTeeth = 0;
     const auto all = texts(300);
     EXPECT_EQ(all.size(), 3U);
     EXPECT_FALSE(all.contains(clutchChannel));
@@ -109,8 +110,8 @@ TEST_F(CursorOnRun, WithoutBasketTeethOnlyWhatStandsInFrontIsShown) {
 }
 
 TEST_F(CursorOnRun, ReadOutsThatHaveNoValueAreEmpty) {
-    state.Run.samples[300].OutputRpm = 0;
-    state.Run.samples[300].EngineRpm = 0;
+    state.Run.image.samples[300].OutputRpm = 0;
+    state.Run.image.samples[300].EngineRpm = 0;
     const auto all = texts(300);
     EXPECT_EQ(all.at(ratioChannel), "");
     EXPECT_EQ(all.at(slipChannel), "");
@@ -120,10 +121,10 @@ TEST_F(CursorOnRun, ReadOutsThatHaveNoValueAreEmpty) {
 }
 
 TEST_F(CursorOnRun, OnlySamplesOfTheRunBearTheLine) {
-    EXPECT_FALSE(onRun(state, 0));
-    EXPECT_TRUE(onRun(state, 1));
-    EXPECT_TRUE(onRun(state, 1360));
-    EXPECT_FALSE(onRun(state, 1361));
+    EXPECT_FALSE(kvo::testing::onRun(state, 0));
+    EXPECT_TRUE(kvo::testing::onRun(state, 1));
+    EXPECT_TRUE(kvo::testing::onRun(state, 1360));
+    EXPECT_FALSE(kvo::testing::onRun(state, 1361));
 }
 
 TEST(Cursor, StepsOfTheKeys) {
@@ -138,7 +139,7 @@ TEST(Cursor, StepsOfTheKeys) {
 }
 
 TEST_F(CursorOnRun, SwitchesAreFoundInTheirBars) {
-    state.Run.samples[300].Status = core::Dyna2Step | core::TransBrake;
+    state.Run.image.samples[300].Status = core::Dyna2Step | core::TransBrake;
     EXPECT_EQ(under(300, 1090), " Dyna 2 Step ");
     EXPECT_EQ(under(300, 1087), "-");
     EXPECT_EQ(under(300, 1097), "-");
@@ -146,7 +147,7 @@ TEST_F(CursorOnRun, SwitchesAreFoundInTheirBars) {
     EXPECT_EQ(under(300, 1074), "-"); // that bit is not set
     EXPECT_EQ(under(300, 1034), " Trans Brake ");
     EXPECT_EQ(under(301, 1034), "-");
-    state.Run.samples[300].Status = core::ShiftLight | core::WideOpenThrottle;
+    state.Run.image.samples[300].Status = core::ShiftLight | core::WideOpenThrottle;
     EXPECT_EQ(under(300, 1074), " Shift Light ");
     EXPECT_EQ(under(300, 1052), " Wide Open Throttle ");
 }
@@ -173,7 +174,7 @@ TEST_F(CursorOnRun, EachCurveIsNamedWithItsValue) {
 }
 
 TEST_F(CursorOnRun, CurvesWithoutAValueOrLabelAreNotFound) {
-    state.Run.samples[300].OutputRpm = 0;
+    state.Run.image.samples[300].OutputRpm = 0;
     state.Config.ComboScale[ratioChannel] = 240;
     state.Config.ComboScale[tyreGrowthChannel] = 90;
     EXPECT_EQ(under(300, 240), "-");
@@ -187,25 +188,25 @@ TEST_F(CursorOnRun, CurvesWithoutAValueOrLabelAreNotFound) {
 }
 
 TEST_F(CursorOnRun, TheEarlierOfTwoCurvesAtOneHeightWins) {
-    state.Run.samples[300].InputRpm = 8000;
+    state.Run.image.samples[300].InputRpm = 8000;
     EXPECT_EQ(under(300, 800), " Engine Rpm = 8000");
     off = {engineChannel};
     EXPECT_EQ(under(300, 800), " Input Rpm = 8000");
 }
 
 TEST_F(CursorOnRun, PositionsRoundToTheNearestSampleTiesToEven) {
-    state.Run.samples[300].EngineRpm = 7000;
+    state.Run.image.samples[300].EngineRpm = 7000;
     EXPECT_EQ(under(300.5F, 700), " Engine Rpm = 7000");
     EXPECT_EQ(under(299.5F, 700), " Engine Rpm = 7000");
     EXPECT_EQ(under(301.5F, 700), "-");
 }
 
 TEST_F(CursorOnRun, TimeSharedExhaustsAndForeignAnalogsAreNotFound) {
-    state.DataType = 20;
-    state.Run.samples[300].Analog[7] = 250;
+    state.Run.DataType = 20;
+    state.Run.image.samples[300].Analog[7] = 250;
     EXPECT_EQ(under(300, 170), "-");
     EXPECT_EQ(under(300, 250), "-");
-    state.DataType = 32;
+    state.Run.DataType = 32;
     EXPECT_EQ(under(300, 170), " Exhaust Temp 5 = 680");
     EXPECT_EQ(under(300, 250), "Name7 = 125.0");
 }

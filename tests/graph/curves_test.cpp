@@ -16,7 +16,7 @@ using platform::Point;
 namespace {
 
 // A run whose every word is made from the sample's number.
-struct Curves : testing::Test {
+struct Curves : ::testing::Test {
     Curves() {
         image.header.CrankGearTeeth = 1;
         image.header.BasketGearTeeth = 2;
@@ -25,12 +25,11 @@ struct Curves : testing::Test {
         image.analog.RearWheelDiameter = 30;
         for (int i = 1; i <= core::maxSamples; ++i) fill(i);
         config.Text_Magnify.fill(2);
-        source.image = &image;
-        source.drive = &image.header;
-        source.clutchDrive = &image.header;
-        source.sampleCount = 100;
-        source.rpmScale = 10;
-        source.mphScale = 5;
+        run.image = &image;
+        run.slipDrive = &image.header;
+        run.rows = 100;
+        scale.rpmScale = 10;
+        scale.mphScale = 5;
     }
     void fill(int i) {
         core::RunSample& row = image.samples[i];
@@ -46,14 +45,15 @@ struct Curves : testing::Test {
         row.Status = static_cast<std::uint8_t>((i % 8) << 4 | 5);
     }
     const std::vector<Point>& curve(int channel) {
-        visited = makeCurve(source, config, channel, points);
+        visited = makeCurve(run, scale, config, channel, points);
         return points;
     }
     void smooth(int option) { config.SmoothOption[static_cast<std::size_t>(option)] = 1; }
 
     core::RunImage image;
     core::AppConfig config;
-    CurveSource source;
+    RunView run;
+    CurveScale scale;
     std::vector<Point> points;
     int visited = 0;
 };
@@ -92,10 +92,10 @@ TEST_F(Curves, AMagnificationOfZeroCountsAsItsDefault) {
 }
 
 TEST_F(Curves, StepsThinAllCurves) {
-    source.step = 4;
+    scale.step = 4;
     EXPECT_EQ(curve(engineChannel).size(), 25U);
     EXPECT_EQ(points.back().x, 97); // the last sample is not drawn
-    source.step = 8;
+    scale.step = 8;
     EXPECT_EQ(curve(analogChannel(1)).size(), 13U);
     EXPECT_EQ(points.back().x, 97);
 }
@@ -112,12 +112,12 @@ TEST_F(Curves, RpmSmoothsFiveSamplesForwardWhileTheyFit) {
 TEST_F(Curves, RunsOfLessThanFiveSamplesNeverSmooth) {
     config.SmoothOption.fill(1);
     for (const int count : {1, 2, 4, 5, 6}) {
-        source.sampleCount = count;
+        run.rows = count;
         EXPECT_EQ(curve(engineChannel)[0].y, 1) << count;
     }
-    source.sampleCount = 7;
+    run.rows = 7;
     EXPECT_EQ(curve(engineChannel)[0].y, 3);
-    source.sampleCount = 0;
+    run.rows = 0;
     EXPECT_TRUE(curve(engineChannel).empty());
 }
 
@@ -169,13 +169,13 @@ TEST_F(Curves, RocosIsDrawnInsideItsBoundsOnly) {
     EXPECT_EQ(points.front().x, 14);
     EXPECT_EQ(points.back().x, 86); // SampleCount - 14
     EXPECT_EQ(visited, 100);
-    source.step = 8;
+    scale.step = 8;
     EXPECT_EQ(curve(rocosChannel).front().x, 17);
 }
 
 TEST_F(Curves, SharedExhaustsLookAtEverySample) {
-    source.dataType = 20;
-    source.step = 8;
+    run.drawType = 20;
+    scale.step = 8;
     smooth(11);
     curve(exhaustChannel(3)); // bits 4 to 6 say 2
     EXPECT_EQ(points.size(), 13U);
@@ -185,7 +185,7 @@ TEST_F(Curves, SharedExhaustsLookAtEverySample) {
 }
 
 TEST_F(Curves, AnOverlayIsShifted) {
-    source.shiftX = -100;
+    run.shift = 100;
     EXPECT_EQ(curve(engineChannel).front(), (Point{-99, 1}));
     EXPECT_EQ(points.back().x, 0);
 }
@@ -245,7 +245,7 @@ TEST_F(Curves, AllZeroRowsAreFlatLines) {
 }
 
 TEST_F(Curves, CountsPastTheArrayReadZeros) {
-    source.sampleCount = 65535;
+    run.rows = 65535;
     config.SmoothOption.fill(1);
     for (int channel = 0; channel < channelCount; ++channel) {
         curve(channel);
@@ -256,14 +256,14 @@ TEST_F(Curves, CountsPastTheArrayReadZeros) {
 }
 
 TEST_F(Curves, BeforeTheFirstPictureThereIsNoScale) {
-    source.rpmScale = 0;
+    scale.rpmScale = 0;
     EXPECT_TRUE(curve(engineChannel).empty());
     EXPECT_FALSE(curveHeight(config, engineChannel, 100, 0, 0));
     EXPECT_EQ(curveHeight(config, mphChannel, 100, 0, 0), 0.0F);
 }
 
 TEST_F(Curves, BuffersAreKeptFromCurveToCurve) {
-    source.sampleCount = core::maxSamples;
+    run.rows = core::maxSamples;
     const Point* before = curve(engineChannel).data();
     for (int channel = 1; channel < channelCount; ++channel) curve(channel);
     EXPECT_EQ(curve(engineChannel).data(), before);

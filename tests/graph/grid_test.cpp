@@ -8,7 +8,7 @@ using namespace kvo::graph;
 
 namespace {
 
-struct Grid : testing::Test {
+struct Grid : ::testing::Test {
     Grid() {
         input.rpmScale = 10;
         input.mphScale = 5;
@@ -45,7 +45,7 @@ struct Grid : testing::Test {
 
 } // namespace
 
-TEST(Scenery, SpeedScaleByTheFastestSample) {
+TEST(GridScale, SpeedScaleByTheFastestSample) {
     EXPECT_EQ(mphScaleFor(0), 10);
     EXPECT_EQ(mphScaleFor(19999), 10);
     EXPECT_EQ(mphScaleFor(20000), 6);
@@ -55,6 +55,20 @@ TEST(Scenery, SpeedScaleByTheFastestSample) {
     EXPECT_EQ(mphScaleFor(40000), 3);
     EXPECT_EQ(mphScaleFor(INT32_MAX), 3);
     EXPECT_EQ(mphScaleFor(-5), 10);
+}
+
+// Whole thousands at every scale, though the heights are sums of singles.
+TEST_F(Grid, LinesAreLabelledWithTheirWholeRpm) {
+    for (int scale = 6; scale <= 17; ++scale) {
+        input.rpmScale = scale;
+        int expected = 0;
+        for (const std::string& text : texts()) {
+            if (!text.ends_with(" Rpm")) continue;
+            expected += 1000;
+            EXPECT_EQ(text, " " + std::to_string(expected) + " Rpm") << scale;
+        }
+        EXPECT_GE(expected, 5000) << scale;
+    }
 }
 
 TEST_F(Grid, ALineEveryThousandRpm) {
@@ -182,26 +196,34 @@ TEST(SwitchBars, EachSwitchHasItsBar) {
 }
 
 TEST(SwitchBars, MasksFollowTheStatusBits) {
-    core::RunImage run;
-    run.samples[1].Status = core::Dyna2Step;
-    run.samples[2].Status = core::ShiftLight | core::TransBrake;
-    run.samples[3].Status = 0xF0 | core::WideOpenThrottle; // the high bits are no switches
+    core::OpenRun run;
+    run.SampleCount = 4;
+    run.image.samples[1].Status = core::Dyna2Step;
+    run.image.samples[2].Status = core::ShiftLight | core::TransBrake;
+    run.image.samples[3].Status = 0xF0 | core::WideOpenThrottle; // the high bits are no switches
     std::vector<std::uint8_t> masks;
-    makeSwitchMasks(run, nullptr, 4, masks);
+    makeSwitchMasks(shownRuns(run, nullptr), masks);
     EXPECT_EQ(masks, (std::vector<std::uint8_t>{1, 2 | 8, 4, 0}));
 }
 
 TEST(SwitchBars, TheOverlaysSampleIsTheOneOfTheSameTime) {
-    core::RunImage run;
-    core::RunImage overlay;
-    run.tail.TimeOffset = 3;
-    overlay.tail.TimeOffset = 5;
-    overlay.samples[3].Status = core::TransBrake;
+    core::OpenRun run;
+    core::OpenRun overlay;
+    run.SampleCount = 5;
+    overlay.SampleCount = 4;
+    run.image.tail.TimeOffset = 3;
+    overlay.image.tail.TimeOffset = 5;
+    overlay.image.samples[3].Status = core::TransBrake;
     std::vector<std::uint8_t> masks;
-    makeSwitchMasks(run, &overlay, 3, masks);
-    EXPECT_EQ(masks, (std::vector<std::uint8_t>{0x80, 0, 0}));
-    run.tail.TimeOffset = 32767;
-    overlay.tail.TimeOffset = -32768;
-    makeSwitchMasks(run, &overlay, 65535, masks);
+    makeSwitchMasks(shownRuns(run, &overlay), masks);
+    EXPECT_EQ(masks, (std::vector<std::uint8_t>{0x80, 0, 0, 0, 0}));
+    // Behind its last row the overlay has no bar, whatever lies there in memory.
+    overlay.image.samples[5].Status = core::TransBrake;
+    makeSwitchMasks(shownRuns(run, &overlay), masks);
+    EXPECT_EQ(masks, (std::vector<std::uint8_t>{0x80, 0, 0, 0, 0}));
+    run.SampleCount = 65535;
+    run.image.tail.TimeOffset = 32767;
+    overlay.image.tail.TimeOffset = -32768;
+    makeSwitchMasks(shownRuns(run, &overlay), masks);
     EXPECT_EQ(masks.size(), 65535U);
 }

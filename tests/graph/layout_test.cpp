@@ -15,7 +15,6 @@ const Box narrow{0, 34, 985, 631};
 TEST(Layout, FullScreenFillsTheWindow) {
     const GraphScaling full = Graph_scale(0, form, inner, present);
     EXPECT_EQ(full.trend, (Size{15000, 8800}));
-    EXPECT_EQ(full.caption, "&Graph Scale(Full)  ");
     EXPECT_FALSE(full.scrollBars);
     EXPECT_EQ(full.frame, wide);
     EXPECT_EQ(full.vScroll, (Box{1000, 34, 17, 597}));
@@ -24,25 +23,21 @@ TEST(Layout, FullScreenFillsTheWindow) {
 TEST(Layout, HalfAndQuarterEnlargeTheSurface) {
     const GraphScaling half = Graph_scale(1, form, inner, present);
     EXPECT_EQ(half.trend, (Size{30000, 24000}));
-    EXPECT_EQ(half.caption, "&Graph Scale(1/2)  ");
     EXPECT_TRUE(half.scrollBars);
     EXPECT_EQ(half.frame, narrow);
     const GraphScaling quarter = Graph_scale(2, form, inner, present);
     EXPECT_EQ(quarter.trend, (Size{60000, 48000}));
-    EXPECT_EQ(quarter.caption, "&Graph Scale(1/4)  ");
 }
 
 TEST(Layout, CustomAsksAndTouchesNoSize) {
     const GraphScaling custom = Graph_scale(3, form, inner, present);
     EXPECT_FALSE(custom.trend);
-    EXPECT_FALSE(custom.caption);
     EXPECT_TRUE(custom.openCustomDialog);
 }
 
 TEST(Layout, AZoomMultipliesWhatIsThere) {
     const GraphScaling zoomed = Graph_scale(4, form, inner, present, 1.2);
     EXPECT_EQ(zoomed.trend, (Size{24000, 12000}));
-    EXPECT_FALSE(zoomed.caption);
     EXPECT_TRUE(zoomed.disableScaleMenu);
     EXPECT_TRUE(zoomed.scrollBars);
 }
@@ -53,16 +48,49 @@ TEST(Layout, ACustomSizeMultipliesTheRoom) {
     EXPECT_EQ(custom.frame, narrow);
     EXPECT_EQ(custom.hScrollMax, 1785); // 3683.75 - 1899, rounded
     EXPECT_EQ(custom.vScrollMax, 4418);
-    EXPECT_EQ(custom.caption, "&Graph Scale(Custom)");
     // A surface of many windows still has its bars.
     EXPECT_GT(arrangeCustom(form, inner, 255, 255).hScrollMax, 32767);
 }
 
+TEST(Layout, TheMenuNamesTheSetting) {
+    EXPECT_STREQ(scaleCaption(scaleFull), "&Graph Scale(Full)  ");
+    EXPECT_STREQ(scaleCaption(scaleHalf), "&Graph Scale(1/2)  ");
+    EXPECT_STREQ(scaleCaption(scaleQuarter), "&Graph Scale(1/4)  ");
+    EXPECT_STREQ(scaleCaption(scaleCustom), "&Graph Scale(Custom)");
+}
+
+TEST(Layout, TheRoomIsMeasuredAsTheRulesMeasureTheForm) {
+    const Room room{1000, 600};
+    EXPECT_EQ(formSize(room), (Size{15000, 12200}));
+    EXPECT_EQ(innerSize(room, false), (Size{1000, 729}));
+    EXPECT_EQ(wholeRoom(room), (Size{15000, 9000}));
+    // With bars the ends of an enlarged surface come just into view.
+    const Size inner2 = innerSize(room, true);
+    const GraphScaling half = Graph_scale(scaleHalf, formSize(room), inner2, {});
+    const ScrollPlace ends = scrollPlace(*half.trend, {half.frame.width, half.frame.height}, 0, 0);
+    EXPECT_NEAR(half.trend->width - ends.hScrollMax * 8.0, (1000 - 17) * 15, 8);
+    EXPECT_NEAR(half.trend->height - ends.vScrollMax * 4.0, (600 - 17) * 15, 8);
+}
+
+TEST(Layout, ThePanelTakesWhatItNeedsAndTheSurfaceIsNeverPressed) {
+    EXPECT_EQ(surfaceHeightPx(700, 22, 140), 700 - 34 - 157); // 213 - 22 - 34 is more than 140
+    EXPECT_EQ(surfaceHeightPx(700, 22, 200), 700 - 34 - 200);
+    EXPECT_EQ(surfaceHeightPx(300, 22, 200), 160);
+}
+
+TEST(Layout, StepsOfTheBarsFollowTheFrame) {
+    const ScrollSteps steps = scrollSteps(800, 400);
+    EXPECT_EQ(steps.hPage, 1500);
+    EXPECT_EQ(steps.vPage, 1500);
+    EXPECT_EQ(steps.hSingle, 76);
+    EXPECT_EQ(steps.vSingle, 76);
+}
+
 TEST(Layout, ResizingKeepsAnEnlargedSurface) {
-    const ResizeArrangement full = arrangeResize("&Graph Scale(Full)  ", form, inner);
+    const ResizeArrangement full = arrangeResize(scaleFull, form, inner);
     EXPECT_EQ(full.trend, (Size{14970, 8800}));
     EXPECT_EQ(full.frame, wide);
-    const ResizeArrangement half = arrangeResize("&Graph Scale(1/2)  ", form, inner);
+    const ResizeArrangement half = arrangeResize(scaleHalf, form, inner);
     EXPECT_FALSE(half.trend);
     EXPECT_EQ(half.frame, narrow);
 }

@@ -1,5 +1,6 @@
 #include "graph/cursor.h"
 #include "graph/read_outs.h"
+#include "tests/support/graph_calls.h"
 
 #include <gtest/gtest.h>
 
@@ -13,16 +14,17 @@ namespace {
 
 // A run and an overlay whose rows are told apart by their values; the overlay's time zero lies 20
 // samples behind the run's.
-struct ReadOuts : testing::Test {
+struct ReadOuts : ::testing::Test {
     ReadOuts() {
-        state.DataType = 32;
-        state.OverlayDataType = 25;
-        state.SampleCount = 1360;
-        state.OverlayLoaded = -1;
+        state.Run.DataType = 32;
+        state.Overlay.DataType = 25;
+        state.Run.SampleCount = 1360;
+        state.Overlay.SampleCount = 1860;
+        view.OverlayLoaded = -1;
         state.Config.Text_Magnify.fill(1);
-        prepare(state.Run, 160, 8000);
-        prepare(state.Overlay, 180, 6000);
-        state.Overlay.header.BasketGearTeeth = 1;
+        prepare(state.Run.image, 160, 8000);
+        prepare(state.Overlay.image, 180, 6000);
+        state.Overlay.image.header.BasketGearTeeth = 1;
         view.RpmScale = 10;
         view.MphScale = 10;
     }
@@ -51,11 +53,13 @@ struct ReadOuts : testing::Test {
         for (const LabelText& label : labels) all[{label.channel, label.overlay}] = label.text;
         return all;
     }
-    Labels line(int sample) { return asMap(timeLineTexts(state, view, sample).labels); }
+    Labels line(int sample) {
+        return asMap(kvo::testing::timeLineTexts(state, view, sample).labels);
+    }
     std::string under(float x, float y) {
         const PointerLabels labels{[this](int channel) { return channel >= firstOn; },
             [](int n) { return "Name" + std::to_string(n); }};
-        return textUnderPointer(state, view, x, y, labels).value_or("-");
+        return kvo::testing::textUnderPointer(state, view, x, y, labels).value_or("-");
     }
     core::SharedState state;
     GraphView view;
@@ -65,53 +69,48 @@ struct ReadOuts : testing::Test {
 } // namespace
 
 TEST_F(ReadOuts, TheOverlayIsReadAtTheSameTime) {
-    state.Overlay.samples[320].EngineRpm = 4321;
+    state.Overlay.image.samples[320].EngineRpm = 4321;
     const Labels all = line(300);
     EXPECT_EQ(all.size(), 50U);
     EXPECT_EQ(all.at({engineChannel, false}), "8000");
     EXPECT_EQ(all.at({engineChannel, true}), "4321");
     EXPECT_EQ(all.at({exhaustChannel(3), true}), "200");
-    EXPECT_EQ(view.RocosFromOverlay, 0);
 }
 
 TEST_F(ReadOuts, OverlaySamplesOutsideTheRunAreNotRead) {
     EXPECT_EQ(line(1340).size(), 50U);
     EXPECT_EQ(line(1341).size(), 25U); // its sample is 1361
-    state.Overlay.tail.TimeOffset = 60;
+    state.Overlay.image.tail.TimeOffset = 60;
     EXPECT_EQ(line(100).size(), 25U); // its sample is 0
     EXPECT_EQ(line(101).size(), 50U);
-    state.OverlayLoaded = 0;
+    view.OverlayLoaded = 0;
     EXPECT_EQ(line(101).size(), 25U);
 }
 
 TEST_F(ReadOuts, TheOverlaysTypeDecidesItsLabels) {
-    state.OverlayDataType = 12;
+    state.Overlay.DataType = 12;
     EXPECT_EQ(line(300).size(), 25U + 13U);
-    state.OverlayDataType = 20;
-    state.Overlay.samples[320].Status = 0x70;
+    state.Overlay.DataType = 20;
+    state.Overlay.image.samples[320].Status = 0x70;
     const Labels all = line(300);
     EXPECT_EQ(all.size(), 25U + 16U);
     EXPECT_EQ(all.at({exhaustChannel(8), true}), "400");
 }
 
 TEST_F(ReadOuts, AFailureOfOneRunLeavesTheOther) {
-    state.Run.header.BasketGearTeeth = 0;
+    state.Run.image.header.BasketGearTeeth = 0;
     EXPECT_EQ(line(300).size(), 3U + 25U);
-    state.Run.header.BasketGearTeeth = 2;
-    state.Overlay.analog.PinionTeeth = 0;
-    EXPECT_EQ(line(300).size(), 25U + 8U); // up to Mph
-}
-
-TEST_F(ReadOuts, LabelsMakeRoomForTheOverlay) {
-    EXPECT_EQ(valueLabelWidth(engineChannel, false), 1455);
-    EXPECT_EQ(valueLabelWidth(exhaustChannel(8), true), 730);
-    EXPECT_EQ(valueLabelWidth(tyreGrowthChannel, false), 1700);
-    EXPECT_EQ(valueLabelWidth(tyreGrowthChannel, true), 850);
+    state.Run.image.header.BasketGearTeeth = 2;
+    state.Overlay.image.analog.PinionTeeth = 0;
+    const Labels all = line(300);
+    EXPECT_EQ(all.size(), 50U); // each label stands for itself
+    EXPECT_EQ(all.at({tyreGrowthChannel, true}), "N/A");
+    EXPECT_EQ(all.at({analogChannel(1), true}), "100");
 }
 
 TEST_F(ReadOuts, MeansComeOutSlightlyHigh) {
-    state.OverlayLoaded = 0;
-    const AverageTexts average = AverageRange(state, view, 261, 361);
+    view.OverlayLoaded = 0;
+    const AverageTexts average = kvo::testing::AverageRange(state, view, 261, 361);
     EXPECT_FALSE(average.outside);
     EXPECT_EQ(average.loggerTime, "Time:1.01 / 2.01");
     const Labels all = asMap(average.labels);
@@ -128,13 +127,13 @@ TEST_F(ReadOuts, MeansComeOutSlightlyHigh) {
 }
 
 TEST_F(ReadOuts, AnAverageOfAStandingVehicle) {
-    state.OverlayLoaded = 0;
+    view.OverlayLoaded = 0;
     for (int i = 261; i <= 361; ++i) {
-        state.Run.samples[i].OutputRpm = 0;
-        state.Run.samples[i].EngineRpm = 0;
-        state.Run.samples[i].SpeedRaw = 0;
+        state.Run.image.samples[i].OutputRpm = 0;
+        state.Run.image.samples[i].EngineRpm = 0;
+        state.Run.image.samples[i].SpeedRaw = 0;
     }
-    const Labels all = asMap(AverageRange(state, view, 261, 361).labels);
+    const Labels all = asMap(kvo::testing::AverageRange(state, view, 261, 361).labels);
     EXPECT_EQ(all.at({ratioChannel, false}), "");
     EXPECT_EQ(all.at({slipChannel, false}), "");
     EXPECT_EQ(all.at({mphChannel, false}), "0.00");
@@ -142,30 +141,31 @@ TEST_F(ReadOuts, AnAverageOfAStandingVehicle) {
 }
 
 TEST_F(ReadOuts, AStretchWithoutWidthFails) {
-    const AverageTexts average = AverageRange(state, view, 300, 300);
+    const AverageTexts average = kvo::testing::AverageRange(state, view, 300, 300);
     EXPECT_FALSE(average.outside);
     EXPECT_TRUE(average.labels.empty());
-    EXPECT_TRUE(AverageRange(state, view, 299.6F, 300.4F).labels.empty());
+    EXPECT_TRUE(kvo::testing::AverageRange(state, view, 299.6F, 300.4F).labels.empty());
 }
 
 TEST_F(ReadOuts, AStretchOutsideTheRunBeeps) {
-    EXPECT_TRUE(AverageRange(state, view, 0, 100).outside);
-    EXPECT_TRUE(AverageRange(state, view, 1300, 1361).outside);
-    EXPECT_TRUE(AverageRange(state, view, 1, 1e30F).outside);
-    EXPECT_FALSE(AverageRange(state, view, 1, 1360).outside);
+    EXPECT_TRUE(kvo::testing::AverageRange(state, view, 0, 100).outside);
+    EXPECT_TRUE(kvo::testing::AverageRange(state, view, 1300, 1361).outside);
+    EXPECT_TRUE(kvo::testing::AverageRange(state, view, 1, 1e30F).outside);
+    EXPECT_FALSE(kvo::testing::AverageRange(state, view, 1, 1360).outside);
     // Both ends are rounded to samples first.
-    EXPECT_FALSE(AverageRange(state, view, 0.6F, 1360.4F).outside);
+    EXPECT_FALSE(kvo::testing::AverageRange(state, view, 0.6F, 1360.4F).outside);
 }
 
 TEST_F(ReadOuts, AnAverageShowsTheOverlayAtTheTimeLine) {
     view.CursorSample = 300;
-    state.Overlay.samples[320].EngineRpm = 4321;
-    const Labels all = asMap(AverageRange(state, view, 400, 500).labels);
+    state.Overlay.image.samples[320].EngineRpm = 4321;
+    const Labels all = asMap(kvo::testing::AverageRange(state, view, 400, 500).labels);
     EXPECT_EQ(all.at({engineChannel, false}), "8080");
     EXPECT_EQ(all.at({engineChannel, true}), "4321");
     view.CursorSample = 0;
-    state.Overlay.tail.TimeOffset = 160;
-    EXPECT_FALSE(asMap(AverageRange(state, view, 400, 500).labels).contains({engineChannel, true}));
+    state.Overlay.image.tail.TimeOffset = 160;
+    EXPECT_FALSE(asMap(kvo::testing::AverageRange(state, view, 400, 500).labels)
+                     .contains({engineChannel, true}));
 }
 
 TEST_F(ReadOuts, TheOverlaysCurvesAreNamed) {
@@ -175,21 +175,22 @@ TEST_F(ReadOuts, TheOverlaysCurvesAreNamed) {
     EXPECT_EQ(under(300, 600), " Overlay Clutch Rpm = 6000"); // its own drive of 1
     // A plain number, not a picture: 50.005.
     EXPECT_EQ(under(300, 500), " Mph = 50.01 ");
-    for (int i = 1; i <= core::maxSamples; ++i) state.Run.samples[i].SpeedRaw = 0;
+    for (int i = 1; i <= core::maxSamples; ++i) state.Run.image.samples[i].SpeedRaw = 0;
     EXPECT_EQ(under(300, 500), " Overlay Mph = 50.005");
 }
 
-TEST_F(ReadOuts, SlipOfTheOverlayKeepsTheRunsDriveUnderThePointer) {
+// It is found where it is drawn, with the run's drive, and says its own value.
+TEST_F(ReadOuts, SlipOfTheOverlayIsFoundAtTheHeightThatIsDrawn) {
     firstOn = slipChannel;
     state.Config.ComboScale[slipChannel] = 240;
-    state.Run.samples[300].EngineRpm = 0; // no slip to be hit
-    state.Overlay.samples[320].InputRpm = 1500;
-    EXPECT_EQ(under(300, 290), " Overlay Input Slip = 50.0%"); // 3000 against 1500
+    state.Run.image.samples[300].EngineRpm = 0; // no slip to be hit
+    state.Overlay.image.samples[320].InputRpm = 1500;
+    EXPECT_EQ(under(300, 290), " Overlay Input Slip = 75.0%"); // 6000 against 1500
 }
 
 TEST_F(ReadOuts, TheOverlaysBarsAreFoundBehindTheRuns) {
-    state.Run.samples[300].Status = core::ShiftLight;
-    state.Overlay.samples[320].Status = core::ShiftLight | core::TransBrake;
+    state.Run.image.samples[300].Status = core::ShiftLight;
+    state.Overlay.image.samples[320].Status = core::ShiftLight | core::TransBrake;
     EXPECT_EQ(under(300, 1070), " Shift Light ");
     EXPECT_EQ(under(300, 1069.5F), " Shift Light "); // both zones: the run's comes first
     EXPECT_EQ(under(300, 1069), " Overlay Shift Light ");
@@ -199,8 +200,8 @@ TEST_F(ReadOuts, TheOverlaysBarsAreFoundBehindTheRuns) {
 
 TEST_F(ReadOuts, AnalogTypesThatAreNoneAreNotNamed) {
     firstOn = analogChannel(1);
-    state.Run.tail.AnalogTypes.fill(5);
-    state.Overlay.tail.AnalogTypes.fill(5);
+    state.Run.image.tail.AnalogTypes.fill(5);
+    state.Overlay.image.tail.AnalogTypes.fill(5);
     EXPECT_EQ(under(300, 100), "-");
     EXPECT_FALSE(line(300).contains({analogChannel(1), false}));
 }
@@ -209,16 +210,4 @@ TEST(CursorPlaces, PositionsBeyondSixteenBitsFail) {
     EXPECT_EQ(cursorAt(2.5), 2);
     EXPECT_EQ(cursorAt(3.5), 4);
     EXPECT_FALSE(cursorAt(40000));
-}
-
-TEST(CursorPlaces, TheWordOfAnAverageStandsInItsMiddle) {
-    EXPECT_EQ(averageMark(100, 700).wordX, 263);
-    EXPECT_EQ(averageMark(700, 100).wordX, 263);
-    EXPECT_EQ(averageMark(1, 2).wordY, 600);
-}
-
-TEST(CursorPlaces, TheLineIsRedUnlessTheBackgroundIsTheNumberTwelve) {
-    EXPECT_EQ(timeLineColour(0), 0x0000FFU);
-    EXPECT_EQ(timeLineColour(0x0000FF), 0x0000FFU);
-    EXPECT_EQ(timeLineColour(12), 0x000080U);
 }

@@ -3,6 +3,9 @@
 #include "tests/support/memory_files.h"
 #include "tests/support/scripted_dialogs.h"
 
+#include "core/run_records.h"
+#include "core/shared_state.h"
+
 #include <gtest/gtest.h>
 
 using namespace kvo;
@@ -17,26 +20,31 @@ constexpr const char* again = "Not a valid time. Please try again or Cancal!\n";
 struct Tools : ::testing::Test {
     Tools() {
         state.AppFolder = "/kvo";
-        state.DataFilePath = "/kvo/Data/26111514.52d";
-        state.DataType = 12;
-        state.SampleCount = 2520;
-        state.RunHeaderLine = "12 VRN35";
-        state.Run.tail.TimeOffset = 160;
-        state.Run.tail.GearCount = 2;
-        state.Run.tail.GearRatio6 = 1;
+        state.Run.path = "/kvo/Data/26111514.52d";
+        state.Run.DataType = 12;
+        state.Run.SampleCount = 2520;
+        state.Run.headerLine = "12 VRN35";
+        state.Run.image.tail.TimeOffset = 160;
+        state.Run.image.tail.GearCount = 2;
+        state.Run.image.tail.GearRatio6 = 1;
         for (int gear = 1; gear <= 5; ++gear) {
-            state.Run.setup.GearRatio[gear] = 7.0F - static_cast<float>(gear);
+            state.Run.image.setup.GearRatio[gear] = 7.0F - static_cast<float>(gear);
         }
-        for (int i = 1; i <= core::maxSamples; ++i) state.Run.samples[i].OutputRpm = 1001;
+        for (int i = 1; i <= core::maxSamples; ++i) state.Run.image.samples[i].OutputRpm = 1001;
     }
     ~Tools() override { EXPECT_EQ(dialogs.problems(), ""); }
     void expectShift(const std::string& question, const std::string& answer) {
         dialogs.expectInput(question + eg, "Time", "", answer);
     }
     // The gear whose ratio made the input speed of a sample.
-    int gearAt(int i) const { return 7 - state.Run.samples[i].InputRpm / 1001; }
-    ToolResult redo() { return Mnu_RedoClutch(state, dialogs, files); }
-    ToolResult offset() { return Mnu_TimeOffset(state, dialogs, files); }
+    int gearAt(int i) const { return 7 - state.Run.image.samples[i].InputRpm / 1001; }
+    std::string headerInFile() const {
+        const auto file = files.read(state.Run.path);
+        return file ? core::decodeHeaderLine(core::runRecord(*file, 1)).value_or("-") : "-";
+    }
+    ToolPlace place() { return {state.Config.Gears, state.AppFolder, dialogs, files}; }
+    ToolResult redo() { return Mnu_RedoClutch(state.Run, place()); }
+    ToolResult offset() { return Mnu_TimeOffset(state.Run, place()); }
     void expectOffsetBox(Reply reply) { dialogs.expectBoxTitled("Info", reply); }
 
     core::SharedState state;
@@ -73,16 +81,16 @@ TEST_F(Tools, TwoGearsShiftAtTheTimeFromTimeZero) {
     EXPECT_EQ(gearAt(310), 1);
     EXPECT_EQ(gearAt(311), 2);
     EXPECT_EQ(gearAt(2520), 2);
-    EXPECT_EQ(state.SaveMode, -1);
+    EXPECT_EQ(headerInFile(), state.Run.headerLine);
     EXPECT_FALSE(dialogs.hourglass());
     // The input word of the first sample in the file: record 3, from byte 4 on.
-    const auto file = files.read(state.DataFilePath);
+    const auto file = files.read(state.Run.path);
     ASSERT_TRUE(file);
     EXPECT_EQ(file->at(2 * 84 + 4) + 256 * file->at(2 * 84 + 5), 6006);
 }
 
 TEST_F(Tools, OneGearIsAskedNoTime) {
-    state.Run.tail.GearCount = 1;
+    state.Run.image.tail.GearCount = 1;
     const std::string text = "As you only have one gear this will be applied to the entire run\n"
                              " and no Shift time is required.\n"
                              "                    Do you wish to continue ?";
@@ -96,7 +104,7 @@ TEST_F(Tools, OneGearIsAskedNoTime) {
 }
 
 TEST_F(Tools, TheCountOfGearsComesFromTheRunElseFromTheSetup) {
-    state.Run.tail.GearCount = 0;
+    state.Run.image.tail.GearCount = 0;
     state.Config.Gears = 3;
     dialogs.expectBoxTitled("Info", Reply::yes);
     expectShift("1-2 Shift time in hundredths of a second ?", "100");
@@ -106,7 +114,7 @@ TEST_F(Tools, TheCountOfGearsComesFromTheRunElseFromTheSetup) {
 }
 
 TEST_F(Tools, SixGearsAskFiveTimes) {
-    state.Run.tail.GearCount = 6;
+    state.Run.image.tail.GearCount = 6;
     dialogs.expectBoxTitled("Info", Reply::yes);
     for (int shift = 1; shift <= 4; ++shift) {
         expectShift(std::to_string(shift) + "-" + std::to_string(shift + 1) +
@@ -125,7 +133,7 @@ TEST_F(Tools, SixGearsAskFiveTimes) {
 }
 
 TEST_F(Tools, SevenGearsAreNotAskedForTheSixth) {
-    state.Run.tail.GearCount = 7;
+    state.Run.image.tail.GearCount = 7;
     dialogs.expectBoxTitled("Info", Reply::yes);
     for (int shift = 1; shift <= 4; ++shift) {
         dialogs.expectInputTitled("Time", std::to_string(100 * shift));
@@ -140,11 +148,11 @@ TEST_F(Tools, ZeroAsksAgainAndCancelEnds) {
     expectShift(std::string(again) + "1-2 Shift time in hundredth of a second ?", "soon");
     expectShift(std::string(again) + "1-2 Shift time in hundredth of a second ?", "");
     EXPECT_FALSE(redo().changed);
-    EXPECT_EQ(state.Run.samples[1].InputRpm, 0);
+    EXPECT_EQ(state.Run.image.samples[1].InputRpm, 0);
 }
 
 TEST_F(Tools, TheSecondTryOfTheLastShiftNamesTheOneBefore) {
-    state.Run.tail.GearCount = 6;
+    state.Run.image.tail.GearCount = 6;
     dialogs.expectBoxTitled("Info", Reply::yes);
     for (int shift = 1; shift <= 4; ++shift) dialogs.expectInputTitled("Time", "100");
     dialogs.expectInputTitled("Time", "0");
@@ -170,20 +178,20 @@ TEST_F(Tools, ATimeBeyondSixteenBitsEndsTheTool) {
 }
 
 TEST_F(Tools, ASpeedBeyondSixteenBitsEndsTheToolWithoutWriting) {
-    state.Run.samples[100].OutputRpm = 32000;
+    state.Run.image.samples[100].OutputRpm = 32000;
     dialogs.expectBoxTitled("Info", Reply::yes);
     dialogs.expectInputTitled("Time", "150");
     EXPECT_FALSE(redo().changed);
     EXPECT_EQ(gearAt(99), 1);
-    EXPECT_EQ(state.Run.samples[101].InputRpm, 0);
+    EXPECT_EQ(state.Run.image.samples[101].InputRpm, 0);
     EXPECT_EQ(files.writes(), 0);
     EXPECT_FALSE(dialogs.hourglass());
 }
 
 TEST_F(Tools, CountsPastTheArrayStayInside) {
-    state.SampleCount = 65535;
-    state.Run.tail.GearCount = 1;
-    state.Run.samples[2520].OutputRpm = 32000; // ends the tool before the file is written
+    state.Run.SampleCount = 65535;
+    state.Run.image.tail.GearCount = 1;
+    state.Run.image.samples[2520].OutputRpm = 32000; // ends the tool before the file is written
     dialogs.expectBoxTitled("Info", Reply::yes);
     dialogs.expectBoxTitled("Info", Reply::yes);
     EXPECT_FALSE(redo().changed);
@@ -213,13 +221,13 @@ TEST_F(Tools, TimeOffsetTellsWhatItDoes) {
 }
 
 TEST_F(Tools, TimeOffsetShowsWhereItStands) {
-    state.Run.tail.TimeOffset = 175;
+    state.Run.image.tail.TimeOffset = 175;
     expectOffsetBox(Reply::yes);
     dialogs.expectInput("Enter Time.\nIn hundredths of a second.\n\nThe current offset is:  15\n\n"
                         "Range:   -159  To  2520",
         "Graph Time Offset", "", "");
     EXPECT_FALSE(offset().changed);
-    EXPECT_EQ(state.Run.tail.TimeOffset, 175);
+    EXPECT_EQ(state.Run.image.tail.TimeOffset, 175);
 }
 
 TEST_F(Tools, TimeOffsetMovesTimeZeroFromItsBase) {
@@ -230,12 +238,12 @@ TEST_F(Tools, TimeOffsetMovesTimeZeroFromItsBase) {
     };
     for (const Row& row : {Row{12, "20", 180}, Row{12, "-159", 1}, Row{43, "0", 160},
              Row{25, "20", 100}, Row{29, "-79", 1}, Row{12, "2520", 2680}}) {
-        state.DataType = static_cast<std::uint8_t>(row.type);
+        state.Run.DataType = static_cast<std::uint8_t>(row.type);
         expectOffsetBox(Reply::yes);
         dialogs.expectInputTitled("Graph Time Offset", row.answer);
         EXPECT_TRUE(offset().changed);
-        EXPECT_EQ(state.Run.tail.TimeOffset, row.expected);
-        EXPECT_EQ(state.SaveMode, -1);
+        EXPECT_EQ(state.Run.image.tail.TimeOffset, row.expected);
+        EXPECT_EQ(headerInFile(), state.Run.headerLine);
     }
 }
 
@@ -246,7 +254,7 @@ TEST_F(Tools, InvalidTimesAskWhetherToRetry) {
         auto& box = dialogs.expectBoxTitled("Graph Time Offset", Reply::cancel);
         box.text = std::string("Invalid Time    ( ") + answer + " )";
         EXPECT_FALSE(offset().changed) << answer;
-        EXPECT_EQ(state.Run.tail.TimeOffset, 160);
+        EXPECT_EQ(state.Run.image.tail.TimeOffset, 160);
     }
 }
 
@@ -257,5 +265,5 @@ TEST_F(Tools, RetryStartsFromTheFirstBox) {
     expectOffsetBox(Reply::yes);
     dialogs.expectInputTitled("Graph Time Offset", "10");
     EXPECT_TRUE(offset().changed);
-    EXPECT_EQ(state.Run.tail.TimeOffset, 170);
+    EXPECT_EQ(state.Run.image.tail.TimeOffset, 170);
 }

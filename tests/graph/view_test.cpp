@@ -6,31 +6,6 @@ using namespace kvo::channels;
 using namespace kvo::graph;
 using kvo::core::AppConfig;
 
-TEST(View, RightEdgesAndStartCursorsByDataType) {
-    struct Row {
-        int type, edge, fresh, cursor;
-    };
-    for (const Row& row : {Row{8, 2521, 2442, 160}, Row{12, 2521, 2442, 160},
-             Row{17, 1725, 1725, 160}, Row{20, 2049, 2049, 160}, Row{23, 1214, 1214, 80},
-             Row{25, 1214, 1214, 80}, Row{32, 1361, 1361, 160}, Row{43, 1361, 1361, 160}}) {
-        const auto facts = graphTypeFacts(row.type);
-        ASSERT_TRUE(facts) << row.type;
-        EXPECT_EQ(facts->rightEdge, row.edge) << row.type;
-        EXPECT_EQ(facts->rightEdgeFreshFile, row.fresh) << row.type;
-        EXPECT_EQ(facts->startCursor, row.cursor) << row.type;
-        EXPECT_EQ(facts->timeZeroBase, row.cursor) << row.type;
-    }
-    EXPECT_FALSE(graphTypeFacts(99));
-}
-
-TEST(View, Type29LeavesScaleAndCursorAlone) {
-    const auto facts = graphTypeFacts(29);
-    ASSERT_TRUE(facts);
-    EXPECT_FALSE(facts->rightEdge);
-    EXPECT_FALSE(facts->startCursor);
-    EXPECT_EQ(facts->timeZeroBase, 80);
-}
-
 TEST(View, AFullPictureShowsWhatItsTypeHas) {
     AppConfig config;
     config.AnalogVisible[6] = -1;

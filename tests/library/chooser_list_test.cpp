@@ -39,6 +39,14 @@ protected:
         return file ? core::decodeHeaderLine(core::runRecord(*file, 1)).value_or("?") : "none";
     }
 
+    // The run in the window, where it is this file of the folder.
+    static core::OpenRun openOn(const std::string& name) {
+        core::OpenRun run;
+        run.path = "/kvo/Data/" + name;
+        run.headerLine = "as it was";
+        return run;
+    }
+
     const std::string folder = "/kvo";
     testing::MemoryFiles files;
     std::vector<RunIndexEntry> rows;
@@ -140,30 +148,41 @@ TEST_F(ChooserList, takesOnlyTextsThatStartWithANumberAboveZero) {
 
 TEST_F(ChooserList, anEditReachesListIndexAndRunFile) {
     const auto before = *files.read("/kvo/Data/26111515.10d");
-    std::string line;
-    ASSERT_TRUE(editDescription(folder, rows, 1, " 3 " + std::string(60, 'y'), line, files));
+    core::OpenRun open = openOn("26111515.10d");
+    ASSERT_TRUE(editDescription(folder, rows, 1, " 3 " + std::string(60, 'y'), open, files));
     EXPECT_EQ(rows[1].Description, "Sun 15 Nov 2026 Run: 3 " + std::string(60, 'y'));
     EXPECT_EQ(onDisk(), rows);
     // 41 characters of the new text, then the line is cut to what its record holds.
     const std::string whole = "25 VRN23 Ver 1.3 128k Serial No 7  Date:Sun 15 Nov 2026 Run: 3 " +
                               std::string(39, 'y') + "#";
-    EXPECT_EQ(line, whole.substr(0, 82));
-    EXPECT_EQ(headerOnDisk("26111515.10d"), line);
+    EXPECT_EQ(open.headerLine, whole.substr(0, 82));
+    EXPECT_EQ(headerOnDisk("26111515.10d"), open.headerLine);
     const auto after = *files.read("/kvo/Data/26111515.10d");
     ASSERT_EQ(after.size(), before.size());
     EXPECT_TRUE(std::equal(after.begin() + 84, after.end(), before.begin() + 84));
 }
 
 TEST_F(ChooserList, aShortEditKeepsTheHash) {
-    std::string line;
-    ASSERT_TRUE(editDescription(folder, rows, 0, "12 Finals", line, files));
-    EXPECT_EQ(line, "25 VRN23 Ver 1.3 128k Serial No 7  Date:Sun 15 Nov 2026 Run: 12 Finals#");
+    core::OpenRun open = openOn("26111514.52d");
+    ASSERT_TRUE(editDescription(folder, rows, 0, "12 Finals", open, files));
+    const std::string line =
+        "25 VRN23 Ver 1.3 128k Serial No 7  Date:Sun 15 Nov 2026 Run: 12 Finals#";
+    EXPECT_EQ(open.headerLine, line);
+    EXPECT_EQ(headerOnDisk("26111514.52d"), line);
+}
+
+TEST_F(ChooserList, anEditOfAnotherFileLeavesTheLineOfTheOpenRun) {
+    core::OpenRun open = openOn("26111514.52d");
+    ASSERT_TRUE(editDescription(folder, rows, 1, "12 Finals", open, files));
+    EXPECT_EQ(open.headerLine, "as it was");
+    EXPECT_EQ(headerOnDisk("26111515.10d"),
+        "25 VRN23 Ver 1.3 128k Serial No 7  Date:Sun 15 Nov 2026 Run: 12 Finals#");
 }
 
 TEST_F(ChooserList, aRefusedEditChangesNothing) {
-    std::string line = "as it was";
-    ASSERT_TRUE(editDescription(folder, rows, 1, "0 nothing", line, files));
-    EXPECT_EQ(line, "as it was");
+    core::OpenRun open = openOn("26111515.10d");
+    ASSERT_TRUE(editDescription(folder, rows, 1, "0 nothing", open, files));
+    EXPECT_EQ(open.headerLine, "as it was");
     EXPECT_EQ(rows[1].Description, "Sun 15 Nov 2026 Run: 2 Second");
     EXPECT_EQ(headerOnDisk("26111515.10d"),
         "25 VRN23 Ver 1.3 128k Serial No 7  Date:Sun 15 Nov 2026 Run: 2 Second#");
@@ -173,20 +192,22 @@ TEST_F(ChooserList, aFileWithoutAHeaderLineTakesNoneOfAnotherRun) {
     const platform::Bytes damaged(core::runRecordWidth, 0xFF); // a length past the record
     for (const platform::Bytes& content : {damaged, platform::Bytes{}}) {
         files.put("/kvo/Data/26111515.10d", content);
-        std::string line = "32 VRN32 Ver 1.3 128k Serial No 7  Date:Mon Run: 1 Third#";
-        const std::string before = line;
-        const auto result = editDescription(folder, rows, 1, "5 Semi final", line, files);
+        core::OpenRun open = openOn("26111515.10d");
+        open.headerLine = "32 VRN32 Ver 1.3 128k Serial No 7  Date:Mon Run: 1 Third#";
+        const std::string before = open.headerLine;
+        const auto result = editDescription(folder, rows, 1, "5 Semi final", open, files);
         EXPECT_FALSE(result);
         EXPECT_EQ(result.message, "/kvo/Data/26111515.10d has no header line.");
-        EXPECT_EQ(line, before);
+        EXPECT_EQ(open.headerLine, before);
         EXPECT_EQ(files.read("/kvo/Data/26111515.10d"), content);
     }
 }
 
 TEST_F(ChooserList, anIndexThatCannotBeWrittenLeavesTheRow) {
     files.failWrites("/kvo/Data", testing::MemoryFiles::Failure::readOnly);
-    std::string line;
-    EXPECT_FALSE(editDescription(folder, rows, 1, "5 New", line, files));
+    core::OpenRun open = openOn("26111515.10d");
+    EXPECT_FALSE(editDescription(folder, rows, 1, "5 New", open, files));
+    EXPECT_EQ(open.headerLine, "as it was");
     EXPECT_EQ(rows[1].Description, "Sun 15 Nov 2026 Run: 2 Second");
 }
 

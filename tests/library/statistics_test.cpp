@@ -11,19 +11,26 @@ class Statistics : public ::testing::Test {
 protected:
     void SetUp() override {
         for (int i = 1; i <= core::maxSamples; ++i) {
-            core::RunSample& row = run->samples[i];
+            core::RunSample& row = run->image.samples[i];
             row.Index = static_cast<std::int16_t>(i);
             row.EngineRpm = 1000;
             row.SpeedRaw = 10 * i;
         }
     }
-    const std::unique_ptr<core::RunImage> run = std::make_unique<core::RunImage>();
+    // Of the run with so many rows, a type and a time zero.
+    RunStatistics cal(int rows, int type, int timeOffset, std::string_view elapsed) {
+        run->SampleCount = static_cast<std::uint16_t>(rows);
+        run->DataType = static_cast<std::uint8_t>(type);
+        run->image.tail.TimeOffset = static_cast<std::int16_t>(timeOffset);
+        return Cal(*run, elapsed);
+    }
+    const std::unique_ptr<core::OpenRun> run = std::make_unique<core::OpenRun>();
     std::string picture = "####0";
 };
 
 TEST_F(Statistics, rangeIsTheWholeRunWithoutAnElapsedTime) {
     for (const char* text : {"", "0", "abc", "-3"}) {
-        const RunStatistics got = Cal(*run, 2048, 20, 160, text);
+        const RunStatistics got = cal(2048, 20, 160, text);
         EXPECT_EQ(got.FromSample, 160) << text;
         EXPECT_EQ(got.ToSample, 2048) << text;
         EXPECT_FALSE(got.failed);
@@ -31,59 +38,59 @@ TEST_F(Statistics, rangeIsTheWholeRunWithoutAnElapsedTime) {
 }
 
 TEST_F(Statistics, rangeEndsAtTheElapsedTimeNotShiftedByTimeZero) {
-    const RunStatistics got = Cal(*run, 2048, 25, 160, "8.50");
+    const RunStatistics got = cal(2048, 25, 160, "8.50");
     EXPECT_EQ(got.FromSample, 160);
     EXPECT_EQ(got.ToSample, 850);
     EXPECT_EQ(got.PeakSpeed, 8500) << "the peak inside the range, not of the run";
 }
 
 TEST_F(Statistics, rangePastTheRunEndsWithIt) {
-    EXPECT_EQ(Cal(*run, 1213, 25, 80, "99").ToSample, 1213);
+    EXPECT_EQ(cal(1213, 25, 80, "99").ToSample, 1213);
 }
 
 TEST_F(Statistics, anElapsedTimeBeyondSixteenBitsFails) {
-    EXPECT_TRUE(Cal(*run, 1213, 25, 80, "400").failed);
+    EXPECT_TRUE(cal(1213, 25, 80, "400").failed);
 }
 
 TEST_F(Statistics, rpmSumsHoldTheFirstRowTwiceAndTheDivisorIsTheWidth) {
-    run->samples[101].EngineRpm = 2000;
-    run->samples[102].EngineRpm = 3001;
+    run->image.samples[101].EngineRpm = 2000;
+    run->image.samples[102].EngineRpm = 3001;
     // rows 100 to 102: (1000 + 1000 + 2000 + 3001) / 2, a tie to even.
-    const RunStatistics got = Cal(*run, 2048, 25, 100, "1.02");
+    const RunStatistics got = cal(2048, 25, 100, "1.02");
     EXPECT_EQ(got.Rpm.Ave, 3500);
     EXPECT_EQ(got.Rpm.Min, 1000);
     EXPECT_EQ(got.Rpm.Max, 3001);
 }
 
 TEST_F(Statistics, analogSumsHoldTheFirstRowOnce) {
-    run->samples[100].Analog[1] = 10;
-    run->samples[101].Analog[1] = 20;
-    run->samples[102].Analog[1] = 30;
-    run->samples[100].Analog[8] = 1;
-    run->samples[102].Analog[8] = 3;
-    const RunStatistics got = Cal(*run, 2048, 25, 100, "1.02");
+    run->image.samples[100].Analog[1] = 10;
+    run->image.samples[101].Analog[1] = 20;
+    run->image.samples[102].Analog[1] = 30;
+    run->image.samples[100].Analog[8] = 1;
+    run->image.samples[102].Analog[8] = 3;
+    const RunStatistics got = cal(2048, 25, 100, "1.02");
     EXPECT_EQ(got.A[1].Ave, 30) << "60 / 2";
     EXPECT_EQ(got.A[8].Ave, 2);
     EXPECT_EQ(got.A[8].Min, 0);
 }
 
 TEST_F(Statistics, aRangeOfNoWidthFailsAndKeepsWhatItHas) {
-    const RunStatistics got = Cal(*run, 2048, 25, 100, "1.00");
+    const RunStatistics got = cal(2048, 25, 100, "1.00");
     EXPECT_TRUE(got.failed);
     EXPECT_EQ(got.Rpm.Max, 1000);
     EXPECT_EQ(got.Rpm.Ave, std::nullopt);
-    const StatisticsTexts texts = statisticsTexts(got, *run, 25, 0, picture);
+    const StatisticsTexts texts = statisticsTexts(got, *run, 0, picture);
     EXPECT_EQ(texts.Rpm.Max, " 1000");
     EXPECT_EQ(texts.Rpm.Ave, "");
 }
 
 TEST_F(Statistics, timeSharedTemperaturesGoToTheChannelTheirRowNames) {
     for (int i = 100; i <= 110; ++i) {
-        core::RunSample& row = run->samples[i];
+        core::RunSample& row = run->image.samples[i];
         row.Status = static_cast<std::uint8_t>((i % 2) * 16 + 15);
         row.Analog[7] = static_cast<std::uint8_t>(i % 2 ? 60 : 50);
     }
-    const RunStatistics got = Cal(*run, 2048, 20, 100, "1.10");
+    const RunStatistics got = cal(2048, 20, 100, "1.10");
     EXPECT_EQ(got.E[1].Min, 50);
     EXPECT_EQ(got.E[1].Max, 50);
     EXPECT_EQ(got.E[1].Ave, 30) << "6 readings of 50 over a width of 10";
@@ -94,8 +101,8 @@ TEST_F(Statistics, timeSharedTemperaturesGoToTheChannelTheirRowNames) {
 
 TEST_F(Statistics, showsTheRowsOfTheDataType) {
     const auto shown = [&](int type) {
-        const RunStatistics statistics = Cal(*run, 1000, type, 160, "");
-        const StatisticsTexts texts = statisticsTexts(statistics, *run, type, 0, picture);
+        const RunStatistics statistics = cal(1000, type, 160, "");
+        const StatisticsTexts texts = statisticsTexts(statistics, *run, 0, picture);
         std::string rows;
         for (int c = 1; c <= 8; ++c) rows += texts.A[c].shown ? 'a' : '-';
         return rows + (texts.E[1].shown && texts.E[8].shown ? "e" : "-");
@@ -110,17 +117,17 @@ TEST_F(Statistics, showsTheRowsOfTheDataType) {
 
 TEST_F(Statistics, analogRowsGoThroughTheirKind) {
     for (int i = 1; i <= core::maxSamples; ++i) {
-        for (int c = 1; c <= 4; ++c) run->samples[i].Analog[c] = 51;
+        for (int c = 1; c <= 4; ++c) run->image.samples[i].Analog[c] = 51;
     }
-    run->tail.AnalogTypes[1] = 1;
-    run->tail.AnalogTypes[2] = 2;
-    run->tail.AnalogTypes[3] = 3;
-    run->tail.AnalogTypes[4] = 9;
-    run->analog.AnalogScale[2] = 0.5F;
-    run->analog.AnalogOffset[2] = 1;
-    run->analog.AnalogDecimals[2] = 1;
-    const RunStatistics statistics = Cal(*run, 2520, 8, 160, "");
-    const StatisticsTexts texts = statisticsTexts(statistics, *run, 8, 0, picture);
+    run->image.tail.AnalogTypes[1] = 1;
+    run->image.tail.AnalogTypes[2] = 2;
+    run->image.tail.AnalogTypes[3] = 3;
+    run->image.tail.AnalogTypes[4] = 9;
+    run->image.analog.AnalogScale[2] = 0.5F;
+    run->image.analog.AnalogOffset[2] = 1;
+    run->image.analog.AnalogDecimals[2] = 1;
+    const RunStatistics statistics = cal(2520, 8, 160, "");
+    const StatisticsTexts texts = statisticsTexts(statistics, *run, 0, picture);
     EXPECT_EQ(texts.A[1].Max, " 204");
     EXPECT_EQ(texts.A[2].Max, "26.5");
     EXPECT_EQ(texts.A[3].Max, "11.0");
@@ -143,10 +150,10 @@ TEST_F(Statistics, horsepowerWantsTimeAndWeight) {
 }
 
 TEST_F(Statistics, hostileStatesReadNothingOutsideTheRun) {
-    EXPECT_NO_FATAL_FAILURE((void)Cal(*run, 65535, 25, 1, ""));
-    EXPECT_NO_FATAL_FAILURE((void)Cal(*run, 30000, 20, 1, "300"));
-    EXPECT_NO_FATAL_FAILURE((void)Cal(*run, 1213, 25, -500, ""));
-    EXPECT_NO_FATAL_FAILURE((void)Cal(*run, 1213, 25, 2000, "0.01"));
+    EXPECT_NO_FATAL_FAILURE((void)cal(65535, 25, 1, ""));
+    EXPECT_NO_FATAL_FAILURE((void)cal(30000, 20, 1, "300"));
+    EXPECT_NO_FATAL_FAILURE((void)cal(1213, 25, -500, ""));
+    EXPECT_NO_FATAL_FAILURE((void)cal(1213, 25, 2000, "0.01"));
 }
 
 } // namespace

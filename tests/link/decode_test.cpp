@@ -1,6 +1,7 @@
 // From periods and raw bytes to engineering values.
 #include "link/decode.h"
 
+#include "core/shared_state.h"
 #include "tests/support/memory_files.h"
 
 #include <gtest/gtest.h>
@@ -19,15 +20,18 @@ struct DecodeTest : ::testing::Test {
         config.Pinion_Correction = config.Speed_Correction = 1;
         config.Wheel = 25;
         state->AppFolder = "/kvo";
-        state->SampleCount = 1;
+        state->Run.SampleCount = 1;
     }
-    core::RunSample& row(int i = 1) { return state->Run.samples[i]; }
+    core::RunSample& row(int i = 1) { return state->Run.image.samples[i]; }
     void convert(std::int32_t engine, std::int32_t input, std::int32_t output, std::int32_t speed) {
         periods->EnginePeriod[1] = engine;
         periods->InputPeriod[1] = input;
         periods->OutputPeriod[1] = output;
         row().SpeedRaw = speed;
-        convertPulses(*state, *periods);
+        convertPulses(state->Run, state->Config, *periods);
+    }
+    void convert() {
+        convertAnalogTables(state->Run, state->Config, state->Tables, state->AppFolder, files);
     }
     void putTable(int channel, const std::array<double, 256>& table) {
         platform::Bytes bytes(sizeof table);
@@ -58,7 +62,7 @@ TEST_F(DecodeTest, ZeroAndNegativePeriodsAreNoSignal) {
     EXPECT_EQ(row().InputRpm, 0);
     EXPECT_EQ(row().OutputRpm, 0);
     EXPECT_EQ(row().SpeedRaw, 0);
-    EXPECT_EQ(state->PeakSpeedRaw, 0);
+    EXPECT_EQ(state->Run.PeakSpeedRaw, 0);
 }
 
 TEST_F(DecodeTest, CorrectionsMultiply) {
@@ -81,31 +85,31 @@ TEST_F(DecodeTest, AnRpmThatDoesNotFitKeepsWhatStood) {
 TEST_F(DecodeTest, TheSpeedHasNoThreshold) {
     convert(0, 0, 0, 1);
     EXPECT_EQ(row().SpeedRaw, 223124478); // 25 x 35.69991652 / 4e-06
-    EXPECT_EQ(state->PeakSpeedRaw, 223124478);
+    EXPECT_EQ(state->Run.PeakSpeedRaw, 223124478);
 }
 
 TEST_F(DecodeTest, ASpeedThatDoesNotFitKeepsTheRawCountAlsoAsPeak) {
     state->Config.Wheel = 1e6F;
     convert(0, 0, 0, 3);
     EXPECT_EQ(row().SpeedRaw, 3);
-    EXPECT_EQ(state->PeakSpeedRaw, 3);
+    EXPECT_EQ(state->Run.PeakSpeedRaw, 3);
 }
 
 TEST_F(DecodeTest, AWheelOfNothingIsNoSpeed) {
     state->Config.Wheel = 0;
     convert(0, 0, 0, 5000);
     EXPECT_EQ(row().SpeedRaw, 0);
-    EXPECT_EQ(state->PeakSpeedRaw, 0);
+    EXPECT_EQ(state->Run.PeakSpeedRaw, 0);
 }
 
 TEST_F(DecodeTest, ThePeakIsTheLargestOfTheRows) {
-    state->SampleCount = 3;
-    state->PeakSpeedRaw = 999999;
+    state->Run.SampleCount = 3;
+    state->Run.PeakSpeedRaw = 999999;
     row(1).SpeedRaw = 9000;
     row(2).SpeedRaw = 6000;
     row(3).SpeedRaw = 7000;
-    convertPulses(*state, *periods);
-    EXPECT_EQ(state->PeakSpeedRaw, row(2).SpeedRaw);
+    convertPulses(state->Run, state->Config, *periods);
+    EXPECT_EQ(state->Run.PeakSpeedRaw, row(2).SpeedRaw);
     EXPECT_EQ(row(2).SpeedRaw, 37187);
 }
 
@@ -124,8 +128,8 @@ TEST_F(DecodeTest, OnlyTableChannelsOfTheTypeAreConverted) {
         state->Config.Analog_Type[c] = c == 2 ? 0 : 2;
         row().Analog[c] = 100;
     }
-    state->DataType = 20;
-    convertAnalogTables(*state, files);
+    state->Run.DataType = 20;
+    convert();
     for (const int c : {1, 3, 4, 5, 6}) EXPECT_EQ(row().Analog[c], 155) << c;
     for (const int c : {2, 7, 8}) EXPECT_EQ(row().Analog[c], 100) << c;
 }
@@ -140,10 +144,10 @@ TEST_F(DecodeTest, AQuotientOutsideAByteKeepsTheRawByte) {
     putTable(1, table);
     state->Config.Analog_Type[1] = 2;
     state->Config.AnalogScale[1] = 2;
-    state->DataType = 25;
-    state->SampleCount = 5;
+    state->Run.DataType = 25;
+    state->Run.SampleCount = 5;
     for (int i = 1; i <= 5; ++i) row(i).Analog[1] = static_cast<std::uint8_t>(i);
-    convertAnalogTables(*state, files);
+    convert();
     EXPECT_EQ(row(1).Analog[1], 255);
     EXPECT_EQ(row(2).Analog[1], 2);
     EXPECT_EQ(row(3).Analog[1], 0);
@@ -155,9 +159,9 @@ TEST_F(DecodeTest, AMissingTableIsTheOneInMemory) {
     state->Tables[1].fill(42);
     state->Config.Analog_Type[1] = 2;
     state->Config.AnalogScale[1] = 1;
-    state->DataType = 25;
+    state->Run.DataType = 25;
     row().Analog[1] = 200;
-    convertAnalogTables(*state, files);
+    convert();
     EXPECT_EQ(row().Analog[1], 42);
     EXPECT_TRUE(files.exists("/kvo/Analog1.Dat")); // made empty, as the open does
 }

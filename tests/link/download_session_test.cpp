@@ -19,6 +19,7 @@ using testing::DownloadRig;
 using testing::MemoryFiles;
 
 constexpr const char* runPath = "/kvo/Data/26111514.52d";
+constexpr const char* chosen = "chooser: 26111514.52d"; // the list opens on the new run
 constexpr const char* indexFile = "/kvo/Data/KvoData.Ini";
 constexpr const char* stoppedText =
     "The On Board Computer Stopped Responding\r\n           Fix and try again!";
@@ -51,7 +52,7 @@ TEST(DownloadSession, EveryTypeInBothModesEndsOnDisk) {
             ASSERT_EQ(indexOf(rig).size(), 1U);
             EXPECT_EQ(indexOf(rig)[0].FileName, "26111514.52d");
             EXPECT_EQ(indexOf(rig)[0].Description, "Sun 15 Nov 2026 Run: 1");
-            EXPECT_GT(rig.state->PeakSpeedRaw, 0);
+            EXPECT_GT(rig.state->Run.PeakSpeedRaw, 0);
             EXPECT_FALSE(rig.line.portOpen());
             EXPECT_EQ(rig.view->touchedAfterUnload, 0);
             EXPECT_FALSE(rig.dialogs.hourglass());
@@ -63,8 +64,7 @@ TEST(DownloadSession, TheFormIsToldStepByStep) {
     DownloadRig rig(8);
     rig.expectSave();
     rig.click();
-    EXPECT_EQ(
-        rig.view->events, (std::vector<std::string>{"buttons hidden", "chooser", "unloaded"}));
+    EXPECT_EQ(rig.view->events, (std::vector<std::string>{"buttons hidden", chosen, "unloaded"}));
     EXPECT_EQ(rig.view->progressMax, 2520);
     const auto& texts = rig.view->texts;
     ASSERT_GE(texts.size(), 5U);
@@ -80,7 +80,7 @@ TEST(DownloadSession, TheRowsAreDecoded) {
     rig.expectSave();
     rig.click();
     const int i = 700;
-    const core::RunSample& row = rig.state->Run.samples[i];
+    const core::RunSample& row = rig.state->Run.image.samples[i];
     const auto rpm = [&](int position, double pulses) {
         return *core::CInt(60 / (rig.wireWord(i, position) * 4e-06) / pulses);
     };
@@ -88,9 +88,12 @@ TEST(DownloadSession, TheRowsAreDecoded) {
     EXPECT_EQ(row.InputRpm, rpm(3, 1));
     EXPECT_EQ(row.OutputRpm, rpm(5, 2));
     EXPECT_EQ(row.SpeedRaw, *core::CLng(1 / (rig.wireWord(i, 7) * 4e-06) * 25 * 35.69991652));
-    EXPECT_EQ(rig.state->Run.tail.TimeOffset, 80);
-    EXPECT_EQ(rig.state->SampleCount, 1213);
-    EXPECT_EQ(rig.state->Run.samples[1213].EngineRpm, 0); // the fast mode does not write it
+    EXPECT_EQ(rig.state->Run.DataType, 25);
+    EXPECT_EQ(rig.state->Run.image.header, rig.link.Header.RunHeader);
+    EXPECT_GT(rig.state->Run.image.header.CrankGearTeeth, 0);
+    EXPECT_EQ(rig.state->Run.image.tail.TimeOffset, 80);
+    EXPECT_EQ(rig.state->Run.SampleCount, 1213);
+    EXPECT_EQ(rig.state->Run.image.samples[1213].EngineRpm, 0); // the fast mode does not write it
 }
 
 TEST(DownloadSession, TheConfigurationIsReadAnew) {
@@ -144,7 +147,7 @@ TEST(DownloadSession, AnUnknownTypeStaysInSilenceWithThePortOpen) {
         EXPECT_EQ(rig.dialogs.problems(), "");
         EXPECT_TRUE(rig.view->events.empty());
         EXPECT_TRUE(rig.line.portOpen());
-        EXPECT_EQ(rig.state->SampleCount, 0);
+        EXPECT_EQ(rig.state->Run.SampleCount, 0);
         rig.session->Cancel_Command_Click();
         EXPECT_FALSE(rig.line.portOpen());
     }
@@ -188,7 +191,7 @@ TEST(DownloadSession, ANewWheelHoldsForThisDownloadOnly) {
     rig.click();
     ASSERT_GT(rig.wireWord(900, 7), 0);
     const double raw = 1 / (rig.wireWord(900, 7) * 4e-06) * 22.5 * 35.69991652;
-    EXPECT_EQ(rig.state->Run.samples[900].SpeedRaw, core::CLng(raw));
+    EXPECT_EQ(rig.state->Run.image.samples[900].SpeedRaw, core::CLng(raw));
     EXPECT_EQ(rig.files.read("/kvo/Kvo.Cfg"), before);
     // Nor does it get there with a colour or a scale that is saved behind the download.
     EXPECT_EQ(core::encodeConfig(rig.state->Config), before);
@@ -207,7 +210,7 @@ TEST(DownloadSession, AnEmptyWheelIsNoSpeed) {
     rig.dialogs.expectInputTitled("New Wheel Diameter", "");
     rig.expectSave();
     rig.click();
-    EXPECT_EQ(rig.state->PeakSpeedRaw, 0);
+    EXPECT_EQ(rig.state->Run.PeakSpeedRaw, 0);
     EXPECT_EQ(rig.dialogs.problems(), "");
 }
 
@@ -242,21 +245,23 @@ TEST(DownloadSession, ARunWithoutAnyPulseIsSavedAsAFlatLine) {
     std::copy_n(moving.begin(), 33, stream.begin()); // the header, and nothing behind it
     simulator::ModelLogger still(stream);
     testing::VirtualLine line(still);
-    LoggerLink link(line, line, rig.dialogs, *rig.state);
-    DownloadSession session(link, *rig.state, *rig.view, rig.dialogs, rig.clock, rig.files);
+    LoggerLink link(line, line, rig.dialogs);
+    DownloadSession session(
+        link, testing::inputOf(*rig.state), *rig.view, rig.dialogs, rig.clock, rig.files);
     rig.expectSave();
     session.Command_Send_Click();
     EXPECT_EQ(rig.dialogs.problems(), "");
     EXPECT_TRUE(rig.files.exists(runPath));
-    EXPECT_EQ(rig.state->PeakSpeedRaw, 0);
-    EXPECT_EQ(rig.state->Run.samples[700].EngineRpm, 0);
+    EXPECT_EQ(rig.state->Run.PeakSpeedRaw, 0);
+    EXPECT_EQ(rig.state->Run.image.samples[700].EngineRpm, 0);
 }
 
 TEST(DownloadSession, ALongTitleIsStoredWith130Characters) {
     DownloadRig rig(8);
     rig.expectSave("1 ", "7" + std::string(199, 'x'));
     rig.click();
-    EXPECT_EQ(rig.state->RunText, " Date:Sun 15 Nov 2026 Run: 7" + std::string(129, 'x') + "#");
+    EXPECT_EQ(indexOf(rig)[0].Description, "Sun 15 Nov 2026 Run: 7" + std::string(129, 'x'));
+    EXPECT_TRUE(rig.state->Run.headerLine.ends_with(" Run: 7" + std::string(19, 'x') + "#"));
 }
 
 TEST(DownloadSession, AnEmptyTitleAsksBeforeTheRunIsGivenUp) {
@@ -274,24 +279,22 @@ TEST(DownloadSession, AnEmptyTitleAsksBeforeTheRunIsGivenUp) {
     EXPECT_EQ(rig.view->touchedAfterUnload, 0);
 }
 
-TEST(DownloadSession, YesShowsTheGraphOnTheRunInMemory) {
+TEST(DownloadSession, YesShowsTheGraphOnTheRunThatWasSaved) {
     DownloadRig rig(8);
     rig.dialogs.expectInputTitled("Run Title", "4 test");
     rig.expectSavedBox(Reply::yes);
     rig.click();
     EXPECT_EQ(rig.dialogs.problems(), "");
-    EXPECT_EQ(rig.state->InfoFilePath, "/kvo/Data/26111514.52i");
-    EXPECT_EQ(rig.state->IndexNoSort, -1);
-    EXPECT_EQ(rig.view->events.back(), "graph:  Date:Sun 15 Nov 2026 Run: 4 test");
+    EXPECT_EQ(rig.view->events.back(),
+        std::string("graph: ") + runPath + ":  Date:Sun 15 Nov 2026 Run: 4 test");
     EXPECT_EQ(rig.view->touchedAfterUnload, 0);
 }
 
-TEST(DownloadSession, NoClearsTheFlag) {
+TEST(DownloadSession, NoShowsNoGraph) {
     DownloadRig rig(8);
     rig.expectSave();
     rig.click();
-    EXPECT_EQ(rig.state->IndexNoSort, 0);
-    EXPECT_EQ(rig.state->SaveMode, 0);
+    EXPECT_EQ(rig.view->events, (std::vector<std::string>{"buttons hidden", chosen, "unloaded"}));
     EXPECT_EQ(rig.dialogs.beeps(), 1);
 }
 
@@ -306,8 +309,8 @@ TEST(DownloadSession, AFailedTransferSavesNothing) {
         EXPECT_EQ(rig.view->touchedAfterUnload, 0);
         EXPECT_FALSE(rig.line.portOpen());
         // What came is decoded all the same.
-        EXPECT_EQ(
-            rig.state->Run.samples[10].EngineRpm, *core::CInt(60 / (rig.wireWord(10, 1) * 4e-06)));
+        EXPECT_EQ(rig.state->Run.image.samples[10].EngineRpm,
+            *core::CInt(60 / (rig.wireWord(10, 1) * 4e-06)));
     }
 }
 
@@ -348,8 +351,8 @@ TEST(DownloadSession, ALostSampleByteEndsTheFastModeAndShiftsTheSafeOne) {
     safe.expectSave();
     safe.click();
     EXPECT_EQ(safe.dialogs.problems(), "");
-    EXPECT_EQ(safe.state->Run.samples[11].Analog[1], safe.wireByte(11, 11));
-    EXPECT_EQ(safe.state->Run.samples[12].Status, safe.wireByte(12, 10));
+    EXPECT_EQ(safe.state->Run.image.samples[11].Analog[1], safe.wireByte(11, 11));
+    EXPECT_EQ(safe.state->Run.image.samples[12].Status, safe.wireByte(12, 10));
 }
 
 TEST(DownloadSession, AGarbledByteIsTakenAsItIs) {
@@ -357,8 +360,8 @@ TEST(DownloadSession, AGarbledByteIsTakenAsItIs) {
     rig.expectSave();
     rig.click();
     EXPECT_EQ(rig.dialogs.problems(), "");
-    EXPECT_EQ(rig.state->Run.samples[11].Analog[1], 255 - rig.wireByte(11, 10));
-    EXPECT_EQ(rig.state->Run.samples[11].Analog[2], rig.wireByte(11, 11));
+    EXPECT_EQ(rig.state->Run.image.samples[11].Analog[1], 255 - rig.wireByte(11, 10));
+    EXPECT_EQ(rig.state->Run.image.samples[11].Analog[2], rig.wireByte(11, 11));
 }
 
 TEST(DownloadSession, ALateLoggerIsDownloaded) {
@@ -367,7 +370,7 @@ TEST(DownloadSession, ALateLoggerIsDownloaded) {
         rig.expectSave();
         rig.click();
         EXPECT_EQ(rig.dialogs.problems(), "");
-        EXPECT_EQ(rig.state->Run.samples[2518].Status, rig.wireByte(2518, 9));
+        EXPECT_EQ(rig.state->Run.image.samples[2518].Status, rig.wireByte(2518, 9));
     }
 }
 
@@ -429,13 +432,13 @@ TEST(DownloadSession, ANewFormDisarmsTheFlagAndEmptiesThePeriods) {
     DownloadRig rig(8);
     rig.expectSave();
     rig.click();
-    EXPECT_EQ(rig.state->DataType, 8);
+    EXPECT_EQ(rig.link.Header.DataType, 8);
     rig.newForm();
-    EXPECT_EQ(rig.state->DataType, 0);
+    EXPECT_EQ(rig.link.Header.DataType, 0);
     rig.expectSave(" 2 ", "2");
     rig.click();
     // The row that the fast mode never writes has no period in the new form either.
-    EXPECT_EQ(rig.state->Run.samples[2520].EngineRpm, 0);
+    EXPECT_EQ(rig.state->Run.image.samples[2520].EngineRpm, 0);
     EXPECT_EQ(rig.dialogs.problems(), "");
 }
 
@@ -491,7 +494,7 @@ TEST(DownloadSession, ARunCanBeSavedElsewhere) {
     EXPECT_EQ(rig.dialogs.problems(), "");
     EXPECT_TRUE(rig.files.exists("/stick/26111514.52d"));
     EXPECT_TRUE(indexOf(rig).empty());
-    EXPECT_EQ(rig.state->InfoFilePath, "/stick/26111514.52i");
+    EXPECT_EQ(rig.view->events.back(), "graph: /stick/26111514.52d:  Date:Sun 15 Nov 2026 Run: 1");
 }
 
 TEST(DownloadSession, GivingUpASaveIsNeverCalledSaved) {
@@ -507,10 +510,9 @@ TEST(DownloadSession, GivingUpASaveIsNeverCalledSaved) {
     rig.click();
     EXPECT_EQ(rig.dialogs.problems(), ""); // so no box said that it was saved
     EXPECT_TRUE(rig.view->unloaded);
-    EXPECT_EQ(rig.state->IndexNoSort, 0);
     EXPECT_FALSE(rig.dialogs.hourglass());
-    EXPECT_GT(rig.state->Run.samples[700].EngineRpm, 0); // still in memory
-    EXPECT_FALSE(rig.view->saw("chooser"));
+    EXPECT_GT(rig.state->Run.image.samples[700].EngineRpm, 0); // still in memory
+    EXPECT_EQ(rig.view->events, (std::vector<std::string>{"buttons hidden", "unloaded"}));
 }
 
 TEST(DownloadSession, AnIndexThatCannotBeWrittenIsTold) {

@@ -20,11 +20,12 @@ struct Transfer {
         rig.link.tryPort(1);
         rig.link.ReadLoggerHeader();
         headerBytes = rig.line.bytesSent();
-        type = prepareDownload(*rig.state);
+        rig.state->Run.DataType = rig.link.Header.DataType;
+        type = prepareDownload(rig.state->Run);
         fastMode = fast;
     }
     void run() {
-        Download download(rig.link, *rig.state, *periods, *rig.view, rig.dialogs);
+        Download download(rig.link, rig.state->Run, *periods, *rig.view, rig.dialogs);
         if (fastMode)
             download.DownloadFast();
         else
@@ -35,7 +36,7 @@ struct Transfer {
             "The On Board Computer Stopped Responding\r\n           Fix and try again!",
             platform::boxStyle::critical, "Download Error");
     }
-    const core::RunSample& row(int i) const { return rig.state->Run.samples[i]; }
+    const core::RunSample& row(int i) const { return rig.state->Run.image.samples[i]; }
 
     DownloadRig rig;
     std::unique_ptr<PulsePeriods> periods = std::make_unique<PulsePeriods>();
@@ -85,13 +86,13 @@ TEST(DownloadTypes, AgreeWithTheLoggers) {
 }
 
 TEST(DownloadTypes, AnUnknownOneLeavesTheTimeOffset) {
-    const auto state = std::make_unique<core::SharedState>();
-    state->SampleCount = 77;
-    state->Run.tail.TimeOffset = 123;
-    state->DataType = 23;
-    EXPECT_FALSE(prepareDownload(*state));
-    EXPECT_EQ(state->SampleCount, 0);
-    EXPECT_EQ(state->Run.tail.TimeOffset, 123);
+    const auto run = std::make_unique<core::OpenRun>();
+    run->SampleCount = 77;
+    run->image.tail.TimeOffset = 123;
+    run->DataType = 23;
+    EXPECT_FALSE(prepareDownload(*run));
+    EXPECT_EQ(run->SampleCount, 0);
+    EXPECT_EQ(run->image.tail.TimeOffset, 123);
 }
 
 TEST(ProgressText, IsTheWholePercent) {
@@ -147,7 +148,7 @@ TEST(DownloadSafe, ALoggerThatFallsSilentCostsATimeOutAByteToTheEndOfItsSample) 
 
 TEST(DownloadSafe, AFieldThatTheTypeDoesNotFillIsCleared) {
     Transfer t(8, false);
-    core::RunSample& old = t.rig.state->Run.samples[5];
+    core::RunSample& old = t.rig.state->Run.image.samples[5];
     old.Analog.fill(9);
     old.Exhaust.fill(9);
     old.Aux = 9;
@@ -182,7 +183,7 @@ TEST(DownloadFast, TakesEveryTypeInBatches) {
 TEST(DownloadFast, LeavesTheLastRowsAlone) {
     for (const auto& wire : wireLayouts) {
         Transfer t(wire.dataType, true);
-        for (auto& row : t.rig.state->Run.samples) row.Index = -5;
+        for (auto& row : t.rig.state->Run.image.samples) row.Index = -5;
         t.periods->EnginePeriod[wire.samples] = 4711;
         t.run();
         EXPECT_EQ(t.row(wire.samples).Index, -5) << wire.dataType;
@@ -201,13 +202,14 @@ TEST(DownloadFast, AHighByteFrom80IsNegativeThere) {
         testing::VirtualLine line(logger);
         testing::ScriptedDialogs dialogs;
         testing::RecordingView view;
-        const auto state = std::make_unique<core::SharedState>();
+        const auto run = std::make_unique<core::OpenRun>();
         const auto periods = std::make_unique<PulsePeriods>();
-        LoggerLink link(line, line, dialogs, *state);
+        LoggerLink link(line, line, dialogs);
         line.setPortOpen(true);
         link.ReadLoggerHeader();
-        prepareDownload(*state);
-        Download download(link, *state, *periods, view, dialogs);
+        run->DataType = link.Header.DataType;
+        prepareDownload(*run);
+        Download download(link, *run, *periods, view, dialogs);
         fast ? download.DownloadFast() : download.DownloadSafe();
         EXPECT_EQ(periods->EnginePeriod[1], fast ? -32766 : 32770);
     }
@@ -245,15 +247,15 @@ TEST(DownloadFast, ABatchOfTooManyBytesDoesNotMatch) {
     testing::VirtualLine line(far);
     testing::ScriptedDialogs dialogs;
     testing::RecordingView view;
-    const auto state = std::make_unique<core::SharedState>();
+    const auto run = std::make_unique<core::OpenRun>();
     const auto periods = std::make_unique<PulsePeriods>();
-    LoggerLink link(line, line, dialogs, *state);
+    LoggerLink link(line, line, dialogs);
     line.setPortOpen(true);
     link.CommandByte = command::nextByte;
-    state->DataType = 8;
-    prepareDownload(*state);
+    run->DataType = 8;
+    prepareDownload(*run);
     dialogs.expectBoxTitled("Download Error");
-    Download download(link, *state, *periods, view, dialogs);
+    Download download(link, *run, *periods, view, dialogs);
     download.DownloadFast();
     EXPECT_EQ(line.inBufferCount(), 27);
     EXPECT_EQ(line.turnsGone(), 32000);
@@ -290,7 +292,7 @@ TEST(DownloadFast, ALateLoggerIsStillALogger) {
 TEST(DownloadFast, FailureIsToldOnce) {
     Transfer t(8, true, {Fault::Kind::stopAfter, 40});
     t.expectFailure();
-    Download download(t.rig.link, *t.rig.state, *t.periods, *t.rig.view, t.rig.dialogs);
+    Download download(t.rig.link, t.rig.state->Run, *t.periods, *t.rig.view, t.rig.dialogs);
     download.DownloadFast();
     download.reportFailure();
     EXPECT_EQ(t.rig.view->count("unloaded"), 1);

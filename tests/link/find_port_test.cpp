@@ -44,8 +44,7 @@ struct FindPortTest : ::testing::Test {
     simulator::ModelLogger logger{25};
     testing::VirtualLine line{logger};
     testing::ScriptedDialogs dialogs;
-    std::unique_ptr<core::SharedState> state = std::make_unique<core::SharedState>();
-    LoggerLink link{line, line, dialogs, *state};
+    LoggerLink link{line, line, dialogs};
     List list;
     std::vector<int> opened;
 };
@@ -84,7 +83,7 @@ TEST_F(FindPortTest, NoGoesOnToTheLastPort) {
 
 TEST_F(FindPortTest, SixteenSilentPortsCostFourSeconds) {
     line.plugInto(99);
-    state->DataType = 25; // a flag that silence sets is not looked at
+    link.Header.DataType = 25; // a flag that silence sets is not looked at
     expectStart(Reply::yes);
     expectNotFound();
     FindLoggerPort(link, dialogs, list);

@@ -23,7 +23,7 @@ struct LoggerLinkTest : ::testing::Test {
         logger = std::make_unique<ModelLogger>(std::move(stream));
         faulty = std::make_unique<FaultyEnd>(*logger, fault);
         line = std::make_unique<VirtualLine>(*faulty, paced);
-        link = std::make_unique<LoggerLink>(*line, *line, dialogs, *state);
+        link = std::make_unique<LoggerLink>(*line, *line, dialogs);
     }
     void useAnswers(platform::Bytes answers) {
         const auto count = static_cast<long>(answers.size());
@@ -33,7 +33,6 @@ struct LoggerLinkTest : ::testing::Test {
     }
 
     ScriptedDialogs dialogs;
-    std::unique_ptr<core::SharedState> state = std::make_unique<core::SharedState>();
     std::unique_ptr<ModelLogger> logger;
     std::unique_ptr<FaultyEnd> faulty;
     std::unique_ptr<VirtualLine> line;
@@ -149,7 +148,7 @@ TEST_F(LoggerLinkTest, SilenceWithoutADataTypeSetsNoFlagAndKeepsTheReply) {
 
 TEST_F(LoggerLinkTest, SilenceWithADataTypeSetsTheFlag) {
     useAnswers({});
-    state->DataType = 25;
+    link->Header.DataType = 25;
     link->RequestByte();
     EXPECT_EQ(link->LinkFailed, -1);
 }
@@ -158,7 +157,7 @@ TEST_F(LoggerLinkTest, AReplyWithinTheTurnsIsTaken) {
     for (const long late : {10L, 248L}) {
         use({0x41}, {Fault::Kind::late, late}, true);
         line->setPortOpen(true);
-        state->DataType = 8;
+        link->Header.DataType = 8;
         link->CommandByte = command::nextByte;
         link->RequestByte();
         EXPECT_EQ(link->LinkFailed, late < 250 - 2 ? 0 : -1) << late; // two byte times come on top
@@ -167,7 +166,7 @@ TEST_F(LoggerLinkTest, AReplyWithinTheTurnsIsTaken) {
 
 TEST_F(LoggerLinkTest, AQuarterOfASecondIsTheBound) {
     useAnswers({});
-    state->DataType = 8;
+    link->Header.DataType = 8;
     link->RequestByte();
     EXPECT_EQ(line->milliseconds(), 250);
     EXPECT_LT(line->yields(), 3); // asleep, not spinning
@@ -176,7 +175,7 @@ TEST_F(LoggerLinkTest, AQuarterOfASecondIsTheBound) {
 TEST_F(LoggerLinkTest, APortThatIsLostEndsTheWaitAtOnce) {
     useAnswers({});
     link->OpenLoggerPort(1);
-    state->DataType = 8;
+    link->Header.DataType = 8;
     line->at(100, [&] { line->vanish(); });
     link->RequestByte();
     EXPECT_EQ(line->turnsGone(), 100);
@@ -274,8 +273,6 @@ TEST_F(LoggerLinkTest, TheHeaderIsReadInTheOrderOfTheWire) {
     EXPECT_EQ(line->bytesSent(), 33);
     EXPECT_EQ(link->RpmScale, 1.0F);
     EXPECT_EQ(link->CommandByte, 0x44);
-    EXPECT_EQ(state->DataType, 1); // the header is the program's own run header
-    EXPECT_EQ(state->Run.header.CrankGearTeeth, 13);
 }
 
 TEST_F(LoggerLinkTest, ASerialNumberFrom32768UpWraps) {
@@ -284,16 +281,16 @@ TEST_F(LoggerLinkTest, ASerialNumberFrom32768UpWraps) {
     stream[10] = 0x01;
     useAnswers(stream);
     link->ReadLoggerHeader();
-    EXPECT_EQ(state->LoggerSerial, -32767);
+    EXPECT_EQ(link->Header.LoggerSerial, -32767);
 }
 
 TEST_F(LoggerLinkTest, SilenceInTheHeaderFillsItWithTheStaleReply) {
     platform::Bytes answers{0, 25};
     useAnswers(answers);
     link->ReadLoggerHeader();
-    EXPECT_EQ(state->DataType, 25);
-    EXPECT_EQ(state->LoggerModel, 25);
-    EXPECT_EQ(state->LoggerSerial, 25 * 257);
+    EXPECT_EQ(link->Header.DataType, 25);
+    EXPECT_EQ(link->Header.LoggerModel, 25);
+    EXPECT_EQ(link->Header.LoggerSerial, 25 * 257);
     EXPECT_EQ(link->LinkFailed, -1);
     EXPECT_EQ(line->turnsGone(), 31 * 8000);
 }

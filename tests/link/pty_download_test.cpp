@@ -32,9 +32,9 @@ struct PtyRig {
         : rig(dataType, fast), end(rig.logger, fault), pty(end, paced) {
         if (!pty.start()) throw std::runtime_error(pty.errorText());
         port = std::make_unique<PosixSerialPort>(pty.device());
-        link = std::make_unique<LoggerLink>(*port, *port, rig.dialogs, *rig.state);
+        link = std::make_unique<LoggerLink>(*port, *port, rig.dialogs);
         session = std::make_unique<DownloadSession>(
-            *link, *rig.state, *rig.view, rig.dialogs, rig.clock, rig.files);
+            *link, testing::inputOf(*rig.state), *rig.view, rig.dialogs, rig.clock, rig.files);
         if (dataType == 43) warned = true;
     }
     void click() {
@@ -139,8 +139,8 @@ TEST(PtyDownload, TheSameLoggerCanBeReadAgain) {
     t.click();
     waitForTheRest(t.pty); // the batch that the fast mode asks for and never reads
     t.rig.view = std::make_unique<testing::RecordingView>();
-    t.session = std::make_unique<DownloadSession>(
-        *t.link, *t.rig.state, *t.rig.view, t.rig.dialogs, t.rig.clock, t.rig.files);
+    t.session = std::make_unique<DownloadSession>(*t.link, testing::inputOf(*t.rig.state),
+        *t.rig.view, t.rig.dialogs, t.rig.clock, t.rig.files);
     t.rig.expectSave(" 2 ", "2");
     t.click();
 }
@@ -148,8 +148,9 @@ TEST(PtyDownload, TheSameLoggerCanBeReadAgain) {
 TEST(PtyDownload, AMissingDeviceIsTold) {
     DownloadRig rig(8);
     PosixSerialPort port("/dev/there-is-no-such-port");
-    LoggerLink link(port, port, rig.dialogs, *rig.state);
-    DownloadSession session(link, *rig.state, *rig.view, rig.dialogs, rig.clock, rig.files);
+    LoggerLink link(port, port, rig.dialogs);
+    DownloadSession session(
+        link, testing::inputOf(*rig.state), *rig.view, rig.dialogs, rig.clock, rig.files);
     rig.dialogs.expectBoxTitled("Communications Error");
     session.Command_Send_Click();
     EXPECT_EQ(rig.dialogs.problems(), "");

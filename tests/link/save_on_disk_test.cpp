@@ -39,7 +39,7 @@ protected:
         rig.state->AppFolder = folder.path().string();
         EXPECT_TRUE(files.write(folder / "Kvo.Cfg", core::encodeConfig(rig.config)));
         session = std::make_unique<DownloadSession>(
-            rig.link, *rig.state, *rig.view, rig.dialogs, rig.clock, files);
+            rig.link, testing::inputOf(*rig.state), *rig.view, rig.dialogs, rig.clock, files);
         rig.dialogs.expectInputTitled("Run Title", "1");
     }
     void expectSavedWhole() {

@@ -6,6 +6,10 @@ namespace kvo::testing {
 
 using namespace platform;
 
+link::DownloadInput inputOf(core::SharedState& state) {
+    return {state.Config, state.AppFolder, state.Run, state.Tables};
+}
+
 bool RecordingView::saw(const std::string& event) const {
     return count(event) > 0;
 }
@@ -17,7 +21,7 @@ int RecordingView::count(const std::string& event) const {
 DownloadRig::DownloadRig(int dataType, bool fast, simulator::Fault fault, bool paced)
     : layout(*simulator::wireLayout(dataType)), logger(dataType), faulty(logger, fault),
       line(faulty, paced), clock({2026, 11, 15, 14, 52, 7}),
-      state(std::make_unique<core::SharedState>()), link(line, line, dialogs, *state) {
+      state(std::make_unique<core::SharedState>()), link(line, line, dialogs) {
     config.CommPort = 1;
     config.Date_Prompt = 1;
     config.SpeedWheel_Prompt = 1;
@@ -35,7 +39,8 @@ DownloadRig::DownloadRig(int dataType, bool fast, simulator::Fault fault, bool p
 
 void DownloadRig::newForm() {
     view = std::make_unique<RecordingView>();
-    session = std::make_unique<link::DownloadSession>(link, *state, *view, dialogs, clock, files);
+    session = std::make_unique<link::DownloadSession>(
+        link, inputOf(*state), *view, dialogs, clock, files);
 }
 
 void DownloadRig::saveConfig() {

@@ -18,13 +18,16 @@
 
 namespace kvo::testing {
 
+// What a download works on in a program's state, which must outlive it.
+link::DownloadInput inputOf(core::SharedState& state);
+
 // Notes what the session asks of the form, and holds it to its word that an unloaded form is left
 // alone.
 class RecordingView : public link::DownloadView {
 public:
     std::vector<std::string> texts;
-    std::vector<std::string>
-        events; // "buttons hidden", "unloaded", "graph: ...", "chooser", "setup"
+    // "buttons hidden", "unloaded", "graph: PATH: CAPTION", "chooser: NAME", "setup"
+    std::vector<std::string> events;
     int progressMax = 0;
     int progress = 0;
     bool unloaded = false;
@@ -54,10 +57,12 @@ public:
         events.emplace_back("unloaded");
     }
     void showSoftwareSetup() override { events.emplace_back("setup"); }
-    void showDataGraph(const std::string& caption) override {
-        events.push_back("graph: " + caption);
+    void showFreshRun(const std::string& path, const std::string& caption) override {
+        events.push_back("graph: " + path + ": " + caption);
     }
-    void refreshChooser() override { events.emplace_back("chooser"); }
+    void refreshChooser(const std::string& fileName) override {
+        events.push_back("chooser: " + fileName);
+    }
 
     bool saw(const std::string& event) const;
     int count(const std::string& event) const;

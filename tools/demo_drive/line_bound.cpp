@@ -25,7 +25,7 @@ double safeByteTimes(const link::DownloadType& type) {
 } // namespace
 
 double lineSeconds(const core::SharedState& state, bool greeting) {
-    const auto type = link::downloadType(state.DataType);
+    const auto type = link::downloadType(state.Run.DataType);
     if (!type) return 0;
     const bool fast = state.Config.CheckBits[1] != 0;
     const double exchanges = headerExchanges + (greeting ? 1 : 0);

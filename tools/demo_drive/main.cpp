@@ -46,14 +46,14 @@ bool failed(const QString& text) {
 // The run is on disk, in the index, and in the graph window.
 bool checkRun(const core::SharedState& state) {
     const platform::Files& files = *platform::services().files;
-    if (!files.exists(state.DataFilePath)) return failed(QStringLiteral("there is no run file"));
+    if (!files.exists(state.Run.path)) return failed(QStringLiteral("there is no run file"));
     const std::string index = core::indexPath(state.AppFolder, files);
     const auto entries = core::readRunIndex(index, files);
-    const std::string name = QFileInfo(shownPath(state.DataFilePath)).fileName().toStdString();
+    const std::string name = QFileInfo(shownPath(state.Run.path)).fileName().toStdString();
     for (const core::RunIndexEntry& entry : entries) {
         if (entry.FileName != name) continue;
-        std::printf("Run file:  %s\nRun index: %s (%s)\n", state.DataFilePath.c_str(),
-            index.c_str(), entry.Description.c_str());
+        std::printf("Run file:  %s\nRun index: %s (%s)\n", state.Run.path.c_str(), index.c_str(),
+            entry.Description.c_str());
         return true;
     }
     return failed(QStringLiteral("the index does not have the run"));
@@ -136,7 +136,7 @@ int main(int argc, char* argv[]) {
     QtYield yield(port);
     QtBrowser browser;
     platform::services() = {&files, &clock, &dialogs, &port, &yield, &browser};
-    link::LoggerLink logger(port, yield, dialogs, core::state());
+    link::LoggerLink logger(port, yield, dialogs);
     forms::useLoggerLink(&logger);
     const int result = drive();
     unloadAllForms();

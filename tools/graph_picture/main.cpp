@@ -3,6 +3,7 @@
 // graph alone. FOLDER is the program's folder, whose Kvo.Cfg gives channels and colours. Works
 // without a display with QT_QPA_PLATFORM=offscreen. Ends with 1 when anything failed.
 #include "core/config.h"
+#include "core/paths.h"
 #include "core/shared_state.h"
 #include "graph/forms/data_graph.h"
 #include "platform/os/os_files.h"
@@ -62,9 +63,8 @@ bool save(const Task& task, platform::Files& files) {
         std::cerr << task.folder << ": no Kvo.Cfg that can be read\n";
         return false;
     }
-    state.DataFilePath = task.run;
-    state.IndexNoSort = -1; // the run is handed over, nobody chooses
     auto& graph = platform_qt::form<forms::DataGraph>();
+    graph.openFresh(task.run, "Data File: " + core::baseName(task.run));
     if (!graph.hasRun()) return false;
     graph.setWindowState(Qt::WindowNoState);
     graph.resize(task.size);

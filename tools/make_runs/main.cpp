@@ -8,6 +8,7 @@
 #include "core/run_file.h"
 #include "core/run_index.h"
 #include "core/run_info.h"
+#include "core/shared_state.h"
 #include "platform/os/os_files.h"
 #include "platform/unanswered_dialogs.h"
 #include "tools/logger_simulator/model_run.h"
@@ -61,24 +62,22 @@ core::RunInfo infoOf(const std::vector<simulator::Moment>& moments, int timeOffs
 }
 
 bool store(const Download& download, core::SharedState& state, platform::Files& files) {
-    const auto facts = core::dataTypeFacts(download.dataType);
-    state.DataType = static_cast<std::uint8_t>(download.dataType);
-    state.LoggerModel = static_cast<std::uint8_t>(download.model);
-    state.LoggerVersion = 4;
-    state.LoggerMemory = 2;
-    state.LoggerSerial = 117;
-    state.SampleCount = static_cast<std::uint16_t>(facts->rows);
-    state.RunText = core::runText(download.title, download.moment);
-    state.DataFilePath = core::joined(
+    const core::LoggerIdentity logger{static_cast<std::uint8_t>(download.model), 4, 2, 117};
+    const std::string text = core::runText(download.title, download.moment);
+    const auto* facts = core::dataTypeFacts(download.dataType);
+    core::OpenRun& run = state.Run;
+    run.DataType = static_cast<std::uint8_t>(download.dataType);
+    run.SampleCount = static_cast<std::uint16_t>(facts->rows);
+    run.path = core::joined(
         core::dataFolder(state.AppFolder, files), core::runFileName(download.moment), files);
-    if (files.exists(state.DataFilePath)) return true;
+    if (files.exists(run.path)) return true;
     const auto moments = simulator::fillRun(
-        state.Run, download.dataType, facts->rows, facts->timeOffset, download.seed);
-    state.SaveMode = 0;
-    state.IndexNoSort = -1;
-    return told(core::SaveRun(state, files)) && told(core::AddRunToIndex(state, files)) &&
-           told(core::SaveRunInfo(state.AppFolder, core::infoFilePath(state.DataFilePath),
-               state.DataFilePath, infoOf(moments, facts->timeOffset), files));
+        run.image, download.dataType, facts->rows, facts->timeOffset, download.seed);
+    return told(core::SaveRun(run, {logger, text, state.Config}, state.AppFolder, files)) &&
+           told(core::AddRunToIndex(state.AppFolder, core::indexEntryOf(run.path, text),
+               core::IndexOrder::asItIs, files)) &&
+           told(core::SaveRunInfo(state.AppFolder, core::infoFilePath(run.path), run.path,
+               infoOf(moments, facts->timeOffset), files));
 }
 
 } // namespace

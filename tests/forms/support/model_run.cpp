@@ -27,6 +27,10 @@ void demand(const platform::WriteResult& written) {
     std::abort();
 }
 
+std::string runTextOf(int number) {
+    return " Date:Wed 05 Jun 2024 Run: " + std::to_string(number) + " Second round#";
+}
+
 } // namespace
 
 core::AppConfig graphConfig(int dataType) {
@@ -58,27 +62,25 @@ core::AppConfig graphConfig(int dataType) {
     return config;
 }
 
-void storeModelRun(core::SharedState& state, MemoryFiles& files, int dataType, int number) {
-    const auto facts = core::dataTypeFacts(dataType);
+std::string storeModelRun(core::SharedState& state, MemoryFiles& files, int dataType, int number) {
+    const auto* facts = core::dataTypeFacts(dataType);
     state.AppFolder = "/kvo";
     state.Config = graphConfig(dataType);
-    state.DataType = static_cast<std::uint8_t>(dataType);
-    state.SampleCount = static_cast<std::uint16_t>(facts->rows);
+    state.Run.DataType = static_cast<std::uint8_t>(dataType);
+    state.Run.SampleCount = static_cast<std::uint16_t>(facts->rows);
     const std::string digit = std::to_string(number);
-    state.DataFilePath = "/kvo/Data/24060512.3" + digit + "d";
-    state.RunHeaderLine = std::to_string(dataType) + " Serial No. 1234";
-    state.RunText = " Date:Wed 05 Jun 2024 Run: " + digit + " Second round#";
-    simulator::fillRun(
-        state.Run, dataType, facts->rows, facts->timeOffset, static_cast<std::uint32_t>(number));
-    state.SaveMode = 0;
-    demand(core::SaveRun(state, files));
-    state.IndexNoSort = -1;
+    state.Run.path = "/kvo/Data/24060512.3" + digit + "d";
+    simulator::fillRun(state.Run.image, dataType, facts->rows, facts->timeOffset,
+        static_cast<std::uint32_t>(number));
+    const std::string text = runTextOf(number);
+    demand(core::SaveRun(state.Run, {{}, text, state.Config}, state.AppFolder, files));
+    return text.substr(0, text.size() - 1); // without the "#"
 }
 
 void listModelRun(core::SharedState& state, MemoryFiles& files, int dataType, int number) {
     storeModelRun(state, files, dataType, number);
-    state.IndexNoSort = 0;
-    demand(core::AddRunToIndex(state, files));
+    demand(core::AddRunToIndex(state.AppFolder,
+        core::indexEntryOf(state.Run.path, runTextOf(number)), core::IndexOrder::sorted, files));
 }
 
 } // namespace kvo::testing

@@ -1,6 +1,7 @@
 #include "tests/forms/support/test_program.h"
 
 #include "core/config.h"
+#include "library/run_list.h"
 #include "platform/qt/form_kit.h"
 
 #include <QBuffer>
@@ -10,7 +11,9 @@ namespace kvo::testing {
 
 TestProgram::TestProgram() {
     state = core::SharedState();
+    library::runList() = library::RunList();
     state.AppFolder = "/kvo";
+    state.ConfigKnown = true;
     state.Config.CommPort = 1;
     state.Config.Vehicle_Type = 1;
     platform::services() = {&files, &clock, &dialogs, nullptr, nullptr, &browser};

@@ -1,6 +1,6 @@
 #pragma once
-// The services of the program as doubles, with a fresh shared state, for as long as the object
-// lives.
+// The services of the program as doubles, with a fresh shared state and an unread list of runs, for
+// as long as the object lives.
 #include "core/shared_state.h"
 #include "platform/browser.h"
 #include "platform/serial_port.h"

@@ -7,7 +7,6 @@
 #include "core/run_records.h"
 #include "core/vehicle_setup.h"
 #include "core_functions.h"
-#include "platform/unanswered_dialogs.h"
 #include "tests/support/memory_files.h"
 
 #include <array>
@@ -107,38 +106,35 @@ void dropNulls(Json& expected, Json& got) {
     }
 }
 
-// A state on a disk that holds the files of the line.
+// A run and a disk that holds the files of the line.
 struct Bench {
-    std::unique_ptr<SharedState> state = std::make_unique<SharedState>();
+    std::unique_ptr<OpenRun> run = std::make_unique<OpenRun>();
     MemoryFiles files;
-    platform::UnansweredDialogs dialogs; // a line judges a load by its result
-    NoRunLoadView view;
 
-    Bench() { state->AppFolder = folder; }
-    void load(const Case& c, const std::string& name,
-        void (*loader)(SharedState&, const std::string&, const platform::Files&, platform::Dialogs&,
-            RunLoadView&)) {
-        state->DataFilePath = std::string(folder) + "/Data/" + name;
-        if (std::filesystem::exists(c.files / name)) {
-            files.put(state->DataFilePath, fileBytes(c.files / name));
-        }
-        state->LoadStatus = 0;
-        loader(*state, name, files, dialogs, view);
+    template <typename Loader>
+    LoadOutcome load(const Case& c, const std::string& name, Loader loader) {
+        const std::string path = std::string(folder) + "/Data/" + name;
+        if (std::filesystem::exists(c.files / name)) files.put(path, fileBytes(c.files / name));
+        return loader(path, *run, files);
     }
 };
+
+int statusOf(const LoadOutcome& outcome) {
+    return outcome ? 0 : -1;
+}
 
 Json loadRun(const Case& c) {
     Bench bench;
     if (c.in.contains("preload")) bench.load(c, c.in["preload"], LoadRun);
-    bench.load(c, c.in.at("file"), LoadRun);
-    const SharedState& state = *bench.state;
-    Json got{{"LoadStatus", state.LoadStatus}, {"DataType", state.DataType}};
-    if (state.LoadStatus == 0) {
-        got.update(imageOf(state.Run, state.SampleCount, c.expected));
-        got["SampleCount"] = state.SampleCount;
-        got["PeakSpeedRaw"] = state.PeakSpeedRaw;
-        got["RunHeaderLine"] = toJson(state.RunHeaderLine);
-        got["TimeOffset"] = state.Run.tail.TimeOffset;
+    const LoadOutcome outcome = bench.load(c, c.in.at("file"), LoadRun);
+    const OpenRun& run = *bench.run;
+    Json got{{"LoadStatus", statusOf(outcome)}, {"DataType", outcome.DataType}};
+    if (outcome) {
+        got.update(imageOf(run.image, run.SampleCount, c.expected));
+        got["SampleCount"] = run.SampleCount;
+        got["PeakSpeedRaw"] = run.PeakSpeedRaw;
+        got["RunHeaderLine"] = toJson(run.headerLine);
+        got["TimeOffset"] = run.image.tail.TimeOffset;
     }
     dropNulls(c.expected, got);
     return got;
@@ -147,23 +143,21 @@ Json loadRun(const Case& c) {
 Json loadOverlayRun(const Case& c) {
     Bench bench;
     if (c.in.contains("preload")) bench.load(c, c.in["preload"], LoadOverlayRun);
-    bench.load(c, c.in.at("file"), LoadOverlayRun);
-    const SharedState& state = *bench.state;
-    Json got{{"LoadStatus", state.LoadStatus}, {"OverlayDataType", state.OverlayDataType}};
-    if (state.LoadStatus == 0) {
-        got.update(imageOf(state.Overlay, c.expected.value("N", 0), c.expected));
-        got["OverlayTimeOffset"] = state.Overlay.tail.TimeOffset;
+    const LoadOutcome outcome = bench.load(c, c.in.at("file"), LoadOverlayRun);
+    const OpenRun& overlay = *bench.run;
+    Json got{{"LoadStatus", statusOf(outcome)}, {"OverlayDataType", outcome.DataType}};
+    if (outcome) {
+        got.update(imageOf(overlay.image, overlay.SampleCount, c.expected));
+        got["OverlayTimeOffset"] = overlay.image.tail.TimeOffset;
     }
     dropNulls(c.expected, got);
     return got;
 }
 
-void takeState(const Json& from, SharedState& state) {
-    state.LoggerModel = from.at("LoggerModel").get<std::uint8_t>();
-    state.LoggerVersion = from.at("LoggerVersion").get<std::uint8_t>();
-    state.LoggerMemory = from.at("LoggerMemory").get<std::uint8_t>();
-    state.LoggerSerial = from.at("LoggerSerial").get<std::int16_t>();
-    state.RunText = textOf(from.at("RunText"));
+LoggerIdentity loggerOf(const Json& from) {
+    return {from.at("LoggerModel").get<std::uint8_t>(),
+        from.at("LoggerVersion").get<std::uint8_t>(), from.at("LoggerMemory").get<std::uint8_t>(),
+        from.at("LoggerSerial").get<std::int16_t>()};
 }
 
 template <typename Values> void takeList(const Json& from, Values& values) {
@@ -193,17 +187,21 @@ void takeConfig(const Json& from, AppConfig& config) {
 Json saveRun(const Case& c) {
     Bench bench;
     bench.load(c, c.in.at("file"), LoadRun);
-    SharedState& state = *bench.state;
-    state.SaveMode = c.in.at("SaveMode").get<std::int16_t>();
-    std::string name = "saved.bin";
-    if (state.SaveMode == 0) {
-        takeState(c.in.at("state"), state);
-        takeConfig(c.in.at("config"), state.Config);
-        name = textOf(c.in["state"].at("DataFileName"));
+    OpenRun& run = *bench.run;
+    RunIndexEntry entry; // only a fresh run has one
+    if (c.in.at("SaveMode").get<int>() == 0) {
+        const Json& state = c.in.at("state");
+        AppConfig config;
+        takeConfig(c.in.at("config"), config);
+        const std::string text = textOf(state.at("RunText"));
+        run.path = std::string(folder) + "/Data/" + textOf(state.at("DataFileName"));
+        if (!SaveRun(run, {loggerOf(state), text, config}, folder, bench.files)) return {};
+        entry = indexEntryOf(run.path, text);
+    } else {
+        run.path = std::string(folder) + "/Data/saved.bin";
+        if (!SaveRun(run, folder, bench.files)) return {};
     }
-    state.DataFilePath = std::string(folder) + "/Data/" + name;
-    if (!SaveRun(state, bench.files)) return {};
-    platform::Bytes file = bench.files.read(state.DataFilePath).value_or(platform::Bytes{});
+    platform::Bytes file = bench.files.read(run.path).value_or(platform::Bytes{});
     const std::size_t last = (file.size() - 1) / runRecordWidth;
     const auto part = [&](std::size_t record, std::size_t width) {
         return hexOf(std::span(file).subspan(record * runRecordWidth, width));
@@ -217,16 +215,14 @@ Json saveRun(const Case& c) {
         trimRight(c.expected["RunIndexBuffer1"], "FileName");
         trimRight(c.expected["RunIndexBuffer1"], "Description");
     }
-    got["RunIndexBuffer1"] = {{"FileName", toJson(rightTrimmed(state.RunIndexBuffer[1].FileName))},
-        {"Description", toJson(rightTrimmed(state.RunIndexBuffer[1].Description))}};
+    got["RunIndexBuffer1"] = {{"FileName", toJson(rightTrimmed(entry.FileName))},
+        {"Description", toJson(rightTrimmed(entry.Description))}};
     return got;
 }
 
 Json headerLineOf(const Case& c) {
-    const auto state = std::make_unique<SharedState>();
-    takeState(c.in, *state);
-    state->DataType = c.in.at("DataType").get<std::uint8_t>();
-    return {{"text", toJson(headerLine(*state))}};
+    return {{"text", toJson(headerLine(c.in.at("DataType").get<std::uint8_t>(), loggerOf(c.in),
+                         textOf(c.in.at("RunText"))))}};
 }
 
 RunIndexEntry entryOf(const Json& entry) {
@@ -234,18 +230,19 @@ RunIndexEntry entryOf(const Json& entry) {
 }
 
 Json addRunToIndex(const Case& c) {
-    Bench bench;
-    SharedState& state = *bench.state;
+    MemoryFiles files;
     std::vector<RunIndexEntry> existing;
     for (const Json& entry : c.in.at("existing")) existing.push_back(entryOf(entry));
-    if (!existing.empty() && !writeRunIndex(folder, existing, bench.files)) return {};
-    state.RunIndexBuffer[1] = entryOf(c.in.at("new"));
-    state.IndexNoSort = c.in.at("IndexNoSort").get<std::int16_t>();
-    if (!AddRunToIndex(state, bench.files)) return {};
-    const std::string path = indexPath(folder, bench.files);
-    const platform::Bytes file = bench.files.read(path).value_or(platform::Bytes{});
+    if (!existing.empty() && !writeRunIndex(folder, existing, files)) return {};
+    const bool unsorted = c.in.at("IndexNoSort").get<int>() == -1;
+    if (!AddRunToIndex(folder, entryOf(c.in.at("new")),
+            unsorted ? IndexOrder::asItIs : IndexOrder::sorted, files)) {
+        return {};
+    }
+    const std::string path = indexPath(folder, files);
+    const platform::Bytes file = files.read(path).value_or(platform::Bytes{});
     Json entries = Json::array();
-    for (const RunIndexEntry& entry : readRunIndex(path, bench.files)) {
+    for (const RunIndexEntry& entry : readRunIndex(path, files)) {
         entries.push_back(
             {{"FileName", toJson(entry.FileName)}, {"Description", toJson(entry.Description)}});
     }

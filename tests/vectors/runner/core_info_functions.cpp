@@ -70,7 +70,7 @@ Json loadRunInfo(const Case& c) {
 Json loadRunTimes(const Case& c) {
     MemoryFiles files;
     putInfo(c.in.at("records"), files);
-    const RunTimes times = LoadRunTimes(infoPath, files);
+    const TrackTimes times = LoadRunTimes(infoPath, files);
     return {{"Text_60FootTime", toJson(times.Text_60FootTime)},
         {"Text_330FootTime", toJson(times.Text_330FootTime)},
         {"Text_660FootTime", toJson(times.Text_660FootTime)},

@@ -24,7 +24,7 @@ core::SharedState& pressStartOfTheForm(
     state.AppFolder = folderOfDownloads;
     state.Config.CommPort = 1;
     platform::services() = {&files, &clock, &bench.dialogs, nullptr, nullptr, nullptr};
-    link::LoggerLink link(bench.line, bench.line, bench.dialogs, state);
+    link::LoggerLink link(bench.line, bench.line, bench.dialogs);
     forms::useLoggerLink(&link);
     auto& window = platform_qt::form<forms::DownloadData>();
     window.show();

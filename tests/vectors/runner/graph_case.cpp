@@ -3,7 +3,6 @@
 #include "core/run_file.h"
 #include "graph_functions.h"
 #include "tests/support/memory_files.h"
-#include "tests/support/scripted_dialogs.h"
 
 #include <stdexcept>
 
@@ -35,19 +34,17 @@ platform::Bytes bytesOfRun(const std::filesystem::path& path) {
     return place->second;
 }
 
-void load(const Case& c, const char* key, core::SharedState& state) {
-    if (!c.in.contains(key)) return;
+bool load(const Case& c, const char* key, core::SharedState& state) {
+    if (!c.in.contains(key)) return false;
     const std::string name = c.in.at(key).get<std::string>();
     testing::MemoryFiles files;
-    testing::ScriptedDialogs dialogs;
-    core::NoRunLoadView view;
-    state.DataFilePath = "/" + name;
-    files.put(state.DataFilePath, bytesOfRun(c.files / name));
-    const auto loader = std::string(key) == "run" ? core::LoadRun : core::LoadOverlayRun;
-    loader(state, name, files, dialogs, view);
-    if (state.LoadStatus != 0 || !dialogs.problems().empty()) {
-        throw std::runtime_error("cannot load " + name);
-    }
+    const std::string path = "/" + name;
+    files.put(path, bytesOfRun(c.files / name));
+    const core::LoadOutcome outcome = std::string(key) == "run"
+                                          ? core::LoadRun(path, state.Run, files)
+                                          : core::LoadOverlayRun(path, state.Overlay, files);
+    if (!outcome) throw std::runtime_error("cannot load " + name);
+    return true;
 }
 
 } // namespace
@@ -77,17 +74,17 @@ void applyConfig(const Json& fields, AppConfig& config) {
     takeSingle(fields, "Gears", &AppConfig::Gears, config);
 }
 
-std::unique_ptr<core::SharedState> stateOf(const Case& c) {
-    auto state = std::make_unique<core::SharedState>();
-    load(c, "run", *state);
-    load(c, "overlay", *state);
-    state->OverlayLoaded = c.in.contains("overlay") ? -1 : 0;
-    take(c.in, "SampleCount", state->SampleCount);
-    take(c.in, "OverlayTimeOffset", state->Overlay.tail.TimeOffset);
+std::unique_ptr<GraphCase> graphCase(const Case& c) {
+    auto made = std::make_unique<GraphCase>();
+    core::SharedState& state = made->state;
+    load(c, "run", state);
+    if (load(c, "overlay", state)) made->view.OverlayLoaded = -1;
+    take(c.in, "SampleCount", state.Run.SampleCount);
+    take(c.in, "OverlayTimeOffset", state.Overlay.image.tail.TimeOffset);
     if (const auto found = c.in.find("config"); found != c.in.end()) {
-        applyConfig(*found, state->Config);
+        applyConfig(*found, state.Config);
     }
-    return state;
+    return made;
 }
 
 } // namespace kvo::vectors

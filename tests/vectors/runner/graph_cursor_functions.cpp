@@ -5,6 +5,7 @@
 #include "graph/grid.h"
 #include "graph/run_tools.h"
 #include "graph_functions.h"
+#include "tests/support/graph_calls.h"
 #include "tests/support/memory_files.h"
 #include "tests/support/scripted_dialogs.h"
 
@@ -37,11 +38,12 @@ static Json labelsJson(const std::vector<LabelText>& labels) {
 }
 
 static Json shownAtLine(const Case& c) {
-    const auto state = stateOf(c);
-    GraphView view;
-    view.CursorSample = c.in.at("CursorSample").get<std::int16_t>();
-    if (!onRun(*state, view.CursorSample)) return Json{{"beep", true}, {"LoggerTime", nullptr}};
-    const TimeLineTexts texts = timeLineTexts(*state, view, view.CursorSample);
+    const auto made = graphCase(c);
+    made->view.CursorSample = c.in.at("CursorSample").get<std::int16_t>();
+    if (!testing::onRun(made->state, made->view.CursorSample))
+        return Json{{"beep", true}, {"LoggerTime", nullptr}};
+    const ReadOutTexts texts =
+        testing::timeLineTexts(made->state, made->view, made->view.CursorSample);
     Json got = labelsJson(texts.labels);
     got["beep"] = false;
     got["LoggerTime"] = texts.loggerTime;
@@ -49,11 +51,10 @@ static Json shownAtLine(const Case& c) {
 }
 
 static Json shownAverage(const Case& c) {
-    const auto state = stateOf(c);
-    GraphView view;
-    view.CursorSample = c.in.value("CursorSample", std::int16_t{0});
-    const AverageTexts texts =
-        AverageRange(*state, view, c.in.at("a").get<float>(), c.in.at("b").get<float>());
+    const auto made = graphCase(c);
+    made->view.CursorSample = c.in.value("CursorSample", std::int16_t{0});
+    const AverageTexts texts = testing::AverageRange(
+        made->state, made->view, c.in.at("a").get<float>(), c.in.at("b").get<float>());
     if (texts.outside) return Json{{"beep", true}, {"LoggerTime", nullptr}};
     if (texts.labels.empty()) return Json{{"error", true}};
     Json got = labelsJson(texts.labels);
@@ -62,73 +63,70 @@ static Json shownAverage(const Case& c) {
     return got;
 }
 
-static PointerLabels labelsOf(const core::SharedState& state) {
-    return {[&state](int channel) { return channelOn(state.Config, channel); },
-        [&state](int n) { return state.Run.setup.AnalogName[n]; }};
-}
-
-static Json under(core::SharedState& state, GraphView& view, float x, float y) {
-    const auto text = textUnderPointer(state, view, x, y, labelsOf(state));
+static Json under(GraphCase& made, float x, float y) {
+    const core::SharedState& state = made.state;
+    const PointerLabels labels{[&state](int channel) { return channelOn(state.Config, channel); },
+        [&state](int n) { return state.Run.image.setup.AnalogName[n]; }};
+    const auto text = testing::textUnderPointer(made.state, made.view, x, y, labels);
     return text ? toJson(*text) : Json();
 }
 
 static Json shownUnderMouse(const Case& c) {
-    const auto state = stateOf(c);
-    GraphView view;
-    view.RpmScale = static_cast<std::int16_t>(state->Config.MaxRpm + 6);
-    view.MphScale = mphScaleFor(state->PeakSpeedRaw);
-    return Json{
-        {"text", under(*state, view, c.in.at("X").get<float>(), c.in.at("Y").get<float>())}};
+    const auto made = graphCase(c);
+    made->view.RpmScale = static_cast<std::int16_t>(made->state.Config.MaxRpm + 6);
+    made->view.MphScale = mphScaleFor(made->state.Run.PeakSpeedRaw);
+    return Json{{"text", under(*made, c.in.at("X").get<float>(), c.in.at("Y").get<float>())}};
 }
 
 // The text under the mouse at sample 1, where only one channel is on.
-static Json underAtFirst(core::SharedState& state, int channel, const Reading& drawn) {
-    state.SampleCount = 1;
-    visibleFlag(state.Config, channel) = -1;
-    GraphView view;
-    view.RpmScale = 8;
-    view.MphScale = 6;
+static Json underAtFirst(GraphCase& made, int channel, const Reading& drawn) {
+    made.state.Run.SampleCount = 1;
+    made.state.Overlay.SampleCount = 1;
+    visibleFlag(made.state.Config, channel) = -1;
+    made.view.RpmScale = 8;
+    made.view.MphScale = 6;
     if (!drawn.hasValue()) return nullptr;
-    const auto y = curveHeight(state.Config, channel, drawn.value, view.RpmScale, view.MphScale);
-    return under(state, view, 1, y.value());
+    const auto y = curveHeight(
+        made.state.Config, channel, drawn.value, made.view.RpmScale, made.view.MphScale);
+    return under(made, 1, y.value());
 }
 
 static Json readRatio(const Case& c) {
-    const auto state = std::make_unique<core::SharedState>();
-    core::RunSample& row = state->Run.samples[1];
+    const auto made = std::make_unique<GraphCase>();
+    core::RunSample& row = made->state.Run.image.samples[1];
     row.EngineRpm = c.in.at("EngineRpm").get<std::int16_t>();
     row.OutputRpm = c.in.at("OutputRpm").get<std::int16_t>();
-    core::RunHeader& header = state->Run.header;
+    core::RunHeader& header = made->state.Run.image.header;
     header.CrankGearTeeth = c.in.at("CrankGearTeeth").get<std::uint8_t>();
     header.BasketGearTeeth = c.in.at("BasketGearTeeth").get<std::uint8_t>();
     const Reading mouse = ratioMouse(primaryRatio(header).value(), row.EngineRpm, row.OutputRpm);
     return Json{{"label", ratioRead(row.EngineRpm, row.OutputRpm)},
         {"printed", ratioPrinted(row.EngineRpm, row.OutputRpm)},
-        {"mouse", underAtFirst(*state, ratioChannel, mouse)}};
+        {"mouse", underAtFirst(*made, ratioChannel, mouse)}};
 }
 
 static Json readTyreGrowth(const Case& c) {
-    const auto state = std::make_unique<core::SharedState>();
-    state->OverlayLoaded = -1;
-    core::RunSample& row = state->Overlay.samples[1];
+    const auto made = std::make_unique<GraphCase>();
+    made->view.OverlayLoaded = -1;
+    core::RunSample& row = made->state.Overlay.image.samples[1];
     row.SpeedRaw = c.in.at("SpeedRaw").get<std::int32_t>();
     row.OutputRpm = c.in.at("OutputRpm").get<std::int16_t>();
-    core::RunAnalogBlock& block = state->Overlay.analog;
+    core::RunAnalogBlock& block = made->state.Overlay.image.analog;
     block.CrownTeeth = c.in.at("CrownTeeth").get<float>();
     block.PinionTeeth = c.in.at("PinionTeeth").get<float>();
     block.RearWheelDiameter = c.in.at("RearWheelDiameter").get<float>();
     const double speed = mph(row.SpeedRaw);
     Json got{{"label", tyreGrowthRead(speed, row.OutputRpm, mphRead(speed), block).text}};
-    got["overlayMouse"] = underAtFirst(
-        *state, tyreGrowthChannel, tyreGrowthDrawn(row.SpeedRaw, row.OutputRpm, block));
+    got["overlayMouse"] =
+        underAtFirst(*made, tyreGrowthChannel, tyreGrowthDrawn(row.SpeedRaw, row.OutputRpm, block));
     return got;
 }
 
 static Json movedCursor(const Case& c, double x) {
     core::SharedState state;
-    state.SampleCount = c.in.at("SampleCount").get<std::uint16_t>();
+    state.Run.SampleCount = c.in.at("SampleCount").get<std::uint16_t>();
     const int sample = cursorAt(x).value();
-    return Json{{"CursorSample", sample}, {"beep", !onRun(state, sample)}};
+    return Json{{"CursorSample", sample}, {"beep", !testing::onRun(state, sample)}};
 }
 
 static Json keyedCursor(const Case& c) {
@@ -179,8 +177,8 @@ private:
 
 static std::uint32_t crcOfInput(const core::SharedState& state) {
     platform::Bytes bytes;
-    for (int i = 1; i <= state.SampleCount; ++i) {
-        const auto word = static_cast<std::uint16_t>(state.Run.samples[i].InputRpm);
+    for (int i = 1; i <= state.Run.SampleCount; ++i) {
+        const auto word = static_cast<std::uint16_t>(state.Run.image.samples[i].InputRpm);
         bytes.push_back(static_cast<std::uint8_t>(word & 0xFF));
         bytes.push_back(static_cast<std::uint8_t>(word >> 8));
     }
@@ -188,8 +186,9 @@ static std::uint32_t crcOfInput(const core::SharedState& state) {
 }
 
 static Json redoneClutch(const Case& c) {
-    const auto state = stateOf(c);
-    core::RunImage& run = state->Run;
+    const auto made = graphCase(c);
+    core::SharedState& state = made->state;
+    core::RunImage& run = state.Run.image;
     run.tail.GearCount = c.in.value("GearCount", run.tail.GearCount);
     run.tail.GearRatio6 = c.in.value("GearRatio6", run.tail.GearRatio6);
     if (c.in.contains("GearRatio")) {
@@ -200,9 +199,10 @@ static Json redoneClutch(const Case& c) {
     }
     ListedAnswers dialogs(c.in);
     testing::MemoryFiles files;
-    const ToolResult result = Mnu_RedoClutch(*state, dialogs, files);
+    const ToolResult result =
+        Mnu_RedoClutch(state.Run, {state.Config.Gears, state.AppFolder, dialogs, files});
     Json got{{"ended", !result.changed}, {"asked", Json::array()}, {"T", result.shiftPoints},
-        {"crc32", crcOfInput(*state)}, {"samples", Json::array()}};
+        {"crc32", crcOfInput(state)}, {"samples", Json::array()}};
     for (const std::string& prompt : dialogs.prompts) got["asked"].push_back(askedLine(prompt));
     for (const Json& sample : c.expected.value("samples", Json::array())) {
         const int i = sample.at(0).get<int>();
@@ -213,12 +213,12 @@ static Json redoneClutch(const Case& c) {
 
 static Json movedTimeZero(const Case& c) {
     const auto state = std::make_unique<core::SharedState>();
-    state->DataType = c.in.at("DataType").get<std::uint8_t>();
-    state->SampleCount = c.in.at("SampleCount").get<std::uint16_t>();
+    state->Run.DataType = c.in.at("DataType").get<std::uint8_t>();
+    state->Run.SampleCount = c.in.at("SampleCount").get<std::uint16_t>();
     ListedAnswers dialogs(c.in);
     testing::MemoryFiles files;
-    const ToolResult result = Mnu_TimeOffset(*state, dialogs, files);
-    if (result.changed) return Json{{"TimeOffset", state->Run.tail.TimeOffset}};
+    const ToolResult result = Mnu_TimeOffset(state->Run, {0, state->AppFolder, dialogs, files});
+    if (result.changed) return Json{{"TimeOffset", state->Run.image.tail.TimeOffset}};
     if (dialogs.boxes.size() < 2) return Json{{"TimeOffset", nullptr}};
     return Json{{"TimeOffset", "invalid"}, {"text", toJson(dialogs.boxes[1])}};
 }

@@ -1,6 +1,7 @@
 // Golden vectors of the drawing, taken from what reaches a recording surface.
 #include "graph/drawing.h"
 #include "graph_functions.h"
+#include "tests/support/graph_calls.h"
 #include "tests/support/recording_surface.h"
 
 #include <bit>
@@ -16,13 +17,16 @@ using Kind = SurfaceOperation::Kind;
 
 // Everything that drawing needs, on the scale of the run.
 struct DrawnCase {
-    std::unique_ptr<core::SharedState> state;
-    GraphView view;
+    std::unique_ptr<GraphCase> made;
+    core::SharedState& state;
+    GraphView& view;
     RecordingHost host;
     TrendDrawing drawing;
 
-    explicit DrawnCase(const Case& c) : state(stateOf(c)), drawing(*state, view, host) {
-        host.surface.setScale(0, trendTop, static_cast<float>(state->SampleCount + 1), 0);
+    explicit DrawnCase(const Case& c)
+        : made(graphCase(c)), state(made->state), view(made->view),
+          drawing(testing::drawingOf(state, view, host)) {
+        host.surface.setScale(0, trendTop, static_cast<float>(state.Run.SampleCount + 1), 0);
         host.surface.forget();
     }
 };
@@ -62,7 +66,7 @@ static Json drawnChannel(const Case& c) {
     const auto& points = lines[0].points;
     Json got{{"count", points.size()}, {"crc32", crcOfPoints(points)}, {"colour", lines[0].colour},
         {"first", Json::array()}, {"last", Json::array()}, {"samples", Json::array()},
-        {"magnifyAfter", drawn.state->Config.Text_Magnify[static_cast<std::size_t>(channel)]}};
+        {"magnifyAfter", drawn.state.Config.Text_Magnify[static_cast<std::size_t>(channel)]}};
     const std::size_t few = std::min<std::size_t>(5, points.size());
     for (std::size_t i = 0; i < few; ++i) got["first"].push_back(pointJson(points[i]));
     for (std::size_t i = points.size() - few; i < points.size(); ++i) {
@@ -95,7 +99,7 @@ static Json gridOperation(const SurfaceOperation& operation, const Json& expecte
 
 static Json drawnGrid(const Case& c) {
     DrawnCase drawn(c);
-    drawn.view.RpmScale = static_cast<std::int16_t>(drawn.state->Config.MaxRpm + 6);
+    drawn.view.RpmScale = static_cast<std::int16_t>(drawn.state.Config.MaxRpm + 6);
     drawn.drawing.DrawGrid();
     Json got{{"MphScale", drawn.view.MphScale}, {"RpmScale", drawn.view.RpmScale},
         {"DrawStyle", drawn.host.surface.drawStyle()},
@@ -150,14 +154,14 @@ static Json drawnSwitches(const Case& c) {
 
 static Json drawnOrder(const Case& c) {
     DrawnCase drawn(c);
-    core::AppConfig& config = drawn.state->Config;
+    core::AppConfig& config = drawn.state.Config;
     // A colour for each channel tells whose line it is.
     for (int channel = 0; channel < channelCount; ++channel) {
         colourField(config, channel) = 1000 + channel;
     }
     config.GraphBackColour = 0;
     drawn.host.clutchVisible =
-        ShowChannelsForType(drawn.state->DataType, config.Vehicle_Type).clutch != Show::hide;
+        ShowChannelsForType(drawn.state.Run.DataType, config.Vehicle_Type).clutch != Show::hide;
     const bool overlay = c.in.at("routine") == "OverLayDraw";
     if (overlay) {
         drawn.view.RpmScale = 8; // a full picture always comes first

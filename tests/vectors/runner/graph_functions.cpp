@@ -76,14 +76,16 @@ static void addRatioAndTyre() {
 
 static void addRocos() {
     add("RoCoSDrawn", [](const Case& c) {
-        const auto state = stateOf(c);
-        return valueOf(rocosDrawn(state->Run, state->SampleCount, c.in.at("i").get<int>()));
+        const auto made = graphCase(c);
+        const core::OpenRun& run = made->state.Run;
+        return valueOf(rocosDrawn(run.image, run.SampleCount, c.in.at("i").get<int>()));
     });
     add("RoCoS_Cal", [](const Case& c) {
-        const auto state = stateOf(c);
+        const auto made = graphCase(c);
+        const core::SharedState& state = made->state;
         const bool fromOverlay = c.in.at("RocosFromOverlay").get<int>() != 0;
-        return textOfReading(RoCoS_Cal(fromOverlay ? state->Overlay : state->Run,
-            state->SampleCount, c.in.at("i").get<int>()));
+        return textOfReading(RoCoS_Cal(fromOverlay ? state.Overlay.image : state.Run.image,
+            state.Run.SampleCount, c.in.at("i").get<int>()));
     });
 }
 
@@ -169,7 +171,8 @@ static void addSizes() {
                 sizeOf(c.in, "TrendWidth", "TrendHeight"), c.in.value("factor", 1.0));
         Json got{{"Width", scaling.trend.value().width}, {"Height", scaling.trend->height},
             {"ScrollBars", scaling.scrollBars}};
-        if (scaling.caption) got["caption"] = *scaling.caption;
+        const int setting = c.in.at("setting").get<int>();
+        if (setting < scaleCustom) got["caption"] = scaleCaption(setting);
         return got;
     });
     add("ArrangeGraph", [](const Case& c) {
@@ -177,7 +180,7 @@ static void addSizes() {
             c.in.at("CustomScaleLow").get<int>(), c.in.at("CustomScaleHigh").get<int>());
         return Json{{"Width", custom.trend.width}, {"Height", custom.trend.height},
             {"HScrollMax", custom.hScrollMax}, {"VScrollMax", custom.vScrollMax},
-            {"caption", custom.caption}};
+            {"caption", scaleCaption(scaleCustom)}};
     });
     add("ScrollChange", [](const Case& c) {
         const ScrollPlace place = scrollPlace(sizeOf(c.in, "TrendWidth", "TrendHeight"),

@@ -41,14 +41,13 @@ static Json horsepowerOf(const std::string& elapsed, float weight) {
 }
 
 static Json statisticsOf(const Case& c) {
-    const auto state = stateOf(c);
-    const core::RunImage& run = state->Run;
+    const auto made = graphCase(c);
+    core::SharedState* state = &made->state;
     const std::string elapsed = textOf(c.in.at("texts").at("Text_ET"));
-    const RunStatistics statistics =
-        Cal(run, state->SampleCount, state->DataType, run.tail.TimeOffset, elapsed);
+    const RunStatistics statistics = Cal(state->Run, elapsed);
     if (statistics.failed) return Json{{"error", true}};
-    const StatisticsTexts texts = statisticsTexts(
-        statistics, run, state->DataType, state->Config.Exhaust, state->AnalogPicture);
+    const StatisticsTexts texts =
+        statisticsTexts(statistics, state->Run, state->Config.Exhaust, state->AnalogPicture);
     Json got{{"Caption", toJson(statisticsCaption(textOf(c.in.at("caption"))))},
         {"FromSample", statistics.FromSample}, {"ToSample", statistics.ToSample},
         {"PeakSpeed", statistics.PeakSpeed}, {"Mph_Max", toJson(texts.Mph_Max)},
@@ -61,7 +60,7 @@ static Json statisticsOf(const Case& c) {
     Json analogShown = Json::array();
     for (int n = 1; n <= 8; ++n) {
         if (!texts.A[n].shown) continue;
-        names[std::to_string(n)] = toJson(run.setup.AnalogName[n]);
+        names[std::to_string(n)] = toJson(state->Run.image.setup.AnalogName[n]);
         analogShown.push_back(n);
     }
     got["Txt_A"] = names;

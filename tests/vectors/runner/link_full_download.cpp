@@ -1,7 +1,7 @@
 // Golden vectors of the whole download: from the click to the run file and the index.
 #include "link_functions.h"
 
-#include "core/basic/numbers.h"
+#include "core/run_index.h"
 #include "core/run_records.h"
 #include "link/download_session.h"
 #include "tests/support/fixed_clock.h"
@@ -21,8 +21,8 @@ public:
     void hideButtons() override {}
     void unload() override {}
     void showSoftwareSetup() override { throw std::runtime_error("the configuration is refused"); }
-    void showDataGraph(const std::string&) override {}
-    void refreshChooser() override {}
+    void showFreshRun(const std::string&, const std::string&) override {}
+    void refreshChooser(const std::string&) override {}
 };
 
 platform::DateTime momentOfList(const Json& list) {
@@ -75,7 +75,9 @@ core::SharedState& pressStart(Bench& bench, platform::Clock& clock, testing::Mem
     state.AppFolder = folder;
     state.Config.CommPort = 1;
     DownloadForm form;
-    link::DownloadSession session(bench.link, state, form, bench.dialogs, clock, files);
+    link::DownloadSession session(bench.link,
+        {state.Config, state.AppFolder, state.Run, state.Tables}, form, bench.dialogs, clock,
+        files);
     session.Command_Send_Click();
     return state;
 }
@@ -91,21 +93,22 @@ Json fullDownload(const Case& c, const PressStart& press) {
     testing::FixedClock clock(momentOfList(c.in.at("clock")));
     const core::SharedState& state = press(bench, clock, files);
 
-    const auto run = files.read(state.DataFilePath);
+    const auto run = files.read(state.Run.path);
     const auto index = files.read(folder + "/Data/KvoData.Ini");
     if (!run || !index) throw std::runtime_error("no run file or no index");
-    const platform::Bytes payload = payloads(*run, state.SampleCount);
-    Json out{{"file_name", state.DataFilePath.substr(state.DataFilePath.rfind('/') + 1)},
+    const auto entries = core::readRunIndex(folder + "/Data/KvoData.Ini", files);
+    const platform::Bytes payload = payloads(*run, state.Run.SampleCount);
+    Json out{{"file_name", state.Run.path.substr(state.Run.path.rfind('/') + 1)},
         {"header_line", toJson(core::decodeHeaderLine(core::runRecord(*run, 1)).value_or(""))},
         {"payload_sha256", sha256(payload)}, {"payload_length", payload.size()},
         {"records", (run->size() + core::runRecordWidth - 1) / core::runRecordWidth},
-        {"SampleCount", state.SampleCount}, {"TimeOffset", state.Run.tail.TimeOffset},
-        {"PeakSpeedRaw", state.PeakSpeedRaw},
-        {"Description", toJson(core::rightTrimmed(state.RunIndexBuffer[1].Description))},
+        {"SampleCount", state.Run.SampleCount}, {"TimeOffset", state.Run.image.tail.TimeOffset},
+        {"PeakSpeedRaw", state.Run.PeakSpeedRaw},
+        {"Description", toJson(entries.empty() ? std::string() : entries.back().Description)},
         {"index_record", toJson(std::string(index->begin(), index->end()))},
         {"rows", Json::array()}};
     for (const auto& row : c.expected.at("rows"))
-        out["rows"].push_back(rowFields(state.Run, row.at("i").get<int>()));
+        out["rows"].push_back(rowFields(state.Run.image, row.at("i").get<int>()));
     trimRight(c.expected, "Description");
     return out;
 }

@@ -32,8 +32,8 @@ public:
     void hideButtons() override {}
     void unload() override {}
     void showSoftwareSetup() override {}
-    void showDataGraph(const std::string&) override {}
-    void refreshChooser() override {}
+    void showFreshRun(const std::string&, const std::string&) override {}
+    void refreshChooser(const std::string&) override {}
 
     std::string display;
 };
@@ -47,11 +47,11 @@ Fault silenceAfter(std::optional<long> bytes) {
     return bytes ? Fault{Fault::Kind::stopAfter, *bytes} : Fault{};
 }
 
-Json headerFields(const core::SharedState& state) {
-    const core::RunHeader& run = state.Run.header;
-    return Json{{"DataType", state.DataType}, {"LoggerModel", state.LoggerModel},
-        {"LoggerVersion", state.LoggerVersion}, {"LoggerMemory", state.LoggerMemory},
-        {"LoggerSerial", state.LoggerSerial}, {"EnginePickups", run.EnginePickups},
+Json headerFields(const link::LoggerHeader& header) {
+    const core::RunHeader& run = header.RunHeader;
+    return Json{{"DataType", header.DataType}, {"LoggerModel", header.LoggerModel},
+        {"LoggerVersion", header.LoggerVersion}, {"LoggerMemory", header.LoggerMemory},
+        {"LoggerSerial", header.LoggerSerial}, {"EnginePickups", run.EnginePickups},
         {"InputPickups", run.InputPickups}, {"OutputPickups", run.OutputPickups},
         {"FrontWheelPickups", run.FrontWheelPickups}, {"RecordOnRpm", run.RecordOnRpm},
         {"CrankGearTeeth", run.CrankGearTeeth}, {"BasketGearTeeth", run.BasketGearTeeth},
@@ -80,9 +80,9 @@ Json readHeader(const Case& c) {
     Bench bench(replies, silenceAfter(static_cast<long>(replies.size())));
     bench.link.RpmValue = c.in.at("RpmValue").get<std::int16_t>();
     bench.link.ReplyByte = c.in.value("ReplyByte", 0);
-    bench.state->DataType = c.in.value("DataType", std::uint8_t{0});
+    bench.link.Header.DataType = c.in.value("DataType", std::uint8_t{0});
     bench.link.ReadLoggerHeader();
-    Json out = headerFields(*bench.state);
+    Json out = headerFields(bench.link.Header);
     out["RpmValue"] = bench.link.RpmValue;
     out["ReplyByte"] = bench.link.ReplyByte;
     out["LinkFailed"] = bench.link.LinkFailed;
@@ -92,14 +92,14 @@ Json readHeader(const Case& c) {
 
 // Rows and periods before the transfer, made from the number k; fields that the type leaves alone
 // are zero. 0: all zero.
-void presetRun(int k, int dataType, core::SharedState& state, link::PulsePeriods& periods) {
+void presetRun(int k, core::OpenRun& run, link::PulsePeriods& periods) {
     if (k <= 0) return;
-    const auto type = link::downloadType(dataType);
+    const auto type = link::downloadType(run.DataType);
     for (int r = 1; r <= core::maxSamples; ++r) {
         platform::Bytes packed(core::runSampleWidth);
         for (std::size_t j = 0; j < packed.size(); ++j)
             packed[j] = static_cast<std::uint8_t>(k + 31 * r + 7 * static_cast<int>(j));
-        core::RunSample& row = state.Run.samples[r];
+        core::RunSample& row = run.image.samples[r];
         core::decode(packed, row);
         for (int c = (type ? type->analogOnWire : 8) + 1; c <= 8; ++c) row.Analog[c] = 0;
         if (type && type->auxAt == 0) row.Aux = 0;
@@ -121,29 +121,30 @@ Json download(const Case& c) {
         silenceAfter(answeredBytes(c.in.at("answered"))));
     link::PulsePeriods periods;
     bench.link.ReadLoggerHeader();
-    presetRun(c.in.at("preset").get<int>(), bench.state->DataType, *bench.state, periods);
+    core::OpenRun& run = bench.state->Run;
+    run.DataType = bench.link.Header.DataType;
+    presetRun(c.in.at("preset").get<int>(), run, periods);
     const long headerBytes = bench.line.bytesSent();
-    core::SharedState& state = *bench.state;
     QuietView view;
-    if (link::prepareDownload(state)) {
-        link::Download transfer(bench.link, state, periods, view, bench.dialogs);
+    if (link::prepareDownload(run)) {
+        link::Download transfer(bench.link, run, periods, view, bench.dialogs);
         if (c.in.at("mode") == "fast")
             transfer.DownloadFast();
         else
             transfer.DownloadSafe();
     }
-    const int count = state.SampleCount;
-    Json out{{"SampleCount", count}, {"TimeOffset", state.Run.tail.TimeOffset},
+    const int count = run.SampleCount;
+    Json out{{"SampleCount", count}, {"TimeOffset", run.image.tail.TimeOffset},
         {"D_bytes", bench.line.bytesSent() - headerBytes}, {"LinkFailed", bench.link.LinkFailed}};
     out["EnginePeriod_crc32"] = wordsCrc(count, [&](int i) { return periods.EnginePeriod[i]; });
     out["InputPeriod_crc32"] = wordsCrc(count, [&](int i) { return periods.InputPeriod[i]; });
     out["OutputPeriod_crc32"] = wordsCrc(count, [&](int i) { return periods.OutputPeriod[i]; });
-    out["SpeedRaw_crc32"] = wordsCrc(count, [&](int i) { return state.Run.samples[i].SpeedRaw; });
-    out["rows_crc32"] = rowsCrc(state.Run, count);
+    out["SpeedRaw_crc32"] = wordsCrc(count, [&](int i) { return run.image.samples[i].SpeedRaw; });
+    out["rows_crc32"] = rowsCrc(run.image, count);
     out["rows"] = Json::array();
     for (const auto& wanted : c.expected.value("rows", Json::array())) {
         const int i = wanted.at("i").get<int>();
-        Json row = rowFields(state.Run, i);
+        Json row = rowFields(run.image, i);
         row["EnginePeriod"] = periods.EnginePeriod[i];
         row["InputPeriod"] = periods.InputPeriod[i];
         row["OutputPeriod"] = periods.OutputPeriod[i];
@@ -162,10 +163,10 @@ Json decode(const Case& c) {
     config.Wheel = c.in.at("Wheel").get<float>();
     config.Speed_Correction = c.in.at("Speed_Correction").get<float>();
     const Json& rows = c.in.at("rows");
-    state->SampleCount = static_cast<std::uint16_t>(rows.size());
-    for (int i = 1; i <= state->SampleCount; ++i) {
+    state->Run.SampleCount = static_cast<std::uint16_t>(rows.size());
+    for (int i = 1; i <= state->Run.SampleCount; ++i) {
         const Json& given = rows[static_cast<std::size_t>(i - 1)];
-        core::RunSample& row = state->Run.samples[i];
+        core::RunSample& row = state->Run.image.samples[i];
         periods->EnginePeriod[i] = given[0].get<std::int32_t>();
         periods->InputPeriod[i] = given[1].get<std::int32_t>();
         periods->OutputPeriod[i] = given[2].get<std::int32_t>();
@@ -174,10 +175,10 @@ Json decode(const Case& c) {
         row.InputRpm = given[5].get<std::int16_t>();
         row.OutputRpm = given[6].get<std::int16_t>();
     }
-    link::convertPulses(*state, *periods);
-    Json out{{"PeakSpeedRaw", state->PeakSpeedRaw}, {"rows", Json::array()}};
-    for (int i = 1; i <= state->SampleCount; ++i) {
-        const core::RunSample& row = state->Run.samples[i];
+    link::convertPulses(state->Run, state->Config, *periods);
+    Json out{{"PeakSpeedRaw", state->Run.PeakSpeedRaw}, {"rows", Json::array()}};
+    for (int i = 1; i <= state->Run.SampleCount; ++i) {
+        const core::RunSample& row = state->Run.image.samples[i];
         out["rows"].push_back({row.EngineRpm, row.InputRpm, row.OutputRpm, row.SpeedRaw});
     }
     return out;
@@ -197,18 +198,18 @@ Json analogTables(const Case& c) {
         state->Config.AnalogScale[channel] = c.in.at("AnalogScale")[at].get<float>();
     }
     state->AppFolder = "/kvo";
-    state->DataType = c.in.at("DataType").get<std::uint8_t>();
+    state->Run.DataType = c.in.at("DataType").get<std::uint8_t>();
     const Json& rows = c.in.at("Analog");
-    state->SampleCount = static_cast<std::uint16_t>(rows.size());
-    for (int i = 1; i <= state->SampleCount; ++i)
+    state->Run.SampleCount = static_cast<std::uint16_t>(rows.size());
+    for (int i = 1; i <= state->Run.SampleCount; ++i)
         for (int channel = 1; channel <= 8; ++channel)
-            state->Run.samples[i].Analog[channel] =
+            state->Run.image.samples[i].Analog[channel] =
                 rows[static_cast<std::size_t>(i - 1)][static_cast<std::size_t>(channel - 1)]
                     .get<std::uint8_t>();
-    link::convertAnalogTables(*state, files);
+    link::convertAnalogTables(state->Run, state->Config, state->Tables, state->AppFolder, files);
     Json out{{"Analog", Json::array()}};
-    for (int i = 1; i <= state->SampleCount; ++i) {
-        const auto& analog = state->Run.samples[i].Analog;
+    for (int i = 1; i <= state->Run.SampleCount; ++i) {
+        const auto& analog = state->Run.image.samples[i].Analog;
         out["Analog"].push_back(Json(std::vector<int>(analog.begin(), analog.end())));
     }
     return out;
@@ -300,12 +301,12 @@ Json suggestTitle(const Case& c) {
 Bench::Bench(platform::Bytes stream, Fault fault)
     : m_logger(std::make_unique<ModelLogger>(std::move(stream))),
       m_faulty(std::make_unique<FaultyEnd>(*m_logger, fault)), line(*m_faulty),
-      state(std::make_unique<core::SharedState>()), link(line, line, dialogs, *state) {
+      state(std::make_unique<core::SharedState>()), link(line, line, dialogs) {
     line.setPortOpen(true);
 }
 
 Bench::Bench(simulator::LineEnd& far)
-    : line(far), state(std::make_unique<core::SharedState>()), link(line, line, dialogs, *state) {}
+    : line(far), state(std::make_unique<core::SharedState>()), link(line, line, dialogs) {}
 
 Json rowFields(const core::RunImage& run, int i) {
     const core::RunSample& row = run.rowOrZero(i);

@@ -1,0 +1,361 @@
+#include "graph/forms/channel_panel.h"
+
+#include "platform/qt/form_kit.h"
+#include "platform/qt/text.h"
+
+#include <QGridLayout>
+#include <QMenu>
+
+#include <algorithm>
+#include <initializer_list>
+
+namespace kvo::forms {
+
+using namespace platform_qt;
+
+namespace {
+
+// Rows of the panel: few where there is width for all columns, more where there is not.
+constexpr int fewRows = 5;
+constexpr int manyRows = 8;
+constexpr int groupGap = 10;
+constexpr int columnGap = 6;
+constexpr int sideMargin = 6;
+
+struct GroupFacts {
+    const char* heading;
+    std::initializer_list<int> channels;
+};
+
+// From left to right; a group is filled column by column.
+const std::array<GroupFacts, 4>& groups() {
+    using namespace channels;
+    static const std::array<GroupFacts, 4> all{{
+        {"Rpm", {engineChannel, clutchChannel, inputChannel, outputChannel}},
+        {"Derived", {slipChannel, ratioChannel, mphChannel, rocosChannel, tyreGrowthChannel}},
+        {"Analog", {analogChannel(1), analogChannel(2), analogChannel(3), analogChannel(4),
+                       analogChannel(5), analogChannel(6), analogChannel(7), analogChannel(8)}},
+        {"Exhaust Temps Deg F",
+            {exhaustChannel(1), exhaustChannel(2), exhaustChannel(3), exhaustChannel(4),
+                exhaustChannel(5), exhaustChannel(6), exhaustChannel(7), exhaustChannel(8)}},
+    }};
+    return all;
+}
+constexpr int exhaustGroup = 3;
+
+const GroupFacts& factsOf(int group) {
+    return groups()[static_cast<std::size_t>(group)];
+}
+
+int columnsOf(int group, int rows) {
+    return (static_cast<int>(factsOf(group).channels.size()) + rows - 1) / rows;
+}
+
+struct TimeBox {
+    const char* caption;
+    const char* control;
+    std::string core::TrackTimes::*time;
+};
+constexpr std::array<TimeBox, 6> timeBoxes{
+    {{"60 ft", "Text_60FootTime", &core::TrackTimes::Text_60FootTime},
+        {"330 ft", "Text_330FootTime", &core::TrackTimes::Text_330FootTime},
+        {"660 ft", "Text_660FootTime", &core::TrackTimes::Text_660FootTime},
+        {"660 mph", "Text_660FootSpeed", &core::TrackTimes::Text_660FootSpeed},
+        {"1000 ft", "Text_1000FootTime", &core::TrackTimes::Text_1000FootTime},
+        {"ET", "Text_ET", &core::TrackTimes::Text_ET}}};
+
+// The caption of a channel that has no name of its own.
+QString standIn(int channel) {
+    const channels::ChannelFacts& facts = channels::channelFacts(channel);
+    if (facts.kind == channels::ChannelKind::analog)
+        return QStringLiteral("Analog %1").arg(facts.number);
+    if (facts.kind == channels::ChannelKind::exhaust)
+        return QStringLiteral("Exhaust %1").arg(facts.number);
+    if (facts.kind == channels::ChannelKind::tyreGrowth) return QStringLiteral("Tyre Growth");
+    return shown(facts.name);
+}
+
+QLabel* headingLabel(const char* text) {
+    auto* label = new QLabel(QLatin1String(text));
+    QFont bold = label->font();
+    bold.setBold(true);
+    label->setFont(bold);
+    return label;
+}
+
+platform::Colour asColour(std::int32_t stored) {
+    return static_cast<platform::Colour>(stored);
+}
+
+} // namespace
+
+// --- Making the controls
+
+ChannelPanel::ChannelPanel(QWidget* parent) : QFrame(parent) {
+    setObjectName(QStringLiteral("Frame3"));
+    m_readOuts = named(new ReadOutLine, "ReadOuts");
+    auto* panels = row({});
+    panels->setSpacing(groupGap);
+    for (int group = 0; group < static_cast<int>(groups().size()); ++group)
+        makeGroup(*panels, group);
+    panels->addStretch(1);
+    panels->addWidget(makeTimes());
+    auto* all = column({LayoutPart(m_readOuts), LayoutPart(panels, 1)});
+    all->setContentsMargins(sideMargin, 3, sideMargin, 3);
+    all->setSpacing(3);
+    setLayout(all);
+    setRows(fewRows);
+}
+
+void ChannelPanel::makeGroup(QHBoxLayout& panels, int group) {
+    Group made;
+    made.box = new QWidget;
+    made.grid = new QGridLayout(made.box);
+    made.grid->setContentsMargins(0, 0, 0, 0);
+    made.grid->setHorizontalSpacing(columnGap);
+    made.grid->setVerticalSpacing(0);
+    QLabel* heading = headingLabel(factsOf(group).heading);
+    if (group == exhaustGroup) Label15 = named(heading, "Label15");
+    made.grid->addWidget(heading, 0, 0, 1, columnsOf(group, fewRows));
+    for (const int channel : factsOf(group).channels) makeCell(channel, made.box);
+    panels.addWidget(made.box, 10);
+    m_groups.push_back(made);
+}
+
+void ChannelPanel::makeCell(int channel, QWidget* box) {
+    auto* one = new ChannelCell(channels::channelFacts(channel), box);
+    one->toggle->setStandIn(standIn(channel));
+    const bool analog = channels::channelFacts(channel).kind == channels::ChannelKind::analog;
+    if (!analog) one->toggle->setCaption(standIn(channel));
+    m_cells[static_cast<std::size_t>(channel)] = one;
+    connect(one->toggle, &QCheckBox::clicked, this, [this, channel] { emit toggled(channel); });
+    connect(one->value, &ValueLabel::doubleClicked, this,
+        [this, channel] { emit colourWanted(channel); });
+    one->toggle->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(one->toggle, &QWidget::customContextMenuRequested, this,
+        [this, channel, one](
+            const QPoint& at) { channelMenu(channel, one->toggle->mapToGlobal(at)); });
+}
+
+// The run's times as its info file has them.
+QWidget* ChannelPanel::makeTimes() {
+    Frame_Times = named(new QWidget, "Frame_Times");
+    auto* grid = new QGridLayout(Frame_Times);
+    grid->setContentsMargins(0, 0, 0, 0);
+    grid->setHorizontalSpacing(columnGap);
+    grid->setVerticalSpacing(2);
+    grid->addWidget(headingLabel("Times"), 0, 0, 1, 4);
+    int place = 0;
+    for (const TimeBox& box : timeBoxes) {
+        auto* time = new ValueLabel(Frame_Times);
+        time->setObjectName(QLatin1String(box.control));
+        time->setBackgroundRole(QPalette::Base);
+        time->setForegroundRole(QPalette::Text);
+        time->setFixedWidth(time->fontMetrics().horizontalAdvance(QStringLiteral("000.000")) + 6);
+        time->setMaximumHeight(m_cells[0]->maximumHeight());
+        time->setContentsMargins(1, 1, 3, 1);
+        grid->addWidget(new QLabel(QLatin1String(box.caption)), 1 + place % 3, place / 3 * 2);
+        grid->addWidget(time, 1 + place % 3, place / 3 * 2 + 1);
+        ++place;
+    }
+    for (int line = 1; line <= fewRows; ++line) grid->setRowStretch(line, 1);
+    return Frame_Times;
+}
+
+// What a double click on the value does, for the keyboard.
+void ChannelPanel::channelMenu(int channel, const QPoint& place) {
+    QMenu menu(this);
+    const QAction* colour = menu.addAction(QStringLiteral("&Colour..."));
+    if (menu.exec(place) == colour) emit colourWanted(channel);
+}
+
+std::vector<QWidget*> ChannelPanel::toggles() const {
+    std::vector<QWidget*> all;
+    for (const GroupFacts& group : groups()) {
+        for (const int channel : group.channels) all.push_back(cell(channel).toggle);
+    }
+    return all;
+}
+
+// --- Where the cells stand
+
+int ChannelPanel::widthNeeded(int rows) const {
+    int columns = 0;
+    for (int group = 0; group < static_cast<int>(groups().size()); ++group)
+        columns += columnsOf(group, rows);
+    const int groupCount = static_cast<int>(groups().size());
+    const int times =
+        Frame_Times->isHidden() ? 0 : groupGap + Frame_Times->minimumSizeHint().width();
+    return columns * m_cells[0]->minimumSizeHint().width() + (columns - groupCount) * columnGap +
+           groupCount * groupGap + times + 2 * sideMargin;
+}
+
+int ChannelPanel::rowsFor(int widthPx) const {
+    return widthNeeded(fewRows) <= widthPx ? fewRows : manyRows;
+}
+
+int ChannelPanel::heightNeeded(int widthPx) {
+    setRows(rowsFor(widthPx));
+    layout()->activate();
+    return minimumSizeHint().height();
+}
+
+void ChannelPanel::setRows(int rows) {
+    if (rows == m_rows) return;
+    m_rows = rows;
+    for (int group = 0; group < static_cast<int>(m_groups.size()); ++group) {
+        Group& one = m_groups[static_cast<std::size_t>(group)];
+        one.columns = columnsOf(group, rows);
+        for (const int channel : factsOf(group).channels) one.grid->removeWidget(&cell(channel));
+        for (int line = 1; line <= manyRows; ++line)
+            one.grid->setRowStretch(line, line <= rows ? 1 : 0);
+        placeCells(group);
+        limitWidth(one);
+    }
+}
+
+// The channels that a run has stand one behind the other; the others leave no gap.
+void ChannelPanel::placeCells(int group) {
+    const Group& one = m_groups[static_cast<std::size_t>(group)];
+    const auto stands = [this, &one](int channel) {
+        const ChannelCell& each = cell(channel);
+        const bool shows = !each.toggle->isHidden();
+        return each.isHidden() != shows && (one.grid->indexOf(&each) >= 0) == shows;
+    };
+    const auto& members = factsOf(group).channels;
+    if (std::all_of(members.begin(), members.end(), stands)) return;
+    int place = 0;
+    for (const int channel : members) {
+        ChannelCell& each = cell(channel);
+        one.grid->removeWidget(&each);
+        const bool shows = !each.toggle->isHidden();
+        each.setVisible(shows);
+        if (!shows) continue;
+        const int rows = std::min(m_rows, static_cast<int>(members.size() + 1) / one.columns);
+        one.grid->addWidget(&each, 1 + place % rows, place / rows);
+        ++place;
+    }
+    one.box->setVisible(place > 0);
+}
+
+// Cells that are as wide as they get leave the rest of the panel empty.
+void ChannelPanel::limitWidth(const Group& group) const {
+    group.box->setMaximumWidth(
+        group.columns * m_cells[0]->maximumWidth() + (group.columns - 1) * columnGap);
+}
+
+void ChannelPanel::resizeEvent(QResizeEvent* event) {
+    QFrame::resizeEvent(event);
+    if (rowsFor(width()) != m_rows) emit heightChanged();
+}
+
+void ChannelPanel::uncoverOverlay(bool on) {
+    if (on == Frame_Times->isHidden()) return;
+    for (ChannelCell* one : m_cells) one->uncoverOverlay(on);
+    for (const Group& group : m_groups) limitWidth(group);
+    Frame_Times->setVisible(!on);
+    if (rowsFor(width()) != m_rows) emit heightChanged();
+}
+
+void ChannelPanel::showLabels(const graph::LabelVisibility& labels) {
+    const auto apply = [](QWidget* widget, graph::Show show) {
+        const bool visible = show == graph::Show::show;
+        if (show != graph::Show::leave && widget->isHidden() == visible)
+            widget->setVisible(visible);
+    };
+    const auto applyValues = [&](int channel, graph::Show show) {
+        apply(cell(channel).value, show);
+        apply(cell(channel).overlay, show);
+    };
+    apply(cell(channels::clutchChannel).toggle, labels.clutch);
+    applyValues(channels::clutchChannel, labels.clutch);
+    for (int n = 1; n <= 8; ++n) {
+        apply(cell(channels::analogChannel(n)).toggle, labels.analogToggle[n]);
+        applyValues(channels::analogChannel(n), labels.analogValue[n]);
+        apply(cell(channels::exhaustChannel(n)).toggle, labels.exhaustToggle);
+        applyValues(channels::exhaustChannel(n), labels.exhaustValue);
+    }
+    apply(Label15, labels.exhaustHeading);
+    for (int group = 0; group < static_cast<int>(m_groups.size()); ++group) placeCells(group);
+}
+
+// --- What the labels show
+
+void ChannelPanel::showTexts(const graph::ReadOutTexts& texts) {
+    m_readOuts->LoggerTime->setText(shown(texts.loggerTime));
+    for (const auto* list : {&texts.labels, &texts.emptied}) {
+        for (const graph::LabelText& label : *list) {
+            ChannelCell& shownIn = cell(label.channel);
+            (label.overlay ? shownIn.overlay : shownIn.value)->setText(shown(label.text));
+        }
+    }
+}
+
+void ChannelPanel::emptyLabels() {
+    for (const ChannelCell* one : m_cells) {
+        one->value->clear();
+        one->overlay->clear();
+    }
+    m_readOuts->LoggerTime->clear();
+    m_readOuts->Label_DataChanel->clear();
+}
+
+void ChannelPanel::showChannelOn(const core::AppConfig& config, int channel) {
+    const bool on = channels::channelOn(config, channel);
+    const platform::Colour back =
+        on ? asColour(config.GraphBackColour) : platform::systemButtonFace;
+    for (ValueLabel* label : {cell(channel).value, cell(channel).overlay}) {
+        label->setBack(back);
+        label->setEnabled(on);
+    }
+    cell(channel).toggle->setChecked(on);
+    cell(channel).toggle->setColour(asColour(channels::channelColour(config, channel)));
+}
+
+void ChannelPanel::showChannelsOn(const core::AppConfig& config) {
+    for (const int channel : channels::labelOrder()) showChannelOn(config, channel);
+}
+
+void ChannelPanel::showColours(const core::AppConfig& config) {
+    for (const int channel : channels::labelOrder()) {
+        const platform::Colour fore = asColour(channels::channelColour(config, channel));
+        for (ValueLabel* label : {cell(channel).value, cell(channel).overlay}) {
+            label->setBack(asColour(config.GraphBackColour));
+            label->setFore(fore);
+        }
+        cell(channel).toggle->setColour(fore);
+    }
+}
+
+void ChannelPanel::showColour(int channel, platform::Colour colour) {
+    cell(channel).toggle->setColour(colour);
+    cell(channel).value->setFore(colour);
+}
+
+void ChannelPanel::showOverlayColour(int channel, platform::Colour colour) {
+    cell(channel).overlay->setFore(colour);
+}
+
+void ChannelPanel::setAnalogCaption(int n, const std::string& caption) {
+    cell(channels::analogChannel(n)).toggle->setCaption(shown(caption));
+}
+
+void ChannelPanel::showTimes(const core::TrackTimes& times) {
+    for (const TimeBox& box : timeBoxes)
+        control<QLabel>(*this, box.control).setText(shown(times.*box.time));
+}
+
+void ChannelPanel::setExhaustHeading(const QString& heading) {
+    Label15->setText(heading);
+}
+
+bool ChannelPanel::clutchLabelVisible() const {
+    return !cell(channels::clutchChannel).value->isHidden();
+}
+
+bool ChannelPanel::canBeFound(int channel) const {
+    const ValueLabel& label = *cell(channel).value;
+    return label.isEnabled() && (channel != channels::clutchChannel || !label.isHidden());
+}
+
+} // namespace kvo::forms

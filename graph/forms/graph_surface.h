@@ -1,0 +1,64 @@
+#pragma once
+// The surface of the graph window with its frame and scroll bars: how large Trend is in each
+// setting, and which part of it is in view. The sizes come from graph/layout.
+#include "graph/layout.h"
+#include "platform/qt/surface_widget.h"
+
+#include <QWidget>
+
+class QFrame;
+class QScrollBar;
+
+namespace kvo::forms {
+
+class GraphSurface : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit GraphSurface(QWidget* parent);
+
+    platform_qt::SurfaceWidget& trend() { return *Trend; }
+    platform::Surface& surface() { return Trend->surface(); }
+
+    // ArrangeGraph: the stored setting, and the factors of a custom size. Gives the setting that
+    // Mnu_Scale names from now on, none where that stays.
+    std::optional<int> ArrangeGraph(int setting, int customScaleLow, int customScaleHigh);
+    // A setting from 0 to 4; the factor is that of a zoom. Gives the same.
+    std::optional<int> Graph_scale(int setting, double factor = 1);
+    // Form_Resize: what a new room means to the setting that Mnu_Scale names.
+    void resizeTo(int scaleShown);
+    // The window has found its size on the screen; a zoom grows from what is there from now on.
+    void settle() { m_settled = true; }
+    bool settled() const { return m_settled; }
+    void ScrollToCursor(int sampleCount, int cursorSample);
+    // Whether the surface is larger than its frame.
+    bool scrolls() const;
+    // Keys that Trend has no use for scroll an enlarged surface. False for any other key.
+    bool scrollByKey(int key);
+
+signals:
+    // Another part of Trend is in view.
+    void scrolled();
+    // Ctrl and the wheel: 1 for in, -1 for out.
+    void zoomWanted(int direction);
+
+protected:
+    void wheelEvent(QWheelEvent* event) override;
+
+private:
+    graph::Room room() const { return {width(), height()}; }
+    void setTrendSize(const graph::Size& twips);
+    void setFrame(const graph::Box& box, bool scrollBars);
+    void reapplyScrollBars();
+    void HScroll_Change();
+
+    graph::Size m_trendSize; // of Trend, twips
+    graph::Box m_frame;      // Frame1 as the rules measure it
+    bool m_settled = false;
+    QFrame* Frame1 = nullptr;
+    platform_qt::SurfaceWidget* Trend = nullptr;
+    QScrollBar* HScroll = nullptr;
+    QScrollBar* VScroll = nullptr;
+};
+
+} // namespace kvo::forms
