@@ -190,6 +190,10 @@ int ChannelPanel::widthNeeded(int rows) const {
            groupCount * groupGap + times + 2 * sideMargin;
 }
 
+int ChannelPanel::leastWidth() const {
+    return widthNeeded(manyRows);
+}
+
 int ChannelPanel::rowsFor(int widthPx) const {
     return widthNeeded(fewRows) <= widthPx ? fewRows : manyRows;
 }

@@ -29,6 +29,8 @@ public:
     // The toggles in the order of the panel, for the tab order.
     std::vector<QWidget*> toggles() const;
 
+    // The narrowest that the panel can be with all that it may show.
+    int leastWidth() const;
     // Height that the panel needs at a width. It takes more rows where the columns do not fit.
     int heightNeeded(int widthPx);
 

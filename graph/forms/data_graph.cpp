@@ -65,7 +65,7 @@ void DataGraph::makeControls() {
     connect(&surface, &SurfaceWidget::mouseLeft, this, [this] { Label_DataChanel_Change({}); });
     setTabOrders();
     const QSize room = screen()->availableSize();
-    setMinimumSize(qMin(m_panel->minimumSizeHint().width(), room.width()), lowestWindowPx);
+    setMinimumSize(qMin(m_panel->leastWidth(), room.width()), lowestWindowPx);
     resize(room.width() * 9 / 10, room.height() * 9 / 10);
     setWindowState(Qt::WindowMaximized);
 }
@@ -142,12 +142,20 @@ bool DataGraph::event(QEvent* event) {
 
 // --- Sizes
 
+// A key that has no room for its caption shows its icon alone; its tool tip says the rest.
+void DataGraph::placeToolbar(int width) {
+    QToolBar& toolbar = m_commands.toolbar();
+    toolbar.setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    if (toolbar.sizeHint().width() > width) toolbar.setToolButtonStyle(Qt::ToolButtonIconOnly);
+    toolbar.setGeometry(0, 0, width, graph::toolbarHeightPx);
+}
+
 void DataGraph::placePanels() {
     const int width = m_inner->width();
     const int room =
         graph::surfaceHeightPx(m_inner->height(), m_inner->y(), m_panel->heightNeeded(width));
     const int top = graph::toolbarHeightPx + room;
-    m_commands.toolbar().setGeometry(0, 0, width, graph::toolbarHeightPx);
+    placeToolbar(width);
     m_surface->setGeometry(0, graph::toolbarHeightPx, width, room);
     m_panel->setGeometry(0, top, width, qMax(0, m_inner->height() - top));
 }

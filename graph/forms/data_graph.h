@@ -74,6 +74,7 @@ private:
     void makeCommands();
     void setTabOrders();
     void placePanels();
+    void placeToolbar(int width);
     void Form_Load();
     void Form_Activate();
     void Form_Unload();

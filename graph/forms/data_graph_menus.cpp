@@ -92,7 +92,6 @@ void DataGraph::makeCommands() {
     m_commands.makeMenus(*menuBar(), *this, menuRows());
     QToolBar* toolbar = m_commands.makeToolbar(*this, toolRows());
     toolbar->setParent(m_inner);
-    toolbar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     toolbar->setIconSize({20, 20});
 }
 

@@ -1058,7 +1058,8 @@ private slots:
         for (const bool dark : {false, true}) {
             if (dark) QApplication::setPalette(darkPalette());
             for (const int type : {8, 12, 17, 20, 25, 32, 43}) {
-                for (const QSize size : {QSize(1366, 768), QSize(1920, 1080)}) {
+                for (const QSize size :
+                    {QSize(960, 540), QSize(1024, 768), QSize(1366, 768), QSize(1920, 1080)}) {
                     DataGraph& graph = open(type, size);
                     QTest::mouseMove(&trend(), place(300, 1038));
                     const auto name = QStringLiteral("graph_%1_%2_%3.png")
