@@ -28,11 +28,6 @@ std::string lowered(std::string_view text) {
     return result;
 }
 
-std::string_view withoutLeadingBlanks(std::string_view text) {
-    const std::size_t first = text.find_first_not_of(' ');
-    return first == std::string_view::npos ? std::string_view{} : text.substr(first);
-}
-
 // Up to and including the first ":"; a text without one counts as having it at place 0.
 std::size_t lengthToColon(std::string_view description) {
     const std::size_t colon = description.find(':');
@@ -128,12 +123,12 @@ platform::WriteResult DeleteFile(const std::string& appFolder,
 }
 
 std::string editableDescription(std::string_view description) {
-    return core::rightTrimmed(withoutLeadingBlanks(description.substr(lengthToColon(description))));
+    return core::rightTrimmed(core::leftTrimmed(description.substr(lengthToColon(description))));
 }
 
 std::optional<std::string> changedDescription(
     std::string_view description, std::string_view newText) {
-    const std::string_view text = withoutLeadingBlanks(newText);
+    const std::string_view text = core::leftTrimmed(newText);
     if (!(core::Val(text) > 0)) return {};
     std::string result(description.substr(0, lengthToColon(description)));
     result += ' ';
@@ -154,7 +149,7 @@ platform::WriteResult editDescription(const std::string& appFolder,
         return written;
     }
     return retitleRunFile(appFolder, dataFilePath(appFolder, rows[row].FileName, files),
-        withoutLeadingBlanks(newText), openRun, files);
+        core::leftTrimmed(newText), openRun, files);
 }
 
 } // namespace kvo::library

@@ -172,6 +172,9 @@ bool DownloadSession::askTitle(std::string& title) {
         }
     } while (
         !(core::Val(title) > 0)); // a title that starts with a word is refused without a message
+    // With the blank of the suggestion in front, the date key would take one digit of a run number
+    // of two, and run 10 would pass for run 1.
+    title = std::string(core::leftTrimmed(title));
     return true;
 }
 

@@ -1,5 +1,6 @@
 #include "core/basic/numbers.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <limits>
@@ -150,6 +151,10 @@ std::string Str(float value) {
 
 std::string Str(int value) {
     return withBlank(CStr(value));
+}
+
+std::string_view leftTrimmed(std::string_view text) {
+    return text.substr(std::min(text.find_first_not_of(' '), text.size()));
 }
 
 std::string rightTrimmed(std::string_view text) {

@@ -44,6 +44,8 @@ std::string CStr(double value);
 std::string CStr(float value);
 std::string CStr(int value);
 
+// Blanks off the left end; what is left of `text` itself.
+std::string_view leftTrimmed(std::string_view text);
 // Blanks off the right end.
 std::string rightTrimmed(std::string_view text);
 // Exactly `width` characters: blanks added behind, or cut.

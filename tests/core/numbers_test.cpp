@@ -115,6 +115,10 @@ TEST(Texts, AreTrimmedAndPadded) {
     EXPECT_EQ(rightTrimmed("  ab  "), "  ab");
     EXPECT_EQ(rightTrimmed("   "), "");
     EXPECT_EQ(rightTrimmed("ab\t "), "ab\t");
+    EXPECT_EQ(leftTrimmed("  ab  "), "ab  ");
+    EXPECT_EQ(leftTrimmed("   "), "");
+    EXPECT_EQ(leftTrimmed(""), "");
+    EXPECT_EQ(leftTrimmed("\t ab"), "\t ab");
     EXPECT_EQ(padded("ab", 4), "ab  ");
     EXPECT_EQ(padded("abcdef", 4), "abcd");
     EXPECT_EQ(padded("", 0), "");

@@ -228,9 +228,29 @@ TEST(DownloadSession, TheTitleIsSuggestedFromTheLastRecord) {
     }
 }
 
+// The suggestion as it stands is what most users accept.
+TEST(DownloadSession, TheTenthRunOfADayIsNotTheFirstOne) {
+    DownloadRig rig(8);
+    putIndex(rig, {"Sun 15 Nov 2026 Run: 1", "Sun 15 Nov 2026 Run: 9"});
+    rig.expectSave(" 10 ", " 10 ");
+    rig.click();
+    EXPECT_EQ(rig.dialogs.problems(), "");
+    EXPECT_TRUE(rig.state->Run.headerLine.ends_with("Date:Sun 15 Nov 2026 Run: 10 #"));
+    ASSERT_EQ(indexOf(rig).size(), 3U);
+    EXPECT_EQ(indexOf(rig)[2].Description, "Sun 15 Nov 2026 Run: 10");
+    EXPECT_EQ(core::RunDateKey(indexOf(rig)[2].Description), 20111510);
+}
+
+TEST(DownloadSession, LeadingBlanksTakeNoRoomOfALongTitle) {
+    DownloadRig rig(8);
+    rig.expectSave("1 ", "   7" + std::string(199, 'x'));
+    rig.click();
+    EXPECT_EQ(indexOf(rig)[0].Description, "Sun 15 Nov 2026 Run: 7" + std::string(129, 'x'));
+}
+
 TEST(DownloadSession, ATitleWithoutANumberComesBack) {
     DownloadRig rig(8);
-    for (const char* title : {"abc", "0", "-1", "Western 3"})
+    for (const char* title : {"abc", "0", "-1", "Western 3", "   "})
         rig.dialogs.expectInputTitled("Run Title", title);
     rig.expectSave("1 ", "2 Western Nationals");
     rig.click();
