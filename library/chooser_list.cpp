@@ -48,6 +48,7 @@ std::string retitled(std::string_view line, std::string_view newText) {
 
 platform::WriteResult retitleRunFile(const std::string& appFolder, const std::string& path,
     std::string_view newText, core::OpenRun& openRun, platform::Files& files) {
+    if (path.empty()) return {false, "The list of runs names no file that can be this run's."};
     auto file = files.read(path);
     if (!file) return {false, path + " cannot be read."};
     const auto line = core::decodeHeaderLine(core::runRecord(*file, 1));
@@ -80,8 +81,8 @@ std::string dataFilePath(
     const std::string& appFolder, std::string_view fileName, const platform::Files& files) {
     const std::string trimmed = core::rightTrimmed(fileName);
     std::string_view name(trimmed);
-    if (!core::isSafeBaseName(name)) name = {};
     if (name.size() > runNameLength) name.remove_prefix(name.size() - runNameLength);
+    if (!core::isSafeBaseName(name)) return {};
     return core::joined(core::dataFolder(appFolder, files), name, files);
 }
 
@@ -113,7 +114,7 @@ platform::WriteResult DeleteFile(const std::string& appFolder,
     std::vector<core::RunIndexEntry>& rows, std::size_t row, platform::Files& files) {
     if (row >= rows.size()) return {};
     const std::string path = dataFilePath(appFolder, rows[row].FileName, files);
-    if (core::isSafeBaseName(core::baseName(path))) {
+    if (!path.empty()) {
         for (const std::string& each : {path, core::infoFilePath(path)}) {
             if (auto removed = core::removeKept(appFolder, each, files); !removed) return removed;
         }

@@ -131,6 +131,27 @@ private slots:
         QVERIFY(!chooser().choose(QStringLiteral("Load"), QStringLiteral("x")));
     }
 
+    void aRowThatHoldsAPathLoadsItsRunAndAHostileOneNone() {
+        const std::vector<core::RunIndexEntry> rows{
+            {"C:\\KVO\\Data\\26111515.10d", "Sun 15 Nov 2026 Run: 2 Second"},
+            {"../Kvo.Cfg", "Sun 15 Nov 2026 Run: 3 Third"}};
+        QVERIFY(core::writeRunIndex("/kvo", rows, m_program->files).done);
+        const auto chooseRow = [](int row) {
+            onModal([row](QWidget*) {
+                clickRow(row);
+                QTest::keyClick(&list(), Qt::Key_Return);
+            });
+            return chooser().choose(QStringLiteral("Load"), QStringLiteral("x"));
+        };
+        const auto chosen = chooseRow(0);
+        QVERIFY(chosen.has_value());
+        QCOMPARE(chosen->path, std::string("/kvo/Data/26111515.10d"));
+        const auto hostile = chooseRow(1);
+        QVERIFY(hostile.has_value());
+        QCOMPARE(hostile->path, std::string());
+        QCOMPARE(hostile->infoPath, std::string());
+    }
+
     void aMissingIndexIsAnEmptyList() {
         QVERIFY(m_program->files.remove("/kvo/Data/KvoData.Ini").done);
         onModal([](QWidget*) {

@@ -68,11 +68,19 @@ TEST_F(ChooserList, formsThePathFromTheLastTwelveCharacters) {
     EXPECT_EQ(dataFilePath(folder, "xx26111514.52d", files), "/kvo/Data/26111514.52d");
 }
 
+TEST_F(ChooserList, cutsAPathFirstAndThenLooksAtTheName) {
+    for (const char* name : {"C:\\KVO\\Data\\26111514.52d", "/media/stick/Data/26111514.52d   ",
+             "../../26111514.52d", "Backup/../26111514.52d"})
+        EXPECT_EQ(dataFilePath(folder, name, files), "/kvo/Data/26111514.52d") << name;
+}
+
 TEST_F(ChooserList, refusesNamesThatLeaveTheFolder) {
-    EXPECT_EQ(dataFilePath(folder, "../../Kvo.Cfg", files), "/kvo/Data/");
-    EXPECT_EQ(dataFilePath(folder, "..\\Kvo.Cfg", files), "/kvo/Data/");
-    EXPECT_EQ(dataFilePath(folder, std::string("a\0b", 3), files), "/kvo/Data/");
-    EXPECT_EQ(dataFilePath(folder, "", files), "/kvo/Data/");
+    for (const std::string& name : {std::string("../../Kvo.Cfg"), std::string("..\\Kvo.Cfg"),
+             std::string("Data/Kvo.Cfg"), std::string("a\0b", 3), std::string("26111514\n52d"),
+             std::string("KVO/COM1.1514.5d"), std::string("26111514.52/"), std::string("   ")})
+        EXPECT_EQ(dataFilePath(folder, name, files), "") << name;
+    // Cut, this is a name like any other.
+    EXPECT_EQ(dataFilePath(folder, "AUX/26111514.52d", files), "/kvo/Data/26111514.52d");
 }
 
 TEST_F(ChooserList, opensOnTheLastChoiceElseOnTheNewestRun) {
@@ -122,6 +130,23 @@ TEST_F(ChooserList, deletingAHostileRowTouchesNoFile) {
     ASSERT_TRUE(DeleteFile(folder, rows, 1, files));
     EXPECT_TRUE(files.exists("/kvo/Kvo.Cfg"));
     EXPECT_EQ(rows.size(), 2u);
+}
+
+TEST_F(ChooserList, deletingARowThatHoldsAPathDeletesItsRun) {
+    rows[1].FileName = "C:\\KVO\\Data\\26111515.10d";
+    ASSERT_TRUE(DeleteFile(folder, rows, 1, files));
+    EXPECT_FALSE(files.exists("/kvo/Data/26111515.10d"));
+    EXPECT_EQ(onDisk().size(), 2u);
+}
+
+TEST_F(ChooserList, renamingAHostileRowTouchesNoFile) {
+    files.put("/kvo/Kvo.Cfg", {1});
+    rows[1].FileName = "../Kvo.Cfg";
+    core::OpenRun none; // without a path, as the row is
+    const auto result = editDescription(folder, rows, 1, "5 Semi final", none, files);
+    EXPECT_EQ(result.message, "The list of runs names no file that can be this run's.");
+    EXPECT_EQ(none.headerLine, "");
+    EXPECT_EQ(files.read("/kvo/Kvo.Cfg"), platform::Bytes{1});
 }
 
 TEST_F(ChooserList, aDeleteThatCannotKeepACopyTakesNothingOff) {
