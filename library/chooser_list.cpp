@@ -28,6 +28,22 @@ std::string lowered(std::string_view text) {
     return result;
 }
 
+// What counts of a row's file name: its last 12 characters, blanks behind them left out.
+std::string runName(std::string_view fileName) {
+    const std::string trimmed = core::rightTrimmed(fileName);
+    return trimmed.substr(trimmed.size() - std::min(trimmed.size(), runNameLength));
+}
+
+// The name of a row's run with four digits of its year, so that names sort by their dates. A name
+// without a year is older than all.
+std::string datedName(const core::RunIndexEntry& row) {
+    const auto isDigit = [](char c) { return c >= '0' && c <= '9'; };
+    std::string name = runName(row.FileName);
+    if (name.size() < 2 || !isDigit(name[0]) || !isDigit(name[1])) return {};
+    constexpr char firstDecadeOfLastCentury = '8';
+    return name.insert(0, name[0] >= firstDecadeOfLastCentury ? "19" : "20");
+}
+
 // Up to and including the first ":"; a text without one counts as having it at place 0.
 std::size_t lengthToColon(std::string_view description) {
     const std::size_t colon = description.find(':');
@@ -79,9 +95,7 @@ std::vector<core::RunIndexEntry> Data_File(const std::string& appFolder, platfor
 
 std::string dataFilePath(
     const std::string& appFolder, std::string_view fileName, const platform::Files& files) {
-    const std::string trimmed = core::rightTrimmed(fileName);
-    std::string_view name(trimmed);
-    if (name.size() > runNameLength) name.remove_prefix(name.size() - runNameLength);
+    const std::string name = runName(fileName);
     if (!core::isSafeBaseName(name)) return {};
     return core::joined(core::dataFolder(appFolder, files), name, files);
 }
@@ -94,7 +108,7 @@ std::optional<std::size_t> rowToOpenOn(
     });
     const auto newest = std::max_element(
         rows.begin(), rows.end(), [](const core::RunIndexEntry& a, const core::RunIndexEntry& b) {
-            return a.FileName < b.FileName;
+            return datedName(a) < datedName(b);
         });
     return static_cast<std::size_t>((last != rows.end() ? last : newest) - rows.begin());
 }

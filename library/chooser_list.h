@@ -22,7 +22,8 @@ std::vector<core::RunIndexEntry> Data_File(const std::string& appFolder, platfor
 std::string dataFilePath(
     const std::string& appFolder, std::string_view fileName, const platform::Files& files);
 
-// The row of that file, else the row of the newest run by its name, else nothing (an empty list).
+// The row of that file, else the row of the newest run by its name, else nothing (an empty list). A
+// name tells two digits of its year: 80 to 99 are of the last century.
 std::optional<std::size_t> rowToOpenOn(
     const std::vector<core::RunIndexEntry>& rows, std::string_view lastChosenFile);
 // The next row behind `from` (wrapping) in which `typed` stands, whatever its case; nothing if

@@ -92,6 +92,19 @@ TEST_F(ChooserList, opensOnTheLastChoiceElseOnTheNewestRun) {
     EXPECT_EQ(rowToOpenOn({}, "26111515.10d"), std::nullopt);
 }
 
+TEST_F(ChooserList, tellsTheCenturyOfTwoDigitYears) {
+    const auto newestOf = [](const std::vector<const char*>& names) {
+        std::vector<RunIndexEntry> list;
+        for (const char* name : names) list.push_back({name, "a run"});
+        return *rowToOpenOn(list, "");
+    };
+    EXPECT_EQ(newestOf({"99123123.59d", "26111514.52d", "00010100.00d"}), 1u);
+    EXPECT_EQ(newestOf({"80010100.00d", "79123123.59d"}), 1u);
+    EXPECT_EQ(newestOf({"80010100.00d", "99010100.00d", "81010100.00d"}), 1u);
+    EXPECT_EQ(newestOf({"D:\\Data\\26111514.51d", "26111514.50d", "D:\\Data\\99111514.52d"}), 0u);
+    EXPECT_EQ(newestOf({"", "z", "notes.txt", "80010100.00d"}), 3u);
+}
+
 TEST_F(ChooserList, findsTypedTextAnywhereAndWraps) {
     EXPECT_EQ(findTyped(rows, 0, "SECOND"), 1u);
     EXPECT_EQ(findTyped(rows, 2, "second"), 1u);
