@@ -4,6 +4,7 @@
 
 #include "core/basic/numbers.h"
 #include "core/run_index.h"
+#include "core/run_records.h"
 #include "tests/support/download_rig.h"
 
 #include <gtest/gtest.h>
@@ -460,6 +461,31 @@ TEST(DownloadSession, ANewFormDisarmsTheFlagAndEmptiesThePeriods) {
     // The row that the fast mode never writes has no period in the new form either.
     EXPECT_EQ(rig.state->Run.image.samples[2520].EngineRpm, 0);
     EXPECT_EQ(rig.dialogs.problems(), "");
+}
+
+TEST(DownloadSession, NothingOfTheTailOfTheRunBeforeGetsIntoTheFile) {
+    DownloadRig rig(8);
+    core::RunTailBlock& before = rig.state->Run.image.tail;
+    before.AnalogTypes.fill(3);
+    before.reserved.fill(0xAB);
+    before.GearCount = 5; // as a rework of the clutch leaves it
+    before.GearRatio6 = 0.7F;
+    before.TimeOffset = 300;
+    rig.config.Sixth_Ratio = 1.25;
+    rig.config.Analog_Type[1] = 1;
+    rig.config.Analog_Type[8] = 4;
+    rig.saveConfig();
+    rig.expectSave();
+    rig.click();
+    const auto file = rig.files.read(runPath);
+    ASSERT_TRUE(file);
+    core::RunTailBlock tail;
+    ASSERT_TRUE(core::decode(core::runRecord(*file, 2520 + 5), tail));
+    core::RunTailBlock fresh;
+    fresh.AnalogTypes = rig.config.Analog_Type;
+    fresh.GearRatio6 = 1.25F;
+    fresh.TimeOffset = 160;
+    EXPECT_EQ(tail, fresh);
 }
 
 TEST(DownloadSession, TwoDownloadsOfOneMinuteShareTheFile) {
