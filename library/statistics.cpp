@@ -115,6 +115,7 @@ bool calculate(RunStatistics& result, const core::OpenRun& run, std::string_view
         return false;
     }
     result.ToSample = static_cast<std::int16_t>(std::min<int>(result.ToSample, run.SampleCount));
+    result.hasRange = true;
     const int width = result.ToSample - result.FromSample;
     seedAll(result, image.rowOrZero(result.FromSample), timeShared(run));
     firstPass(result, image, result.ToSample);
@@ -125,6 +126,15 @@ bool calculate(RunStatistics& result, const core::OpenRun& run, std::string_view
         secondPass(result, image, result.ToSample);
     }
     return secondAverages(result, timeShared(run), width);
+}
+
+// FromSample is time zero.
+std::string rangeText(const RunStatistics& statistics) {
+    if (!statistics.hasRange) return {};
+    const auto seconds = [&](int sample) {
+        return core::Format((sample - statistics.FromSample) / core::samplesPerSecond, "#0.00");
+    };
+    return seconds(statistics.FromSample) + " to " + seconds(statistics.ToSample) + " s";
 }
 
 StatisticsRow numberRow(const ChannelStatistics& channel) {
@@ -163,6 +173,7 @@ RunStatistics Cal(const core::OpenRun& run, std::string_view Text_ET) {
 StatisticsTexts statisticsTexts(const RunStatistics& statistics, const core::OpenRun& run,
     int exhaustUnit, std::string& picture) {
     StatisticsTexts texts;
+    texts.Range = rangeText(statistics);
     texts.Mph_Max = channels::mphRead(channels::mph(statistics.PeakSpeed));
     texts.Rpm = numberRow(statistics.Rpm);
     texts.Input = numberRow(statistics.Input);

@@ -27,7 +27,8 @@ struct RunStatistics {
     ChannelStatistics Pinion;
     core::FromOne<ChannelStatistics, 8> A; // raw bytes
     core::FromOne<ChannelStatistics, 8> E; // raw bytes
-    // A run-time failure ended Cal: what was made before it stands, the rest is empty.
+    bool hasRange = false;                 // both ends are known
+    // A run-time failure ended Cal: what was made before it is kept, the rest is empty.
     bool failed = false;
 };
 
@@ -43,6 +44,7 @@ struct StatisticsRow {
 };
 
 struct StatisticsTexts {
+    std::string Range; // "0.00 to 4.75 s", seconds from the launch; empty where it is not known
     std::string Mph_Max;
     StatisticsRow Rpm;
     StatisticsRow Input;

@@ -74,6 +74,9 @@ QWidget* Statistics::makeChannels() {
     auto* grid = new QGridLayout(box);
     grid->setHorizontalSpacing(18);
     grid->setVerticalSpacing(3);
+    Range = named(valueLabel(QStringLiteral("-999.99 to -999.99 s")), "Range");
+    Range->setToolTip(QStringLiteral("These figures are of this time, counted from the launch."));
+    grid->addWidget(Range, 0, 0);
     int gridColumn = 1;
     for (const char* heading : {"Minimum", "Maximum", "Average"}) {
         auto* label = new QLabel(QLatin1String(heading));
@@ -129,6 +132,7 @@ void Statistics::showRun(const GraphTexts& graph) {
     Et->setText(shown(times.Text_ET));
     Speed660->setText(shown(times.Text_660FootSpeed));
     Mph_Max->setText(shown(texts.Mph_Max));
+    Range->setText(shown(texts.Range));
     fill(m_rpm, texts.Rpm);
     fill(m_input, texts.Input);
     fill(m_pinion, texts.Pinion);

@@ -62,6 +62,7 @@ private:
     QLabel* Speed660 = nullptr;
     QLabel* Mph_Max = nullptr;
     QLabel* Horsepower = nullptr;
+    QLabel* Range = nullptr; // what the minima, maxima and averages are taken from
     Line m_rpm;
     Line m_input;
     Line m_pinion;

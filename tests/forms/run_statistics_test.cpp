@@ -86,6 +86,7 @@ private slots:
             QCOMPARE(label("Et"), QStringLiteral("8.5"));
             QCOMPARE(label("Mph_Max"), QStringLiteral("85.00"));
             QCOMPARE(label("Horsepower"), QStringLiteral("643"));
+            QCOMPARE(label("Range"), QStringLiteral("0.00 to 7.70 s"));
             QCOMPARE(label("Rpm_Min"), QStringLiteral(" 80"));
             QCOMPARE(label("Rpm_Max"), QStringLiteral(" 850"));
             QCOMPARE(label("Txt_A(1)"), QStringLiteral("Oil & P "));

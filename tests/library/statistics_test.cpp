@@ -52,6 +52,17 @@ TEST_F(Statistics, anElapsedTimeBeyondSixteenBitsFails) {
     EXPECT_TRUE(cal(1213, 25, 80, "400").failed);
 }
 
+TEST_F(Statistics, tellsTheRangeInSecondsFromTheLaunch) {
+    const auto range = [&](int timeOffset, const char* Text_ET) {
+        return statisticsTexts(cal(2048, 25, timeOffset, Text_ET), *run, 0, picture).Range;
+    };
+    EXPECT_EQ(range(160, "6.35"), "0.00 to 4.75 s");
+    EXPECT_EQ(range(160, ""), "0.00 to 18.88 s");
+    EXPECT_EQ(range(80, "0.80"), "0.00 to 0.00 s") << "the averages fail, the range is known";
+    EXPECT_EQ(range(160, "1"), "0.00 to -0.60 s") << "it ends before the launch";
+    EXPECT_EQ(range(80, "400"), "") << "no sample number";
+}
+
 TEST_F(Statistics, rpmSumsHoldTheFirstRowTwiceAndTheDivisorIsTheWidth) {
     run->image.samples[101].EngineRpm = 2000;
     run->image.samples[102].EngineRpm = 3001;
