@@ -1,11 +1,11 @@
-// kvo_bench [PART...]: measures and prints one table; exit 1 when a goal is missed.
+// Measures the program against its peers and limits, and prints one table.
 #include "bench/first_paint.h"
 #include "bench/parts.h"
+#include "tools/command_line/command_line.h"
 
 #include <algorithm>
 #include <clocale>
 #include <cstdio>
-#include <functional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -14,30 +14,43 @@
 #include <QApplication>
 #endif
 
+namespace {
+
+using namespace kvo::bench;
+
+const std::vector<std::pair<std::string, void (*)(Table&)>> parts{{"files", measureFiles},
+    {"index", measureIndex}, {"graph", measureGraph}, {"window", measureWindow},
+    {"download", measureDownload}};
+
+const kvo::command_line::Syntax syntax{"kvo_bench [PART...]",
+    "Measures the named parts, all of them if none is named, and prints one\n"
+    "table. Parts: files index graph window download. The exit code is 1 when a\n"
+    "goal is missed.\n",
+    0, parts.size()};
+
+bool isPart(const std::string& name) {
+    return std::any_of(
+        parts.begin(), parts.end(), [&](const auto& part) { return part.first == name; });
+}
+
+} // namespace
+
 int main(int argc, char** argv) {
 #ifdef KVO_WITH_QT
-    if (const auto starter = kvo::bench::askedStart(argc, argv))
-        return kvo::bench::runStart(*starter, argc, argv);
+    if (const auto starter = askedStart(argc, argv)) return runStart(*starter, argc, argv);
+#endif
+    const auto arguments = kvo::command_line::read(syntax, argc, argv);
+    if (arguments.exitCode) return *arguments.exitCode;
+    const std::vector<std::string>& wanted = arguments.operands;
+    for (const std::string& name : wanted)
+        if (!isPart(name)) return misuse(syntax, "no part is called " + name);
+#ifdef KVO_WITH_QT
     const QApplication application(argc, argv);
 #endif
     std::setlocale(LC_NUMERIC, "C");
-    using namespace kvo::bench;
-    const std::vector<std::pair<std::string, std::function<void(Table&)>>> parts{
-        {"files", measureFiles}, {"index", measureIndex}, {"graph", measureGraph},
-        {"window", measureWindow}, {"download", measureDownload}};
-    const std::vector<std::string> wanted(argv + 1, argv + argc);
-    const auto isNamed = [&](const std::string& name) {
-        return std::find(wanted.begin(), wanted.end(), name) != wanted.end();
-    };
-    for (const std::string& name : wanted)
-        if (std::none_of(
-                parts.begin(), parts.end(), [&](auto& part) { return part.first == name; })) {
-            std::fprintf(stderr, "kvo_bench: no part is called %s\n", name.c_str());
-            return 2;
-        }
     Table table;
     for (const auto& [name, measure] : parts)
-        if (wanted.empty() || isNamed(name)) {
+        if (wanted.empty() || std::find(wanted.begin(), wanted.end(), name) != wanted.end()) {
             std::fprintf(stderr, "measuring: %s\n", name.c_str());
             measure(table);
         }

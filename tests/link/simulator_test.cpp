@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <sstream>
 
 namespace kvo::simulator {
 namespace {
@@ -317,33 +318,42 @@ TEST_F(LineTest, AHangUpComesBehindTheLastByte) {
     EXPECT_TRUE(line.hungUp());
 }
 
+std::optional<Options> typed(const std::vector<std::string>& words, std::string& error) {
+    std::ostringstream out;
+    std::ostringstream err;
+    const auto arguments = command_line::read(syntax(), words, out, err);
+    EXPECT_EQ(arguments.exitCode, std::nullopt) << err.str();
+    return optionsOf(arguments, error);
+}
+
 TEST(Options, AreRead) {
     std::string error;
-    const auto options = parseOptions(
-        {"--type", "43", "--link", "/x/COM1", "--fault", "late=20", "--unpaced", "--seed", "9"},
+    const auto options = typed({"--type", "43", "--link", "/x/COM1", "--fault", "late=20",
+                                   "--unpaced", "--seed", "9", "--stream", "recorded"},
         error);
     ASSERT_TRUE(options);
     EXPECT_EQ(options->dataType, 43);
     EXPECT_EQ(options->linkPath, "/x/COM1");
+    EXPECT_EQ(options->streamPath, "recorded");
     EXPECT_EQ(options->fault.kind, Fault::Kind::late);
     EXPECT_FALSE(options->paced);
     EXPECT_EQ(options->seed, 9U);
-    EXPECT_TRUE(parseOptions({}, error)->paced);
-    EXPECT_TRUE(parseOptions({"--help"}, error)->help);
+    EXPECT_TRUE(typed({}, error)->paced);
+    EXPECT_EQ(error, "");
 }
 
-TEST(Options, WrongOnesAreRefusedWithAReason) {
-    const std::vector<std::string> rows[] = {{"--type", "9"}, {"--type", "x"}, {"--type"},
-        {"--fault", "sleep"}, {"--seed", "-1"}, {"--what", "1"}, {"--link", ""}};
+TEST(Options, WrongValuesAreRefusedWithAReason) {
+    const std::vector<std::string> rows[] = {{"--type", "9"}, {"--type", "x"}, {"--fault", "sleep"},
+        {"--seed", "-1"}, {"--link", ""}, {"--stream", ""}};
     for (const auto& row : rows) {
         std::string error;
-        EXPECT_FALSE(parseOptions(row, error)) << row[0];
-        EXPECT_NE(error, "");
+        EXPECT_FALSE(typed(row, error)) << row[0];
+        EXPECT_EQ(error, row[0] + " cannot be \"" + row[1] + "\"");
     }
 }
 
 TEST(Options, TheHelpNamesEveryFault) {
-    for (const auto& name : faultNames()) EXPECT_NE(helpText().find(name), std::string::npos);
+    for (const auto& name : faultNames()) EXPECT_NE(syntax().help.find(name), std::string::npos);
 }
 
 } // namespace

@@ -1,16 +1,19 @@
-// layer_check ROOT: prints every breach of the floors below ROOT; exit 1 if there is one.
+// Judges every #include of the project by the floors of tools/layers.txt.
 #include "layer_check.h"
+#include "tools/command_line/command_line.h"
 
 #include <fstream>
 #include <iostream>
 #include <sstream>
 
 int main(int argc, char** argv) {
-    if (argc != 2) {
-        std::cerr << "usage: layer_check ROOT\n";
-        return 2;
-    }
-    const std::filesystem::path root = argv[1];
+    const kvo::command_line::Syntax syntax{"layer_check ROOT",
+        "Prints every breach of the floors in ROOT/tools/layers.txt. The exit code is\n"
+        "1 if there is one.\n",
+        1, 1};
+    const auto arguments = kvo::command_line::read(syntax, argc, argv);
+    if (arguments.exitCode) return *arguments.exitCode;
+    const std::filesystem::path root = arguments.operands[0];
     std::ifstream in(root / "tools" / "layers.txt");
     std::ostringstream text;
     text << in.rdbuf();

@@ -1,7 +1,5 @@
 // Drives a whole download off-screen, through the program's own forms and at the speed of the line:
 // from the menu to the run in the graph window.
-// Usage: demo_drive FOLDER   FOLDER holds Kvo.Cfg and the port's link COMn; the run file, the index
-// and graph.png are left in it. Ends non-zero when anything of it failed.
 #include "core/run_index.h"
 #include "core/shared_state.h"
 #include "driver.h"
@@ -20,6 +18,7 @@
 #include "platform/qt/qt_yield.h"
 #include "platform/qt/text.h"
 #include "platform/services.h"
+#include "tools/command_line/command_line.h"
 
 #include <QAction>
 #include <QApplication>
@@ -116,15 +115,17 @@ int drive() {
 } // namespace
 
 int main(int argc, char* argv[]) {
-    if (argc != 2) {
-        std::fprintf(stderr, "usage: demo_drive FOLDER\n");
-        return 2;
-    }
+    const command_line::Syntax syntax{"demo_drive FOLDER",
+        "Goes through a download with the clicks of a user, without a display. FOLDER\n"
+        "holds Kvo.Cfg and the port's link COMn; the run file, the list of runs and\n"
+        "graph.png are left in it. The exit code is 1 when anything of it failed.\n",
+        1, 1};
+    const auto arguments = command_line::read(syntax, argc, argv);
+    if (arguments.exitCode) return *arguments.exitCode;
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
-    if (!QDir::setCurrent(QString::fromLocal8Bit(argv[1]))) {
-        std::fprintf(stderr, "demo_drive: there is no folder %s\n", argv[1]);
-        return 2;
-    }
+    const std::string& folder = arguments.operands[0];
+    if (!QDir::setCurrent(QString::fromLocal8Bit(folder.c_str())))
+        return command_line::misuse(syntax, "there is no folder " + folder);
     QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     QApplication application(argc, argv);
     prepareApplication(application);

@@ -1,7 +1,4 @@
-// graph_picture FOLDER RUNFILE OUT.png [WIDTHxHEIGHT] [--surface]
-// Saves what the graph window shows of a run as a PNG file: the whole window, or with --surface the
-// graph alone. FOLDER is the program's folder, whose Kvo.Cfg gives channels and colours. Works
-// without a display with QT_QPA_PLATFORM=offscreen. Ends with 1 when anything failed.
+// Saves what the graph window shows of a run as a PNG file.
 #include "core/config.h"
 #include "core/paths.h"
 #include "core/shared_state.h"
@@ -12,6 +9,7 @@
 #include "platform/qt/text.h"
 #include "platform/services.h"
 #include "platform/unanswered_dialogs.h"
+#include "tools/command_line/command_line.h"
 
 #include <QApplication>
 
@@ -30,6 +28,14 @@ public:
     }
 };
 
+const command_line::Syntax syntax{"graph_picture FOLDER RUNFILE OUT.png [WIDTHxHEIGHT] [--surface]",
+    "Saves what the graph window shows of RUNFILE as a PNG file: the whole\n"
+    "window, 1366x768 unless another size is given, or with --surface the graph\n"
+    "alone. FOLDER is the program's folder, whose Kvo.Cfg gives channels and\n"
+    "colours. With QT_QPA_PLATFORM=offscreen in the environment it needs no\n"
+    "display. The exit code is 1 when anything failed.\n",
+    3, 4, {"--surface"}};
+
 struct Task {
     std::string folder;
     std::string run;
@@ -38,20 +44,15 @@ struct Task {
     bool surfaceOnly = false;
 };
 
-std::optional<Task> taskOf(const QStringList& arguments) {
-    if (arguments.size() < 4) return {};
-    Task task{
-        platform_qt::typedPath(arguments[1]), platform_qt::typedPath(arguments[2]), arguments[3]};
-    for (const QString& argument : arguments.mid(4)) {
-        const QStringList sides = argument.split(QLatin1Char('x'));
-        if (argument == QLatin1String("--surface")) {
-            task.surfaceOnly = true;
-        } else if (sides.size() == 2 && sides[0].toInt() > 0 && sides[1].toInt() > 0) {
-            task.size = {sides[0].toInt(), sides[1].toInt()};
-        } else {
-            return {};
-        }
-    }
+// Nothing where the fourth operand is no size.
+std::optional<Task> taskOf(const command_line::Arguments& arguments) {
+    const auto& operands = arguments.operands;
+    Task task{operands[0], operands[1], QString::fromLocal8Bit(operands[2].c_str())};
+    task.surfaceOnly = arguments.has("--surface");
+    if (operands.size() < 4) return task;
+    const QStringList sides = QString::fromStdString(operands[3]).split(QLatin1Char('x'));
+    if (sides.size() != 2 || sides[0].toInt() <= 0 || sides[1].toInt() <= 0) return {};
+    task.size = {sides[0].toInt(), sides[1].toInt()};
     return task;
 }
 
@@ -77,13 +78,12 @@ bool save(const Task& task, platform::Files& files) {
 } // namespace
 
 int main(int argc, char** argv) {
+    const auto arguments = command_line::read(syntax, argc, argv);
+    if (arguments.exitCode) return *arguments.exitCode;
+    const auto task = taskOf(arguments);
+    if (!task) return command_line::misuse(syntax, arguments.operands[3] + " is no size");
     QApplication application(argc, argv);
     platform_qt::prepareApplication(application);
-    const auto task = taskOf(QApplication::arguments());
-    if (!task) {
-        std::cerr << "usage: graph_picture FOLDER RUNFILE OUT.png [WIDTHxHEIGHT] [--surface]\n";
-        return 2;
-    }
     platform_os::OsFiles files;
     SpokenDialogs dialogs;
     platform::services().files = &files;

@@ -9,7 +9,6 @@
 #include <iterator>
 #include <memory>
 #include <string>
-#include <vector>
 
 #if defined(__unix__)
 #include <csignal>
@@ -103,16 +102,11 @@ int run(const Options& options) {
 } // namespace
 
 int main(int argc, char** argv) {
+    const auto arguments = kvo::command_line::read(syntax(), argc, argv);
+    if (arguments.exitCode) return *arguments.exitCode;
     std::string error;
-    const auto options = parseOptions(std::vector<std::string>(argv + 1, argv + argc), error);
-    if (!options) {
-        std::fprintf(stderr, "%s\n%s", error.c_str(), helpText().c_str());
-        return 2;
-    }
-    if (options->help) {
-        std::fputs(helpText().c_str(), stdout);
-        return 0;
-    }
+    const auto options = optionsOf(arguments, error);
+    if (!options) return kvo::command_line::misuse(syntax(), error);
     return run(*options);
 }
 

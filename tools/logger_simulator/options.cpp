@@ -15,10 +15,8 @@ std::optional<std::uint32_t> wholeNumber(const std::string& text) {
     return value;
 }
 
-// Takes one option with its value; false with a reason if it is not known or the value is wrong.
-bool takeValue(
-    const std::string& name, const std::string& value, Options& options, std::string& error) {
-    error = name + " cannot be " + value;
+// Takes one option with its value; false if the value is wrong.
+bool takeValue(const std::string& name, const std::string& value, Options& options) {
     if (name == "--type") {
         const auto number = wholeNumber(value);
         if (!number || !wireLayout(static_cast<int>(*number))) return false;
@@ -39,40 +37,29 @@ bool takeValue(
         options.linkPath = value;
         return !value.empty();
     }
-    if (name == "--stream") {
-        options.streamPath = value;
-        return !value.empty();
-    }
-    error = "There is no option " + name;
-    return false;
+    options.streamPath = value;
+    return !value.empty();
 }
 
 } // namespace
 
-std::optional<Options> parseOptions(const std::vector<std::string>& arguments, std::string& error) {
+std::optional<Options> optionsOf(const command_line::Arguments& arguments, std::string& error) {
     Options options;
-    for (std::size_t k = 0; k < arguments.size(); ++k) {
-        const std::string& name = arguments[k];
-        if (name == "--help" || name == "-h") {
-            options.help = true;
-        } else if (name == "--unpaced") {
+    for (const auto& [name, value] : arguments.options) {
+        if (name == "--unpaced") {
             options.paced = false;
-        } else if (k + 1 < arguments.size()) {
-            if (!takeValue(name, arguments[++k], options, error)) return std::nullopt;
-        } else {
-            error = name + " is no option, or its value is missing";
+        } else if (!takeValue(name, value, options)) {
+            error = name + " cannot be \"" + value + "\"";
             return std::nullopt;
         }
     }
-    error.clear();
     return options;
 }
 
-std::string helpText() {
+static std::string helpText() {
     std::string faults;
     for (const auto& name : faultNames()) faults += "                 " + name + "\n";
-    return "logger_simulator: a data logger on a pseudo-terminal, for trying the program without "
-           "one\n"
+    return "A data logger on a pseudo-terminal, for trying the program without one.\n"
            "\n"
            "  --type N       data type 8, 12, 17, 20, 25 (as it comes), 32 or 43\n"
            "  --link PATH    makes PATH a link to the terminal while it runs, for instance\n"
@@ -85,6 +72,12 @@ std::string helpText() {
            "\n"
            "It ends on Ctrl+C. The signal USR1 switches the logger off and on: settings that were\n"
            "written to it take effect then.\n";
+}
+
+const command_line::Syntax& syntax() {
+    static const command_line::Syntax all{"logger_simulator [OPTION...]", helpText(), 0, 0,
+        {"--unpaced"}, {"--type", "--link", "--fault", "--seed", "--stream"}};
+    return all;
 }
 
 } // namespace kvo::simulator

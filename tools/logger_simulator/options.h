@@ -1,11 +1,11 @@
 #pragma once
 // The command line of the simulator.
+#include "tools/command_line/command_line.h"
 #include "tools/logger_simulator/faults.h"
 
 #include <cstdint>
 #include <optional>
 #include <string>
-#include <vector>
 
 namespace kvo::simulator {
 
@@ -16,11 +16,10 @@ struct Options {
     Fault fault;
     bool paced = true;
     std::uint32_t seed = 1;
-    bool help = false;
 };
 
-// Reads the arguments behind the program's name; on failure nothing, and `error` says why.
-std::optional<Options> parseOptions(const std::vector<std::string>& arguments, std::string& error);
-std::string helpText();
+const command_line::Syntax& syntax();
+// What the arguments ask for; nothing where a value is wrong, and `error` says which.
+std::optional<Options> optionsOf(const command_line::Arguments& arguments, std::string& error);
 
 } // namespace kvo::simulator

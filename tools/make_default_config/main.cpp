@@ -1,11 +1,9 @@
 // Makes packaging/Kvo.Cfg, the configuration of a new installation.
-//   make_default_config FILE            writes it
-//   make_default_config --compare FILE  says whether FILE is what would be written
 #include "core/config.h"
+#include "tools/command_line/command_line.h"
 
 #include <array>
 #include <cstdio>
-#include <cstring>
 #include <fstream>
 #include <iterator>
 #include <string>
@@ -117,14 +115,16 @@ bool write(const char* path) {
 } // namespace
 
 int main(int argc, char** argv) {
-    if (argc == 3 && std::strcmp(argv[1], "--compare") == 0) {
-        if (isDefault(argv[2])) return 0;
-        std::fprintf(stderr, "%s is not the default configuration; make it again\n", argv[2]);
-        return 1;
-    }
-    if (argc != 2) {
-        std::fprintf(stderr, "usage: make_default_config [--compare] FILE\n");
-        return 2;
-    }
-    return write(argv[1]) ? 0 : 1;
+    const kvo::command_line::Syntax syntax{"make_default_config [--compare] FILE",
+        "Writes the configuration of a new installation to FILE. With --compare it\n"
+        "only looks whether FILE is what would be written; if not, the exit code is\n"
+        "1.\n",
+        1, 1, {"--compare"}};
+    const auto arguments = kvo::command_line::read(syntax, argc, argv);
+    if (arguments.exitCode) return *arguments.exitCode;
+    const char* file = arguments.operands[0].c_str();
+    if (!arguments.has("--compare")) return write(file) ? 0 : 1;
+    if (isDefault(file)) return 0;
+    std::fprintf(stderr, "%s is not the default configuration; make it again\n", file);
+    return 1;
 }

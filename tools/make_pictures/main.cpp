@@ -1,7 +1,6 @@
 // Draws the two pictures of the main window: a dragster and a drag bike on the strip at dusk.
-// Usage: make_pictures FOLDER   writes Kvocar.dll and Kvobike.dll there (PNG files, in spite of
-// their names) at twice the size at which they are shown, for screens of high density.
 #include "drawing.h"
+#include "tools/command_line/command_line.h"
 
 #include <QDir>
 #include <QGuiApplication>
@@ -34,16 +33,20 @@ bool save(const QString& path, void (*vehicle)(QPainter&)) {
 } // namespace
 
 int main(int argc, char* argv[]) {
+    const kvo::command_line::Syntax syntax{"make_pictures FOLDER",
+        "Writes Kvocar.dll and Kvobike.dll into FOLDER: PNG files, in spite of their\n"
+        "names, at twice the size at which they are shown, for screens of high\n"
+        "density.\n",
+        1, 1};
+    const auto arguments = kvo::command_line::read(syntax, argc, argv);
+    if (arguments.exitCode) return *arguments.exitCode;
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QGuiApplication application(argc, argv);
-    if (argc != 2) {
-        std::fprintf(stderr, "usage: make_pictures FOLDER\n");
-        return 2;
-    }
-    const QDir folder(QString::fromLocal8Bit(argv[1]));
+    const QDir folder(QString::fromLocal8Bit(arguments.operands[0].c_str()));
     const bool saved =
         save(folder.filePath(QStringLiteral("Kvocar.dll")), kvo::pictures::drawDragster) &&
         save(folder.filePath(QStringLiteral("Kvobike.dll")), kvo::pictures::drawDragBike);
-    if (!saved) std::fprintf(stderr, "make_pictures: cannot write into %s\n", argv[1]);
+    if (!saved)
+        std::fprintf(stderr, "make_pictures: cannot write into %s\n", qPrintable(folder.path()));
     return saved ? 0 : 1;
 }

@@ -1,6 +1,5 @@
 // Fills a folder of the program with modelled runs, as downloads of two race days leave them, so
-// that there is something to look at before the first download. Runs that are there stay.
-// Usage: make_runs FOLDER
+// that there is something to look at before the first download.
 #include "core/basic/format.h"
 #include "core/config.h"
 #include "core/data_types.h"
@@ -11,6 +10,7 @@
 #include "core/shared_state.h"
 #include "platform/os/os_files.h"
 #include "platform/unanswered_dialogs.h"
+#include "tools/command_line/command_line.h"
 #include "tools/logger_simulator/model_run.h"
 #include "tools/logger_simulator/run_model.h"
 
@@ -83,14 +83,16 @@ bool store(const Download& download, core::SharedState& state, platform::Files& 
 } // namespace
 
 int main(int argc, char* argv[]) {
-    if (argc != 2) {
-        std::cerr << "usage: make_runs FOLDER\n";
-        return 2;
-    }
+    const command_line::Syntax syntax{"make_runs FOLDER",
+        "Fills the program's folder FOLDER with the modelled runs of two race days:\n"
+        "run files, times and the list of runs. Runs that are there stay.\n",
+        1, 1};
+    const auto arguments = command_line::read(syntax, argc, argv);
+    if (arguments.exitCode) return *arguments.exitCode;
     platform_os::OsFiles files;
     platform::UnansweredDialogs dialogs;
     const auto state = std::make_unique<core::SharedState>();
-    state->AppFolder = argv[1];
+    state->AppFolder = arguments.operands[0];
     core::LoadConfig(state->AppFolder, state->Config, files, dialogs, [] {});
     for (const Download& download : downloads) {
         if (!store(download, *state, files)) return 1;

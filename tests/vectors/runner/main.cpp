@@ -1,5 +1,6 @@
-// kvo_vectors DIR: golden vectors against the production code.
+// Golden vectors against the production code.
 #include "runner.h"
+#include "tools/command_line/command_line.h"
 
 #include <cstdlib>
 #include <exception>
@@ -16,10 +17,12 @@ static void addAllFunctions() {
 }
 
 int main(int argc, char** argv) {
-    if (argc != 2) {
-        std::cerr << "usage: kvo_vectors DIR\n";
-        return 2;
-    }
+    const kvo::command_line::Syntax syntax{"kvo_vectors DIR",
+        "Runs every line of every .jsonl file below DIR through the production code.\n"
+        "The exit code is 1 if one of them gives anything else than it says.\n",
+        1, 1};
+    const auto arguments = kvo::command_line::read(syntax, argc, argv);
+    if (arguments.exitCode) return *arguments.exitCode;
 #if defined(KVO_QT_VECTORS) && !defined(_WIN32)
     // The widgets are real, but no window is to appear: an own choice of the caller wins.
     setenv("QT_QPA_PLATFORM", KVO_OFFSCREEN, 0);
@@ -29,7 +32,7 @@ int main(int argc, char** argv) {
 #endif
     try {
         addAllFunctions();
-        return kvo::vectors::runVectors(argv[1], std::cout);
+        return kvo::vectors::runVectors(arguments.operands[0], std::cout);
     } catch (const std::exception& error) {
         std::cerr << "kvo_vectors: " << error.what() << '\n';
         return 1;
