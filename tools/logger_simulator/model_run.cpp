@@ -41,7 +41,11 @@ core::RunSample sampleOf(const Moment& moment, int index, int dataType) {
 
 std::vector<Moment> fillRun(
     core::RunImage& image, int dataType, int rows, int timeOffset, std::uint32_t seed) {
-    const Vehicle& vehicle = vehicleFor(dataType);
+    return fillRun(image, vehicleFor(dataType), dataType, rows, timeOffset, seed);
+}
+
+std::vector<Moment> fillRun(core::RunImage& image, const Vehicle& vehicle, int dataType, int rows,
+    int timeOffset, std::uint32_t seed) {
     image = {};
     image.header.CrankGearTeeth = static_cast<std::uint8_t>(vehicle.crankTeeth);
     image.header.BasketGearTeeth = static_cast<std::uint8_t>(vehicle.basketTeeth);

@@ -115,7 +115,7 @@ private:
             // The clutch slips until the input shaft has caught up.
             const double flash =
                 m_vehicle.launchRpm + 0.12 * m_vehicle.shiftRpm * (1 - std::exp(-t / 0.15));
-            return std::max(locked * (1 + 0.10 * std::exp(-t / 0.9)),
+            return std::max(locked * (1 + 0.10 * std::exp(-t / 0.9) + m_vehicle.clutchSlip),
                 std::min(flash, 0.97 * m_vehicle.shiftRpm));
         }
         const double since = t - m_vehicle.finishSeconds;

@@ -30,7 +30,8 @@ struct Vehicle {
     int basketTeeth;
     double frontWheelInches;
     double rearTyreInches;
-    double finalDrive; // turns of the output shaft a turn of the wheel
+    double finalDrive;     // turns of the output shaft a turn of the wheel
+    double clutchSlip = 0; // what the engine turns too fast, of the locked speed, while it pulls
 };
 
 // The vehicle that carries the logger of a data type.

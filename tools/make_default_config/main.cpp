@@ -55,10 +55,12 @@ void setChannels(AppConfig& c) {
 }
 
 void setGraph(AppConfig& c) {
-    c.MaxRpm = 4; // 10,000 rpm at the 1000th of 1100 units
+    c.MaxRpm = 6; // 12,000 rpm at the 1000th of 1100 units, above what a motorcycle turns
     c.G_Res = 1;
-    c.GridStyle = 2;    // dots
-    c.OverlayStyle = 1; // dashes, so that an overlay is told from the run in the same colours
+    c.GridStyle = 2; // dots
+    // Dots tell an overlay from the run in the same colours. Dashes of two curves at one height, as
+    // of the shafts in the top gear, fill each other's gaps.
+    c.OverlayStyle = 2;
     c.CustomScaleLow = 1;
     c.CustomScaleHigh = 1;
     c.Text_Magnify.fill(1);

@@ -13,8 +13,8 @@
 #include "tools/command_line/command_line.h"
 #include "tools/logger_simulator/model_run.h"
 #include "tools/logger_simulator/run_model.h"
+#include "tools/make_runs/race_days.h"
 
-#include <array>
 #include <iostream>
 #include <memory>
 #include <string>
@@ -22,22 +22,6 @@
 using namespace kvo;
 
 namespace {
-
-struct Download {
-    int dataType;
-    int model;
-    std::uint32_t seed;
-    platform::DateTime moment;
-    const char* title;
-};
-
-constexpr std::array<Download, 5> downloads{{
-    {25, 25, 11, {2026, 11, 14, 10, 20, 0}, "1 Qualifying"},
-    {25, 25, 12, {2026, 11, 14, 14, 5, 0}, "2 Qualifying, more clutch"},
-    {25, 25, 13, {2026, 11, 15, 11, 40, 0}, "1 First round"},
-    {20, 22, 14, {2026, 11, 15, 13, 15, 0}, "2 Second car"},
-    {32, 32, 15, {2026, 11, 15, 15, 55, 0}, "3 Third car"},
-}};
 
 bool told(const platform::WriteResult& written) {
     if (!written) std::cerr << "make_runs: " << written.message << '\n';
@@ -61,7 +45,7 @@ core::RunInfo infoOf(const std::vector<simulator::Moment>& moments, int timeOffs
     return info;
 }
 
-bool store(const Download& download, core::SharedState& state, platform::Files& files) {
+bool store(const race_days::Download& download, core::SharedState& state, platform::Files& files) {
     const core::LoggerIdentity logger{static_cast<std::uint8_t>(download.model), 4, 2, 117};
     const std::string text = core::runText(download.title, download.moment);
     const auto* facts = core::dataTypeFacts(download.dataType);
@@ -71,8 +55,7 @@ bool store(const Download& download, core::SharedState& state, platform::Files& 
     run.path = core::joined(
         core::dataFolder(state.AppFolder, files), core::runFileName(download.moment), files);
     if (files.exists(run.path)) return true;
-    const auto moments = simulator::fillRun(
-        run.image, download.dataType, facts->rows, facts->timeOffset, download.seed);
+    const auto moments = race_days::fill(run.image, download);
     return told(core::SaveRun(run, {logger, text, state.Config}, state.AppFolder, files)) &&
            told(core::AddRunToIndex(state.AppFolder, core::indexEntryOf(run.path, text),
                core::IndexOrder::asItIs, files)) &&
@@ -94,7 +77,7 @@ int main(int argc, char* argv[]) {
     const auto state = std::make_unique<core::SharedState>();
     state->AppFolder = arguments.operands[0];
     core::LoadConfig(state->AppFolder, state->Config, files, dialogs, [] {});
-    for (const Download& download : downloads) {
+    for (const race_days::Download& download : race_days::downloads()) {
         if (!store(download, *state, files)) return 1;
     }
     return 0;
