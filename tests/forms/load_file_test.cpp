@@ -7,6 +7,7 @@
 #include "tests/forms/support/test_program.h"
 #include "tests/forms/support/user_click.h"
 
+#include <QLabel>
 #include <QLineEdit>
 #include <QListView>
 #include <QPushButton>
@@ -121,6 +122,23 @@ private slots:
         const auto chosen = chooser().choose(QStringLiteral("Load"), QStringLiteral("x"));
         QVERIFY(chosen.has_value());
         QCOMPARE(chosen->path, std::string("/kvo/Data/26111515.10d"));
+    }
+
+    void itsCaptionsSayWhatTheRunIsWantedFor() {
+        const auto expectCaptions = [](const char* button, const char* label, const char* form) {
+            onModal([=](QWidget* dialog) {
+                QCOMPARE(control<QPushButton>(chooser(), "BTN_Ok").text(), QLatin1String(button));
+                QCOMPARE(control<QLabel>(chooser(), "Label1").text(), QLatin1String(label));
+                QCOMPARE(dialog->windowTitle(), QLatin1String(form));
+                QTest::keyClick(&list(), Qt::Key_Escape);
+            });
+        };
+        QCOMPARE(control<QLabel>(chooser(), "Label1").text(), QStringLiteral("File To Load"));
+        expectCaptions("Delete", "File To Delete", "Delete File");
+        chooser().chooseToDelete(QStringLiteral("Delete File"));
+        // None of these words is left for the next one who asks.
+        expectCaptions("Load", "File To Load", "Load Overlay File");
+        QVERIFY(!chooser().choose(QStringLiteral("Load"), QStringLiteral("Load Overlay File")));
     }
 
     void okWithoutARunIsNoChoice() {
