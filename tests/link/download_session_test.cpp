@@ -488,6 +488,23 @@ TEST(DownloadSession, NothingOfTheTailOfTheRunBeforeGetsIntoTheFile) {
     EXPECT_EQ(tail, fresh);
 }
 
+// The link and the state live as long as the program.
+TEST(DownloadSession, NothingThatWasLeftBehindCountsInTheNextOne) {
+    DownloadRig rig(8);
+    rig.link.LinkFailed = -1; // by a transfer that failed
+    // By a run that was read, perhaps changed and written back under its own line.
+    rig.state->Run.headerLine = "25 VRN25 Ver 1.3 128k Serial No 7  Date:Sat 14 Nov 2026 Run: 9#";
+    rig.expectSave();
+    rig.click();
+    EXPECT_EQ(rig.dialogs.problems(), "");
+    const auto file = rig.files.read(runPath);
+    ASSERT_TRUE(file);
+    const std::string line = core::decodeHeaderLine(core::runRecord(*file, 1)).value_or("");
+    EXPECT_EQ(line.substr(0, 6), "8 VRN8");
+    EXPECT_NE(line.find("Date:Sun 15 Nov 2026 Run: 1#"), std::string::npos);
+    EXPECT_EQ(indexOf(rig)[0].Description, "Sun 15 Nov 2026 Run: 1");
+}
+
 TEST(DownloadSession, TwoDownloadsOfOneMinuteShareTheFile) {
     DownloadRig rig(8);
     rig.expectSave();

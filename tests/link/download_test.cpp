@@ -263,6 +263,26 @@ TEST(DownloadFast, ABatchOfTooManyBytesDoesNotMatch) {
     EXPECT_EQ(dialogs.problems(), "");
 }
 
+// So that the logger is busy while the program takes a batch apart.
+TEST(DownloadFast, ABatchIsAskedForBeforeTheLastOneIsTakenApart) {
+    Transfer t(25, true);
+    const long batch = 2 * t.rig.size();
+    long sent = 0;
+    int looked = 0;
+    t.rig.line.onSend = [&](std::uint8_t) {
+        if (sent++ % batch != 0) return;
+        const auto arrived = static_cast<int>(sent / batch); // batches that are in
+        if (arrived == 0) return;
+        ++looked;
+        EXPECT_EQ(t.row(2 * arrived - 1).Index, 0);
+        if (arrived > 1) {
+            EXPECT_EQ(t.row(2 * arrived - 2).Index, 2 * arrived - 2);
+        }
+    };
+    t.run();
+    EXPECT_EQ(looked, 606);
+}
+
 TEST(DownloadFast, TakesTheTimeOfTheLine) {
     Transfer t(25, true, {}, true);
     const double before = t.rig.line.milliseconds();
