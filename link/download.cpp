@@ -100,10 +100,10 @@ void Download::reportFailure() {
     if (m_failureTold || (m_cancelled && m_cancelled())) return;
     m_failureTold = true;
     m_dialogs.beep();
-    m_link.CloseLoggerPort();
     m_dialogs.messageBox(
         "The On Board Computer Stopped Responding\r\n           Fix and try again!",
         platform::boxStyle::critical, "Download Error");
+    m_link.CloseLoggerPort();
     m_view.unload();
 }
 

@@ -25,8 +25,8 @@ constexpr const char* indexFile = "/kvo/Data/KvoData.Ini";
 constexpr const char* stoppedText =
     "The On Board Computer Stopped Responding\r\n           Fix and try again!";
 
-void expectStopped(DownloadRig& rig) {
-    rig.dialogs.expectBox(stoppedText, boxStyle::critical, "Download Error");
+testing::ScriptedDialogs::Expected& expectStopped(DownloadRig& rig) {
+    return rig.dialogs.expectBox(stoppedText, boxStyle::critical, "Download Error");
 }
 
 std::vector<core::RunIndexEntry> indexOf(const DownloadRig& rig) {
@@ -322,7 +322,11 @@ TEST(DownloadSession, NoShowsNoGraph) {
 TEST(DownloadSession, AFailedTransferSavesNothing) {
     for (const bool fast : {true, false}) {
         DownloadRig rig(25, fast, {Fault::Kind::stopAfter, 5000});
-        expectStopped(rig);
+        // The user is told first; then port and form go.
+        expectStopped(rig).whileShown = [&] {
+            EXPECT_TRUE(rig.line.portOpen());
+            EXPECT_FALSE(rig.view->unloaded);
+        };
         rig.click();
         EXPECT_EQ(rig.dialogs.problems(), "");
         EXPECT_FALSE(rig.files.folderExists("/kvo/Data"));
