@@ -30,15 +30,10 @@ bool shareRows(std::span<const PixelBar> bars) {
 // Points up to which it is not worth while to look for those in the clip.
 constexpr std::size_t shortLine = 32;
 
-bool isNumber(Point p) {
-    return p.x == p.x && p.y == p.y;
-}
-
-// Whether x never falls and all are numbers but for the first, which is not looked at alone.
-bool rises(std::span<const Point> points) {
+// Whether no point lies further left than the one before it.
+bool runsRight(std::span<const Point> points) {
     bool yes = true;
-    for (std::size_t i = 1; i < points.size(); ++i)
-        yes &= points[i].x >= points[i - 1].x && points[i].y == points[i].y;
+    for (std::size_t i = 1; i < points.size(); ++i) yes &= points[i].x >= points[i - 1].x;
     return yes;
 }
 
@@ -93,10 +88,8 @@ void DisplayList::addLine(
         m_points.push_back(from);
     }
     Operation& op = m_operations.back();
-    op.rises &= isNumber(from) && isNumber(to[0]);
     // Where the line began does not count: every curve has a stroke from the origin of the scale.
-    if (on) op.rises &= to[0].x >= from.x;
-    op.rises &= rises(to);
+    op.runsRight &= (!on || to[0].x >= from.x) && runsRight(to);
     m_points.insert(m_points.end(), to.begin(), to.end());
     op.count = m_points.size() - op.first;
 }
@@ -175,7 +168,7 @@ void DisplayList::paintLine(
     const auto points = std::span(m_points).subspan(op.first, op.count);
     Pen pen{rgb32(op.style.colour), op.style.drawStyle, widthPx};
     // Where a pattern is drawn, all the line up to a pixel says where in the pattern that is.
-    if (!op.rises || !scale.runsRight() || !isSolid(pen.style) || points.size() <= shortLine) {
+    if (!op.runsRight || !scale.runsRight() || !isSolid(pen.style) || points.size() <= shortLine) {
         raster.polyline(points, scale, pen);
         return;
     }
@@ -269,7 +262,7 @@ void DisplayListSurface::cls() {
 }
 
 void DisplayListSurface::lineTo(float x, float y, Colour colour) {
-    polyline(std::array<Point, 1>{{{x, y}}}, colour);
+    DisplayListSurface::polyline(std::array<Point, 1>{{{x, y}}}, colour);
 }
 
 void DisplayListSurface::line(float x1, float y1, float x2, float y2, Colour colour) {

@@ -77,7 +77,7 @@ private:
         std::size_t barCount = 0;
         std::size_t first = 0; // place in m_points, m_boxes, m_masks or m_letters
         std::size_t count = 0;
-        bool rises = true; // of a line: all are numbers, and from the second point on x never falls
+        bool runsRight = true; // of a line: from the second point on x never falls
     };
     struct Box {
         Point a;
