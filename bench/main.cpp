@@ -24,7 +24,8 @@ int main(int argc, char** argv) {
     using namespace kvo::bench;
     const std::vector<std::pair<std::string, std::function<void(Table&)>>> parts{
         {"files", measureFiles}, {"index", measureIndex}, {"graph", measureGraph},
-        {"window", measureWindow}, {"download", measureDownload}};
+        {"graph-window", measureGraphWindow}, {"window", measureWindow},
+        {"download", measureDownload}};
     const std::vector<std::string> wanted(argv + 1, argv + argc);
     const auto isNamed = [&](const std::string& name) {
         return std::find(wanted.begin(), wanted.end(), name) != wanted.end();
