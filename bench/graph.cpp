@@ -68,18 +68,18 @@ void measureRedraw(Table& table, bool overlay) {
     TouchedPixels pixels(curves, runRows);
     const std::string job = "redraw, " + std::to_string(curves.size()) + " curves";
 
-    std::vector<std::function<void()>> contenders{[&] { ours.redraw(); }, [&] { pixels.store(); }};
+    std::vector<Contender> contenders{{[&] { ours.redraw(); }}, {[&] { pixels.store(); }}};
     const auto plain = qcustomplotRedraw(curves, runRows, false);
     const auto smooth = qcustomplotRedraw(curves, runRows, true);
-    if (plain) contenders.insert(contenders.end(), {plain, smooth});
+    if (plain) contenders.insert(contenders.end(), {{plain}, {smooth}});
     const auto seconds = medianSeconds(contenders, rounds);
-    table.add(job, "storing the touched pixels", seconds[0], seconds[1], {});
+    table.add(job, "storing the touched pixels", seconds[0], seconds[1], Goal{10, "12"});
     if (!plain) {
         table.skip(job, "QCustomPlot is not on this machine");
         return;
     }
-    table.add(job, "QCustomPlot, no antialiasing", seconds[0], seconds[2], 0.5);
-    table.add(job, "QCustomPlot as it comes", seconds[0], seconds[3], 0.4);
+    table.add(job, "QCustomPlot, no antialiasing", seconds[0], seconds[2], Goal{0.30, "0.34"});
+    table.add(job, "QCustomPlot as it comes", seconds[0], seconds[3], Goal{0.25, "0.27"});
 }
 
 void measureBars(Table& table) {
@@ -96,8 +96,8 @@ void measureBars(Table& table) {
     table.addDemand("switch bars", "the same picture as fillRect",
         ours.image() == bySample && ours.image() != ground);
     const auto seconds =
-        medianSeconds({[&] { ours.drawBars(); }, [&] { ours.fillBars(bySample); }}, rounds);
-    table.add("switch bars", "one fillRect a sample", seconds[0], seconds[1], 0.15);
+        medianSeconds({{[&] { ours.drawBars(); }}, {[&] { ours.fillBars(bySample); }}}, rounds);
+    table.add("switch bars", "one fillRect a sample", seconds[0], seconds[1], Goal{0.15, "0.04"});
 }
 
 } // namespace

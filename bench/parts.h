@@ -10,7 +10,9 @@ void measureFiles(Table& table);
 void measureIndex(Table& table);
 // The full picture against other plotting code and against the pixels alone; the switch bars.
 void measureGraph(Table& table);
-// The graph window, the chooser and the start of the program; only with Qt.
+// Cursor, scrolling, zooming, channels and runs in the graph window; only with Qt.
+void measureGraphWindow(Table& table);
+// The chooser and the start of the program; only with Qt.
 void measureWindow(Table& table);
 // Whole transfers over a pseudo-terminal that is as slow as the line: minutes.
 void measureDownload(Table& table);

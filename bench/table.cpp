@@ -28,29 +28,30 @@ std::string Table::verdictOf(double ratio, double limit) {
 }
 
 void Table::add(const std::string& job, const std::string& peer, double ours, double theirs,
-    std::optional<double> limit) {
+    const std::optional<Goal>& goal) {
     const double ratio = ours / theirs;
     m_rows.push_back({job, peer, timeText(ours), timeText(theirs), number("%.3f", ratio),
-        limit ? number("%.2f", *limit) : "-", limit ? verdictOf(ratio, *limit) : "shown only"});
+        goal ? number("%.2f", goal->limit) : "-", goal ? goal->before : "-",
+        goal ? verdictOf(ratio, goal->limit) : "shown only"});
 }
 
 void Table::addRatio(
-    const std::string& job, const std::string& against, double ratio, double limit) {
-    m_rows.push_back({job, against, "", "", number("%.3f", ratio), number("%.2f", limit),
-        verdictOf(ratio, limit)});
+    const std::string& job, const std::string& against, double ratio, const Goal& goal) {
+    m_rows.push_back({job, against, "", "", number("%.3f", ratio), number("%.2f", goal.limit),
+        goal.before, verdictOf(ratio, goal.limit)});
 }
 
 void Table::addDemand(const std::string& job, const std::string& demand, bool holds) {
     if (!holds) ++m_broken;
-    m_rows.push_back({job, demand, "", "", "", "", holds ? "kept" : "MISSED"});
+    m_rows.push_back({job, demand, "", "", "", "", "", holds ? "kept" : "MISSED"});
 }
 
 void Table::skip(const std::string& job, const std::string& why) {
-    m_rows.push_back({job, why, "", "", "", "", "skipped"});
+    m_rows.push_back({job, why, "", "", "", "", "", "skipped"});
 }
 
 void Table::print() const {
-    const Row head{"Job", "Against", "Ours", "Theirs", "Ratio", "Limit", "Goal"};
+    const Row head{"Job", "Against", "Ours", "Theirs", "Ratio", "Goal", "Before", ""};
     const auto widest = [&](std::string Row::*cell) {
         std::size_t width = (head.*cell).size();
         for (const Row& row : m_rows) width = std::max(width, (row.*cell).size());
@@ -59,9 +60,9 @@ void Table::print() const {
     const int job = widest(&Row::job);
     const int peer = widest(&Row::peer);
     const auto line = [&](const Row& row) {
-        std::printf("%-*s  %-*s  %10s  %10s  %7s  %6s  %s\n", job, row.job.c_str(), peer,
+        std::printf("%-*s  %-*s  %10s  %10s  %7s  %6s  %6s  %s\n", job, row.job.c_str(), peer,
             row.peer.c_str(), row.ours.c_str(), row.theirs.c_str(), row.ratio.c_str(),
-            row.limit.c_str(), row.verdict.c_str());
+            row.limit.c_str(), row.before.c_str(), row.verdict.c_str());
     };
     line(head);
     for (const Row& row : m_rows) line(row);

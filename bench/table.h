@@ -7,13 +7,21 @@
 
 namespace kvo::bench {
 
+// The ratio that a job is to keep, and the one that it had when the goal was set: "-" where nobody
+// had measured it then.
+struct Goal {
+    double limit = 0;
+    std::string before;
+};
+
 class Table {
 public:
-    // Seconds of ours and of what it is compared with. Without a limit the ratio is shown only.
+    // Seconds of ours and of what it is compared with. Without a goal the ratio is shown only.
     void add(const std::string& job, const std::string& peer, double ours, double theirs,
-        std::optional<double> limit);
+        const std::optional<Goal>& goal);
     // A figure that is a ratio by itself, such as the part of a core that a job takes.
-    void addRatio(const std::string& job, const std::string& against, double ratio, double limit);
+    void addRatio(
+        const std::string& job, const std::string& against, double ratio, const Goal& goal);
     // A demand that holds or not, such as two pictures being the same.
     void addDemand(const std::string& job, const std::string& demand, bool holds);
     // A peer that is not on this machine.
@@ -31,6 +39,7 @@ private:
         std::string theirs;
         std::string ratio;
         std::string limit;
+        std::string before;
         std::string verdict;
     };
     std::string verdictOf(double ratio, double limit);

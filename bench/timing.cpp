@@ -9,14 +9,30 @@ namespace {
 
 constexpr double roundSeconds = 20e-3;
 
-double secondsOf(const std::function<void()>& contender, int calls) {
-    const double begin = wallSeconds();
-    for (int i = 0; i < calls; ++i) contender();
-    return (wallSeconds() - begin) / calls;
+double processSeconds() {
+    timespec now{};
+    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &now);
+    return static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) * 1e-9;
 }
 
-int callsPerRound(const std::function<void()>& contender) {
-    contender(); // the first call warms caches and is not counted
+double secondsOf(const Contender& contender, int calls) {
+    double seconds = 0;
+    if (!contender.prepare) {
+        const double begin = processSeconds();
+        for (int i = 0; i < calls; ++i) contender.work();
+        seconds = processSeconds() - begin;
+    }
+    for (int i = 0; contender.prepare && i < calls; ++i) {
+        contender.prepare();
+        const double begin = processSeconds();
+        contender.work();
+        seconds += processSeconds() - begin;
+    }
+    return seconds / calls;
+}
+
+int callsPerRound(const Contender& contender) {
+    secondsOf(contender, 1); // the first call warms caches and is not counted
     const double once = secondsOf(contender, 1);
     return std::clamp(static_cast<int>(roundSeconds / std::max(once, 1e-7)), 1, 10'000);
 }
@@ -34,10 +50,9 @@ double threadSeconds() {
     return static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) * 1e-9;
 }
 
-std::vector<double> medianSeconds(
-    const std::vector<std::function<void()>>& contenders, int rounds) {
+std::vector<double> medianSeconds(const std::vector<Contender>& contenders, int rounds) {
     std::vector<int> calls;
-    for (const auto& contender : contenders) calls.push_back(callsPerRound(contender));
+    for (const Contender& contender : contenders) calls.push_back(callsPerRound(contender));
     std::vector<std::vector<double>> times(contenders.size());
     for (int round = 0; round < rounds; ++round)
         for (std::size_t n = 0; n < contenders.size(); ++n) {

@@ -1,14 +1,21 @@
 #pragma once
 // Times that can be compared on a machine that does other things too: the contenders take turns,
-// round by round, and the median of each one's rounds counts.
+// round by round, and the median of each one's rounds counts. Time of the wall would hold the
+// slices that others get in between.
 #include <functional>
 #include <vector>
 
 namespace kvo::bench {
 
-// Seconds one call of each contender takes. A round calls a contender as often as fills about
-// twenty milliseconds.
-std::vector<double> medianSeconds(const std::vector<std::function<void()>>& contenders, int rounds);
+// What is measured, and what puts things back before each call of it, which is not measured.
+struct Contender {
+    std::function<void()> work;
+    std::function<void()> prepare = {};
+};
+
+// Seconds of processor time, of all threads, that one call of each contender takes. A round calls a
+// contender as often as fills about twenty milliseconds.
+std::vector<double> medianSeconds(const std::vector<Contender>& contenders, int rounds);
 
 // Seconds of processor time this thread has used.
 double threadSeconds();

@@ -4,6 +4,7 @@
 #include "channels/derived.h"
 #include "channels/sample_place.h"
 #include "core/data_types.h"
+#include "platform/draw/wide_registers.h"
 
 #include <cmath>
 #include <cstdint>
@@ -32,35 +33,36 @@ struct CurveSource {
     int shiftX; // added to the sample number
 };
 
-// How the values of a channel become heights.
+// How the values of a channel become heights: v / divisor * factor + raise in doubles. Dividing or
+// multiplying by 1 changes no number, so that one formula serves all channels.
 class HeightRule {
 public:
     HeightRule(const AppConfig& config, int channel, int rpmScale, double mphScale)
-        : m_kind(channelFacts(channel).kind), m_rpmScale(rpmScale), m_mphScale(mphScale),
-          m_magnify(magnification(config, channel)),
-          m_raise(config.ComboScale[static_cast<std::size_t>(channel)]) {}
-
-    // A height that is no finite single means a run-time failure.
-    float operator()(double v) const {
-        switch (m_kind) {
+        : m_raise(config.ComboScale[static_cast<std::size_t>(channel)]) {
+        switch (channelFacts(channel).kind) {
         case ChannelKind::engine:
         case ChannelKind::clutch:
         case ChannelKind::input:
         case ChannelKind::output:
-            if (m_rpmScale == 0) return std::numeric_limits<float>::infinity();
-            return static_cast<float>(v / m_rpmScale + m_raise);
+            m_divisor = rpmScale;
+            break;
         case ChannelKind::mph:
-            return static_cast<float>(v / 200 * m_mphScale + m_raise);
+            m_divisor = 200;
+            m_factor = mphScale;
+            break;
         default:
-            return static_cast<float>(m_magnify * v + m_raise);
+            m_factor = magnification(config, channel);
         }
     }
 
+    // A height that is no finite single means a run-time failure.
+    float operator()(double v) const {
+        return static_cast<float>(v / m_divisor * m_factor + m_raise);
+    }
+
 private:
-    ChannelKind m_kind;
-    double m_rpmScale;
-    double m_mphScale;
-    double m_magnify;
+    double m_divisor = 1; // 0 is a failure at every value
+    double m_factor = 1;
     double m_raise;
 };
 
@@ -69,6 +71,9 @@ private:
 template <typename ValueAt>
 int trace(const CurveSource& source, const HeightRule& height, int step, std::vector<Point>& points,
     ValueAt valueAt) {
+    // Room for all of them at once: the test for room at every point costs more than the point.
+    points.resize(static_cast<std::size_t>((source.sampleCount + step - 1) / step));
+    auto next = points.begin();
     int visited = 0;
     for (int i = 1; i <= source.sampleCount; i += step) {
         ++visited;
@@ -77,8 +82,9 @@ int trace(const CurveSource& source, const HeightRule& height, int step, std::ve
         if (!v.hasValue()) continue;
         const float y = height(v.value);
         if (!std::isfinite(y)) break;
-        points.push_back({static_cast<float>(i + source.shiftX), y});
+        *next++ = {static_cast<float>(i + source.shiftX), y};
     }
+    points.erase(next, points.end());
     return visited;
 }
 
@@ -230,6 +236,7 @@ int makeCurve(const RunView& run, const CurveScale& scale, const AppConfig& conf
     const bool smooth = smoothed(config, facts);
     const core::RunImage& image = *source.image;
     points.clear();
+    platform::clearWideRegisters(); // the loading bar was painted just before
     switch (facts.kind) {
     case ChannelKind::engine:
         return traceWord(

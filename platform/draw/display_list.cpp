@@ -1,5 +1,7 @@
 #include "platform/draw/display_list.h"
 
+#include "platform/draw/wide_registers.h"
+
 #include <algorithm>
 #include <array>
 #include <bit>
@@ -23,6 +25,16 @@ bool shareRows(std::span<const PixelBar> bars) {
         }
     }
     return false;
+}
+
+// Points up to which it is not worth while to look for those in the clip.
+constexpr std::size_t shortLine = 32;
+
+// Whether no point lies further left than the one before it.
+bool runsRight(std::span<const Point> points) {
+    bool yes = true;
+    for (std::size_t i = 1; i < points.size(); ++i) yes &= points[i].x >= points[i - 1].x;
+    return yes;
 }
 
 int positivePx(double value) {
@@ -67,16 +79,19 @@ DisplayList::Operation& DisplayList::begin(Kind kind, const UserScale& scale, st
 }
 
 void DisplayList::addLine(
-    std::span<const Point> points, const Style& style, const UserScale& scale) {
-    if (points.empty()) return;
-    if (goesOn(Kind::line, scale) && m_operations.back().style == style &&
-        m_points.back() == points.front()) {
-        points = points.subspan(1);
-    } else {
+    Point from, std::span<const Point> to, const Style& style, const UserScale& scale) {
+    if (to.empty()) return;
+    const bool on =
+        goesOn(Kind::line, scale) && m_operations.back().style == style && m_points.back() == from;
+    if (!on) {
         begin(Kind::line, scale, m_points.size()).style = style;
+        m_points.push_back(from);
     }
-    m_points.insert(m_points.end(), points.begin(), points.end());
-    m_operations.back().count += points.size();
+    Operation& op = m_operations.back();
+    // Where the line began does not count: every curve has a stroke from the origin of the scale.
+    op.runsRight &= (!on || to[0].x >= from.x) && runsRight(to);
+    m_points.insert(m_points.end(), to.begin(), to.end());
+    op.count = m_points.size() - op.first;
 }
 
 void DisplayList::addBox(Point a, Point b, Colour colour, const UserScale& scale) {
@@ -129,13 +144,14 @@ PixelRect DisplayList::bounds(std::size_t operation, const SurfaceSize& surface)
 
 void DisplayList::paint(Raster& raster, TextPainter& text, const SurfaceSize& surface,
     std::size_t first, std::size_t end) const {
+    bool used = true; // the wide registers, by what came before
     for (std::size_t i = first; i < end; ++i) {
         const Operation& op = m_operations[i];
         const PixelScale scale(m_scales[op.scale], surface);
+        if (used) clearWideRegisters();
+        used = op.kind == Kind::text;
         if (op.kind == Kind::line) {
-            Pen pen{
-                rgb32(op.style.colour), op.style.drawStyle, op.style.drawWidth * surface.linePx};
-            raster.polyline(std::span(m_points).subspan(op.first, op.count), scale, pen);
+            paintLine(op, raster, scale, op.style.drawWidth * surface.linePx);
         } else if (op.kind == Kind::boxes) {
             paintBoxes(op, raster, scale);
         } else if (op.kind == Kind::bars) {
@@ -145,6 +161,32 @@ void DisplayList::paint(Raster& raster, TextPainter& text, const SurfaceSize& su
                 std::string_view(m_letters).substr(op.first, op.count), op.points, op.style.colour);
         }
     }
+}
+
+void DisplayList::paintLine(
+    const Operation& op, Raster& raster, const PixelScale& scale, int widthPx) const {
+    const auto points = std::span(m_points).subspan(op.first, op.count);
+    Pen pen{rgb32(op.style.colour), op.style.drawStyle, widthPx};
+    // Where a pattern is drawn, all the line up to a pixel says where in the pattern that is.
+    if (!op.runsRight || !scale.runsRight() || !isSolid(pen.style) || points.size() <= shortLine) {
+        raster.polyline(points, scale, pen);
+        return;
+    }
+    const auto rest = points.subspan(1);
+    const int left = raster.clip().left - widthPx;
+    const int right = raster.clip().right;
+    const auto seen = std::partition_point(
+        rest.begin(), rest.end(), [&](const Point& p) { return scale.x(p.x) < left; });
+    const auto behind = std::partition_point(
+        seen, rest.end(), [&](const Point& p) { return scale.x(p.x) < right; });
+    // The lines that cross the edges of the clip begin and end beside it.
+    const auto last = behind == rest.end() ? behind : behind + 1;
+    if (seen - rest.begin() < 2) {
+        raster.polyline({points.begin(), last}, scale, pen);
+        return;
+    }
+    raster.polyline(points.first(2), scale, pen);
+    if (last - seen > 0) raster.polyline({seen - 1, last}, scale, pen);
 }
 
 void DisplayList::paintBoxes(const Operation& op, Raster& raster, const PixelScale& scale) const {
@@ -220,10 +262,7 @@ void DisplayListSurface::cls() {
 }
 
 void DisplayListSurface::lineTo(float x, float y, Colour colour) {
-    const std::array<Point, 2> ends{m_current, Point{x, y}};
-    target().addLine(ends, {colour, m_drawStyle, m_drawWidth}, m_scale);
-    m_current = ends[1];
-    drawn();
+    DisplayListSurface::polyline(std::array<Point, 1>{{{x, y}}}, colour);
 }
 
 void DisplayListSurface::line(float x1, float y1, float x2, float y2, Colour colour) {
@@ -234,9 +273,7 @@ void DisplayListSurface::line(float x1, float y1, float x2, float y2, Colour col
 
 void DisplayListSurface::polyline(std::span<const Point> points, Colour colour) {
     if (points.empty()) return;
-    m_line.assign(1, m_current);
-    m_line.insert(m_line.end(), points.begin(), points.end());
-    target().addLine(m_line, {colour, m_drawStyle, m_drawWidth}, m_scale);
+    target().addLine(m_current, points, {colour, m_drawStyle, m_drawWidth}, m_scale);
     m_current = points.back();
     drawn();
 }

@@ -46,9 +46,9 @@ public:
     // What is drawn from here on is an operation of its own.
     void seal() { m_sealed = true; }
 
-    // Goes on with the last operation where that is a line of the same look which ends at the first
-    // of the points.
-    void addLine(std::span<const Point> points, const Style& style, const UserScale& scale);
+    // A line from a point through others. Goes on with the last operation where that is a line of
+    // the same look which ends at `from`.
+    void addLine(Point from, std::span<const Point> to, const Style& style, const UserScale& scale);
     void addBox(Point a, Point b, Colour colour, const UserScale& scale);
     // As Surface::boxes.
     void addBars(
@@ -77,6 +77,7 @@ private:
         std::size_t barCount = 0;
         std::size_t first = 0; // place in m_points, m_boxes, m_masks or m_letters
         std::size_t count = 0;
+        bool runsRight = true; // of a line: from the second point on x never falls
     };
     struct Box {
         Point a;
@@ -85,6 +86,7 @@ private:
     };
     Operation& begin(Kind kind, const UserScale& scale, std::size_t first);
     bool goesOn(Kind kind, const UserScale& scale) const;
+    void paintLine(const Operation& op, Raster& raster, const PixelScale& scale, int widthPx) const;
     void paintBoxes(const Operation& op, Raster& raster, const PixelScale& scale) const;
     void paintBars(const Operation& op, Raster& raster, const PixelScale& scale) const;
 
@@ -170,7 +172,6 @@ private:
     float m_fontPoints = 7;
     bool m_autoRedraw = true;
     bool m_usable = true;
-    std::vector<Point> m_line; // reused
 };
 
 } // namespace kvo::platform

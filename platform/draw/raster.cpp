@@ -33,10 +33,34 @@ std::uint32_t patternOf(int style) {
     return style >= 0 && style < 5 ? patterns[static_cast<std::size_t>(style)] : solidPattern;
 }
 
-// Whether the pattern has a pixel at a place of the line, in device pixels.
-bool isDrawn(std::uint32_t mask, long long place, int widthPx) {
-    return (mask >> (place / widthPx % patternLength) & 1U) != 0;
+// Device pixels after which a pattern begins anew.
+std::uint32_t periodPx(int widthPx) {
+    return patternLength * static_cast<std::uint32_t>(widthPx);
 }
+
+// Goes along a pattern in device pixels and says where it has one. A counter, since it is asked for
+// every pixel of a line.
+class Dashes {
+public:
+    // `phase`: device pixels gone by; each place of the pattern is `widthPx` of them long.
+    Dashes(std::uint32_t mask, std::uint32_t phase, int widthPx)
+        : m_mask(mask), m_widthPx(static_cast<std::uint32_t>(widthPx)),
+          m_left(m_widthPx - phase % m_widthPx) {
+        const std::uint32_t place = phase / m_widthPx % patternLength;
+        m_mask = (mask >> place | mask << (patternLength - place)) & solidPattern;
+    }
+    bool drawn() const { return (m_mask & 1U) != 0; }
+    void step() {
+        if (--m_left > 0) return;
+        m_left = m_widthPx;
+        m_mask = m_mask >> 1 | (m_mask & 1U) << (patternLength - 1);
+    }
+
+private:
+    std::uint32_t m_mask; // its lowest bit is the present place
+    std::uint32_t m_widthPx;
+    std::uint32_t m_left; // device pixels up to the next place
+};
 
 long long floorDiv(long long a, long long b) { // b > 0
     return a >= 0 ? a / b : -((-a + b - 1) / b);
@@ -52,7 +76,9 @@ struct Course {
     int minorSign;
     long long steps; // length along the major side
     long long rise;  // length along the minor side, at most steps
-    long long minorAt(long long k) const { return (2 * k * rise + steps) / (2 * steps); }
+    long long minorAt(long long k) const {
+        return k == 0 ? 0 : (2 * k * rise + steps) / (2 * steps);
+    }
 };
 
 Course courseOf(PixelPoint a, PixelPoint b) {
@@ -95,21 +121,21 @@ StepRange stepsInside(const Course& c, int majorLow, int majorHigh, int minorLow
     return range;
 }
 
-// Walks the steps of a range; paint(word, k) is called for each. Both strides are in words.
+// Walks the steps of a range; paint(word) is called for each. Both strides are in words.
 template <typename Paint>
 void walk(const Course& c, const StepRange& range, std::uint32_t* word, std::ptrdiff_t majorStride,
     std::ptrdiff_t minorStride, Paint paint) {
     const long long turn = 2 * c.steps;
     const long long gain = 2 * c.rise;
-    long long rest = (gain * range.first + c.steps) % turn;
+    long long rest = range.first == 0 ? c.steps : (gain * range.first + c.steps) % turn;
     for (long long k = range.first; k < range.last; ++k) {
-        paint(word, k);
+        paint(word);
         rest += gain;
         const bool over = rest >= turn;
         rest -= over ? turn : 0;
         word += majorStride + (over ? minorStride : 0);
     }
-    paint(word, range.last);
+    paint(word);
 }
 
 // The course of a thin solid line that needs no clipping, which nearly all are: the same pixels as
@@ -129,33 +155,26 @@ void walkInside(std::uint32_t* word, int steps, int rise, std::ptrdiff_t majorSt
     }
 }
 
-} // namespace
-
-PixelRect intersection(const PixelRect& a, const PixelRect& b) {
-    PixelRect r{std::max(a.left, b.left), std::max(a.top, b.top), std::min(a.right, b.right),
-        std::min(a.bottom, b.bottom)};
-    if (r.empty()) r = {r.left, r.top, r.left, r.top};
-    return r;
+// Calls visit(pixel) for each point in turn.
+template <typename Visit>
+void eachPixel(std::span<const Point> points, const PixelScale& scale, Visit visit) {
+    std::array<PixelPoint, 128> block;
+    while (!points.empty()) {
+        const std::size_t count = std::min(points.size(), block.size());
+        scale.points(points.first(count), block.data());
+        for (std::size_t i = 0; i < count; ++i) visit(block[i]);
+        points = points.subspan(count);
+    }
 }
+
+} // namespace
 
 std::uint32_t rgb32(Colour colour) {
     return 0xFF000000U | (colour & 0xFFU) << 16 | (colour & 0xFF00U) | (colour >> 16 & 0xFFU);
 }
 
-PixelScale::PixelScale(const UserScale& scale, const SurfaceSize& size)
-    : m_left(scale.left), m_top(scale.top),
-      m_pixelsPerX(std::max(0, size.widthPx - size.linePx) /
-                   (static_cast<double>(scale.right) - static_cast<double>(scale.left))),
-      m_pixelsPerY(std::max(0, size.heightPx - size.linePx) /
-                   (static_cast<double>(scale.bottom) - static_cast<double>(scale.top))) {
-    if (!std::isfinite(m_pixelsPerX)) m_pixelsPerX = 0;
-    if (!std::isfinite(m_pixelsPerY)) m_pixelsPerY = 0;
-}
-
-Point PixelScale::user(double pixelX, double pixelY) const {
-    const double userX = m_pixelsPerX != 0 ? pixelX / m_pixelsPerX + m_left : 0;
-    const double userY = m_pixelsPerY != 0 ? pixelY / m_pixelsPerY + m_top : 0;
-    return {static_cast<float>(userX), static_cast<float>(userY)};
+bool isSolid(int style) {
+    return patternOf(style) == solidPattern;
 }
 
 Raster::Raster(std::uint32_t* scanLines, std::ptrdiff_t wordsPerLine, const PixelRect& area)
@@ -175,29 +194,24 @@ void Raster::box(PixelPoint a, PixelPoint b, std::uint32_t rgb) {
 
 void Raster::line(PixelPoint a, PixelPoint b, Pen& pen) {
     if (a.x == noPixel || a.y == noPixel || b.x == noPixel || b.y == noPixel) return;
-    if (pen.widthPx == 1 && m_clip.holds(a) && m_clip.holds(b) &&
-        patternOf(pen.style) == solidPattern) {
-        thinLine(a, b, pen.rgb);
-        return;
-    }
     const int width = std::max(1, pen.widthPx);
+    const PixelRect box{std::min(a.x, b.x), std::min(a.y, b.y), std::max(a.x, b.x) + width,
+        std::max(a.y, b.y) + width};
+    const bool inside = box.left >= m_clip.left && box.top >= m_clip.top &&
+                        box.right <= m_clip.right && box.bottom <= m_clip.bottom;
+    const bool solid = isSolid(pen.style);
+    if (solid && width == 1 && inside) return thinLine(a, b, pen.rgb);
     const std::uint32_t start = pen.phase;
-    const long long length = std::max(
-        std::abs(static_cast<long long>(b.x) - a.x), std::abs(static_cast<long long>(b.y) - a.y));
-    pen.phase = static_cast<std::uint32_t>((start + length) % (patternLength * width));
-    if (m_clip.empty() || std::max(a.x, b.x) + width <= m_clip.left ||
-        std::min(a.x, b.x) >= m_clip.right || std::max(a.y, b.y) + width <= m_clip.top ||
-        std::min(a.y, b.y) >= m_clip.bottom) {
-        return;
-    }
+    const int length = std::max(box.width(), box.height()) - width;
+    if (!solid) pen.phase = (start + static_cast<std::uint32_t>(length)) % periodPx(width);
+    if (intersection(box, m_clip).empty()) return;
     if (length > 0) {
-        stroke(a, b, pen, start);
-    } else if (isDrawn(patternOf(pen.style), start, width)) {
-        fill({a.x, a.y, a.x + width, a.y + width}, pen.rgb);
+        stroke(a, b, pen, start, inside);
+    } else if (Dashes(patternOf(pen.style), start, width).drawn()) {
+        fill(box, pen.rgb);
     }
 }
 
-// A solid pen needs no phase: no pixel depends on it, whatever was drawn before.
 void Raster::thinLine(PixelPoint a, PixelPoint b, std::uint32_t rgb) {
     const int dx = std::abs(b.x - a.x);
     const int dy = std::abs(b.y - a.y);
@@ -210,7 +224,7 @@ void Raster::thinLine(PixelPoint a, PixelPoint b, std::uint32_t rgb) {
     }
 }
 
-void Raster::stroke(PixelPoint a, PixelPoint b, const Pen& pen, std::uint32_t start) {
+void Raster::stroke(PixelPoint a, PixelPoint b, const Pen& pen, std::uint32_t start, bool inside) {
     const Course c = courseOf(a, b);
     const int majorLow = c.flat ? m_clip.left : m_clip.top;
     const int majorHigh = (c.flat ? m_clip.right : m_clip.bottom) - 1;
@@ -224,35 +238,87 @@ void Raster::stroke(PixelPoint a, PixelPoint b, const Pen& pen, std::uint32_t st
     // A wide line is as many thin ones side by side, right of and below its course.
     for (int beside = 0; beside < width; ++beside) {
         const StepRange range =
-            stepsInside(c, majorLow, majorHigh, minorLow - beside, minorHigh - beside);
+            inside ? StepRange{0, c.steps}
+                   : stepsInside(c, majorLow, majorHigh, minorLow - beside, minorHigh - beside);
         if (range.first > range.last) continue;
         const int major = c.major0 + c.majorSign * static_cast<int>(range.first);
         const int minor =
             c.minor0 + c.minorSign * static_cast<int>(c.minorAt(range.first)) + beside;
         std::uint32_t* word = c.flat ? at(major, minor) : at(minor, major);
         if (mask == solidPattern) {
-            walk(c, range, word, majorStride, minorStride,
-                [rgb](std::uint32_t* w, long long) { *w = rgb; });
-        } else {
-            walk(c, range, word, majorStride, minorStride, [=](std::uint32_t* w, long long k) {
-                if (isDrawn(mask, start + k, width)) *w = rgb;
-            });
+            walk(c, range, word, majorStride, minorStride, [rgb](std::uint32_t* w) { *w = rgb; });
+            continue;
         }
+        Dashes dashes(mask, start + static_cast<std::uint32_t>(range.first), width);
+        walk(c, range, word, majorStride, minorStride, [&dashes, rgb](std::uint32_t* w) {
+            if (dashes.drawn()) *w = rgb;
+            dashes.step();
+        });
     }
+}
+
+void Raster::column(int x, int low, int high, std::uint32_t rgb) {
+    if (x < m_clip.left || x >= m_clip.right) return;
+    low = std::max(low, m_clip.top);
+    high = std::min(high, m_clip.bottom - 1);
+    if (low > high) return;
+    std::uint32_t* word = at(x, low);
+    for (int left = high - low; left >= 0; --left, word += m_wordsPerLine) *word = rgb;
 }
 
 void Raster::polyline(std::span<const Point> points, const PixelScale& scale, Pen& pen) {
     if (points.empty()) return;
     PixelPoint from = scale.point(points[0]);
-    if (points.size() == 1) line(from, from, pen);
+    if (points.size() == 1) return line(from, from, pen);
+    if (pen.widthPx <= 1 && isSolid(pen.style)) return thinPolyline(points, scale, pen);
     bool drawn = false;
-    for (const Point& p : points.subspan(1)) {
-        const PixelPoint to = scale.point(p);
+    eachPixel(points.subspan(1), scale, [&](PixelPoint to) {
         // A step inside one pixel adds nothing to a line that is already there.
         if (to != from || !drawn) line(from, to, pen);
         drawn = true;
         from = to;
-    }
+    });
+}
+
+// The steps of a curve seldom go further than the next column of pixels. Those in one column make
+// one upright run, which is painted when the line leaves the column: the pixels are those of the
+// steps one by one.
+void Raster::thinPolyline(std::span<const Point> points, const PixelScale& scale, Pen& pen) {
+    struct Run {
+        int low;
+        int high;
+        bool bare; // no step has drawn the pixel that it began with
+        void reach(int y) {
+            low = std::min(low, y);
+            high = std::max(high, y);
+        }
+        bool drawn() const { return !bare || low < high; }
+    };
+    std::array<PixelPoint, 2> start;
+    scale.points(points.first(2), start.data());
+    PixelPoint from = start[0];
+    Run run{from.y, from.y, start[1] != from};
+    eachPixel(points.subspan(1), scale, [&](PixelPoint to) {
+        const int dx = to.x - from.x;
+        if (dx == 0) {
+            run.reach(to.y);
+        } else if (dx == 1 || dx == -1) {
+            const int dy = to.y - from.y;
+            const int sign = (dy > 0) - (dy < 0);
+            const int entry = from.y + (dy + sign) / 2; // where the step enters the next column
+            run.reach(entry - sign);
+            column(from.x, run.low, run.high, pen.rgb);
+            run = {entry, entry, false};
+            run.reach(to.y);
+        } else {
+            if (run.drawn()) column(from.x, run.low, run.high, pen.rgb);
+            const bool leads = from.x != noPixel && to.x != noPixel;
+            if (leads) line(from, to, pen);
+            run = {to.y, to.y, !leads};
+        }
+        from = to;
+    });
+    if (run.drawn()) column(from.x, run.low, run.high, pen.rgb);
 }
 
 } // namespace kvo::platform

@@ -1,30 +1,17 @@
 #include "platform/draw/display_list.h"
 
+#include "tests/support/plain_raster.h"
+
 #include <gtest/gtest.h>
 
 #include <limits>
 #include <random>
-#include <string>
 #include <vector>
 
 using namespace kvo::platform;
+using kvo::testing::BoxText;
 
 namespace {
-
-// Stands for the letters of a text: a box of its height, inside the raster's clip.
-class BoxText : public TextPainter {
-public:
-    explicit BoxText(Raster& raster) : m_raster(raster) {}
-    void paintText(
-        PixelPoint leftTop, std::string_view text, float points, Colour colour) override {
-        const int width = 5 * static_cast<int>(text.size());
-        m_raster.box(
-            leftTop, {leftTop.x + width, leftTop.y + textLineHeightPx(points)}, rgb32(colour));
-    }
-
-private:
-    Raster& m_raster;
-};
 
 struct Image {
     explicit Image(const PixelRect& part)

@@ -74,17 +74,17 @@ TEST_F(Statistics, rpmSumsHoldTheFirstRowTwiceAndTheDivisorIsTheWidth) {
 }
 
 TEST_F(Statistics, allThreeRpmSumsHoldTheFirstRowTwice) {
-    run->samples[100].InputRpm = 600;
-    run->samples[101].InputRpm = 20;
-    run->samples[100].OutputRpm = 300;
-    run->samples[102].OutputRpm = 10;
-    const RunStatistics got = Cal(*run, 2048, 25, 100, "1.02");
+    run->image.samples[100].InputRpm = 600;
+    run->image.samples[101].InputRpm = 20;
+    run->image.samples[100].OutputRpm = 300;
+    run->image.samples[102].OutputRpm = 10;
+    const RunStatistics got = cal(2048, 25, 100, "1.02");
     EXPECT_EQ(got.Input.Ave, 610) << "(600 + 600 + 20) / 2";
     EXPECT_EQ(got.Pinion.Ave, 305) << "(300 + 300 + 10) / 2";
 }
 
 TEST_F(Statistics, aRangeThatEndsBeforeTheLaunchIsTheFirstRow) {
-    const RunStatistics got = Cal(*run, 2048, 25, 160, "1.00");
+    const RunStatistics got = cal(2048, 25, 160, "1.00");
     EXPECT_EQ(got.PeakSpeed, 1600);
     EXPECT_EQ(got.Rpm.Min, 1000);
     EXPECT_EQ(got.Rpm.Max, 1000);
