@@ -80,8 +80,10 @@ bool DownloadSession::startSession() {
     m_link.LinkFailed = 0;
     m_link.OpenLoggerPort(m_in.Config.CommPort);
     m_link.port().setInputLen(1);
-    core::LoadConfig(
-        m_in.AppFolder, m_in.Config, m_files, m_dialogs, [this] { m_view.showSoftwareSetup(); });
+    if (core::LoadConfig(m_in.AppFolder, m_in.Config, m_files, m_dialogs,
+            [this] { m_view.showSoftwareSetup(); })) {
+        m_in.ConfigKnown = true;
+    }
     if (m_link.LinkFailed == -1) return false;
     const bool answered = m_link.greetLogger();
     if (m_cancelled) return false;

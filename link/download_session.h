@@ -26,6 +26,7 @@ void showDateCheck(
 // What a download works on. All of it must outlive the session.
 struct DownloadInput {
     core::AppConfig& Config;
+    bool& ConfigKnown; // becomes true where the configuration is read anew
     const std::string& AppFolder;
     core::OpenRun& Run; // takes the download; on failure it is no run any more
     core::AnalogTables& Tables;

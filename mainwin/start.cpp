@@ -1,6 +1,7 @@
 #include "mainwin/start.h"
 
 #include "core/config.h"
+#include "core/default_config.h"
 #include "core/shared_state.h"
 #include "core/start.h"
 #include "mainwin/main_window.h"
@@ -24,6 +25,8 @@ bool startProgram() {
     if (!core::processorSuffices(processorType(), *services.dialogs)) return false;
     core::SharedState& state = core::state();
     state.AppFolder = currentFolder();
+    // What a file that is missing or cut does not give has sensible values.
+    state.Config = core::defaultConfig();
     state.ConfigKnown = core::LoadConfig(
         state.AppFolder, state.Config, *services.files, *services.dialogs, showSoftwareSetup);
     showModal(form<frmSplash>());

@@ -21,7 +21,8 @@ using namespace platform_qt;
 
 DownloadData::DownloadData()
     : m_session(loggerLink(),
-          {core::state().Config, core::state().AppFolder, core::state().Run, core::state().Tables},
+          {core::state().Config, core::state().ConfigKnown, core::state().AppFolder,
+              core::state().Run, core::state().Tables},
           *this, *platform::services().dialogs, *platform::services().clock,
           *platform::services().files) {
     setObjectName(QStringLiteral("DownloadData"));

@@ -1,6 +1,7 @@
 // The configuration that a new installation starts with.
 #include "core/config.h"
 #include "core/data_types.h"
+#include "core/default_config.h"
 #include "tests/support/memory_files.h"
 #include "tests/support/scripted_dialogs.h"
 
@@ -59,6 +60,10 @@ double apart(std::int32_t one, std::int32_t other) {
     const Seen p = seen(one);
     const Seen q = seen(other);
     return std::hypot(p.lightness - q.lightness, p.a - q.a, p.b - q.b);
+}
+
+TEST(DefaultConfig, IsWhatIsShipped) {
+    EXPECT_EQ(encodeConfig(defaultConfig()), shipped());
 }
 
 TEST(DefaultConfig, OpensWithoutAMessage) {

@@ -1,5 +1,6 @@
 // The start of the program, from the configuration to the main window.
 #include "core/config.h"
+#include "core/default_config.h"
 #include "mainwin/main_window.h"
 #include "mainwin/splash.h"
 #include "mainwin/start.h"
@@ -66,6 +67,7 @@ private slots:
             QDir(m_folder.path()).canonicalPath());
         QVERIFY(!m_program->state.AppFolder.ends_with('/'));
         QVERIFY(m_program->state.Config.Driver.starts_with("Somebody"));
+        QVERIFY(m_program->state.ConfigKnown);
         QVERIFY(!isLoaded<frmSplash>());
         QVERIFY(form<VrnWin32>().isVisible());
         QCOMPARE(m_program->files.writes(), 0); // a start never writes
@@ -99,6 +101,9 @@ private slots:
         QVERIFY(forms::startProgram());
         QCOMPARE(m_program->dialogs.beeps(), 1);
         QVERIFY(form<VrnWin32>().isVisible());
+        // What is in memory is what a new installation ships, and nobody may save it unasked.
+        QVERIFY(m_program->state.Config == core::defaultConfig());
+        QVERIFY(!m_program->state.ConfigKnown);
     }
 
     void aCorruptConfigurationIsToldAndWhatCouldBeReadStays() {
@@ -110,6 +115,9 @@ private slots:
         shortenSplash();
         QVERIFY(forms::startProgram());
         QVERIFY(m_program->state.Config.Driver.starts_with("Somebody"));
+        // Behind the cut at byte 300 the shipped values stand.
+        QCOMPARE(m_program->state.Config.RWheel, core::defaultConfig().RWheel);
+        QVERIFY(!m_program->state.ConfigKnown);
     }
 };
 

@@ -7,7 +7,7 @@ namespace kvo::testing {
 using namespace platform;
 
 link::DownloadInput inputOf(core::SharedState& state) {
-    return {state.Config, state.AppFolder, state.Run, state.Tables};
+    return {state.Config, state.ConfigKnown, state.AppFolder, state.Run, state.Tables};
 }
 
 bool RecordingView::saw(const std::string& event) const {
