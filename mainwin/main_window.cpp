@@ -17,7 +17,6 @@
 #include <QFrame>
 #include <QLabel>
 #include <QScreen>
-#include <QToolBar>
 
 namespace kvo::forms {
 
@@ -25,8 +24,7 @@ using namespace platform_qt;
 
 VrnWin32::VrnWin32() {
     setObjectName(QStringLiteral("VrnWin32"));
-    makeMenus();
-    makeToolbar();
+    makeCommands();
     makeInner();
     Form_Load();
 }

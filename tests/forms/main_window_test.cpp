@@ -142,6 +142,19 @@ private slots:
                 "Check for KVO Update = Mnu_UpDate", "&About KVO = Mnu_AboutVrn"}));
     }
 
+    // Two items of one menu never share the letter that chooses them.
+    void everyLetterChoosesOneItem() {
+        QStringList letters;
+        for (const Commands::MenuEntry* row : form<VrnWin32>().commands().menuEntries()) {
+            const QString caption = QLatin1String(row->caption);
+            const qsizetype mark = caption.indexOf(QLatin1Char('&'));
+            if (mark < 0) continue;
+            letters << QLatin1String(row->menu) + QLatin1Char(' ') + caption[mark + 1].toUpper();
+        }
+        QVERIFY(letters.size() > 25);
+        QCOMPARE(letters.removeDuplicates(), 0);
+    }
+
     void theToolbarHasItsKeysInOrderAndTakesTheFocus() {
         QStringList keys;
         const auto actions = control<QToolBar>(form<VrnWin32>(), "Toolbar1").actions();
@@ -328,16 +341,16 @@ private slots:
     void toolbarKeysAreExact() {
         shownWindow();
         m_program->state.Config.Date_Prompt = 1;
-        form<VrnWin32>().Toolbar1_ButtonClick("downloaddata");
-        form<VrnWin32>().Toolbar1_ButtonClick("Download");
-        form<VrnWin32>().Toolbar1_ButtonClick("");
-        form<VrnWin32>().Toolbar1_ButtonClick("PitRun"); // has no form yet
+        form<VrnWin32>().commands().press("downloaddata");
+        form<VrnWin32>().commands().press("Download");
+        form<VrnWin32>().commands().press("");
+        form<VrnWin32>().commands().press("PitRun"); // has no form yet
         bool came = false;
         onModal([&came](QWidget* modal) {
             came = true;
             modal->close();
         });
-        form<VrnWin32>().Toolbar1_ButtonClick("DownloadData");
+        form<VrnWin32>().commands().press("DownloadData");
         QVERIFY(came);
     }
 
