@@ -1,10 +1,13 @@
 // VrnWin32: menus, toolbar, sizes, and the commands that are its own.
+#include "core/run_index.h"
 #include "graph/forms/data_graph.h"
+#include "library/run_list.h"
 #include "link/forms/download_data.h"
 #include "link/forms/logger_line.h"
 #include "mainwin/about.h"
 #include "mainwin/main_window.h"
 #include "mainwin/splash.h"
+#include "mainwin/start.h"
 #include "tests/forms/support/form_test_main.h"
 #include "tests/forms/support/test_program.h"
 #include "tests/forms/support/user_click.h"
@@ -100,6 +103,7 @@ private slots:
     void init() {
         m_program = std::make_unique<TestProgram>();
         m_line = std::make_unique<Line>(*m_program);
+        forms::openDoors();
     }
     void cleanup() {
         const QString problems =
@@ -336,6 +340,35 @@ private slots:
         QCOMPARE(userClick(&control<QToolButton>(form<VrnWin32>(), "DownloadData")), QString());
         QVERIFY(!isLoaded<DownloadData>());
         QVERIFY(menusEnabled());
+    }
+
+    void aDownloadedRunIsTheGraphsAndTheChoosers() {
+        VrnWin32& window = shownWindow();
+        core::AppConfig& config = m_program->state.Config;
+        config.CheckBits = {0, -1};
+        config.Date_Prompt = config.SpeedWheel_Prompt = 1;
+        config.Wheel = 22;
+        m_program->putConfig();
+        m_program->files.put("/kvo/Data/KvoData.Ini", {});
+        const std::vector<core::RunIndexEntry> rows{{"26111417.00d", "Sat 14 Nov 2026 Run: 9"}};
+        QVERIFY(core::writeRunIndex("/kvo", rows, m_program->files).done);
+        library::runList().read("/kvo", m_program->files);
+        QCOMPARE(library::runList().chosen().FileName, rows[0].FileName); // the choice before
+        m_program->dialogs.expectInputTitled("Run Title", "7 Final");
+        m_program->dialogs.expectBoxTitled("Download Saved", platform::Reply::yes);
+        onModal([](QWidget* modal) {
+            QCOMPARE(userClick(&control<QPushButton>(*modal, "Command_Send")), QString());
+        });
+        command("Mnu_DownloadData").trigger();
+        QVERIFY(isLoaded<DataGraph>() && form<DataGraph>().isVisible());
+        QVERIFY(!window.isVisible());
+        QVERIFY(form<DataGraph>().hasRun());
+        QCOMPARE(
+            form<DataGraph>().windowTitle(), QStringLiteral(" Date:Sun 15 Nov 2026 Run: 7 Final"));
+        QCOMPARE(library::runList().chosen().FileName, std::string("26111514.42d"));
+        QVERIFY(!m_program->dialogs.hourglass());
+        form<DataGraph>().close();
+        QVERIFY(window.isVisible());
     }
 
     void toolbarKeysAreExact() {
