@@ -1,11 +1,8 @@
 #include "mainwin/main_window.h"
 
+#include "core/forms/doors.h"
 #include "core/shared_state.h"
-#include "graph/forms/data_graph.h"
-#include "library/forms/load_file.h"
 #include "link/download_session.h"
-#include "link/forms/download_data.h"
-#include "mainwin/about.h"
 #include "mainwin/product.h"
 #include "platform/qt/application.h"
 #include "platform/qt/form_kit.h"
@@ -17,7 +14,6 @@
 #include <QFrame>
 #include <QLabel>
 #include <QScreen>
-#include <QToolBar>
 
 namespace kvo::forms {
 
@@ -25,8 +21,7 @@ using namespace platform_qt;
 
 VrnWin32::VrnWin32() {
     setObjectName(QStringLiteral("VrnWin32"));
-    makeMenus();
-    makeToolbar();
+    makeCommands();
     makeInner();
     Form_Load();
 }
@@ -107,14 +102,12 @@ void VrnWin32::Form_Unload() {
 
 void VrnWin32::Mnu_ViewRun_Click() {
     const MainMenusDisabled off;
-    auto& graph = form<DataGraph>();
-    hideMainWindow();
-    graph.show();
+    doors().showDataGraph();
 }
 
 void VrnWin32::Mnu_DeleteRun_Click() {
     const MainMenusDisabled off;
-    form<LoadFile>().chooseToDelete(QStringLiteral("Delete File"));
+    doors().chooseRunsToDelete("Delete File");
 }
 
 void VrnWin32::Mnu_Exit_Click() {
@@ -125,8 +118,7 @@ void VrnWin32::Mnu_DownloadData_Click() {
     const platform::Services& services = platform::services();
     const MainMenusDisabled off;
     link::showDateCheck(core::state().Config, *services.dialogs, *services.clock);
-    showModal(form<DownloadData>());
-    unload<DownloadData>();
+    doors().downloadData();
 }
 
 void VrnWin32::Mnu_UpDate_Click() {
@@ -143,7 +135,7 @@ void VrnWin32::Mnu_UpDate_Click() {
 
 void VrnWin32::Mnu_AboutVrn_Click() {
     const MainMenusDisabled off;
-    showModal(form<About>());
+    doors().showAbout();
 }
 
 void hideMainWindow() {

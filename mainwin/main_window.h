@@ -1,16 +1,15 @@
 #pragma once
-// VrnWin32: the window from which the user reaches every function. Its menus are one table; a
-// command whose form is not there yet has no routine and is disabled.
+// VrnWin32: the window from which the user reaches every function. Its menus and its toolbar are
+// tables; a command whose form is not there yet has no routine and is disabled.
+#include "platform/qt/commands.h"
+
 #include <QMainWindow>
 #include <QPixmap>
 
-#include <string_view>
+#include <span>
 
-class QAction;
 class QFrame;
 class QLabel;
-class QMenu;
-class QToolBar;
 
 namespace kvo::forms {
 
@@ -20,20 +19,9 @@ class VrnWin32 : public QMainWindow {
 public:
     VrnWin32();
 
-    // Runs the command of a toolbar button by its key, compared as exact text.
-    void Toolbar1_ButtonClick(std::string_view key);
     // The five main menus and the toolbar.
     void enableMenus(bool on);
-
-    void Mnu_ViewRun_Click();
-    void Mnu_DeleteRun_Click();
-    void Mnu_Exit_Click();
-    void Mnu_DownloadData_Click();
-    void Mnu_UpDate_Click();
-    void Mnu_AboutVrn_Click();
-
-    struct MenuRow;
-    struct ToolRow;
+    const platform_qt::Commands& commands() const { return m_commands; }
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -44,16 +32,21 @@ private:
     void Form_Load();
     void Form_Resize();
     void Form_Unload();
-    void makeMenus();
-    void makeToolbar();
     void makeInner();
-    void addCommand(const MenuRow& row);
-    bool hasLiveCommand(const char* menu) const;
-    QMenu* menuNamed(const char* name) const;
-    QAction* command(const char* name) const;
     void placeLogo();
 
-    QToolBar* Toolbar1 = nullptr;
+    // main_window_menus.cpp
+    static std::span<const platform_qt::MenuRow<VrnWin32>> menuRows();
+    static std::span<const platform_qt::ToolRow<VrnWin32>> toolRows();
+    void makeCommands();
+    void Mnu_ViewRun_Click();
+    void Mnu_DeleteRun_Click();
+    void Mnu_Exit_Click();
+    void Mnu_DownloadData_Click();
+    void Mnu_UpDate_Click();
+    void Mnu_AboutVrn_Click();
+
+    platform_qt::Commands m_commands;
     QWidget* m_inner = nullptr;
     QFrame* Line1 = nullptr;
     QLabel* Logo = nullptr;

@@ -2,14 +2,22 @@
 
 #include "core/config.h"
 #include "core/default_config.h"
+#include "core/forms/doors.h"
 #include "core/shared_state.h"
 #include "core/start.h"
+#include "graph/forms/data_graph.h"
+#include "library/forms/load_file.h"
+#include "library/forms/run_statistics.h"
+#include "library/run_list.h"
+#include "link/forms/download_data.h"
+#include "mainwin/about.h"
 #include "mainwin/main_window.h"
 #include "mainwin/software_setup.h"
 #include "mainwin/splash.h"
 #include "mainwin/toolbar_icons.h"
 #include "platform/qt/application.h"
 #include "platform/qt/form_kit.h"
+#include "platform/qt/text.h"
 #include "platform/services.h"
 
 #include <QApplication>
@@ -19,7 +27,57 @@ namespace kvo::forms {
 
 using namespace platform_qt;
 
+namespace {
+
+void showDataGraph() {
+    auto& graph = form<DataGraph>();
+    hideMainWindow();
+    graph.show();
+}
+
+void showFreshRun(const std::string& path, const std::string& caption) {
+    auto& graph = form<DataGraph>();
+    graph.openFresh(path, caption);
+    graph.show();
+    hideMainWindow();
+}
+
+std::optional<core::ChosenRun> chooseRun(const std::string& button, const std::string& title) {
+    return form<LoadFile>().choose(shown(button), shown(title));
+}
+
+void chooseRunsToDelete(const std::string& title) {
+    form<LoadFile>().chooseToDelete(shown(title));
+}
+
+// Back and forward in the graph go on from the fresh run.
+void refreshChooser(const std::string& fileName) {
+    library::RunList& runs = library::runList();
+    runs.read(core::state().AppFolder, *platform::services().files);
+    runs.chooseFile(fileName);
+}
+
+} // namespace
+
+void openDoors() {
+    Doors& all = doors();
+    all.hideMainWindow = hideMainWindow;
+    all.showMainWindow = showMainWindow;
+    all.EnableMainMenus = EnableMainMenus;
+    all.showDataGraph = showDataGraph;
+    all.showFreshRun = showFreshRun;
+    all.chooseRun = chooseRun;
+    all.chooseRunsToDelete = chooseRunsToDelete;
+    all.refreshChooser = refreshChooser;
+    all.showStatistics = [](const GraphTexts& texts) { form<Statistics>().showRun(texts); };
+    // Its session unloads it on every way out.
+    all.downloadData = [] { showModal(form<DownloadData>()); };
+    all.showSoftwareSetup = showSoftwareSetup;
+    all.showAbout = [] { showModal(form<About>()); };
+}
+
 bool startProgram() {
+    openDoors();
     QApplication::setWindowIcon(programIcon());
     platform::Services& services = platform::services();
     if (!core::processorSuffices(processorType(), *services.dialogs)) return false;
@@ -27,8 +85,8 @@ bool startProgram() {
     state.AppFolder = currentFolder();
     // What a file that is missing or cut does not give has sensible values.
     state.Config = core::defaultConfig();
-    state.ConfigKnown = core::LoadConfig(
-        state.AppFolder, state.Config, *services.files, *services.dialogs, showSoftwareSetup);
+    state.ConfigKnown = core::LoadConfig(state.AppFolder, state.Config, *services.files,
+        *services.dialogs, doors().showSoftwareSetup);
     showModal(form<frmSplash>());
     const bool mayGoOn = form<frmSplash>().LoginSucceeded;
     unload<frmSplash>();

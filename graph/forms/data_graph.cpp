@@ -1,15 +1,12 @@
 // The window itself, how it opens and closes, and what its menus do.
 #include "graph/forms/data_graph.h"
 
+#include "core/forms/doors.h"
 #include "core/shared_state.h"
 #include "graph/forms/channel_panel.h"
 #include "graph/forms/data_graph_needs.h"
 #include "graph/forms/graph_surface.h"
 #include "graph/layout.h"
-#include "library/forms/load_file.h"
-#include "library/forms/run_statistics.h"
-#include "mainwin/about.h"
-#include "mainwin/main_window.h"
 #include "platform/qt/form_kit.h"
 #include "platform/qt/text.h"
 #include "platform/services.h"
@@ -118,7 +115,7 @@ void DataGraph::Form_Activate() {
 void DataGraph::Form_Unload() {
     m_course.close();
     unload<DataGraph>();
-    showMainWindow();
+    doors().showMainWindow();
 }
 
 void DataGraph::closeEvent(QCloseEvent* event) {
@@ -189,12 +186,12 @@ void DataGraph::keyPressEvent(QKeyEvent* event) {
 
 std::optional<core::ChosenRun> DataGraph::chooseRun(const std::string& title) {
     const GraphMenusDisabled off;
-    return form<LoadFile>().choose(QStringLiteral("Load"), shown(title));
+    return doors().chooseRun("Load", title);
 }
 
 void DataGraph::chooseRunsToDelete() {
     const GraphMenusDisabled off;
-    form<LoadFile>().chooseToDelete(QStringLiteral("Delete File"));
+    doors().chooseRunsToDelete("Delete File");
 }
 
 void DataGraph::showState() {
@@ -239,18 +236,17 @@ void DataGraph::showChannelsForType(int dataType) {
 // --- Commands
 
 void DataGraph::Mnu_Statistics_Click() {
-    const core::OpenRun& run = core::state().Run;
-    Statistics::GraphTexts texts;
+    GraphTexts texts;
     texts.caption = caption();
-    texts.times = run.times;
+    texts.times = core::state().Run.times;
     for (int n = 1; n <= 8; ++n) texts.analogNames[n] = m_course.analogCaption(n);
     const GraphMenusDisabled off;
-    form<Statistics>().showRun(texts);
+    doors().showStatistics(texts);
 }
 
 void DataGraph::Mnu_GraphFile_Click() {
     const GraphMenusDisabled off;
-    showModal(form<About>());
+    doors().showAbout();
 }
 
 void DataGraph::Resolution_Change(int step) {

@@ -2,12 +2,10 @@
 // Statistics: minimum, maximum and average of every channel of the run on the graph, with its track
 // times and a horsepower estimate.
 #include "core/basic/from_one.h"
-#include "core/open_run.h"
+#include "core/forms/doors.h"
 #include "platform/qt/form_kit.h"
 
 #include <QDialog>
-
-#include <string>
 
 class QGridLayout;
 class QLabel;
@@ -23,12 +21,7 @@ class Statistics : public QDialog {
     Q_OBJECT
 
 public:
-    // The graph's texts: its caption, the track times and the names of the analogs.
-    struct GraphTexts {
-        std::string caption;
-        core::TrackTimes times;
-        core::FromOne<std::string, 8> analogNames;
-    };
+    using GraphTexts = forms::GraphTexts;
 
     Statistics();
     // Form_Load: works everything out and fills the labels.

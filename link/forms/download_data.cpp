@@ -1,11 +1,8 @@
 #include "link/forms/download_data.h"
 
+#include "core/forms/doors.h"
 #include "core/shared_state.h"
-#include "graph/forms/data_graph.h"
-#include "library/run_list.h"
 #include "link/forms/logger_line.h"
-#include "mainwin/main_window.h"
-#include "mainwin/software_setup.h"
 #include "platform/qt/application.h"
 #include "platform/qt/form_kit.h"
 #include "platform/qt/text.h"
@@ -101,21 +98,15 @@ void DownloadData::unload() {
 }
 
 void DownloadData::showSoftwareSetup() {
-    forms::showSoftwareSetup();
+    doors().showSoftwareSetup();
 }
 
 void DownloadData::showFreshRun(const std::string& path, const std::string& caption) {
-    auto& graph = form<DataGraph>();
-    graph.openFresh(path, caption);
-    graph.show();
-    hideMainWindow();
+    doors().showFreshRun(path, caption);
 }
 
-// Back and forward in the graph go on from the fresh run.
 void DownloadData::refreshChooser(const std::string& fileName) {
-    library::RunList& runs = library::runList();
-    runs.read(core::state().AppFolder, *platform::services().files);
-    runs.chooseFile(fileName);
+    doors().refreshChooser(fileName);
 }
 
 } // namespace kvo::forms

@@ -9,6 +9,7 @@
 #include "graph/forms/graph_surface.h"
 #include "library/forms/load_file.h"
 #include "library/run_list.h"
+#include "mainwin/start.h"
 #include "platform/qt/form_kit.h"
 #include "platform/services.h"
 #include "tests/forms/support/form_test_main.h"
@@ -121,6 +122,7 @@ private slots:
     void init() {
         state() = {};
         state().ConfigKnown = true;
+        openDoors();
         library::runList() = {};
         m_files = std::make_unique<testing::MemoryFiles>();
         m_dialogs = std::make_unique<testing::ScriptedDialogs>();

@@ -1,10 +1,9 @@
 // DownloadData over a line that needs no time: what the form shows and allows while a run comes in,
 // for every type of logger and every fault of the line.
+#include "core/forms/doors.h"
 #include "core/run_index.h"
-#include "graph/forms/data_graph.h"
 #include "link/forms/download_data.h"
 #include "link/forms/logger_line.h"
-#include "mainwin/main_window.h"
 #include "tests/forms/support/form_test_main.h"
 #include "tests/forms/support/test_program.h"
 #include "tests/forms/support/user_click.h"
@@ -12,7 +11,6 @@
 #include "tools/logger_simulator/faults.h"
 #include "tools/logger_simulator/model_logger.h"
 
-#include <QAction>
 #include <QLabel>
 #include <QPointer>
 #include <QProgressBar>
@@ -24,9 +22,7 @@
 using namespace kvo;
 using namespace kvo::platform_qt;
 using namespace kvo::testing;
-using kvo::forms::DataGraph;
 using kvo::forms::DownloadData;
-using kvo::forms::VrnWin32;
 using kvo::platform::Reply;
 using kvo::simulator::Fault;
 
@@ -67,6 +63,7 @@ class DownloadDataTest : public QObject {
     };
     std::unique_ptr<TestProgram> m_program;
     std::optional<Line> m_line;
+    QStringList m_calls; // of other forms
 
     void connectLogger(int type, bool fast = true, Fault fault = {}) {
         core::AppConfig& config = m_program->state.Config;
@@ -80,18 +77,14 @@ class DownloadDataTest : public QObject {
         m_program->putConfig();
         m_line.emplace(*m_program, type, fault);
     }
-    // Opens the form by its menu command and runs the script inside.
+    // Shows the form as the main window does and runs the script inside.
     void inTheForm(std::function<void()> script) {
-        auto& window = form<VrnWin32>();
-        window.show();
-        window.activateWindow();
         onModal([script = std::move(script)](QWidget* modal) {
             QCOMPARE(modal->objectName(), QStringLiteral("DownloadData"));
             script();
         });
-        control<QAction>(window, "Mnu_DownloadData").trigger();
+        showModal(form<DownloadData>());
         QVERIFY(!isLoaded<DownloadData>());
-        QVERIFY(control<QAction>(window, "Mnu_DownloadData").isEnabled());
     }
     // Runs `what` at a turn of the link's wait, in which the program's own yield keeps forms.
     void whileWaiting(int turn, std::function<void()> what) {
@@ -108,7 +101,13 @@ class DownloadDataTest : public QObject {
     }
 
 private slots:
-    void init() { m_program = std::make_unique<TestProgram>(); }
+    void init() {
+        m_program = std::make_unique<TestProgram>();
+        m_calls.clear();
+        forms::doors().refreshChooser = [this](const std::string& file) {
+            m_calls << QStringLiteral("chooser: ") + QString::fromStdString(file);
+        };
+    }
     void cleanup() {
         const QString problems = modalComplaints() + QString::fromStdString(dialogs().problems());
         unloadAllForms();
@@ -370,23 +369,25 @@ private slots:
         QVERIFY(static_cast<bool>(m_program->files.remove("/kvo/Kvo.Cfg")));
         dialogs().expectBoxTitled("Kvo").contains = "Kvo.CfgG file not found";
         expectSaved();
+        forms::doors().showSoftwareSetup = [this] { m_calls << QStringLiteral("setup"); };
         inTheForm([] { clickSend(); });
+        QCOMPARE(m_calls, QStringList({"setup", "chooser: 26111514.42d"}));
         QVERIFY(m_program->files.exists(runPath));
     }
 
     void aYesOpensTheRunInTheGraph() {
         connectLogger(25);
         expectSaved(Reply::yes);
+        forms::doors().showFreshRun = [this](const std::string& path, const std::string& caption) {
+            m_calls << QStringLiteral("graph: ") + QString::fromStdString(path + " as" + caption);
+            QVERIFY(!isLoaded<DownloadData>());
+            QVERIFY(dialogs().hourglass());
+        };
         inTheForm([] { clickSend(); });
-        QVERIFY(isLoaded<DataGraph>() && form<DataGraph>().isVisible());
-        QVERIFY(!form<VrnWin32>().isVisible());
-        QVERIFY(form<DataGraph>().hasRun());
         QCOMPARE(
-            form<DataGraph>().windowTitle(), QStringLiteral(" Date:Sun 15 Nov 2026 Run: 7 Final"));
-        QCOMPARE(m_program->state.Run.infoPath, std::string("/kvo/Data/26111514.42i"));
+            m_calls, QStringList({"chooser: 26111514.42d",
+                         "graph: /kvo/Data/26111514.42d as Date:Sun 15 Nov 2026 Run: 7 Final"}));
         QVERIFY(!dialogs().hourglass());
-        form<DataGraph>().close();
-        QVERIFY(form<VrnWin32>().isVisible());
     }
 
     void withoutATitleNothingIsSaved() {

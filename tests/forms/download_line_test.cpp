@@ -4,6 +4,7 @@
 #include "link/forms/download_data.h"
 #include "link/forms/logger_line.h"
 #include "mainwin/main_window.h"
+#include "mainwin/start.h"
 #include "platform/qt/qt_dialogs.h"
 #include "platform/qt/qt_serial_port.h"
 #include "platform/qt/qt_yield.h"
@@ -114,7 +115,10 @@ class DownloadLineTest : public QObject {
     void run() { control<QAction>(form<VrnWin32>(), "Mnu_DownloadData").trigger(); }
 
 private slots:
-    void init() { m_program = std::make_unique<TestProgram>(); }
+    void init() {
+        m_program = std::make_unique<TestProgram>();
+        forms::openDoors();
+    }
     void cleanup() {
         const QString problems = modalComplaints();
         unloadAllForms();

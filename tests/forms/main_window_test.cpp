@@ -1,10 +1,13 @@
 // VrnWin32: menus, toolbar, sizes, and the commands that are its own.
+#include "core/run_index.h"
 #include "graph/forms/data_graph.h"
+#include "library/run_list.h"
 #include "link/forms/download_data.h"
 #include "link/forms/logger_line.h"
 #include "mainwin/about.h"
 #include "mainwin/main_window.h"
 #include "mainwin/splash.h"
+#include "mainwin/start.h"
 #include "tests/forms/support/form_test_main.h"
 #include "tests/forms/support/test_program.h"
 #include "tests/forms/support/user_click.h"
@@ -100,6 +103,7 @@ private slots:
     void init() {
         m_program = std::make_unique<TestProgram>();
         m_line = std::make_unique<Line>(*m_program);
+        forms::openDoors();
     }
     void cleanup() {
         const QString problems =
@@ -140,6 +144,19 @@ private slots:
             QStringList({"&Index = Mnu_Help(1)", "&Keyboard = Mnu_Help(2)",
                 "&Commands = Mnu_Help(3)", "&Using Help = Mnu_Help(4)",
                 "Check for KVO Update = Mnu_UpDate", "&About KVO = Mnu_AboutVrn"}));
+    }
+
+    // Two items of one menu never share the letter that chooses them.
+    void everyLetterChoosesOneItem() {
+        QStringList letters;
+        for (const Commands::MenuEntry* row : form<VrnWin32>().commands().menuEntries()) {
+            const QString caption = QLatin1String(row->caption);
+            const qsizetype mark = caption.indexOf(QLatin1Char('&'));
+            if (mark < 0) continue;
+            letters << QLatin1String(row->menu) + QLatin1Char(' ') + caption[mark + 1].toUpper();
+        }
+        QVERIFY(letters.size() > 25);
+        QCOMPARE(letters.removeDuplicates(), 0);
     }
 
     void theToolbarHasItsKeysInOrderAndTakesTheFocus() {
@@ -325,19 +342,48 @@ private slots:
         QVERIFY(menusEnabled());
     }
 
+    void aDownloadedRunIsTheGraphsAndTheChoosers() {
+        VrnWin32& window = shownWindow();
+        core::AppConfig& config = m_program->state.Config;
+        config.CheckBits = {0, -1};
+        config.Date_Prompt = config.SpeedWheel_Prompt = 1;
+        config.Wheel = 22;
+        m_program->putConfig();
+        m_program->files.put("/kvo/Data/KvoData.Ini", {});
+        const std::vector<core::RunIndexEntry> rows{{"26111417.00d", "Sat 14 Nov 2026 Run: 9"}};
+        QVERIFY(core::writeRunIndex("/kvo", rows, m_program->files).done);
+        library::runList().read("/kvo", m_program->files);
+        QCOMPARE(library::runList().chosen().FileName, rows[0].FileName); // the choice before
+        m_program->dialogs.expectInputTitled("Run Title", "7 Final");
+        m_program->dialogs.expectBoxTitled("Download Saved", platform::Reply::yes);
+        onModal([](QWidget* modal) {
+            QCOMPARE(userClick(&control<QPushButton>(*modal, "Command_Send")), QString());
+        });
+        command("Mnu_DownloadData").trigger();
+        QVERIFY(isLoaded<DataGraph>() && form<DataGraph>().isVisible());
+        QVERIFY(!window.isVisible());
+        QVERIFY(form<DataGraph>().hasRun());
+        QCOMPARE(
+            form<DataGraph>().windowTitle(), QStringLiteral(" Date:Sun 15 Nov 2026 Run: 7 Final"));
+        QCOMPARE(library::runList().chosen().FileName, std::string("26111514.42d"));
+        QVERIFY(!m_program->dialogs.hourglass());
+        form<DataGraph>().close();
+        QVERIFY(window.isVisible());
+    }
+
     void toolbarKeysAreExact() {
         shownWindow();
         m_program->state.Config.Date_Prompt = 1;
-        form<VrnWin32>().Toolbar1_ButtonClick("downloaddata");
-        form<VrnWin32>().Toolbar1_ButtonClick("Download");
-        form<VrnWin32>().Toolbar1_ButtonClick("");
-        form<VrnWin32>().Toolbar1_ButtonClick("PitRun"); // has no form yet
+        form<VrnWin32>().commands().press("downloaddata");
+        form<VrnWin32>().commands().press("Download");
+        form<VrnWin32>().commands().press("");
+        form<VrnWin32>().commands().press("PitRun"); // has no form yet
         bool came = false;
         onModal([&came](QWidget* modal) {
             came = true;
             modal->close();
         });
-        form<VrnWin32>().Toolbar1_ButtonClick("DownloadData");
+        form<VrnWin32>().commands().press("DownloadData");
         QVERIFY(came);
     }
 

@@ -36,7 +36,7 @@ class RunStatisticsTest : public QObject {
 
     std::unique_ptr<TestProgram> m_program;
     RecordingPrinter m_printer;
-    Statistics::GraphTexts m_texts;
+    forms::GraphTexts m_texts;
 
     static QString label(const char* name) {
         return control<QLabel>(form<Statistics>(), name).text();

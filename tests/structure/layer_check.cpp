@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <fstream>
 #include <functional>
+#include <map>
 #include <set>
 #include <sstream>
 
@@ -18,6 +19,20 @@ std::vector<std::string> words(const std::string& text) {
 
 bool contains(const std::vector<std::string>& list, const std::string& word) {
     return std::find(list.begin(), list.end(), word) != list.end();
+}
+
+// The words of a cell, a shared list in place of its name.
+std::vector<std::string> expanded(
+    const std::string& cell, const std::map<std::string, std::vector<std::string>>& lists) {
+    std::vector<std::string> result;
+    for (const std::string& word : words(cell)) {
+        const auto list = lists.find(word);
+        if (list == lists.end())
+            result.push_back(word);
+        else
+            result.insert(result.end(), list->second.begin(), list->second.end());
+    }
+    return result;
 }
 
 bool liesIn(std::string_view file, std::string_view folder) {
@@ -80,17 +95,24 @@ std::vector<std::string> circles(const Sources& sources) {
 
 std::vector<Layer> readTable(std::string_view text) {
     std::vector<Layer> table;
+    std::map<std::string, std::vector<std::string>> lists;
     std::istringstream lines{std::string(text)};
     for (std::string line; std::getline(lines, line);) {
         if (line.empty() || line[0] == '#') continue;
+        if (line[0] == '@') {
+            const std::size_t equals = std::min(line.find('='), line.size() - 1);
+            const std::vector<std::string> name = words(line.substr(0, equals));
+            if (name.size() == 1) lists[name[0]] = words(line.substr(equals + 1));
+            continue;
+        }
         std::vector<std::string> cells;
         std::istringstream row(line);
         for (std::string cell; std::getline(row, cell, '|');) cells.push_back(cell);
         cells.resize(5);
         const std::vector<std::string> name = words(cells[0]);
         if (name.size() != 1) continue;
-        table.push_back(
-            {name[0], words(cells[1]), words(cells[2]), words(cells[3]), words(cells[4])});
+        table.push_back({name[0], words(cells[1]), words(cells[2]), words(cells[3]),
+            expanded(cells[4], lists)});
     }
     return table;
 }
@@ -103,6 +125,10 @@ std::vector<std::string> tableBreaches(const std::vector<Layer>& table) {
         for (const std::string& used : layer.uses)
             if (!contains(names, used))
                 result.push_back(layer.name + " uses " + used + ", which is no layer above it");
+        for (const std::string& pattern : layer.never)
+            if (pattern.starts_with('@'))
+                result.push_back(
+                    layer.name + " names the list " + pattern + ", which is not above it");
         for (const std::string& folder : layer.folders) {
             if (contains(folders, folder)) result.push_back(folder + " is claimed twice");
             folders.push_back(folder);

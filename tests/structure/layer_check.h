@@ -26,9 +26,10 @@ struct Include {
     bool angled = false;
 };
 
-// The lines of the table; comments and empty lines are passed over.
+// The lines of the table, shared lists put in their place; comments and empty lines are passed
+// over.
 std::vector<Layer> readTable(std::string_view text);
-// What is wrong with the table itself: a name used that is not declared above, a folder claimed
+// What is wrong with the table itself: a layer or a list named that is not above, a folder claimed
 // twice. Since a layer may name only layers above it, a table without breaches has no circle.
 std::vector<std::string> tableBreaches(const std::vector<Layer>& table);
 // The layer whose longest folder holds the file (a path from the root, with '/'); nullptr for none.

@@ -91,6 +91,15 @@ TEST(LayerCheck, RefusesATableWithACircleOrAFolderClaimedTwice) {
     EXPECT_EQ(tableBreaches(readTable(tableText)).size(), 0U);
 }
 
+TEST(LayerCheck, PutsASharedListInItsPlace) {
+    const auto table = readTable("@forms = QFile cmath\na | a | | | math.h @forms\nb | b | | |\n");
+    ASSERT_EQ(table.size(), 2U);
+    EXPECT_EQ(table[0].never, (std::vector<std::string>{"math.h", "QFile", "cmath"}));
+    EXPECT_EQ(table[1].never, std::vector<std::string>{});
+    EXPECT_EQ(tableBreaches(table).size(), 0U);
+    EXPECT_EQ(tableBreaches(readTable("a | a | | | @form\n@form = x\n")).size(), 1U);
+}
+
 TEST(LayerCheck, GivesAFileToTheLongestFolder) {
     const auto table = readTable(tableText);
     EXPECT_EQ(layerOf(table, "platform/qt/port.cpp")->name, "platform_qt");

@@ -1,6 +1,7 @@
 #include "tests/forms/support/test_program.h"
 
 #include "core/config.h"
+#include "core/forms/doors.h"
 #include "library/run_list.h"
 #include "platform/qt/form_kit.h"
 
@@ -17,11 +18,13 @@ TestProgram::TestProgram() {
     state.Config.CommPort = 1;
     state.Config.Vehicle_Type = 1;
     platform::services() = {&files, &clock, &dialogs, nullptr, nullptr, &browser};
+    forms::doors() = forms::Doors();
 }
 
 TestProgram::~TestProgram() {
     platform_qt::unloadAllForms();
     platform::services() = {};
+    forms::doors() = forms::Doors();
 }
 
 void TestProgram::putConfig() {

@@ -1,6 +1,7 @@
 #pragma once
 // The services of the program as doubles, with a fresh shared state and an unread list of runs, for
-// as long as the object lives.
+// as long as the object lives. All doors between the forms are shut: a test opens those it scripts,
+// or openDoors() opens them as the program does.
 #include "core/shared_state.h"
 #include "platform/browser.h"
 #include "platform/serial_port.h"

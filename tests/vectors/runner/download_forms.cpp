@@ -1,6 +1,7 @@
 // Golden vectors through real forms, off-screen.
 #include "link_functions.h"
 
+#include "core/forms/doors.h"
 #include "link/forms/download_data.h"
 #include "link/forms/logger_line.h"
 #include "platform/qt/application.h"
@@ -17,6 +18,15 @@
 namespace kvo::vectors {
 namespace {
 
+// The other forms have no part in a vector.
+void openDoors() {
+    forms::doors().refreshChooser = [](const std::string&) {};
+    forms::doors().showFreshRun = [](const std::string&, const std::string&) {};
+    forms::doors().showSoftwareSetup = [] {
+        throw std::runtime_error("the configuration is refused");
+    };
+}
+
 core::SharedState& pressStartOfTheForm(
     Bench& bench, platform::Clock& clock, testing::MemoryFiles& files) {
     core::SharedState& state = core::state();
@@ -26,12 +36,14 @@ core::SharedState& pressStartOfTheForm(
     platform::services() = {&files, &clock, &bench.dialogs, nullptr, nullptr, nullptr};
     link::LoggerLink link(bench.line, bench.line, bench.dialogs);
     forms::useLoggerLink(&link);
+    openDoors();
     auto& window = platform_qt::form<forms::DownloadData>();
     window.show();
     if (!QTest::qWaitForWindowExposed(&window)) throw std::runtime_error("the form is not shown");
     QTest::mouseClick(&platform_qt::control<QPushButton>(window, "Command_Send"), Qt::LeftButton);
     platform_qt::unloadAllForms();
     forms::useLoggerLink(nullptr);
+    forms::doors() = forms::Doors();
     platform::services() = {};
     return state;
 }

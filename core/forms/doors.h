@@ -1,0 +1,82 @@
+#pragma once
+// The one page on which forms call one another. A form includes this page and never another form's
+// header; the start of the program opens every door, and a form's test opens those that it scripts.
+// Texts have one byte a character, as everywhere in the logic; paths are the system's own text.
+#include "core/basic/from_one.h"
+#include "core/open_run.h"
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <utility>
+
+namespace kvo::forms {
+
+// Tells the door's name on the error output and ends the program.
+[[noreturn]] void endAtShutDoor(const char* name);
+
+// A way to another form. It is opened by assigning a function. Whoever goes through a door that was
+// never opened ends the program, since a command that has no effect would be found much later.
+template <class Call> class Door;
+template <class Result, class... Arguments> class Door<Result(Arguments...)> {
+public:
+    explicit Door(const char* name) : m_name(name) {}
+    Door& operator=(std::function<Result(Arguments...)> way) {
+        m_way = std::move(way);
+        return *this;
+    }
+    bool isOpen() const { return static_cast<bool>(m_way); }
+    Result operator()(Arguments... arguments) const {
+        if (!isOpen()) endAtShutDoor(m_name);
+        return m_way(std::forward<Arguments>(arguments)...);
+    }
+
+private:
+    const char* m_name;
+    std::function<Result(Arguments...)> m_way;
+};
+
+// What the statistics take from the graph window: its caption, the track times and the names of the
+// analogs.
+struct GraphTexts {
+    std::string caption;
+    core::TrackTimes times;
+    core::FromOne<std::string, 8> analogNames;
+};
+
+struct Doors {
+    // The main window goes while another form is shown in its place, and comes back when that goes.
+    Door<void()> hideMainWindow{"hideMainWindow"};
+    Door<void()> showMainWindow{"showMainWindow"};
+    // Its menus and its toolbar, which every modal command switches off while it works.
+    Door<void(bool)> EnableMainMenus{"EnableMainMenus"};
+
+    // The graph window in the main window's place, not modal. It asks the chooser for its run.
+    Door<void()> showDataGraph{"showDataGraph"};
+    // The same on the run file that was just downloaded: its path, and the caption of the window.
+    Door<void(const std::string&, const std::string&)> showFreshRun{"showFreshRun"};
+
+    // The chooser, modal, with the caption of its button and its own. Empty where it was left
+    // without a choice.
+    Door<std::optional<core::ChosenRun>(const std::string&, const std::string&)> chooseRun{
+        "chooseRun"};
+    // The chooser, modal, under this caption: each run that the user picks and confirms is deleted.
+    Door<void(const std::string&)> chooseRunsToDelete{"chooseRunsToDelete"};
+    // The index has a fresh run of that file name: the list of runs is read again, and that run is
+    // its choice. A file that is not in the list leaves the choice as it was.
+    Door<void(const std::string&)> refreshChooser{"refreshChooser"};
+    // The statistics of the run in the graph window, modal.
+    Door<void(const GraphTexts&)> showStatistics{"showStatistics"};
+
+    // The download form, modal. It may have put the graph in the main window's place.
+    Door<void()> downloadData{"downloadData"};
+    // The software setup form, modal, where the configuration is missing or corrupt too.
+    Door<void()> showSoftwareSetup{"showSoftwareSetup"};
+    // Name and version of the program, modal.
+    Door<void()> showAbout{"showAbout"};
+};
+
+// The doors of the program.
+Doors& doors();
+
+} // namespace kvo::forms

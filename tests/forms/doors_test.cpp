@@ -1,0 +1,153 @@
+// The page on which forms call one another: shut until it is opened, and opened whole.
+#include "core/forms/doors.h"
+#include "core/run_index.h"
+#include "library/forms/load_file.h"
+#include "library/forms/run_statistics.h"
+#include "mainwin/about.h"
+#include "mainwin/main_window.h"
+#include "mainwin/start.h"
+#include "tests/forms/support/form_test_main.h"
+#include "tests/forms/support/own_process.h"
+#include "tests/forms/support/test_program.h"
+#include "tests/forms/support/user_click.h"
+
+#include <QAction>
+#include <QLabel>
+#include <QMenu>
+#include <QPushButton>
+
+#include <array>
+#include <memory>
+
+using namespace kvo;
+using namespace kvo::platform_qt;
+using namespace kvo::testing;
+using kvo::forms::Doors;
+using kvo::forms::doors;
+
+namespace {
+
+constexpr int doorCount = 12;
+
+std::array<bool, doorCount> openOnes() {
+    const Doors& all = doors();
+    return {all.hideMainWindow.isOpen(), all.showMainWindow.isOpen(), all.EnableMainMenus.isOpen(),
+        all.showDataGraph.isOpen(), all.showFreshRun.isOpen(), all.chooseRun.isOpen(),
+        all.chooseRunsToDelete.isOpen(), all.refreshChooser.isOpen(), all.showStatistics.isOpen(),
+        all.downloadData.isOpen(), all.showSoftwareSetup.isOpen(), all.showAbout.isOpen()};
+}
+// A door that is added must be added to the list above.
+static_assert(sizeof(Doors) == doorCount * sizeof(forms::Door<void()>));
+
+} // namespace
+
+class DoorsTest : public QObject {
+    Q_OBJECT
+
+    std::unique_ptr<TestProgram> m_program;
+
+private slots:
+    void init() { m_program = std::make_unique<TestProgram>(); }
+    void cleanup() {
+        const QString problems =
+            modalComplaints() + QString::fromStdString(m_program->dialogs.problems());
+        m_program.reset();
+        QCOMPARE(problems, QString());
+    }
+
+    void everyDoorIsShutUntilTheProgramOpensIt() {
+        for (const bool open : openOnes()) QVERIFY(!open);
+        forms::openDoors();
+        for (const bool open : openOnes()) QVERIFY(open);
+        TestProgram another; // each test begins with shut doors
+        for (const bool open : openOnes()) QVERIFY(!open);
+    }
+
+    void aDoorGivesOnWhatItIsGiven() {
+        doors().chooseRun = [](const std::string& button, const std::string& title) {
+            core::ChosenRun run;
+            run.description = button + '/' + title;
+            return std::optional(run);
+        };
+        QCOMPARE(doors().chooseRun("Load", "Load Data File")->description,
+            std::string("Load/Load Data File"));
+    }
+
+    void aShutDoorEndsTheProgramByItsName() {
+        if (isOwnProcess()) doors().showAbout();
+        const QString told = abortInOwnProcess();
+        QVERIFY2(
+            told.contains(QLatin1String("The door showAbout was never opened.")), qPrintable(told));
+    }
+
+    void theMainWindowsDoorsAreHarmlessWithoutOne() {
+        forms::openDoors();
+        doors().hideMainWindow();
+        doors().showMainWindow();
+        doors().EnableMainMenus(false);
+        QVERIFY(!isLoaded<forms::VrnWin32>());
+        auto& window = form<forms::VrnWin32>();
+        doors().showMainWindow();
+        QVERIFY(window.isVisible());
+        doors().EnableMainMenus(false);
+        QVERIFY(!window.commands().menu("Mnu_File").menuAction()->isEnabled());
+        doors().EnableMainMenus(true);
+        QVERIFY(window.commands().menu("Mnu_File").menuAction()->isEnabled());
+        doors().hideMainWindow();
+        QVERIFY(!window.isVisible());
+    }
+
+    void modalFormsComeAndGo() {
+        forms::openDoors();
+        doors().showSoftwareSetup(); // has no form yet
+        const auto comes = [](const char* name) {
+            onModal([name](QWidget* modal) {
+                QCOMPARE(modal->objectName(), QLatin1String(name));
+                modal->close();
+            });
+        };
+        comes("About");
+        doors().showAbout();
+        comes("LoadFile");
+        QVERIFY(!doors().chooseRun("Take", "Load Overlay File").has_value());
+        QCOMPARE(form<forms::LoadFile>().windowTitle(), QStringLiteral("Load Overlay File"));
+        QCOMPARE(
+            control<QPushButton>(form<forms::LoadFile>(), "BTN_Ok").text(), QStringLiteral("Take"));
+        comes("LoadFile");
+        doors().chooseRunsToDelete("Delete File");
+        QCOMPARE(form<forms::LoadFile>().windowTitle(), QStringLiteral("Delete File"));
+    }
+
+    void theChooserGivesTheRunAndAFreshOneIsItsChoice() {
+        forms::openDoors();
+        QVERIFY(m_program->files.makeFolder("/kvo/Data").done);
+        const std::vector<core::RunIndexEntry> rows{
+            {"26111514.52d", "Sun 15 Nov 2026 Run: 1"}, {"26111515.10d", "Sun 15 Nov 2026 Run: 2"}};
+        QVERIFY(core::writeRunIndex("/kvo", rows, m_program->files).done);
+        doors().refreshChooser(rows[0].FileName);
+        onModal([](QWidget* modal) {
+            QTest::keyClick(&control<QPushButton>(*modal, "BTN_Ok"), Qt::Key_Space);
+        });
+        const auto run = doors().chooseRun("Load", "Load Data File");
+        QVERIFY(run.has_value());
+        QCOMPARE(run->path, std::string("/kvo/Data/26111514.52d"));
+        QCOMPARE(run->infoPath, std::string("/kvo/Data/26111514.52i"));
+        QCOMPARE(run->fileName, rows[0].FileName);
+        QCOMPARE(run->description, rows[0].Description);
+    }
+
+    void theStatisticsTakeTheGraphsTexts() {
+        forms::openDoors();
+        forms::GraphTexts texts;
+        texts.times.Text_60FootTime = "1.234";
+        onModal([](QWidget* modal) {
+            QCOMPARE(control<QLabel>(*modal, "ET60").text(), QStringLiteral("1.234"));
+            modal->close();
+        });
+        doors().showStatistics(texts);
+        QVERIFY(!isLoaded<forms::Statistics>());
+    }
+};
+
+KVO_FORM_TEST_MAIN(DoorsTest)
+#include "doors_test.moc"
