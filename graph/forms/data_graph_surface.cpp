@@ -211,24 +211,19 @@ void DataGraph::setTrendHourglass(bool on) {
 }
 
 void DataGraph::showLoading(const std::string& text, const std::string& file) {
-    m_panel->readOuts().LoadingText->setText(shown(text));
-    m_panel->readOuts().LoadingFile->setText(shown(file));
-    m_panel->readOuts().showLoading(true);
+    m_panel->readOuts().startLoading(shown(text), shown(file));
 }
 
 void DataGraph::hideLoading() {
-    m_panel->readOuts().showLoading(false);
+    m_panel->readOuts().endLoading();
 }
 
 void DataGraph::setProgressMax(double max) {
-    QProgressBar& bar = *m_panel->readOuts().ProgressBar1;
-    bar.setValue(0);
-    bar.setMaximum(static_cast<int>(qBound(1.0, max, double{mostProgress})));
+    m_panel->readOuts().setProgressMax(static_cast<int>(qBound(1.0, max, double{mostProgress})));
 }
 
 void DataGraph::setProgressValue(double value) {
-    QProgressBar& bar = *m_panel->readOuts().ProgressBar1;
-    bar.setValue(static_cast<int>(qBound(0.0, value, double(bar.maximum()))));
+    m_panel->readOuts().setProgress(static_cast<int>(qBound(0.0, value, double{mostProgress})));
 }
 
 void DataGraph::showLabels(const graph::LabelVisibility& labels) {

@@ -13,6 +13,7 @@ namespace {
 
 constexpr int gap = 12;
 constexpr int barWidth = 180;
+constexpr int patienceMs = 100;
 
 } // namespace
 
@@ -40,10 +41,27 @@ QSize ReadOutLine::minimumSizeHint() const {
     return {400, fontMetrics().height() + 4};
 }
 
-void ReadOutLine::showLoading(bool on) {
+void ReadOutLine::startLoading(const QString& text, const QString& file) {
+    LoadingText->setText(text);
+    LoadingFile->setText(file);
+    m_loading.start();
+}
+
+void ReadOutLine::setProgressMax(int maximum) {
+    ProgressBar1->setValue(0);
+    ProgressBar1->setMaximum(maximum);
+}
+
+void ReadOutLine::setProgress(int value) {
+    ProgressBar1->setValue(qBound(0, value, ProgressBar1->maximum()));
+    if (!LoadingFrame->isHidden() || m_loading.elapsed() < patienceMs) return;
     place();
-    LoadingFrame->setVisible(on);
-    if (on) LoadingFrame->repaint();
+    LoadingFrame->show();
+    LoadingFrame->repaint();
+}
+
+void ReadOutLine::endLoading() {
+    LoadingFrame->hide();
 }
 
 void ReadOutLine::resizeEvent(QResizeEvent*) {

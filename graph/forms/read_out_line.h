@@ -2,6 +2,7 @@
 // The line between surface and channels: the time of the cursor, what lies under the pointer, and
 // the loading panel at its right end. Placed without a layout, since its texts change with every
 // move of cursor and mouse.
+#include <QElapsedTimer>
 #include <QLabel>
 #include <QProgressBar>
 #include <QWidget>
@@ -23,14 +24,21 @@ public:
 
     QSize sizeHint() const override { return minimumSizeHint(); }
     QSize minimumSizeHint() const override;
-    // Shows the loading panel at once, or hides it.
-    void showLoading(bool on);
+    // The loading panel. It comes up with the first progress a tenth of a second after the start,
+    // so that a long drawing shows it and a short one is not slowed by painting it.
+    void startLoading(const QString& text, const QString& file);
+    void setProgressMax(int maximum);
+    // A value above the maximum leaves the bar full.
+    void setProgress(int value);
+    void endLoading();
 
 protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
     void place();
+
+    QElapsedTimer m_loading;
 };
 
 } // namespace kvo::forms

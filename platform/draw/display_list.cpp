@@ -235,9 +235,10 @@ DisplayList& DisplayListSurface::target() {
 
 void DisplayListSurface::drawn() {
     if (m_autoRedraw) {
-        // What lay on top is not part of the kept picture, and drawing on that shows it anew.
-        wipeUpper();
+        // What lay on top is not part of the kept picture, and drawing on that shows it anew. The
+        // watcher knows so before the top is wiped, and shows all of it in one go.
         if (m_watcher != nullptr) m_watcher->keptChanged();
+        wipeUpper();
         return;
     }
     if (m_watcher != nullptr) m_watcher->upperDrawn(m_upper.size() - 1);
@@ -255,10 +256,11 @@ void DisplayListSurface::setScale(float left, float top, float right, float bott
 
 void DisplayListSurface::cls() {
     m_current = {};
+    if (m_autoRedraw) {
+        m_kept.clear();
+        if (m_watcher != nullptr) m_watcher->keptChanged();
+    }
     wipeUpper();
-    if (!m_autoRedraw) return;
-    m_kept.clear();
-    if (m_watcher != nullptr) m_watcher->keptChanged();
 }
 
 void DisplayListSurface::lineTo(float x, float y, Colour colour) {

@@ -493,6 +493,38 @@ private slots:
         QVERIFY(!part<QToolButton>("CancelZoom").isEnabled());
     }
 
+    // Also where the cursor is scrolled into view.
+    void aZoomStepPaintsThePictureOnce() {
+        DataGraph& graph = open(32);
+        QTest::mouseClick(&trend(), Qt::LeftButton, {}, place(1300, 500));
+        for (int step = 0; step < 6; ++step) {
+            QCoreApplication::processEvents();
+            const int paints = trend().fullPaints();
+            graph.ZoomIn_Click();
+            QCoreApplication::processEvents();
+            QCOMPARE(trend().fullPaints(), paints + 1);
+        }
+    }
+
+    // A drawing that is done at once brings up no panel; it would cost more than the drawing.
+    void aShortLoadingShowsNoPanel() {
+        DataGraph& graph = open(32);
+        auto& frame = part<QWidget>("LoadingFrame");
+        graph.Resolution_Click(4);
+        QVERIFY(!frame.isVisible());
+        ReadOutLine& line = part<ReadOutLine>("ReadOuts");
+        line.startLoading(QStringLiteral("Loading:"), QStringLiteral("x"));
+        line.setProgressMax(10);
+        line.setProgress(3);
+        QVERIFY(!frame.isVisible());
+        QTest::qSleep(120);
+        line.setProgress(4);
+        QVERIFY(frame.isVisible());
+        QCOMPARE(part<QProgressBar>("ProgressBar1").value(), 4);
+        line.endLoading();
+        QVERIFY(!frame.isVisible());
+    }
+
     // The configuration of a zoomed window was saved: there is no size to go on from.
     void storedZoomOpensOnTheWholeFrame() {
         testing::storeModelRun(state(), *m_files, 32);
