@@ -1,6 +1,7 @@
 #include "graph/forms/graph_surface.h"
 
 #include "platform/qt/form_kit.h"
+#include "platform/qt/plain_scroll_bar.h"
 
 #include <QCoreApplication>
 #include <QFrame>
@@ -19,9 +20,9 @@ GraphSurface::GraphSurface(QWidget* parent) : QWidget(parent) {
     Trend = new SurfaceWidget(Frame1);
     Trend->setObjectName(QStringLiteral("Trend"));
     Trend->setAccessibleName(QStringLiteral("Graph"));
-    HScroll = named(new QScrollBar(Qt::Horizontal, this), "HScroll");
+    HScroll = named(new PlainScrollBar(Qt::Horizontal, this), "HScroll");
     HScroll->setAccessibleName(QStringLiteral("Scroll along the run"));
-    VScroll = named(new QScrollBar(Qt::Vertical, this), "VScroll");
+    VScroll = named(new PlainScrollBar(Qt::Vertical, this), "VScroll");
     VScroll->setAccessibleName(QStringLiteral("Scroll up and down"));
     for (QScrollBar* bar : {HScroll, VScroll}) {
         bar->hide();
