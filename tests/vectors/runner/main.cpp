@@ -13,6 +13,7 @@ static void addAllFunctions() {
     kvo::vectors::addLinkFunctions();
     kvo::vectors::addGraphFunctions();
     kvo::vectors::addLibraryFunctions();
+    kvo::vectors::addSetupFunctions();
 }
 
 int main(int argc, char** argv) {
