@@ -32,6 +32,7 @@ void addLinkFunctions();
 void addGraphFunctions();
 void addLibraryFunctions();
 void addSetupFunctions();
+void addCalcFunctions();
 void addFormFunctions();
 
 // What the forms run in; main holds it to its end.
