@@ -14,7 +14,6 @@ using namespace channels;
 constexpr int raiseStep = 20; // graph units an entry of the list
 constexpr int firstSmoothBox = 25;
 constexpr int smoothBoxOfAnalogRow = 34; // behind the row's own number
-constexpr int car = 1;
 
 template <typename T, std::size_t N> T& at(std::array<T, N>& items, int index) {
     return items[static_cast<std::size_t>(index)];

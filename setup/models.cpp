@@ -33,4 +33,42 @@ int modelIndex(int type) {
     return -1;
 }
 
+const VehicleCaptions& vehicleCaptions(int Vehicle_Type) {
+    static constexpr VehicleCaptions bike{"Rider Name:", "Output Correction:", "Bike Weight:",
+        "Output Sprocket:", "Rear Wheel Sprocket:"};
+    static constexpr VehicleCaptions fourWheels{
+        "Driver Name:", "Pinion Correction:", "Vehicle Weight:", "Pinion:", "Crown Wheel:"};
+    return Vehicle_Type == car ? fourWheels : bike;
+}
+
+void D_Modal_Change(SetupRows& rows, int D_Modal) {
+    constexpr int firstOptional = 5; // every model has the analogs in front of it
+    const ModelFacts* model = modelAt(D_Modal);
+    rows.FrameExhaust = !model || model->exhaustGroups > 0;
+    if (!model) return;
+    const bool raise = rows.TabStrip2 == RowsTab::raise;
+    for (int n = firstOptional; n <= 8; ++n) {
+        const bool offered = n <= model->analogs;
+        const int channel = channels::analogChannel(n);
+        rows.analog[n] = offered;
+        rows.options.Label_Magnify_Analog_Text[n] = offered;
+        rowOf(rows.options.Label_Magnify, channel) = offered;
+        // Required: on either tab, so that a magnification may stand beside a raise.
+        rowOf(rows.options.Text_Magnify, channel) = offered;
+        if (!offered || raise) rowOf(rows.options.ComboScale, channel) = offered;
+    }
+}
+
+void Vehicle_Type_Change(SetupRows& rows, int Vehicle_Type) {
+    const int clutch = channels::clutchChannel;
+    if (Vehicle_Type == car) {
+        rowOf(rows.options.Label_Magnify, clutch) = false;
+        rowOf(rows.options.Text_Magnify, clutch) = false;
+        rowOf(rows.options.ComboScale, clutch) = false;
+        return;
+    }
+    rowOf(rows.options.Label_Magnify, clutch) = true;
+    if (rows.TabStrip2 == RowsTab::raise) rowOf(rows.options.ComboScale, clutch) = true;
+}
+
 } // namespace kvo::setup
