@@ -3,8 +3,6 @@
 #include "core/basic/numbers.h"
 #include "setup/models.h"
 
-#include <optional>
-
 namespace kvo::setup {
 
 namespace {
@@ -54,6 +52,17 @@ void setBoxes(VisibleOptions& form, ChannelKind kind, int index) {
 
 } // namespace
 
+ByChannel<std::string> rowCaptions(const core::FromOne<std::string, 8>& analogNames) {
+    ByChannel<std::string> captions;
+    for (int channel = 0; channel < channelCount; ++channel) {
+        const ChannelFacts& facts = channelFacts(channel);
+        const bool named = facts.kind == ChannelKind::analog;
+        rowOf(captions, channel) =
+            named ? analogNames[facts.number] : std::string(facts.option.caption);
+    }
+    return captions;
+}
+
 std::string magnifyInSetup(std::uint8_t stored) {
     return core::CStr(stored == 0 ? 0 : stored - 1);
 }
@@ -65,6 +74,10 @@ std::string magnifyInVisibleOptions(std::uint8_t stored) {
 int raiseIndex(std::uint8_t stored) {
     const int index = core::CInt(static_cast<double>(stored) / raiseStep).value_or(-1);
     return index < static_cast<int>(raiseList.size()) ? index : -1;
+}
+
+std::optional<std::uint8_t> storedRaise(int index) {
+    return core::CByte(index * raiseStep);
 }
 
 BoxCheck Text_Magnify_LostFocus(std::string_view text) {
@@ -144,18 +157,15 @@ void TabStrip1_Click(VisibleOptionsShown& shown, VisibleTab tab, int model, int 
     HideUnusedOptions(shown, model, Vehicle_Type);
 }
 
-VisibleOptionsCaptions visibleOptionsCaptions(const core::FromOne<std::string, 8>& analogNames) {
-    VisibleOptionsCaptions captions;
+std::array<std::string, 50> boxCaptions(const core::FromOne<std::string, 8>& analogNames) {
+    std::array<std::string, 50> captions;
+    const ByChannel<std::string> rows = rowCaptions(analogNames);
     for (int channel = 0; channel < channelCount; ++channel) {
-        const ChannelFacts& facts = channelFacts(channel);
-        const OptionFacts& option = facts.option;
-        const bool named = facts.kind == ChannelKind::analog;
-        const std::string caption = named ? analogNames[facts.number] : std::string(option.caption);
-        const std::string box =
-            option.boxCaption.empty() ? caption : std::string(option.boxCaption);
-        rowOf(captions.Label_Magnify, channel) = caption;
-        at(captions.Check1, option.drawnBox) = box;
-        at(captions.Check1, firstSmoothBox + option.smoothEntry) = box;
+        const OptionFacts& option = channelFacts(channel).option;
+        const std::string caption =
+            option.boxCaption.empty() ? rowOf(rows, channel) : std::string(option.boxCaption);
+        at(captions, option.drawnBox) = caption;
+        at(captions, firstSmoothBox + option.smoothEntry) = caption;
     }
     return captions;
 }
@@ -188,8 +198,8 @@ void applyOptions(const VisibleOptionsValues& values, core::AppConfig& config) {
         visibleFlag(config, channel) = drawn ? -1 : 0;
         if (const auto typed = core::strictNumber(rowOf(values.scales.Text_Magnify, channel)))
             core::keepOnFailure(at(config.Text_Magnify, channel), core::CByte(*typed + 1));
-        core::keepOnFailure(at(config.ComboScale, channel),
-            core::CByte(rowOf(values.scales.ComboScale, channel) * raiseStep));
+        core::keepOnFailure(
+            at(config.ComboScale, channel), storedRaise(rowOf(values.scales.ComboScale, channel)));
         at(config.SmoothOption, channel) = at(values.Check1, firstSmoothBox + channel) ? 1 : 0;
     }
 }

@@ -7,6 +7,7 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -27,11 +28,16 @@ struct ScaleValues {
     friend bool operator==(const ScaleValues&, const ScaleValues&) = default;
 };
 
+// Captions of Label_Magnify; an analog's row bears the name of its input.
+ByChannel<std::string> rowCaptions(const core::FromOne<std::string, 8>& analogNames);
+
 // A stored magnification as each form shows it.
 std::string magnifyInSetup(std::uint8_t stored);
 std::string magnifyInVisibleOptions(std::uint8_t stored);
-// List index of a stored raise; -1 where the list has no such entry.
+// List index of a stored raise, -1 where the list has no such entry; and the other way, with
+// nothing for -1.
 int raiseIndex(std::uint8_t stored);
+std::optional<std::uint8_t> storedRaise(int index);
 
 // Leaving a Text_Magnify: a whole or broken number from 0 to 50 stays.
 BoxCheck Text_Magnify_LostFocus(std::string_view text);
@@ -71,12 +77,8 @@ struct VisibleOptionsValues {
     friend bool operator==(const VisibleOptionsValues&, const VisibleOptionsValues&) = default;
 };
 
-struct VisibleOptionsCaptions {
-    std::array<std::string, 50> Check1;
-    ByChannel<std::string> Label_Magnify;
-};
-// `analogNames` are the captions of Text_Analog on the graph.
-VisibleOptionsCaptions visibleOptionsCaptions(const core::FromOne<std::string, 8>& analogNames);
+// Captions of the boxes; `analogNames` are those of Text_Analog on the graph.
+std::array<std::string, 50> boxCaptions(const core::FromOne<std::string, 8>& analogNames);
 
 // The form as Form_Load leaves it; Apply is disabled and Command2 reads "Cancel".
 struct VisibleOptions {

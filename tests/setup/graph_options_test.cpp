@@ -269,19 +269,21 @@ TEST(VisibleOptionsForm, CaptionsComeFromTheTableAndFromTheGraph) {
     core::FromOne<std::string, 8> names;
     names[1] = "Oil";
     names[8] = "Boost";
-    const VisibleOptionsCaptions captions = visibleOptionsCaptions(names);
-    EXPECT_EQ(captions.Check1[0], "Eng. RPM");
-    EXPECT_EQ(captions.Check1[6], "Mph");
-    EXPECT_EQ(captions.Check1[7], "RoCoS");
-    EXPECT_EQ(captions.Check1[8], "Oil");
-    EXPECT_EQ(captions.Check1[42], "Oil");
-    EXPECT_EQ(captions.Check1[49], "Boost");
-    EXPECT_EQ(captions.Check1[32], "Output RPM");
-    EXPECT_EQ(captions.Check1[33], "Tyre Growth");
-    EXPECT_EQ(captions.Label_Magnify[7], "MPH");
-    EXPECT_EQ(captions.Label_Magnify[15], "Boost");
+    const auto boxes = boxCaptions(names);
+    const auto rows = rowCaptions(names);
+    EXPECT_EQ(boxes[0], "Eng. RPM");
+    EXPECT_EQ(boxes[6], "Mph");
+    EXPECT_EQ(boxes[7], "RoCoS");
+    EXPECT_EQ(boxes[8], "Oil");
+    EXPECT_EQ(boxes[42], "Oil");
+    EXPECT_EQ(boxes[49], "Boost");
+    EXPECT_EQ(boxes[32], "Output RPM");
+    EXPECT_EQ(boxes[33], "Tyre Growth");
+    EXPECT_EQ(rows[0], "Eng. RPM");
+    EXPECT_EQ(rows[7], "MPH");
+    EXPECT_EQ(rows[15], "Boost");
     const std::string none;
-    EXPECT_EQ(std::count(captions.Check1.begin(), captions.Check1.end(), none), 12)
+    EXPECT_EQ(std::count(boxes.begin(), boxes.end(), none), 12)
         << "six analogs without a name, two boxes each";
 }
 
