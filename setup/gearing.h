@@ -27,6 +27,7 @@ struct GearingValues {
     std::string Gears;                           // caption
     core::FromOne<std::string, mostGears> Ratio; // captions of First_Ratio to Sixth_Ratio
     int gearsShown = 1; // gears whose labels are on view, from the first on
+    friend bool operator==(const GearingValues&, const GearingValues&) = default;
 };
 
 GearingValues loadGearing(const core::AppConfig& config);
@@ -45,6 +46,7 @@ struct EditGears {
     int Number_Of_Gears = 0;                   // list index, -1 without a selection
     core::FromOne<std::string, mostGears> box; // FirstG to SixthG
     core::FromOne<bool, mostGears> boxShown;
+    friend bool operator==(const EditGears&, const EditGears&) = default;
 };
 // As the form opens: the number of gears is selected, "1" where it is none of the list.
 EditGears loadEditGears(const core::AppConfig& config);
