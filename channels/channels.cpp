@@ -15,46 +15,57 @@ constexpr std::array<std::string_view, 8> analogNames{
 constexpr std::array<std::string_view, 8> exhaustNames{
     "Exhaust1", "Exhaust2", "Exhaust3", "Exhaust4", "Exhaust5", "Exhaust6", "Exhaust7", "Exhaust8"};
 
+constexpr std::array<std::string_view, 8> analogCaptions{
+    "Analog 1", "Analog 2", "Analog 3", "Analog 4", "Analog 5", "Analog 6", "Analog 7", "Analog 8"};
+constexpr std::array<std::string_view, 8> exhaustCaptions{"Exhaust 1", "Exhaust 2", "Exhaust 3",
+    "Exhaust 4", "Exhaust 5", "Exhaust 6", "Exhaust 7", "Exhaust 8"};
+
 constexpr ChannelFacts analogFacts(int n) {
-    return {analogChannel(n), ChannelKind::analog, n, analogNames[static_cast<std::size_t>(n - 1)],
-        "DrawAnalog", 16 + n, 1, "", {"Text_Analog", n}, {"Analog", n}, {"OverlayAnalog", n}};
+    const auto at = static_cast<std::size_t>(n - 1);
+    return {analogChannel(n), ChannelKind::analog, n, analogNames[at], "DrawAnalog", 16 + n, 1, "",
+        {"Text_Analog", n}, {"Analog", n}, {"OverlayAnalog", n},
+        {analogCaptions[at], analogChannel(n), 16 + n}};
 }
 
 constexpr ChannelFacts exhaustFacts(int n) {
-    return {exhaustChannel(n), ChannelKind::exhaust, n,
-        exhaustNames[static_cast<std::size_t>(n - 1)], "DrawExhaust", 8 + n, 1, "Exhaust",
-        {"Label9", n}, {"Exhaust", n}, {"OverlayExhaust", n}};
+    const auto at = static_cast<std::size_t>(n - 1);
+    return {exhaustChannel(n), ChannelKind::exhaust, n, exhaustNames[at], "DrawExhaust", 8 + n, 1,
+        "Exhaust", {"Label9", n}, {"Exhaust", n}, {"OverlayExhaust", n},
+        // The eight stagger, since their curves lie close together.
+        {exhaustCaptions[at], exhaustChannel(n), 8 + n, 0, n - 1}};
 }
 
 using enum ChannelKind;
 
 // Required: the drawing of Mph reads entry 7 of SmoothOption, the box of the output shaft; the box
-// that bears its name, and those of Slip, Ratio, RoCoS and Tyre Growth, are read by no drawing.
+// that bears its name, and those of Slip, Ratio, RoCoS and Tyre Growth, are read by no drawing. The
+// boxes of Mph and RoCoS stand the other way round than the channels.
 // clang-format off
 constexpr std::array<ChannelFacts, channelCount> table{{
-    // index, kind, number, name, routine, smooth, magnify, title, toggle, value label, overlay label
+    // index, kind, number, name, routine, smooth, magnify, title, toggle, value label, overlay
+    // label, {caption, drawn box, smooth entry, restored magnify, restored raise, box caption}
     {0, engine, 0, "Engine", "DrawEngine", 0, 0, "Engine Rpm",
-        {"Label10", 0}, {"Rpm"}, {"OverlayRpm"}},
+        {"Label10", 0}, {"Rpm"}, {"OverlayRpm"}, {"Eng. RPM", 0, 0}},
     {1, clutch, 0, "Clutch", "DrawClutch", 1, 0, "Clutch Rpm",
-        {"Label10", 1}, {"Clutch"}, {"OverlayClutch"}},
+        {"Label10", 1}, {"Clutch"}, {"OverlayClutch"}, {"Clutch RPM", 1, 1}},
     {2, input, 0, "Input", "DrawInput", 2, 0, "Input Rpm",
-        {"Label10", 2}, {"InputRpm"}, {"OverlayInputRpm"}},
+        {"Label10", 2}, {"InputRpm"}, {"OverlayInputRpm"}, {"Input RPM", 2, 2}},
     {3, output, 0, "Output", "DrawPinion", 7, 0, "Output Rpm",
-        {"Label10", 3}, {"OutPutRpm"}, {"OverlayOutputRpm"}},
+        {"Label10", 3}, {"OutPutRpm"}, {"OverlayOutputRpm"}, {"Output RPM", 3, 7}},
     {4, slip, 0, "Slip", "DrawSlip", -1, 10, "Input Slip",
-        {"Label13"}, {"Slip"}, {"OverlaySlip"}},
+        {"Label13"}, {"Slip"}, {"OverlaySlip"}, {"Input Slip", 4, 3, 8}},
     {5, ratio, 0, "Ratio", "DrawRatio", -1, 50, "Drive Ratio",
-        {"Label16"}, {"Ratio"}, {"OverlayRatio"}},
+        {"Label16"}, {"Ratio"}, {"OverlayRatio"}, {"Drive Ratio", 5, 4, 50}},
     {6, rocos, 0, "RoCoS", "DrawRoCoS", -1, 1, "RoCoS",
-        {"Label18"}, {"RoCoS"}, {"OverlayRoCoS"}},
+        {"Label18"}, {"RoCoS"}, {"OverlayRoCoS"}, {"RoCoS", 7, 6}},
     {7, mph, 0, "Mph", "DrawMph", 7, 0, "Mph",
-        {"Label17"}, {"Mph"}, {"OverlayMph"}},
+        {"Label17"}, {"Mph"}, {"OverlayMph"}, {"MPH", 6, 5, 0, 0, "Mph"}},
     analogFacts(1), analogFacts(2), analogFacts(3), analogFacts(4),
     analogFacts(5), analogFacts(6), analogFacts(7), analogFacts(8),
     exhaustFacts(1), exhaustFacts(2), exhaustFacts(3), exhaustFacts(4),
     exhaustFacts(5), exhaustFacts(6), exhaustFacts(7), exhaustFacts(8),
     {24, tyreGrowth, 0, "TyreGrowth", "DrawTyreGrowth", -1, 10, "Tyre Growth",
-        {"Label20"}, {"Tyre_Growth"}, {"OverlayTyreGrowth"}},
+        {"Label20"}, {"Tyre_Growth"}, {"OverlayTyreGrowth"}, {"Tyre Growth", 24, 8, 10, -1}},
 }};
 
 constexpr std::array<int, channelCount> labels{0, 1, 2, 3, 4, 5, 7, 6, 24,

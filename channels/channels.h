@@ -52,6 +52,16 @@ struct ControlName {
     int index = -1; // -1: a control of its own
 };
 
+// The channel's row and boxes on the forms of the graph's options.
+struct OptionFacts {
+    std::string_view caption;         // of its row; an analog's gives way to its input's name
+    int drawnBox = 0;                 // index in Check1 of the box that has it drawn
+    int smoothEntry = 0;              // entry of SmoothOption that bears its name
+    int restoredMagnify = 0;          // what Restore Defaults shows
+    int restoredRaise = 0;            // list index that Restore Defaults selects, -1: left as it is
+    std::string_view boxCaption = {}; // of its boxes where they are written another way
+};
+
 struct ChannelFacts {
     int index = 0;
     ChannelKind kind = ChannelKind::engine;
@@ -64,6 +74,7 @@ struct ChannelFacts {
     ControlName toggle;
     ControlName valueLabel;
     ControlName overlayLabel;
+    OptionFacts option;
 };
 
 // channel from 0 to 24.

@@ -10,7 +10,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cmath>
 #include <optional>
 
 namespace kvo::core {
@@ -64,26 +63,20 @@ void readRows(RecordBytes file, int rows, OpenRun& run) {
     run.SampleCount = static_cast<std::uint16_t>(rows);
 }
 
-std::optional<float> single(double value) {
-    const auto narrow = static_cast<float>(value);
-    if (std::isinf(narrow) && !std::isinf(value)) return {};
-    return narrow;
-}
-
 // A fresh run keeps the setup of its day, so that later changes of the setup do not touch it.
 void takeSetup(const AppConfig& config, RunImage& run) {
     const std::array<double, 5> ratios{config.First_Ratio, config.Second_Ratio, config.Third_Ratio,
         config.Forth_Ratio, config.Fifth_Ratio};
     for (int g = 1; g <= 5; ++g) {
-        keepOnFailure(run.setup.GearRatio[g], single(ratios[static_cast<std::size_t>(g - 1)]));
+        keepOnFailure(run.setup.GearRatio[g], CSng(ratios[static_cast<std::size_t>(g - 1)]));
     }
-    keepOnFailure(run.tail.GearRatio6, single(config.Sixth_Ratio));
+    keepOnFailure(run.tail.GearRatio6, CSng(config.Sixth_Ratio));
     run.setup.AnalogName = config.AnalogName;
     run.analog.AnalogScale = config.AnalogScale;
     run.analog.AnalogOffset = config.AnalogOffset;
     run.analog.AnalogDecimals = config.Decimals;
     run.tail.AnalogTypes = config.Analog_Type;
-    keepOnFailure(run.analog.RearWheelDiameter, single(config.RWheel));
+    keepOnFailure(run.analog.RearWheelDiameter, CSng(config.RWheel));
     run.analog.CrownTeeth = config.Crown_F;
     run.analog.PinionTeeth = config.Pinion_F;
 }

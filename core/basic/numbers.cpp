@@ -112,6 +112,17 @@ std::optional<std::uint8_t> CByte(double value) {
     return rounded<std::uint8_t>(value);
 }
 
+std::optional<float> CSng(double value) {
+    const auto narrow = static_cast<float>(value);
+    if (std::isinf(narrow) && !std::isinf(value)) return {};
+    return narrow;
+}
+
+std::optional<double> finite(double value) {
+    if (!std::isfinite(value)) return {};
+    return value;
+}
+
 double Fix(double value) {
     return std::trunc(value);
 }

@@ -20,6 +20,10 @@ std::optional<std::int16_t> CInt(double value);
 std::optional<std::int32_t> CLng(double value);
 // The same for a byte, 0 to 255.
 std::optional<std::uint8_t> CByte(double value);
+// The nearest single; nothing for a value that is too large for one.
+std::optional<float> CSng(double value);
+// The value of a sum; nothing where it overflowed or a division by 0 left no number.
+std::optional<double> finite(double value);
 // Cut toward zero. A value beyond 64 bits or a NaN comes back as it is.
 double Fix(double value);
 // a \ b on whole numbers, cut toward zero; nothing for b = 0 and for a result outside 32 bits.

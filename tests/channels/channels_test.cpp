@@ -95,6 +95,36 @@ TEST(Channels, ControlsAndTitles) {
     EXPECT_EQ(channelFacts(slipChannel).colourTitle, "Input Slip");
 }
 
+TEST(Channels, TheBoxesOfTheOptionsHaveOrdersOfTheirOwn) {
+    std::set<int> drawn;
+    std::set<int> smooth;
+    for (int channel = 0; channel < channelCount; ++channel) {
+        drawn.insert(channelFacts(channel).option.drawnBox);
+        smooth.insert(channelFacts(channel).option.smoothEntry);
+    }
+    EXPECT_EQ(drawn.size(), 25U);
+    EXPECT_EQ(*drawn.rbegin(), 24);
+    EXPECT_EQ(smooth.size(), 25U);
+    EXPECT_EQ(*smooth.rbegin(), 24);
+    EXPECT_EQ(channelFacts(mphChannel).option.drawnBox, 6);
+    EXPECT_EQ(channelFacts(rocosChannel).option.drawnBox, 7);
+    EXPECT_EQ(channelFacts(mphChannel).option.smoothEntry, 5);
+    EXPECT_EQ(channelFacts(outputChannel).option.smoothEntry, 7);
+    EXPECT_EQ(channelFacts(tyreGrowthChannel).option.smoothEntry, 8);
+    EXPECT_EQ(channelFacts(exhaustChannel(8)).option.smoothEntry, 16);
+    EXPECT_EQ(channelFacts(analogChannel(1)).option.smoothEntry, 17);
+}
+
+TEST(Channels, CaptionsOfTheOptions) {
+    EXPECT_EQ(channelFacts(engineChannel).option.caption, "Eng. RPM");
+    EXPECT_EQ(channelFacts(ratioChannel).option.caption, "Drive Ratio");
+    EXPECT_EQ(channelFacts(mphChannel).option.caption, "MPH");
+    EXPECT_EQ(channelFacts(mphChannel).option.boxCaption, "Mph");
+    EXPECT_EQ(channelFacts(rocosChannel).option.boxCaption, "");
+    EXPECT_EQ(channelFacts(analogChannel(8)).option.caption, "Analog 8");
+    EXPECT_EQ(channelFacts(exhaustChannel(1)).option.caption, "Exhaust 1");
+}
+
 TEST(Channels, DrawingRoutinesByName) {
     EXPECT_EQ(drawCall(outputChannel, false), "DrawPinion");
     EXPECT_EQ(drawCall(rocosChannel, true), "ODrawRoCoS");

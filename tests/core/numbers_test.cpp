@@ -68,6 +68,22 @@ TEST(Rounding, FailsOutsideItsWidth) {
     EXPECT_FALSE(CLng(std::numeric_limits<double>::infinity()));
 }
 
+TEST(CSng, TakesTheNearestSingle) {
+    EXPECT_EQ(CSng(0.1), 0.1F);
+    EXPECT_EQ(CSng(3.4e38), 3.4e38F);
+    EXPECT_FALSE(CSng(3.5e38));
+    EXPECT_FALSE(CSng(-1e300));
+    EXPECT_EQ(CSng(1e-60), 0.0F);
+}
+
+TEST(Finite, FailsWhereASumOverflowedOrWasDividedByZero) {
+    const double zero = 0;
+    EXPECT_EQ(finite(-1.5), -1.5);
+    EXPECT_FALSE(finite(std::numeric_limits<double>::max() * 2));
+    EXPECT_FALSE(finite(1 / zero));
+    EXPECT_FALSE(finite(zero / zero));
+}
+
 TEST(Fix, CutsTowardZero) {
     EXPECT_EQ(Fix(2.7), 2);
     EXPECT_EQ(Fix(-2.7), -2);

@@ -14,6 +14,8 @@ static void addAllFunctions() {
     kvo::vectors::addLinkFunctions();
     kvo::vectors::addGraphFunctions();
     kvo::vectors::addLibraryFunctions();
+    kvo::vectors::addSetupFunctions();
+    kvo::vectors::addCalcFunctions();
 }
 
 int main(int argc, char** argv) {

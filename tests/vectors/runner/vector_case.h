@@ -31,6 +31,8 @@ void addCoreFunctions();
 void addLinkFunctions();
 void addGraphFunctions();
 void addLibraryFunctions();
+void addSetupFunctions();
+void addCalcFunctions();
 void addFormFunctions();
 
 // What the forms run in; main holds it to its end.

@@ -1,0 +1,228 @@
+#include "calc/engine.h"
+
+#include "calc/conversions.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace kvo::calc {
+namespace {
+
+CalcForm formOf(const char* title, const char* text1, const char* text2, const char* text3) {
+    CalcForm form = openedCalcForm(*engineSum(title));
+    form.Text[1] = text1;
+    form.Text[2] = text2;
+    form.Text[3] = text3;
+    return form;
+}
+
+// The result behind "Calculate" with "old" in the label before.
+std::string resultOf(const char* title, const char* text1, const char* text2, const char* text3) {
+    CalcForm form = formOf(title, text1, text2, text3);
+    form.Label5 = "old";
+    Command1_Click(form);
+    EXPECT_EQ(form.MetricShown, 0);
+    return form.Label5;
+}
+
+const std::string huge(400, '9');
+
+TEST(EngineSums, AreEightWithTheirMenus) {
+    std::string menus;
+    for (const EngineSum& sum : engineSums()) {
+        menus += std::string(sum.menu) + " ";
+        EXPECT_EQ(engineSum(sum.title), &sum);
+        EXPECT_FALSE(sum.rows[2].caption.empty()) << "the last row is always there";
+    }
+    EXPECT_EQ(menus, "Compression Displacement Mnu_PistonSpeen Speed MnuCFM MnuMileEt MnuMileMph "
+                     "Mnu_TDiameter ");
+    EXPECT_EQ(engineSum("Calc"), nullptr);
+}
+
+TEST(EngineSums, AHiddenRowHasNeitherCaptionNorUnit) {
+    for (const EngineSum& sum : engineSums())
+        for (const CalcRow& row : sum.rows) EXPECT_EQ(row.caption.empty(), row.unit.empty());
+    EXPECT_TRUE(engineSum("Tyre Diameter Calc")->rows[1].caption.empty());
+    EXPECT_TRUE(engineSum("Piston Speed Calc")->rows[0].caption.empty());
+    EXPECT_EQ(engineSum("Piston Speed Calc")->rows[1].caption, "Stroke");
+}
+
+TEST(EngineSums, GiveTheirResults) {
+    EXPECT_EQ(resultOf("Compression Ratio Calc", "4", "3.5", "60"), "13.0 :1");
+    EXPECT_EQ(resultOf("Engine Displacement Calc", "4", "4", "3.48"), "174.92 Cu.In");
+    EXPECT_EQ(resultOf("Engine Displacement Calc", "6", "4", "3.48"), "262.39 Cu.In");
+    EXPECT_EQ(resultOf("Engine Displacement Calc", "8", "4", "3.48"), "349.85 Cu.In");
+    EXPECT_EQ(resultOf("Piston Speed Calc", "", "3.48", "7000"), "67.67 Ft/sec");
+    EXPECT_EQ(resultOf("RPM to MPH Calc", "28", "4.1", "6000"), "121.95 Mph");
+    EXPECT_EQ(resultOf("Cylinder Head CFM to HP", "", "250", "8"), "860.0 Hp");
+    EXPECT_EQ(resultOf("1/4 Mile ET to HP", "", "3000", "10.5"), "512.2 Hp");
+    EXPECT_EQ(resultOf("1/4 Mile Speed to HP", "", "3000", "130"), "514.4 Hp");
+    EXPECT_EQ(resultOf("Tyre Diameter Calc", "", "", "88"), "28.01 In");
+}
+
+TEST(EngineSums, AFailureKeepsTheResult) {
+    EXPECT_EQ(resultOf("Compression Ratio Calc", "4", "3.5", "0"), "old");
+    EXPECT_EQ(resultOf("Engine Displacement Calc", "5", "4", "3"), "old");
+    EXPECT_EQ(resultOf("Piston Speed Calc", "", "x", "7000"), "old");
+    EXPECT_EQ(resultOf("RPM to MPH Calc", "28", "0", "6000"), "old");
+    EXPECT_EQ(resultOf("RPM to MPH Calc", "", "", ""), "old");
+    EXPECT_EQ(resultOf("1/4 Mile ET to HP", "", "3000", "0"), "old");
+    EXPECT_EQ(resultOf("1/4 Mile ET to HP", "", "3000", "x"), "old");
+    EXPECT_EQ(resultOf("1/4 Mile ET to HP", "", "3000 lbs", "10.5"), "old");
+    EXPECT_EQ(resultOf("1/4 Mile Speed to HP", "", "3000 lbs", "130"), "old");
+    EXPECT_EQ(resultOf("Tyre Diameter Calc", "", "", "88x"), "old");
+    EXPECT_EQ(resultOf("Tyre Diameter Calc", "", "", ""), "old");
+}
+
+TEST(EngineSums, ASpeedThatIsNoNumberGivesNoPower) {
+    EXPECT_EQ(resultOf("1/4 Mile Speed to HP", "", "3000", "130 mph"), "0.0 Hp");
+}
+
+TEST(EngineSums, AnOverflowKeepsTheResultButForTheSweptVolume) {
+    const char* large = huge.c_str();
+    EXPECT_EQ(resultOf("Compression Ratio Calc", large, "3.5", "60"), "1.0 :1");
+    EXPECT_EQ(resultOf("Engine Displacement Calc", "8", large, "3"), "old");
+    EXPECT_EQ(resultOf("Piston Speed Calc", "", "3", large), "old");
+    EXPECT_EQ(resultOf("RPM to MPH Calc", "28", large, "6000"), "old");
+    EXPECT_EQ(resultOf("Cylinder Head CFM to HP", "", large, "8"), "old");
+    EXPECT_EQ(resultOf("1/4 Mile ET to HP", "", "3000", large), "old");
+    EXPECT_EQ(resultOf("1/4 Mile Speed to HP", "", "3000", large), "old");
+}
+
+TEST(EngineSums, CylindersAreToldByTheirText) {
+    EXPECT_EQ(resultOf("Engine Displacement Calc", "4.0", "4", "3.48"), "0.00 Cu.In");
+    EXPECT_EQ(resultOf("Engine Displacement Calc", " 8", "4", "3.48"), "0.00 Cu.In");
+}
+
+TEST(EngineSums, ALenientInputMayHaveATail) {
+    EXPECT_EQ(resultOf("Piston Speed Calc", "", "3.48", "7000 rpm"), "67.67 Ft/sec");
+    EXPECT_EQ(resultOf("Compression Ratio Calc", "4 in", "3.5 in", "60 cc"), "13.0 :1");
+}
+
+TEST(Conversion, RoundsToTwoDecimals) {
+    const struct {
+        const char* routine;
+        double ofHundred;
+    } table[] = {{"InToCm", 254}, {"CmToIn", 39.37}, {"LbsToKg", 45.36}, {"KgToLbs", 220.46},
+        {"MphToKph", 160.93}, {"KphToMph", 62.14}, {"CuInToCc", 1638.72}, {"CcToCuIn", 6.1},
+        {"CfmToLpm", 283.17}, {"LpmToCfm", 35.31}};
+    for (const auto& [routine, ofHundred] : table)
+        EXPECT_EQ(converted(*conversionNamed(routine), 100), ofHundred) << routine;
+    EXPECT_FALSE(conversionNamed("InToFt"));
+    EXPECT_FALSE(converted(Conversion::InToCm, 1.7e308));
+}
+
+TEST(ToggleMetric, TurnsTheRowsThatHaveAnotherUnit) {
+    CalcForm form = formOf("RPM to MPH Calc", "28", "4.1", "6000");
+    ToggleMetric_Click(form);
+    EXPECT_EQ(form.MetricShown, -1);
+    EXPECT_EQ(form.unit[1] + form.unit[2] + form.unit[3], "Cm:1Rpm");
+    EXPECT_EQ(form.Text[1], "71.12");
+    EXPECT_EQ(form.Text[2], "4.1");
+    EXPECT_EQ(form.Text[3], "6000");
+    EXPECT_EQ(form.Label5, "");
+    ToggleMetric_Click(form);
+    EXPECT_EQ(form.MetricShown, 0);
+    EXPECT_EQ(form.unit[1], "In");
+    EXPECT_EQ(form.Text[1], "28");
+}
+
+TEST(ToggleMetric, KnowsEveryUnit) {
+    const struct {
+        const char* title;
+        int row;
+        const char* metric;
+    } rows[] = {{"Tyre Diameter Calc", 3, "Cm"}, {"1/4 Mile ET to HP", 2, "Kg"},
+        {"1/4 Mile Speed to HP", 3, "Kph"}, {"Cylinder Head CFM to HP", 2, "Lpm"}};
+    for (const auto& [title, row, metric] : rows) {
+        CalcForm form = formOf(title, "100", "100", "100");
+        const std::string before = form.unit[row];
+        ToggleMetric_Click(form);
+        EXPECT_EQ(form.unit[row], metric);
+        EXPECT_EQ(form.MetricShown, -1) << title;
+        ToggleMetric_Click(form);
+        EXPECT_EQ(form.unit[row], before);
+        EXPECT_EQ(form.MetricShown, 0) << title;
+    }
+}
+
+TEST(ToggleMetric, KeepsATextWithoutAValue) {
+    CalcForm form = formOf("Tyre Diameter Calc", "", "", "abc");
+    ToggleMetric_Click(form);
+    EXPECT_EQ(form.Text[3], "abc");
+    EXPECT_EQ(form.unit[3], "Cm");
+    form.Text[3] = "12 tail";
+    ToggleMetric_Click(form);
+    EXPECT_EQ(form.Text[3], "4.72");
+}
+
+TEST(ToggleMetric, AnOverflowShowsTheConversionBefore) {
+    CalcForm form = formOf("Compression Ratio Calc", "4", huge.c_str(), "60");
+    ToggleMetric_Click(form);
+    EXPECT_EQ(form.Text[1], "10.16");
+    EXPECT_EQ(form.Text[2], "10.16");
+}
+
+TEST(ToggleMetric, TurnsTheResultOfFourSums) {
+    CalcForm speed = formOf("RPM to MPH Calc", "28", "4.1", "6000");
+    Command1_Click(speed);
+    ToggleMetric_Click(speed);
+    EXPECT_EQ(speed.Label5, " 196.25 Kph");
+    ToggleMetric_Click(speed);
+    EXPECT_EQ(speed.Label5, " 121.95 Mph");
+
+    CalcForm piston = formOf("Piston Speed Calc", "", "3.48", "7000");
+    Command1_Click(piston);
+    ToggleMetric_Click(piston);
+    EXPECT_EQ(piston.Label5, "20.63 M/sec");
+    ToggleMetric_Click(piston);
+    EXPECT_EQ(piston.Label5, "67.68 Ft/sec");
+
+    CalcForm engine = formOf("Engine Displacement Calc", "8", "4", "3.48");
+    Command1_Click(engine);
+    ToggleMetric_Click(engine);
+    EXPECT_EQ(engine.Label5, " 5733.06 Cc");
+    ToggleMetric_Click(engine);
+    EXPECT_EQ(engine.Label5, " 349.83 Cu.In");
+
+    CalcForm power = formOf("1/4 Mile Speed to HP", "", "3000", "130");
+    Command1_Click(power);
+    ToggleMetric_Click(power);
+    EXPECT_EQ(power.Label5, "514.4 Hp");
+}
+
+TEST(ToggleMetric, LeavesAResultOfZero) {
+    CalcForm form = formOf("Engine Displacement Calc", "4.0", "4", "3.48");
+    Command1_Click(form);
+    ToggleMetric_Click(form);
+    EXPECT_EQ(form.Label5, "0.00 Cu.In");
+}
+
+TEST(Calculate, InMetricSumsInInchesAndTurnsBack) {
+    CalcForm form = formOf("Tyre Diameter Calc", "", "", "223.52");
+    form.unit[3] = "Cm";
+    form.MetricShown = -1;
+    Command1_Click(form);
+    EXPECT_EQ(form.Label5, " 71.15 Cm");
+    EXPECT_EQ(form.Text[3], "223.52");
+    EXPECT_EQ(form.unit[3], "Cm");
+    EXPECT_EQ(form.MetricShown, -1);
+    form.Text[3] = "12.3";
+    Command1_Click(form);
+    EXPECT_EQ(form.Text[3], "12.29") << "there and back, each step rounded";
+}
+
+TEST(Calculate, InMetricTurnsBackWhereThereIsNoSum) {
+    CalcForm form = formOf("Engine Displacement Calc", "5", "4", "3");
+    form.Label5 = "";
+    ToggleMetric_Click(form);
+    Command1_Click(form);
+    EXPECT_EQ(form.MetricShown, -1);
+    EXPECT_EQ(form.unit[2], "Cm");
+    EXPECT_EQ(form.Text[2], "10.16");
+    EXPECT_EQ(form.Label5, "");
+}
+
+} // namespace
+} // namespace kvo::calc
