@@ -21,7 +21,7 @@ using namespace platform_qt;
 bool startProgram() {
     QApplication::setWindowIcon(programIcon());
     platform::Services& services = platform::services();
-    if (!core::processorSuffices(processorType(), *services.dialogs)) return false;
+    if (!core::processorSuffices(processorType, *services.dialogs)) return false;
     core::SharedState& state = core::state();
     state.AppFolder = currentFolder();
     core::LoadConfig(
