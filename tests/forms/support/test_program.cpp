@@ -14,6 +14,7 @@ TestProgram::TestProgram() {
     state.Config.CommPort = 1;
     state.Config.Vehicle_Type = 1;
     platform::services() = {&files, &clock, &dialogs, nullptr, nullptr, &browser};
+    platform::services().mail = &mail;
 }
 
 TestProgram::~TestProgram() {

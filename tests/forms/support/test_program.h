@@ -3,6 +3,7 @@
 // lives.
 #include "core/shared_state.h"
 #include "platform/browser.h"
+#include "platform/mail.h"
 #include "platform/serial_port.h"
 #include "platform/services.h"
 #include "platform/yield.h"
@@ -25,6 +26,17 @@ public:
     bool succeeds = true;
 };
 
+// A mail program that takes every draft, or answers as a test wants.
+class RecordingMail : public platform::Mail {
+public:
+    platform::MailResult compose(const platform::MailDraft& draft) override {
+        drafts.push_back(draft);
+        return result;
+    }
+    std::vector<platform::MailDraft> drafts;
+    platform::MailResult result;
+};
+
 struct TestProgram {
     TestProgram();
     ~TestProgram();
@@ -38,6 +50,7 @@ struct TestProgram {
     FixedClock clock{platform::DateTime{2026, 11, 15, 14, 42, 0}}; // a Sunday
     ScriptedDialogs dialogs;
     RecordingBrowser browser;
+    RecordingMail mail;
     core::SharedState& state = core::state();
 };
 
