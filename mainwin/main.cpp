@@ -28,7 +28,7 @@ int main(int argc, char* argv[]) {
     platform_qt::QtSerialPort port([] { return core::state().AppFolder; });
     platform_qt::QtYield yield(port);
     platform_qt::QtBrowser browser;
-    platform_qt::QtPrinter printer;
+    platform_qt::QtPrinter printer(files);
     platform_qt::QtMail mail;
     platform::services() = {&files, &clock, &dialogs, &port, &yield, &browser, &printer, &mail};
     link::LoggerLink logger(port, yield, dialogs, core::state());

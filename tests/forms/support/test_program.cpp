@@ -13,8 +13,7 @@ TestProgram::TestProgram() {
     state.AppFolder = "/kvo";
     state.Config.CommPort = 1;
     state.Config.Vehicle_Type = 1;
-    platform::services() = {&files, &clock, &dialogs, nullptr, nullptr, &browser};
-    platform::services().mail = &mail;
+    platform::services() = {&files, &clock, &dialogs, nullptr, nullptr, &browser, &printer, &mail};
 }
 
 TestProgram::~TestProgram() {

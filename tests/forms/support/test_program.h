@@ -10,6 +10,7 @@
 #include "tests/support/fixed_clock.h"
 #include "tests/support/memory_files.h"
 #include "tests/support/scripted_dialogs.h"
+#include "tests/support/scripted_printer.h"
 
 #include <string>
 #include <vector>
@@ -50,6 +51,7 @@ struct TestProgram {
     FixedClock clock{platform::DateTime{2026, 11, 15, 14, 42, 0}}; // a Sunday
     ScriptedDialogs dialogs;
     RecordingBrowser browser;
+    ScriptedPrinter printer;
     RecordingMail mail;
     core::SharedState& state = core::state();
 };
