@@ -44,32 +44,40 @@ platform::WriteResult keepContent(const std::string& appFolder, const std::strin
     return files.write(joined(folder, copyName(name, newest + 1), files), content);
 }
 
+// A file that is there and cannot be read cannot be kept either.
+platform::WriteResult notKept(const platform::ReadResult& old) {
+    return {
+        false, old.message + "\nSo no copy of it can be kept, and it stays as it is.", old.failure};
+}
+
 } // namespace
 
 platform::WriteResult keepCopy(
     const std::string& appFolder, const std::string& path, platform::Files& files) {
-    if (!files.exists(path)) return {};
-    const auto content = files.read(path);
-    if (!content) return {false, path + " cannot be read, so no copy of it can be kept."};
-    return keepContent(appFolder, path, *content, files);
+    const auto old = files.readOrReason(path);
+    if (old) return keepContent(appFolder, path, *old.content, files);
+    if (old.failure == platform::FileFailure::notFound) return {};
+    return notKept(old);
 }
 
 platform::WriteResult replaceKept(const std::string& appFolder, const std::string& path,
     const platform::Bytes& content, platform::Files& files) {
-    if (const auto old = files.read(path)) {
-        const bool extended =
-            old->size() <= content.size() && std::equal(old->begin(), old->end(), content.begin());
-        if (!extended) {
-            if (auto kept = keepContent(appFolder, path, *old, files); !kept) return kept;
-        }
+    if (auto refused = files.replaceable(path); !refused) return refused;
+    const auto old = files.readOrReason(path);
+    if (!old && old.failure != platform::FileFailure::notFound) return notKept(old);
+    const bool extended = old && old.content->size() <= content.size() &&
+                          std::equal(old.content->begin(), old.content->end(), content.begin());
+    if (old && !extended) {
+        if (auto kept = keepContent(appFolder, path, *old.content, files); !kept) return kept;
     }
     return files.write(path, content);
 }
 
 platform::WriteResult removeKept(
     const std::string& appFolder, const std::string& path, platform::Files& files) {
-    if (!files.exists(path)) return {};
+    if (auto refused = files.replaceable(path); !refused) return refused;
     if (auto kept = keepCopy(appFolder, path, files); !kept) return kept;
+    if (!files.exists(path)) return {};
     return files.remove(path);
 }
 

@@ -1,6 +1,7 @@
 #pragma once
-// Nothing that was ever saved is beyond recovery: what is overwritten or deleted for good is first
-// copied to Backup/ of the program's folder, as name.0001, name.0002 and so on.
+// What was saved once can always be had back: what is overwritten or deleted for good is first
+// copied to Backup/ of the program's folder, as name.0001, name.0002 and so on. A file that refuses
+// to be replaced stays, and no copy is made of it.
 #include "platform/files.h"
 
 #include <string>

@@ -171,7 +171,10 @@ bool LoadConfig(const std::string& appFolder, AppConfig& config, const platform:
 
 platform::WriteResult SaveConfig(
     const std::string& appFolder, const AppConfig& config, platform::Files& files) {
-    return replaceKept(appFolder, configPath(appFolder, files), encodeConfig(config), files);
+    auto saved = replaceKept(appFolder, configPath(appFolder, files), encodeConfig(config), files);
+    // Required: a read-only file stays without a word.
+    if (!saved && saved.failure == platform::FileFailure::readOnly) return {};
+    return saved;
 }
 
 } // namespace kvo::core

@@ -18,8 +18,10 @@ platform::Bytes encodeConfig(const AppConfig& config);
 // `showSoftwareSetup` is called (the setup form, modal); the program goes on.
 bool LoadConfig(const std::string& appFolder, AppConfig& config, const platform::Files& files,
     platform::Dialogs& dialogs, const std::function<void()>& showSoftwareSetup);
-// Replaces Kvo.Cfg; a copy of the old one is kept in Backup/. A read-only file stays in silence.
-platform::WriteResult SaveConfig(
+// Replaces Kvo.Cfg; a copy of the old one is kept in Backup/. A file that is marked as read-only
+// stays as it is, without a copy, and counts as done: the user has fixed the settings. Any other
+// failure is for the caller to tell; the old file is there then.
+[[nodiscard]] platform::WriteResult SaveConfig(
     const std::string& appFolder, const AppConfig& config, platform::Files& files);
 
 } // namespace kvo::core

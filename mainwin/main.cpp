@@ -8,6 +8,7 @@
 #include "platform/qt/form_kit.h"
 #include "platform/qt/qt_browser.h"
 #include "platform/qt/qt_dialogs.h"
+#include "platform/qt/qt_mail.h"
 #include "platform/qt/qt_printer.h"
 #include "platform/qt/qt_serial_port.h"
 #include "platform/qt/qt_yield.h"
@@ -27,8 +28,9 @@ int main(int argc, char* argv[]) {
     platform_qt::QtSerialPort port([] { return core::state().AppFolder; });
     platform_qt::QtYield yield(port);
     platform_qt::QtBrowser browser;
-    platform_qt::QtPrinter printer;
-    platform::services() = {&files, &clock, &dialogs, &port, &yield, &browser, &printer};
+    platform_qt::QtPrinter printer(files);
+    platform_qt::QtMail mail;
+    platform::services() = {&files, &clock, &dialogs, &port, &yield, &browser, &printer, &mail};
     link::LoggerLink logger(port, yield, dialogs);
     forms::useLoggerLink(&logger);
 

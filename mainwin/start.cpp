@@ -80,7 +80,7 @@ bool startProgram() {
     openDoors();
     QApplication::setWindowIcon(programIcon());
     platform::Services& services = platform::services();
-    if (!core::processorSuffices(processorType(), *services.dialogs)) return false;
+    if (!core::processorSuffices(processorType, *services.dialogs)) return false;
     core::SharedState& state = core::state();
     state.AppFolder = currentFolder();
     // What a file that is missing or cut does not give has sensible values.

@@ -28,7 +28,7 @@ public:
     // Shows text under title and waits. Line ends in the text are CR, LF or CR LF. Closing a box
     // without an answer counts as its least committing button (Cancel, else No, else OK).
     virtual Reply messageBox(const std::string& text, int style, const std::string& title) = 0;
-    // Asks for a text; Cancel gives an empty answer.
+    // Asks for a text that goes on behind `preset`; Cancel gives an empty answer.
     virtual std::string inputBox(
         const std::string& prompt, const std::string& title, const std::string& preset) = 0;
     // Colour dialog that starts from a colour; nothing on Cancel.

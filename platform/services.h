@@ -5,6 +5,7 @@
 #include "platform/clock.h"
 #include "platform/dialogs.h"
 #include "platform/files.h"
+#include "platform/mail.h"
 #include "platform/printer.h"
 #include "platform/serial_port.h"
 #include "platform/yield.h"
@@ -19,6 +20,7 @@ struct Services {
     Yield* yield = nullptr;
     Browser* browser = nullptr;
     Printer* printer = nullptr;
+    Mail* mail = nullptr;
 };
 
 // The one set of services of the program.

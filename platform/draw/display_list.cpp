@@ -189,6 +189,33 @@ void DisplayList::paintLine(
     if (last - seen > 0) raster.polyline({seen - 1, last}, scale, pen);
 }
 
+void DisplayList::drawOn(Surface& surface) const {
+    for (const Operation& op : m_operations) {
+        const UserScale& scale = m_scales[op.scale];
+        surface.setScale(scale.left, scale.top, scale.right, scale.bottom);
+        if (op.kind == Kind::line) {
+            const auto points = std::span(m_points).subspan(op.first, op.count);
+            surface.setDrawStyle(op.style.drawStyle);
+            surface.setDrawWidth(op.style.drawWidth);
+            surface.setCurrentX(points[0].x);
+            surface.setCurrentY(points[0].y);
+            surface.polyline(points.size() > 1 ? points.subspan(1) : points, op.style.colour);
+        } else if (op.kind == Kind::boxes) {
+            for (const Box& box : std::span(m_boxes).subspan(op.first, op.count))
+                surface.box(box.a.x, box.a.y, box.b.x, box.b.y, box.colour);
+        } else if (op.kind == Kind::bars) {
+            surface.boxes(std::span(m_masks).subspan(op.first, op.count),
+                std::span(m_bars).subspan(op.bars, op.barCount));
+        } else {
+            surface.setForeColor(op.style.colour);
+            surface.setFontSize(op.points);
+            surface.setCurrentX(op.leftTop.x);
+            surface.setCurrentY(op.leftTop.y);
+            surface.print(std::string_view(m_letters).substr(op.first, op.count));
+        }
+    }
+}
+
 void DisplayList::paintBoxes(const Operation& op, Raster& raster, const PixelScale& scale) const {
     for (const Box& box : std::span(m_boxes).subspan(op.first, op.count)) {
         raster.box(scale.point(box.a), scale.point(box.b), rgb32(box.colour));

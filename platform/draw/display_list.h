@@ -60,6 +60,9 @@ public:
     // clip.
     void paint(Raster& raster, TextPainter& text, const SurfaceSize& surface, std::size_t first,
         std::size_t end) const;
+    // Draws all of it anew on another surface, which keeps the scale and the pen of the last
+    // operation.
+    void drawOn(Surface& surface) const;
     // Device pixels that operation may touch; a text counts as the whole surface.
     PixelRect bounds(std::size_t operation, const SurfaceSize& surface) const;
     // Bytes kept for what is drawn.

@@ -1,8 +1,10 @@
 #include "platform/os/os_files.h"
 
+#include "platform/os/file_date.h"
+#include "platform/os/os_clock.h"
+
 #include <algorithm>
 #include <cerrno>
-#include <cstring>
 #include <fstream>
 #include <new>
 #include <system_error>
@@ -18,6 +20,8 @@ namespace kvo::platform_os {
 
 namespace fs = std::filesystem;
 using platform::Bytes;
+using platform::FileFailure;
+using platform::ReadResult;
 using platform::WriteResult;
 
 namespace {
@@ -97,41 +101,46 @@ bool isForbidden(const fs::path& path) {
 #endif
 }
 
-std::string reason(int error) {
-    switch (error) {
-    case ENOSPC:
-        return "The disk is full. Make room on it and try again.";
-#ifdef EDQUOT
-    case EDQUOT:
-        return "Your share of the disk is used up. Make room and try again.";
-#endif
-    case EROFS:
-        return "The disk can only be read. Choose another place or let it be written.";
-    case EACCES:
-    case EPERM:
-        return "You are not permitted to write in this folder. Ask its owner, or use the program "
-               "in a folder of your own.";
-    case ENOENT:
-        return "The folder is not there.";
-    case EIO:
-        return "The disk reports an error.";
-    default:
-        return std::string(std::strerror(error)) + ".";
-    }
-}
-
-WriteResult failure(const fs::path& path, const std::string& why) {
-    return {false, path.string() + "\ncould not be written.\n" + why};
+WriteResult failure(const fs::path& path, const Cause& cause) {
+    return {false, path.string() + "\ncould not be written.\n" + cause.words, cause.failure};
 }
 
 WriteResult refusal(const fs::path& path) {
-    if (isFolder(path)) return failure(path, "There is a folder of this name.");
-    if (isThere(path) && !isFile(path)) return failure(path, "What is there is no plain file.");
-    if (isFile(path) && isReadOnly(path)) return failure(path, "The file is marked as read-only.");
+    if (isFolder(path)) {
+        return failure(path, {FileFailure::other, "There is a folder of this name."});
+    }
+    if (isThere(path) && !isFile(path)) {
+        return failure(path, {FileFailure::other, "What is there is no plain file."});
+    }
+    if (isFile(path) && isReadOnly(path)) {
+        return failure(path, {FileFailure::readOnly, "The file is marked as read-only."});
+    }
     if (isFile(path) && isForbidden(path)) {
-        return failure(path, "It belongs to somebody else, and you are not permitted to write it.");
+        return failure(
+            path, {FileFailure::notPermitted,
+                      "It belongs to somebody else, and you are not permitted to write it."});
     }
     return {};
+}
+
+ReadResult unread(const fs::path& path, const Cause& cause) {
+    return {{}, path.string() + "\ncould not be read.\n" + cause.words, cause.failure};
+}
+
+ReadResult readWhole(const fs::path& path, std::size_t size) {
+    std::filebuf file;
+    errno = 0;
+    if (!file.open(path, std::ios::in | std::ios::binary)) {
+        return unread(path, causeOfRead(errno == 0 ? EIO : errno));
+    }
+    Bytes content(size);
+    errno = 0;
+    const std::streamsize got = file.sgetn(
+        reinterpret_cast<char*>(content.data()), static_cast<std::streamsize>(content.size()));
+    if (got != static_cast<std::streamsize>(content.size())) {
+        return unread(path, causeOfRead(errno == 0 ? EIO : errno));
+    }
+    return {std::move(content), {}, {}};
 }
 
 // A name beside the target that nothing else uses.
@@ -149,40 +158,45 @@ fs::path temporaryBeside(const fs::path& target, int attempt) {
 
 } // namespace
 
-std::optional<Bytes> OsFiles::read(const std::string& path) const {
+ReadResult OsFiles::readOrReason(const std::string& path) const {
     // Only plain files: opening a pipe or a device could wait for ever.
     const fs::path place = found(path);
-    if (!isFile(place)) return {};
     std::error_code error;
+    const fs::file_type type = fs::status(place, error).type();
+    if (type == fs::file_type::not_found) return unread(place, causeOfRead(ENOENT));
+    if (type == fs::file_type::none) return unread(place, causeOfRead(errnoOf(error)));
+    if (type == fs::file_type::directory) {
+        return unread(place, {FileFailure::other, "It is a folder."});
+    }
+    if (type != fs::file_type::regular) {
+        return unread(place, {FileFailure::other, "It is no plain file."});
+    }
     const std::uintmax_t size = fs::file_size(place, error);
-    if (error || size > largestFile) return {};
+    if (error) return unread(place, causeOfRead(errnoOf(error)));
+    constexpr const char* tooLarge = "It is too large for a file of this program.";
+    if (size > largestFile) return unread(place, {FileFailure::other, tooLarge});
     try {
-        std::filebuf file;
-        if (!file.open(place, std::ios::in | std::ios::binary)) return {};
-        Bytes content(static_cast<std::size_t>(size));
-        const std::streamsize got = file.sgetn(
-            reinterpret_cast<char*>(content.data()), static_cast<std::streamsize>(content.size()));
-        if (got != static_cast<std::streamsize>(content.size())) return {};
-        return content;
+        return readWhole(place, static_cast<std::size_t>(size));
     } catch (const std::bad_alloc&) {
-        return {};
+        return unread(place, {FileFailure::other, "There is not enough memory."});
     } catch (const std::ios_base::failure&) {
-        return {};
+        return unread(place, causeOfRead(EIO));
     }
 }
 
-std::string OsFiles::fill(int file, const Bytes& content) {
+std::optional<Cause> OsFiles::fill(int file, const Bytes& content) {
     std::span<const std::uint8_t> rest(content);
     while (!rest.empty()) {
         errno = 0;
         const std::int64_t written = m_writer.write(file, rest);
-        if (written <= 0) return reason(errno == 0 ? ENOSPC : errno);
+        if (written <= 0) return causeOfWrite(errno == 0 ? ENOSPC : errno);
         rest = rest.subspan(std::min(rest.size(), static_cast<std::size_t>(written)));
     }
     errno = 0;
-    if (!m_writer.sync(file)) return reason(errno == 0 ? EIO : errno);
+    if (!m_writer.sync(file)) return causeOfWrite(errno == 0 ? EIO : errno);
     // A full disk may take the bytes without a word; what it holds of them is the proof.
-    if (m_writer.size(file) != static_cast<std::int64_t>(content.size())) return reason(ENOSPC);
+    if (m_writer.size(file) != static_cast<std::int64_t>(content.size()))
+        return causeOfWrite(ENOSPC);
     return {};
 }
 
@@ -194,21 +208,21 @@ WriteResult OsFiles::replace(const fs::path& target, const Bytes& content) {
         temporary = temporaryBeside(target, attempt);
         errno = 0;
         file = m_writer.create(temporary);
-        if (file < 0 && errno != EEXIST) return failure(target, reason(errno));
+        if (file < 0 && errno != EEXIST) return failure(target, causeOfWrite(errno));
     }
-    if (file < 0) return failure(target, reason(EEXIST));
+    if (file < 0) return failure(target, causeOfWrite(EEXIST));
     std::error_code error;
     if (isFile(target)) {
         fs::permissions(temporary, fs::status(target, error).permissions(), error);
     }
-    std::string why = fill(file, content);
+    std::optional<Cause> why = fill(file, content);
     errno = 0;
-    if (!m_writer.close(file) && why.empty()) why = reason(errno == 0 ? EIO : errno);
+    if (!m_writer.close(file) && !why) why = causeOfWrite(errno == 0 ? EIO : errno);
     errno = 0;
-    if (why.empty() && !m_writer.rename(temporary, target)) why = reason(errno == 0 ? EIO : errno);
-    if (!why.empty()) {
+    if (!why && !m_writer.rename(temporary, target)) why = causeOfWrite(errno == 0 ? EIO : errno);
+    if (why) {
         fs::remove(temporary, error);
-        return failure(target, why);
+        return failure(target, *why);
     }
     m_writer.syncFolder(target.has_parent_path() ? target.parent_path() : fs::path("."));
     return {};
@@ -226,6 +240,16 @@ WriteResult OsFiles::write(const std::string& path, const Bytes& content) {
     return replace(target, content);
 }
 
+WriteResult OsFiles::replaceable(const std::string& path) const {
+    return refusal(found(path));
+}
+
+std::optional<platform::DateTime> OsFiles::createdOn(const std::string& path) const {
+    const auto moment = createdAt(found(path));
+    if (!moment) return {};
+    return localTime(*moment);
+}
+
 bool OsFiles::exists(const std::string& path) const {
     return isThere(found(path));
 }
@@ -237,23 +261,28 @@ bool OsFiles::folderExists(const std::string& path) const {
 WriteResult OsFiles::makeFolder(const std::string& path) {
     const fs::path place = found(path);
     if (isFolder(place)) return {};
-    if (isThere(place)) return failure(place, "There is a file of this name.");
+    if (isThere(place)) {
+        return failure(place, {FileFailure::other, "There is a file of this name."});
+    }
     std::error_code error;
     fs::create_directories(place, error);
-    if (error) return failure(place, reason(error.value()));
+    if (error) return failure(place, causeOfWrite(errnoOf(error)));
     return {};
 }
 
 WriteResult OsFiles::remove(const std::string& path) {
     const fs::path place = found(path);
-    if (!isThere(place)) return {false, place.string() + "\nis not there."};
+    if (!isThere(place)) {
+        return {false, place.string() + "\nis not there.", FileFailure::notFound};
+    }
     if (auto refused = refusal(place); !refused) {
         refused.message.replace(refused.message.find("written"), 7, "deleted");
         return refused;
     }
     std::error_code error;
     if (!fs::remove(place, error) || error) {
-        return {false, place.string() + "\ncould not be deleted.\n" + reason(error.value())};
+        const Cause cause = causeOfWrite(errnoOf(error));
+        return {false, place.string() + "\ncould not be deleted.\n" + cause.words, cause.failure};
     }
     return {};
 }

@@ -4,6 +4,7 @@
 // there whole, or the new one. Names are found whatever their case, an exact one first.
 #include "platform/files.h"
 #include "platform/os/disk_writer.h"
+#include "platform/os/file_failure.h"
 
 namespace kvo::platform_os {
 
@@ -15,8 +16,10 @@ public:
     OsFiles(const OsFiles&) = delete;
     OsFiles& operator=(const OsFiles&) = delete;
 
-    std::optional<platform::Bytes> read(const std::string& path) const override;
+    platform::ReadResult readOrReason(const std::string& path) const override;
     platform::WriteResult write(const std::string& path, const platform::Bytes& content) override;
+    platform::WriteResult replaceable(const std::string& path) const override;
+    std::optional<platform::DateTime> createdOn(const std::string& path) const override;
     bool exists(const std::string& path) const override;
     bool folderExists(const std::string& path) const override;
     platform::WriteResult makeFolder(const std::string& path) override;
@@ -27,8 +30,8 @@ public:
 private:
     platform::WriteResult replace(
         const std::filesystem::path& target, const platform::Bytes& content);
-    // Empty, or why not all of `content` lies in the open file.
-    std::string fill(int file, const platform::Bytes& content);
+    // Why not all of `content` lies in the open file; nothing where it does.
+    std::optional<Cause> fill(int file, const platform::Bytes& content);
 
     DiskWriter m_ownWriter;
     DiskWriter& m_writer;

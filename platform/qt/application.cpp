@@ -8,7 +8,6 @@
 #include <QFontDatabase>
 #include <QFontMetricsF>
 #include <QLocale>
-#include <QSysInfo>
 #include <QWidget>
 
 #include <clocale>
@@ -69,13 +68,6 @@ QFont tabularFont() {
     QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
     fixed.setPointSizeF(font.pointSizeF());
     return fixed;
-}
-
-int processorType() {
-    const QString architecture = QSysInfo::currentCpuArchitecture();
-    if (architecture == QLatin1String("i386")) return 386;
-    if (architecture == QLatin1String("i486")) return 486;
-    return 586;
 }
 
 void changeFolder(const std::string& folder) {

@@ -7,6 +7,7 @@
 #include <QColorDialog>
 #include <QDialogButtonBox>
 #include <QFileDialog>
+#include <QFocusEvent>
 #include <QFontMetrics>
 #include <QGridLayout>
 #include <QLabel>
@@ -126,13 +127,26 @@ void fillMessageBox(
     giveRoom(box);
 }
 
+// A box that the focus comes to without selecting what is in it, so that a first key goes on with
+// the text and does not wipe it.
+class PresetEdit : public QLineEdit {
+public:
+    using QLineEdit::QLineEdit;
+
+protected:
+    void focusInEvent(QFocusEvent* event) override {
+        // For a focus that comes with the Tab key, or with a fresh dialog, everything is selected.
+        QFocusEvent quiet(event->type(), Qt::OtherFocusReason);
+        QLineEdit::focusInEvent(&quiet);
+    }
+};
+
 QLineEdit* fillInputBox(
     QDialog& box, const std::string& prompt, const std::string& title, const std::string& preset) {
     box.setObjectName(QStringLiteral("InputBox"));
     box.setWindowTitle(titleOrName(title));
-    auto* edit = named(new QLineEdit(shown(preset)), "InputText");
+    QLineEdit* edit = named(new PresetEdit(shown(preset)), "InputText"); // the caret is behind it
     edit->setMinimumWidth(QFontMetrics(edit->font()).averageCharWidth() * 50);
-    edit->selectAll();
     QLabel* label = buddyLabel(QString(), edit);
     label->setTextFormat(Qt::PlainText);
     label->setText(shownLines(prompt));

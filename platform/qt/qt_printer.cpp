@@ -1,82 +1,36 @@
 #include "platform/qt/qt_printer.h"
 
+#include "platform/qt/print_question.h"
+#include "platform/qt/print_target.h"
+#include "platform/qt/qt_print_job.h"
 #include "platform/qt/text.h"
 
-#include <QApplication>
-#include <QDir>
-#include <QFile>
-#include <QFileDialog>
 #include <QImage>
-#include <QPainter>
-#include <QPrintDialog>
+#include <QPixmap>
 #include <QPrinter>
-#include <QPrinterInfo>
-#include <QStandardPaths>
 #include <QWidget>
 
 #include <cstring>
 
 namespace kvo::platform_qt {
 
-namespace {
+using platform::Printed;
 
-constexpr int bytesPerPixel = 4;
-
-// A name that every file system takes.
-QString fileNameFor(QString documentName) {
-    for (QChar& c : documentName) {
-        if (!c.isLetterOrNumber() && !QStringLiteral(" .-_").contains(c)) c = QLatin1Char('_');
+platform::PrintStart QtPrinter::begin(const platform::PrintRequest& request) {
+    const QString name = QString::fromStdString(request.documentName);
+    auto printer = std::make_unique<QPrinter>(QPrinter::HighResolution);
+    printer->setDocName(name);
+    const PrintAnswer answer = askWhereToPrint(*printer, name, request.offersWhitePaper);
+    if (!answer.accepted) return {{Printed::cancelled, {}}, nullptr};
+    std::unique_ptr<PrintTarget> target;
+    if (answer.pdfPath.isEmpty()) {
+        target = std::make_unique<PrinterTarget>(std::move(printer));
+    } else {
+        target = std::make_unique<PdfTarget>(
+            m_files, typedPath(answer.pdfPath), printer->pageLayout(), name);
     }
-    return documentName.simplified() + QStringLiteral(".pdf");
-}
-
-// Asks where to print to; false on Cancel.
-bool choosePrinter(QPrinter& printer, const QString& documentName) {
-    if (!QPrinterInfo::availablePrinters().isEmpty()) {
-        QPrintDialog dialog(&printer, QApplication::activeWindow());
-        return dialog.exec() == QDialog::Accepted;
-    }
-    const QDir documents(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
-    const QString path = QFileDialog::getSaveFileName(QApplication::activeWindow(),
-        QStringLiteral("There is no printer: save as PDF"),
-        documents.filePath(fileNameFor(documentName)), QStringLiteral("PDF (*.pdf)"));
-    if (path.isEmpty()) return false;
-    printer.setOutputFormat(QPrinter::PdfFormat);
-    printer.setOutputFileName(QFileInfo(path).absoluteFilePath());
-    return true;
-}
-
-QImage imageOf(const platform::PixelImage& picture) {
-    QImage image(picture.widthPx, picture.heightPx, QImage::Format_RGB32);
-    const auto width = static_cast<std::size_t>(picture.widthPx);
-    for (int y = 0; y < picture.heightPx; ++y) {
-        std::memcpy(image.scanLine(y), picture.pixels.data() + static_cast<std::size_t>(y) * width,
-            width * bytesPerPixel);
-    }
-    return image;
-}
-
-} // namespace
-
-platform::Printed QtPrinter::printPicture(
-    const platform::PixelImage& picture, const std::string& documentName) {
-    using platform::Printed;
-    if (picture.widthPx < 1 || picture.heightPx < 1) return Printed::failed;
-    QPrinter printer(QPrinter::HighResolution);
-    printer.setDocName(shown(documentName));
-    printer.setPageOrientation(
-        picture.widthPx > picture.heightPx ? QPageLayout::Landscape : QPageLayout::Portrait);
-    if (!choosePrinter(printer, shown(documentName))) return Printed::cancelled;
-    QPainter painter;
-    if (!painter.begin(&printer)) return Printed::failed;
-    const QRect page(QPoint(0, 0), printer.pageRect(QPrinter::DevicePixel).size().toSize());
-    const QImage image = imageOf(picture);
-    QRect place(QPoint(0, 0), image.size().scaled(page.size(), Qt::KeepAspectRatio));
-    place.moveCenter(page.center());
-    place.moveTop(page.top());
-    painter.drawImage(place, image);
-    const bool ended = painter.end();
-    return ended && printer.printerState() != QPrinter::Error ? Printed::done : Printed::failed;
+    return {
+        {}, std::make_unique<QtPrintJob>(std::move(target), request.firstPage, answer.whitePaper)};
 }
 
 platform::PixelImage pictureOf(QWidget& window) {
@@ -88,7 +42,7 @@ platform::PixelImage pictureOf(QWidget& window) {
     picture.pixels.resize(width * static_cast<std::size_t>(image.height()));
     for (int y = 0; y < image.height(); ++y) {
         std::memcpy(picture.pixels.data() + static_cast<std::size_t>(y) * width,
-            image.constScanLine(y), width * bytesPerPixel);
+            image.constScanLine(y), width * sizeof(std::uint32_t));
     }
     return picture;
 }

@@ -1,5 +1,6 @@
 #pragma once
 // Printing through the desktop: the user's printers, or a PDF file where there is none.
+#include "platform/files.h"
 #include "platform/printer.h"
 
 class QWidget;
@@ -8,8 +9,12 @@ namespace kvo::platform_qt {
 
 class QtPrinter : public platform::Printer {
 public:
-    platform::Printed printPicture(
-        const platform::PixelImage& picture, const std::string& documentName) override;
+    // PDF files are written through `files`, which must outlive the printer and its jobs.
+    explicit QtPrinter(platform::Files& files) : m_files(files) {}
+    platform::PrintStart begin(const platform::PrintRequest& request) override;
+
+private:
+    platform::Files& m_files;
 };
 
 // What a window shows, pixel for pixel.

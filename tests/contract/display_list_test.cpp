@@ -189,6 +189,22 @@ TEST(DisplayList, BoxesWithoutNumbersAreLeftOut) {
     EXPECT_EQ(image.words, Image({0, 0, 100, 100}).words);
 }
 
+TEST(DisplayList, DrawnOnAnotherSurfaceIsTheSamePicture) {
+    const SurfaceSize size{700, 400, 1};
+    DisplayListSurface surface;
+    drawSomething(surface);
+    surface.setDrawWidth(3);
+    surface.setScale(0, 0, 50, 40);
+    surface.line(5, 5, 45, 9, 0x44);
+    DisplayListSurface copy;
+    surface.kept().drawOn(copy);
+    Image original(whole(size));
+    original.paint(surface.kept(), size);
+    Image copied(whole(size));
+    copied.paint(copy.kept(), size);
+    EXPECT_EQ(original.words, copied.words);
+}
+
 TEST(DisplayList, MemoryDoesNotGrowWithTheSurface) {
     DisplayListSurface surface;
     drawSomething(surface);

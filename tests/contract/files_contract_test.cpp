@@ -9,16 +9,23 @@ namespace kvo {
 namespace {
 
 using platform::Bytes;
+using platform::FileFailure;
 
 struct OnDisk {
     testing::TemporaryFolder folder;
     platform_os::OsFiles files;
     std::string root() const { return folder.path().string(); }
+    static void markReadOnly(const std::string& path) {
+        std::filesystem::permissions(path, std::filesystem::perms::owner_read);
+    }
 };
 
 struct InMemory {
     testing::MemoryFiles files;
     std::string root() const { return "/kvo"; }
+    void markReadOnly(const std::string& path) {
+        files.failWrites(path, testing::MemoryFiles::Failure::readOnly);
+    }
 };
 
 template <typename Body> class FilesContract : public ::testing::Test {
@@ -28,6 +35,7 @@ protected:
     }
     platform::Files& files() { return m_body.files; }
     std::string root() const { return m_body.root(); }
+    void markReadOnly(const std::string& path) { m_body.markReadOnly(path); }
 
 private:
     Body m_body;
@@ -48,9 +56,82 @@ TYPED_TEST(FilesContract, GivesBackWhatWasWritten) {
 TYPED_TEST(FilesContract, HasNothingForAMissingFile) {
     EXPECT_FALSE(this->files().exists(this->at("none")));
     EXPECT_FALSE(this->files().read(this->at("none")));
+    EXPECT_FALSE(this->files().createdOn(this->at("none")));
     const auto removed = this->files().remove(this->at("none"));
     EXPECT_FALSE(removed);
-    EXPECT_FALSE(removed.message.empty());
+    EXPECT_EQ(removed.failure, FileFailure::notFound);
+    EXPECT_NE(removed.message.find(this->at("none")), std::string::npos) << removed.message;
+}
+
+TYPED_TEST(FilesContract, TellsThatAFileIsNotThere) {
+    for (const std::string& path : {this->at("none"), this->at("none") + "/run"}) {
+        const auto result = this->files().readOrReason(path);
+        EXPECT_FALSE(result);
+        EXPECT_EQ(result.failure, FileFailure::notFound);
+        EXPECT_NE(result.message.find(path), std::string::npos) << result.message;
+    }
+    ASSERT_TRUE(this->files().write(this->at("file"), Bytes{1}));
+    EXPECT_EQ(this->files().readOrReason(this->at("file") + "/run").failure, FileFailure::notFound);
+}
+
+TYPED_TEST(FilesContract, ReadsWithOrWithoutTheReason) {
+    ASSERT_TRUE(this->files().write(this->at("empty"), Bytes{}));
+    const auto result = this->files().readOrReason(this->at("Empty"));
+    EXPECT_TRUE(result);
+    EXPECT_EQ(result.content, Bytes{});
+    EXPECT_EQ(result.message, "");
+    EXPECT_EQ(this->files().read(this->at("empty")), Bytes{});
+}
+
+TYPED_TEST(FilesContract, RefusesToReplaceAReadOnlyFile) {
+    const std::string path = this->at("Kvo.Cfg");
+    EXPECT_TRUE(this->files().replaceable(path));
+    ASSERT_TRUE(this->files().write(path, Bytes{1}));
+    EXPECT_TRUE(this->files().replaceable(path));
+    this->markReadOnly(path);
+    const auto asked = this->files().replaceable(path);
+    EXPECT_FALSE(asked);
+    EXPECT_EQ(asked.failure, FileFailure::readOnly);
+    EXPECT_FALSE(asked.message.empty());
+    EXPECT_EQ(this->files().write(path, Bytes{2}).failure, FileFailure::readOnly);
+    EXPECT_EQ(this->files().remove(path).failure, FileFailure::readOnly);
+    EXPECT_EQ(this->files().read(path), Bytes{1});
+}
+
+TYPED_TEST(FilesContract, CopiesAWholeFile) {
+    const Bytes content(100000, 7);
+    ASSERT_TRUE(this->files().write(this->at("run"), content));
+    ASSERT_TRUE(this->files().copy(this->at("RUN"), this->at("copy")));
+    EXPECT_EQ(this->files().read(this->at("copy")), content);
+    EXPECT_EQ(this->files().read(this->at("run")), content);
+    ASSERT_TRUE(this->files().write(this->at("run"), Bytes{1}));
+    ASSERT_TRUE(this->files().copy(this->at("run"), this->at("copy")));
+    EXPECT_EQ(this->files().read(this->at("copy")), Bytes{1});
+    ASSERT_TRUE(this->files().copy(this->at("run"), this->at("run")));
+    EXPECT_EQ(this->files().read(this->at("run")), Bytes{1});
+}
+
+TYPED_TEST(FilesContract, LeavesTheTargetOfAFailedCopyAsItWas) {
+    ASSERT_TRUE(this->files().write(this->at("run"), Bytes{1}));
+    ASSERT_TRUE(this->files().write(this->at("copy"), Bytes{2}));
+    const auto missing = this->files().copy(this->at("none"), this->at("copy"));
+    EXPECT_FALSE(missing);
+    EXPECT_EQ(missing.failure, FileFailure::notFound);
+    EXPECT_NE(missing.message.find(this->at("none")), std::string::npos) << missing.message;
+    this->markReadOnly(this->at("copy"));
+    const auto refused = this->files().copy(this->at("run"), this->at("copy"));
+    EXPECT_EQ(refused.failure, FileFailure::readOnly);
+    EXPECT_NE(refused.message.find(this->at("copy")), std::string::npos) << refused.message;
+    EXPECT_EQ(this->files().read(this->at("copy")), Bytes{2});
+}
+
+TYPED_TEST(FilesContract, KnowsADateOfEachFile) {
+    ASSERT_TRUE(this->files().write(this->at("RUN"), Bytes{1}));
+    const auto date = this->files().createdOn(this->at("run"));
+    ASSERT_TRUE(date);
+    EXPECT_GE(date->year, 2026);
+    EXPECT_TRUE(date->month >= 1 && date->month <= 12);
+    EXPECT_TRUE(date->day >= 1 && date->day <= 31);
 }
 
 TYPED_TEST(FilesContract, FindsANameInAnotherCase) {

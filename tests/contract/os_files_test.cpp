@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <cerrno>
+#include <chrono>
 #include <ctime>
 #include <fstream>
 
@@ -17,6 +18,7 @@ namespace {
 
 namespace fs = std::filesystem;
 using platform::Bytes;
+using platform::FileFailure;
 using testing::TemporaryFolder;
 
 // A disk on which one step fails, or that takes only part of what it is given.
@@ -109,17 +111,64 @@ TEST(OsFiles, GoOnAfterAShortWrite) {
     EXPECT_EQ(OsFiles().read(folder / "run"), after);
 }
 
-TEST(OsFiles, SayWhyInWordsForEachCause) {
+struct ErrorCase {
+    int error;
+    FileFailure failure;
+    const char* words;
+};
+constexpr ErrorCase writeErrors[] = {
+    {ENOSPC, FileFailure::full, "The disk is full."},
+    {EDQUOT, FileFailure::full, "share of the disk"},
+    {EACCES, FileFailure::notPermitted, "not permitted"},
+    {EPERM, FileFailure::notPermitted, "not permitted"},
+    {EROFS, FileFailure::notPermitted, "only be read"},
+    {ENOENT, FileFailure::noSuchPath, "folder is not there"},
+    {ENOTDIR, FileFailure::noSuchPath, "folder is not there"},
+    {ENOMEDIUM, FileFailure::notReady, "not ready"},
+    {ENODEV, FileFailure::notReady, "not ready"},
+    {ESTALE, FileFailure::notReady, "not ready"},
+    {EIO, FileFailure::other, "reports an error"},
+    {ENAMETOOLONG, FileFailure::other, "name too long"},
+};
+
+TEST(OsFiles, SayWhyForEachCause) {
     TemporaryFolder folder;
     FailingDisk disk;
-    disk.failing = FailingDisk::Step::create;
     OsFiles files(disk);
-    disk.reason = EACCES;
-    EXPECT_NE(files.write(folder / "a", before).message.find("not permitted"), std::string::npos);
-    disk.reason = EROFS;
-    EXPECT_NE(files.write(folder / "a", before).message.find("only be read"), std::string::npos);
-    disk.reason = EIO;
-    EXPECT_NE(files.write(folder / "a", before).message.find("error"), std::string::npos);
+    for (const auto step : {FailingDisk::Step::create, FailingDisk::Step::rename}) {
+        disk.failing = step;
+        for (const ErrorCase& each : writeErrors) {
+            disk.reason = each.error;
+            const auto result = files.write(folder / "a", before);
+            EXPECT_EQ(result.failure, each.failure) << result.message;
+            EXPECT_NE(result.message.find(each.words), std::string::npos) << result.message;
+        }
+    }
+}
+
+TEST(OsFiles, LeaveNoHalfCopy) {
+    using Step = FailingDisk::Step;
+    TemporaryFolder folder;
+    ASSERT_TRUE(OsFiles().write(folder / "run", after));
+    ASSERT_TRUE(OsFiles().write(folder / "copy", before));
+    for (const Step step : {Step::create, Step::write, Step::sync, Step::size, Step::rename}) {
+        FailingDisk disk;
+        disk.failing = step;
+        EXPECT_EQ(OsFiles(disk).copy(folder / "run", folder / "copy").failure, FileFailure::full);
+        EXPECT_EQ(OsFiles(disk).copy(folder / "run", folder / "new").failure, FileFailure::full);
+        EXPECT_EQ(OsFiles().read(folder / "copy"), before);
+        EXPECT_EQ(OsFiles().list(folder.path().string()).size(), 2U);
+    }
+}
+
+TEST(OsFiles, TellAMissingFolderFromAMissingFile) {
+    TemporaryFolder folder;
+    OsFiles files;
+    ASSERT_TRUE(files.write(folder / "run", before));
+    EXPECT_EQ(files.copy(folder / "none", folder / "copy").failure, FileFailure::notFound);
+    EXPECT_EQ(files.copy(folder / "run", folder / "none/run").failure, FileFailure::noSuchPath);
+    EXPECT_EQ(files.write(folder / "run/inside", before).failure, FileFailure::noSuchPath);
+    EXPECT_EQ(files.makeFolder(folder / "run/inside").failure, FileFailure::noSuchPath);
 }
 
 TEST(OsFiles, NeverReplaceAReadOnlyFileEvenForAnAdministrator) {
@@ -141,9 +190,13 @@ TEST(OsFiles, RefuseWhatIsNoPlainFile) {
     ASSERT_TRUE(files.makeFolder(folder / "Data"));
     EXPECT_FALSE(files.write(folder / "Data", before));
     EXPECT_FALSE(files.remove(folder / "Data"));
-    EXPECT_FALSE(files.read(folder / "Data"));
+    const auto asFile = files.readOrReason(folder / "Data");
+    EXPECT_EQ(asFile.failure, FileFailure::other);
+    EXPECT_NE(asFile.message.find("It is a folder."), std::string::npos) << asFile.message;
     ASSERT_EQ(mkfifo((folder / "pipe").c_str(), 0600), 0);
-    EXPECT_FALSE(files.read(folder / "pipe")) << "and does not wait for a writer";
+    const auto pipe = files.readOrReason(folder / "pipe"); // and does not wait for a writer
+    EXPECT_EQ(pipe.failure, FileFailure::other);
+    EXPECT_NE(pipe.message.find("no plain file"), std::string::npos) << pipe.message;
     EXPECT_FALSE(files.write(folder / "pipe", before));
     EXPECT_TRUE(fs::is_fifo(folder / "pipe"));
     ASSERT_TRUE(files.write(folder / "file", before));
@@ -193,11 +246,31 @@ TEST(OsFiles, TellOfAFolderThatMayNotBeWritten) {
         EXPECT_NE(result.message.find("not permitted"), std::string::npos) << result.message;
         const auto foreign = files.write(folder / "Data/old", after);
         EXPECT_NE(foreign.message.find("somebody else"), std::string::npos) << foreign.message;
-        EXPECT_FALSE(files.remove(folder / "Data/old"));
-        EXPECT_FALSE(files.makeFolder(folder / "Backup"));
+        EXPECT_EQ(foreign.failure, FileFailure::notPermitted);
+        EXPECT_EQ(files.replaceable(folder / "Data/old").failure, FileFailure::notPermitted);
+        EXPECT_EQ(files.remove(folder / "Data/old").failure, FileFailure::notPermitted);
+        EXPECT_EQ(files.makeFolder(folder / "Backup").failure, FileFailure::notPermitted);
         EXPECT_EQ(files.read(folder / "Data/old"), before);
     }
     fs::permissions(folder.path(), fs::perms::owner_all);
+}
+
+// What may not be looked at is not called missing.
+TEST(OsFiles, TellOfAFileThatMayNotBeRead) {
+    TemporaryFolder folder;
+    OsFiles files;
+    ASSERT_TRUE(files.makeFolder(folder / "Data"));
+    ASSERT_TRUE(files.write(folder / "Data/run", before));
+    ASSERT_TRUE(files.write(folder / "run", before));
+    fs::permissions(folder.path(), fs::perms::all);
+    fs::permissions(folder / "run", fs::perms::owner_write);
+    fs::permissions(folder / "Data", fs::perms::owner_write);
+    const OrdinaryUser user;
+    for (const char* name : {"run", "Data/run"}) {
+        const auto result = files.readOrReason(folder / name);
+        EXPECT_EQ(result.failure, FileFailure::notPermitted) << result.message;
+        EXPECT_NE(result.message.find("not permitted to read"), std::string::npos);
+    }
 }
 
 TEST(OsFiles, FindEachPartOfAPathWhateverItsCase) {
@@ -249,21 +322,48 @@ TEST(OsFiles, DoNotTakeInAMonster) {
     TemporaryFolder folder;
     std::ofstream(folder / "huge") << 'x';
     fs::resize_file(folder / "huge", std::uintmax_t{1} << 40U); // a hole, it takes no room
-    EXPECT_FALSE(OsFiles().read(folder / "huge"));
+    const auto result = OsFiles().readOrReason(folder / "huge");
+    EXPECT_EQ(result.failure, FileFailure::other);
+    EXPECT_NE(result.message.find("too large"), std::string::npos) << result.message;
+}
+
+std::time_t secondsOf(const platform::DateTime& local) {
+    std::tm moment{};
+    moment.tm_year = local.year - 1900;
+    moment.tm_mon = local.month - 1;
+    moment.tm_mday = local.day;
+    moment.tm_hour = local.hour;
+    moment.tm_min = local.minute;
+    moment.tm_sec = local.second;
+    moment.tm_isdst = -1;
+    return std::mktime(&moment);
 }
 
 TEST(OsClock, TellsLocalTime) {
     const std::time_t earlier = std::time(nullptr);
-    const platform::DateTime now = OsClock().now();
-    std::tm moment{};
-    moment.tm_year = now.year - 1900;
-    moment.tm_mon = now.month - 1;
-    moment.tm_mday = now.day;
-    moment.tm_hour = now.hour;
-    moment.tm_min = now.minute;
-    moment.tm_sec = now.second;
-    moment.tm_isdst = -1;
-    EXPECT_LE(std::abs(std::difftime(std::mktime(&moment), earlier)), 2);
+    EXPECT_LE(std::abs(std::difftime(secondsOf(OsClock().now()), earlier)), 2);
+}
+
+TEST(OsFiles, TellWhenAFileWasMadeWhateverItsLastChange) {
+    TemporaryFolder folder;
+    OsFiles files;
+    ASSERT_TRUE(files.write(folder / "run", before));
+    const std::time_t made = std::time(nullptr);
+    fs::last_write_time(folder / "run", fs::file_time_type::clock::now() - std::chrono::hours(72));
+    const auto date = files.createdOn(folder / "run");
+    ASSERT_TRUE(date);
+    EXPECT_LE(std::abs(std::difftime(secondsOf(*date), made)), 2);
+}
+
+// The file system of the processes keeps no date of making.
+TEST(OsFiles, TakeTheLastChangeWhereTheMakingIsNotKept) {
+    const auto changed = fs::last_write_time("/proc/version");
+    const auto age = fs::file_time_type::clock::now() - changed;
+    const auto date = OsFiles().createdOn("/proc/version");
+    ASSERT_TRUE(date);
+    const double seconds = std::difftime(std::time(nullptr), secondsOf(*date));
+    EXPECT_NEAR(seconds,
+        static_cast<double>(std::chrono::duration_cast<std::chrono::seconds>(age).count()), 2);
 }
 
 } // namespace

@@ -74,6 +74,32 @@ TEST(Backup, ReplacesNothingThatItCouldNotKeep) {
     EXPECT_EQ(files.read(run), Bytes{1});
 }
 
+TEST(Backup, MakesNoCopyOfAFileThatRefusesToBeReplaced) {
+    for (const auto how : {MemoryFiles::Failure::readOnly, MemoryFiles::Failure::notPermitted}) {
+        MemoryFiles files;
+        files.put(run, {1});
+        files.failWrites(run, how);
+        EXPECT_FALSE(replaceKept(folder, run, Bytes{2}, files));
+        EXPECT_FALSE(removeKept(folder, run, files));
+        EXPECT_EQ(files.read(run), Bytes{1});
+        EXPECT_FALSE(files.folderExists("/kvo/Backup"));
+    }
+}
+
+TEST(Backup, ReplacesNothingThatItCannotRead) {
+    MemoryFiles files;
+    files.put(run, {1});
+    files.failReads(run, MemoryFiles::Failure::diskError);
+    for (const auto& result : {keepCopy(folder, run, files),
+             replaceKept(folder, run, Bytes{2}, files), removeKept(folder, run, files)}) {
+        EXPECT_FALSE(result);
+        EXPECT_NE(result.message.find("Input/output error\nSo no copy"), std::string::npos)
+            << result.message;
+    }
+    EXPECT_TRUE(files.exists(run));
+    EXPECT_EQ(files.writes(), 0);
+}
+
 TEST(Backup, KeepsWhatIsDeleted) {
     MemoryFiles files;
     files.put(run, {1});

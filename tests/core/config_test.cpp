@@ -221,12 +221,28 @@ TEST(SaveConfig, KeepsACopyOfWhatItReplaces) {
     EXPECT_EQ(again.Gears, 0);
 }
 
-TEST(SaveConfig, LeavesTheOldFileWhereItCannotWrite) {
+TEST(SaveConfig, LeavesAReadOnlyFileInSilenceAndWithoutACopy) {
     MemoryFiles files;
     files.put(path, numbered("old"));
     files.failWrites(path, MemoryFiles::Failure::readOnly);
-    EXPECT_FALSE(SaveConfig("/kvo", AppConfig{}, files));
+    EXPECT_TRUE(SaveConfig("/kvo", AppConfig{}, files));
     EXPECT_EQ(files.read(path), numbered("old"));
+    EXPECT_FALSE(files.folderExists("/kvo/Backup"));
+}
+
+TEST(SaveConfig, TellsEveryOtherFailureAndLeavesTheOldFile) {
+    for (const char* place : {path, "/kvo/Backup"}) {
+        for (const auto how : {MemoryFiles::Failure::fullDisk, MemoryFiles::Failure::notPermitted,
+                 MemoryFiles::Failure::diskError}) {
+            MemoryFiles files;
+            files.put(path, numbered("old"));
+            files.failWrites(place, how);
+            const auto saved = SaveConfig("/kvo", AppConfig{}, files);
+            EXPECT_FALSE(saved);
+            EXPECT_FALSE(saved.message.empty());
+            EXPECT_EQ(files.read(path), numbered("old"));
+        }
+    }
 }
 
 } // namespace

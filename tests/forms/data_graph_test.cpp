@@ -667,6 +667,27 @@ private slots:
         QCOMPARE(int(saved.EngineVisible), 0);
     }
 
+    void closeTellsWhatCouldNotBeSaved() {
+        DataGraph& graph = open(32);
+        pressToggle("Label10(0)");
+        m_files->put("/kvo/Kvo.Cfg", {1});
+        m_files->failWrites("/kvo/Kvo.Cfg", testing::MemoryFiles::Failure::fullDisk);
+        m_dialogs->expectBox(
+            "/kvo/Kvo.Cfg: No space left on device", platform::boxStyle::critical, "Kvo");
+        graph.close();
+        QVERIFY(!isLoaded<DataGraph>());
+    }
+
+    void closeIsSilentAboutAReadOnlyConfiguration() {
+        DataGraph& graph = open(32);
+        pressToggle("Label10(0)");
+        m_files->put("/kvo/Kvo.Cfg", {1});
+        m_files->failWrites("/kvo/Kvo.Cfg", testing::MemoryFiles::Failure::readOnly);
+        graph.close();
+        QVERIFY(!m_files->folderExists("/kvo/Backup"));
+        QCOMPARE(m_files->read("/kvo/Kvo.Cfg"), platform::Bytes({1}));
+    }
+
     void closeWithoutChangesSavesNothing() {
         DataGraph& graph = open(32);
         graph.close();

@@ -131,18 +131,32 @@ private slots:
         m_dialogs.messageBox("text", 0, "");
     }
 
-    void inputStartsFromThePresetAndGivesWhatWasTyped() {
+    void inputGoesOnBehindThePreset() {
         onModal([](QWidget* box) {
             auto* edit = box->findChild<QLineEdit*>(QStringLiteral("InputText"));
-            QCOMPARE(edit->text(), QStringLiteral(" 3 "));
-            QCOMPARE(edit->selectedText(), QStringLiteral(" 3 "));
+            QCOMPARE(edit->text(), QStringLiteral("1 "));
             QVERIFY(edit->hasFocus());
-            QTest::keyClicks(edit, QStringLiteral("4 caf"));
+            QVERIFY(!edit->hasSelectedText());
+            QCOMPARE(edit->cursorPosition(), 2);
+            QTest::keyClicks(edit, QStringLiteral("Caf"));
             edit->insert(QStringLiteral("\u00e9")); // no key of a test keyboard makes it
             QTest::keyClick(edit, Qt::Key_Return);
         });
         QCOMPARE(
-            m_dialogs.inputBox("Enter Run Number?", "Run Title", " 3 "), std::string("4 caf\xe9"));
+            m_dialogs.inputBox("Enter Run Number?", "Run Title", "1 "), std::string("1 Caf\xe9"));
+    }
+
+    void aCaretThatWasMovedStaysWhenTheFocusComesBack() {
+        onModal([](QWidget* box) {
+            auto* edit = box->findChild<QLineEdit*>(QStringLiteral("InputText"));
+            QTest::keyClick(edit, Qt::Key_Home);
+            for (int i = 0; i < 3; ++i) QTest::keyClick(box->focusWidget(), Qt::Key_Tab);
+            QVERIFY(edit->hasFocus());
+            QVERIFY(!edit->hasSelectedText());
+            QTest::keyClicks(edit, QStringLiteral("2"));
+            QTest::keyClick(edit, Qt::Key_Return);
+        });
+        QCOMPARE(m_dialogs.inputBox("p", "Run Title", "1 "), std::string("21 "));
     }
 
     void cancelledInputIsEmpty() {

@@ -14,28 +14,10 @@ using namespace kvo::platform_qt;
 using namespace kvo::testing;
 using kvo::forms::Statistics;
 
-namespace {
-
-class RecordingPrinter : public platform::Printer {
-public:
-    platform::Printed printPicture(
-        const platform::PixelImage& picture, const std::string& documentName) override {
-        widthPx = picture.widthPx;
-        name = documentName;
-        return result;
-    }
-    platform::Printed result = platform::Printed::done;
-    int widthPx = 0;
-    std::string name;
-};
-
-} // namespace
-
 class RunStatisticsTest : public QObject {
     Q_OBJECT
 
     std::unique_ptr<TestProgram> m_program;
-    RecordingPrinter m_printer;
     forms::GraphTexts m_texts;
 
     static QString label(const char* name) {
@@ -51,8 +33,6 @@ class RunStatisticsTest : public QObject {
 private slots:
     void init() {
         m_program = std::make_unique<TestProgram>();
-        m_printer = {};
-        platform::services().printer = &m_printer;
         core::SharedState& state = m_program->state;
         state.Run.SampleCount = 1213;
         state.Run.DataType = 25;
@@ -145,15 +125,27 @@ private slots:
             click("BUT_Close");
         });
         form<Statistics>().showRun(m_texts);
-        QVERIFY(m_printer.widthPx > 100);
-        QCOMPARE(m_printer.name, std::string(" Statistics For :  26111514.52d"));
+        QCOMPARE(m_program->printer.documents.size(), std::size_t(1));
+        const PrintedDocument& document = *m_program->printer.documents[0];
+        QCOMPARE(document.request.documentName, std::string(" Statistics For :  26111514.52d"));
+        QVERIFY(!document.request.offersWhitePaper);
+        QCOMPARE(document.pages.size(), std::size_t(1));
+        QCOMPARE(document.pages[0].images.size(), std::size_t(1));
+        QVERIFY(document.pages[0].images[0].widthPx > 100);
+        QCOMPARE(document.state, JobState::ended);
     }
 
     void tellsThatItCouldNotPrint() {
-        m_printer.result = platform::Printed::failed;
-        m_program->dialogs.expectBox(
-            "The Statistics could not be printed. ", platform::boxStyle::ok, "Run Statistics");
-        onModal([](QWidget*) {
+        m_program->printer.failingPage = 1;
+        for (int i = 0; i < 2; ++i) {
+            m_program->dialogs.expectBox(
+                "The Statistics could not be printed. ", platform::boxStyle::ok, "Run Statistics");
+        }
+        onModal([this](QWidget*) {
+            click("Print_Button");
+            m_program->printer.answer = platform::Printed::failed;
+            click("Print_Button");
+            m_program->printer.answer = platform::Printed::cancelled; // is no failure
             click("Print_Button");
             click("BUT_Close");
         });

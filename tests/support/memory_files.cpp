@@ -1,10 +1,38 @@
 #include "tests/support/memory_files.h"
 
 #include <algorithm>
+#include <array>
 #include <cctype>
 
 namespace kvo::testing {
 namespace {
+
+using platform::FileFailure;
+
+struct Kind {
+    FileFailure failure;
+    const char* words;
+};
+
+// In the order of MemoryFiles::Failure.
+constexpr std::array kinds{Kind{FileFailure::full, "No space left on device"},
+    Kind{FileFailure::readOnly, "Permission denied"},
+    Kind{FileFailure::notPermitted, "Operation not permitted"},
+    Kind{FileFailure::notReady, "No medium found"}, Kind{FileFailure::noSuchPath, "No such folder"},
+    Kind{FileFailure::other, "Input/output error"}};
+
+const Kind& kindOf(MemoryFiles::Failure how) {
+    return kinds[static_cast<std::size_t>(how)];
+}
+
+platform::WriteResult refused(const std::string& path, MemoryFiles::Failure how) {
+    return {false, path + ": " + kindOf(how).words, kindOf(how).failure};
+}
+
+// What the marks and rights of a file refuse, without a try.
+bool showsBefore(MemoryFiles::Failure how) {
+    return how == MemoryFiles::Failure::readOnly || how == MemoryFiles::Failure::notPermitted;
+}
 
 bool sameIgnoringCase(const std::string& a, const std::string& b) {
     return std::equal(a.begin(), a.end(), b.begin(), b.end(),
@@ -24,25 +52,46 @@ MemoryFiles::Map::const_iterator MemoryFiles::find(const std::string& path) cons
         [&](const auto& entry) { return sameIgnoringCase(entry.first, path); });
 }
 
-std::optional<platform::Bytes> MemoryFiles::read(const std::string& path) const {
+platform::ReadResult MemoryFiles::readOrReason(const std::string& path) const {
     const auto found = find(path);
-    if (found == m_files.end()) return std::nullopt;
-    return found->second;
+    if (found == m_files.end()) {
+        return {{}, path + ": No such file", FileFailure::notFound};
+    }
+    for (const auto& [prefix, how] : m_unreadable) {
+        if (found->first.rfind(prefix, 0) != 0) continue;
+        return {{}, path + ": " + kindOf(how).words, kindOf(how).failure};
+    }
+    return {found->second, {}, {}};
+}
+
+platform::WriteResult MemoryFiles::replaceable(const std::string& path) const {
+    if (!exists(path)) return {};
+    for (const auto& place : m_failures) {
+        if (path.rfind(place.prefix, 0) == 0 && place.times != 0 && showsBefore(place.how))
+            return refused(path, place.how);
+    }
+    return {};
+}
+
+std::optional<platform::DateTime> MemoryFiles::createdOn(const std::string& path) const {
+    const auto found = find(path);
+    if (found == m_files.end()) return {};
+    const auto date = m_dates.find(found->first);
+    return date == m_dates.end() ? platform::DateTime{2026, 11, 15, 12, 0, 0} : date->second;
 }
 
 platform::WriteResult MemoryFiles::refusal(const std::string& path) {
     for (auto& place : m_failures) {
         if (path.rfind(place.prefix, 0) != 0 || place.times == 0) continue;
         if (place.times > 0) --place.times;
-        return {false, path + (place.how == Failure::fullDisk ? ": No space left on device"
-                                                              : ": Permission denied")};
+        return refused(path, place.how);
     }
     return {};
 }
 
 platform::WriteResult MemoryFiles::write(const std::string& path, const platform::Bytes& content) {
     ++m_writes;
-    if (auto refused = refusal(path); !refused) return refused;
+    if (auto failed = refusal(path); !failed) return failed;
     const auto found = find(path);
     m_files[found == m_files.end() ? path : found->first] = content;
     return {};
@@ -55,15 +104,15 @@ bool MemoryFiles::folderExists(const std::string& path) const {
 }
 
 platform::WriteResult MemoryFiles::makeFolder(const std::string& path) {
-    if (auto refused = refusal(path); !refused) return refused;
+    if (auto failed = refusal(path); !failed) return failed;
     m_folders.insert(path);
     return {};
 }
 
 platform::WriteResult MemoryFiles::remove(const std::string& path) {
-    if (auto refused = refusal(path); !refused) return refused;
+    if (auto failed = refusal(path); !failed) return failed;
     const auto found = find(path);
-    if (found == m_files.end()) return {false, path + ": No such file"};
+    if (found == m_files.end()) return {false, path + ": No such file", FileFailure::notFound};
     m_files.erase(found);
     return {};
 }

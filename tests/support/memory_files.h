@@ -1,5 +1,5 @@
 #pragma once
-// A disk in memory, with '/' as its separator, whose writes can be made to fail.
+// A disk in memory, with '/' as its separator, whose reads and writes can be made to fail.
 #include "platform/files.h"
 
 #include <map>
@@ -11,18 +11,27 @@ namespace kvo::testing {
 
 class MemoryFiles : public platform::Files {
 public:
-    enum class Failure { fullDisk, readOnly };
+    // What is wrong with a place; each fails with a kind and words of its own.
+    enum class Failure { fullDisk, readOnly, notPermitted, notReady, noFolder, diskError };
     // Writes below `prefix` fail from now on, `times` times; -1: until it is allowed again.
     void failWrites(const std::string& prefix, Failure how, int times = -1);
     void allowWrites() { m_failures.clear(); }
+    // Files below `prefix` are there and cannot be read.
+    void failReads(const std::string& prefix, Failure how) { m_unreadable[prefix] = how; }
+    void setCreatedOn(const std::string& path, const platform::DateTime& date) {
+        m_dates[path] = date;
+    }
     // Puts a file there, whatever may fail.
     void put(const std::string& path, platform::Bytes content) {
         m_files[path] = std::move(content);
     }
     int writes() const { return m_writes; }
 
-    std::optional<platform::Bytes> read(const std::string& path) const override;
+    platform::ReadResult readOrReason(const std::string& path) const override;
     platform::WriteResult write(const std::string& path, const platform::Bytes& content) override;
+    platform::WriteResult replaceable(const std::string& path) const override;
+    // The date that was set, else one and the same for all files.
+    std::optional<platform::DateTime> createdOn(const std::string& path) const override;
     bool exists(const std::string& path) const override { return find(path) != m_files.end(); }
     bool folderExists(const std::string& path) const override;
     platform::WriteResult makeFolder(const std::string& path) override;
@@ -42,6 +51,8 @@ private:
 
     Map m_files;
     std::set<std::string> m_folders;
+    std::map<std::string, platform::DateTime> m_dates;
+    std::map<std::string, Failure> m_unreadable;
     std::vector<FailingPlace> m_failures;
     int m_writes = 0;
 };

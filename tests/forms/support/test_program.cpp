@@ -17,7 +17,7 @@ TestProgram::TestProgram() {
     state.ConfigKnown = true;
     state.Config.CommPort = 1;
     state.Config.Vehicle_Type = 1;
-    platform::services() = {&files, &clock, &dialogs, nullptr, nullptr, &browser};
+    platform::services() = {&files, &clock, &dialogs, nullptr, nullptr, &browser, &printer, &mail};
     forms::doors() = forms::Doors();
 }
 

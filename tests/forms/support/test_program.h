@@ -4,12 +4,14 @@
 // or openDoors() opens them as the program does.
 #include "core/shared_state.h"
 #include "platform/browser.h"
+#include "platform/mail.h"
 #include "platform/serial_port.h"
 #include "platform/services.h"
 #include "platform/yield.h"
 #include "tests/support/fixed_clock.h"
 #include "tests/support/memory_files.h"
 #include "tests/support/scripted_dialogs.h"
+#include "tests/support/scripted_printer.h"
 
 #include <string>
 #include <vector>
@@ -26,6 +28,17 @@ public:
     bool succeeds = true;
 };
 
+// A mail program that takes every draft, or answers as a test wants.
+class RecordingMail : public platform::Mail {
+public:
+    platform::MailResult compose(const platform::MailDraft& draft) override {
+        drafts.push_back(draft);
+        return result;
+    }
+    std::vector<platform::MailDraft> drafts;
+    platform::MailResult result;
+};
+
 struct TestProgram {
     TestProgram();
     ~TestProgram();
@@ -39,6 +52,8 @@ struct TestProgram {
     FixedClock clock{platform::DateTime{2026, 11, 15, 14, 42, 0}}; // a Sunday
     ScriptedDialogs dialogs;
     RecordingBrowser browser;
+    ScriptedPrinter printer;
+    RecordingMail mail;
     core::SharedState& state = core::state();
 };
 

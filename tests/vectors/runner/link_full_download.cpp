@@ -76,8 +76,8 @@ core::SharedState& pressStart(Bench& bench, platform::Clock& clock, testing::Mem
     state.Config.CommPort = 1;
     DownloadForm form;
     link::DownloadSession session(bench.link,
-        {state.Config, state.ConfigKnown, state.AppFolder, state.Run, state.Tables}, form, bench.dialogs, clock,
-        files);
+        {state.Config, state.ConfigKnown, state.AppFolder, state.Run, state.Tables}, form,
+        bench.dialogs, clock, files);
     session.Command_Send_Click();
     return state;
 }

@@ -1,0 +1,37 @@
+#pragma once
+// Mail through the user's own mail program: the program opens it as a draft, and the user completes
+// and sends it.
+#include <string>
+#include <vector>
+
+namespace kvo::platform {
+
+// All texts are UTF-8. Lines of the body may end with CR LF or LF.
+struct MailDraft {
+    std::string recipient; // empty: the user fills it in
+    std::string subject;
+    std::string body;
+    // Whole paths of files, attached under their own names. Some mail programs stumble over commas
+    // and quotes in them, so the caller hands over copies with plain names.
+    std::vector<std::string> attachments;
+};
+
+enum class MailOutcome { handedOver, noMailProgram, failed };
+
+// What became of a draft. `message` is for the user, UTF-8, and says why where it was not handed
+// over. Whether a program that took a draft also took its attachments is not known.
+struct MailResult {
+    MailOutcome outcome = MailOutcome::handedOver;
+    std::string message;
+    explicit operator bool() const { return outcome == MailOutcome::handedOver; }
+};
+
+class Mail {
+public:
+    virtual ~Mail() = default;
+    // Opens the draft in the mail program. Returns as soon as that has taken it; events run
+    // meanwhile. On failure no mail program has got anything.
+    [[nodiscard]] virtual MailResult compose(const MailDraft& draft) = 0;
+};
+
+} // namespace kvo::platform

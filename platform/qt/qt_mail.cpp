@@ -1,0 +1,105 @@
+#include "platform/qt/qt_mail.h"
+
+#include "platform/qt/text.h"
+
+#include <QByteArray>
+#include <QEventLoop>
+#include <QFileInfo>
+#include <QProcess>
+#include <QStandardPaths>
+#include <QTimer>
+
+#include <optional>
+
+namespace kvo::platform_qt {
+
+namespace {
+
+using platform::MailDraft;
+using platform::MailOutcome;
+using platform::MailResult;
+
+constexpr int exitNoProgram = 3; // what xdg-email says where the desktop has no mail program
+
+QByteArray bytesOf(const std::string& text) {
+    return {text.data(), static_cast<qsizetype>(text.size())};
+}
+
+// A line of the head: a line end in it would begin another one.
+QByteArray headLine(const std::string& text) {
+    QByteArray line = bytesOf(text);
+    for (const char end : {'\r', '\n'}) line.replace(end, ' ');
+    return line.toPercentEncoding("@");
+}
+
+QByteArray bodyLines(const std::string& text) {
+    QByteArray lines = bytesOf(text);
+    lines.replace("\r\n", "\n").replace("\n", "\r\n");
+    return lines.toPercentEncoding();
+}
+
+// The whole draft as one address. Given apart, texts that look like options are taken for such, and
+// backslashes are lost where a shell echoes them on the way; coded like this every text arrives.
+QString addressOf(const MailDraft& draft) {
+    QByteArrayList fields;
+    if (!draft.subject.empty()) fields << "subject=" + headLine(draft.subject);
+    if (!draft.body.empty()) fields << "body=" + bodyLines(draft.body);
+    for (const std::string& path : draft.attachments)
+        fields << "attach=" + bytesOf(path).toPercentEncoding("/");
+    const QByteArray head = "mailto:" + headLine(draft.recipient) + '?';
+    return QString::fromLatin1(head + fields.join('&'));
+}
+
+// The exit code, nothing where the program still runs after the time. It goes on then.
+std::optional<int> exitCodeOf(QProcess& process, int patienceMs) {
+    QEventLoop loop;
+    QObject::connect(&process, &QProcess::finished, &loop, &QEventLoop::quit);
+    QTimer::singleShot(patienceMs, &loop, &QEventLoop::quit);
+    if (process.state() != QProcess::NotRunning) loop.exec(QEventLoop::ExcludeUserInputEvents);
+    if (process.state() != QProcess::NotRunning) return {};
+    return process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
+}
+
+MailResult handOver(const QString& program, const QString& address, int patienceMs) {
+    // Without a parent: a mail program that stays in front of it must outlive this program.
+    auto* process = new QProcess;
+    process->setStandardOutputFile(QProcess::nullDevice());
+    process->setStandardErrorFile(QProcess::nullDevice());
+    process->start(program, {address});
+    if (!process->waitForStarted()) {
+        const QString why = process->errorString();
+        delete process;
+        return {
+            MailOutcome::failed, "The mail program could not be started.\n" + why.toStdString()};
+    }
+    const std::optional<int> code = exitCodeOf(*process, patienceMs);
+    if (!code) {
+        QObject::connect(process, &QProcess::finished, process, &QObject::deleteLater);
+        return {};
+    }
+    delete process;
+    if (*code == 0) return {};
+    if (*code == exitNoProgram) {
+        return {MailOutcome::noMailProgram, "No mail program is set up on this computer."};
+    }
+    return {MailOutcome::failed,
+        "The mail program could not open the message (code " + std::to_string(*code) + ")."};
+}
+
+} // namespace
+
+MailResult QtMail::compose(const MailDraft& draft) {
+    for (const std::string& path : draft.attachments) {
+        const QFileInfo file(shownPath(path));
+        if (file.isFile() && file.isReadable()) continue;
+        return {MailOutcome::failed, path + "\nis not there, so it cannot be attached."};
+    }
+    const QString program = QStandardPaths::findExecutable(QStringLiteral("xdg-email"));
+    if (program.isEmpty()) {
+        return {MailOutcome::noMailProgram,
+            "This computer has no way to open a mail program (xdg-email is not installed)."};
+    }
+    return handOver(program, addressOf(draft), m_patienceMs);
+}
+
+} // namespace kvo::platform_qt

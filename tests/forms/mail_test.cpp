@@ -1,0 +1,176 @@
+// QtMail: a draft is handed to a program on the PATH, here one that writes down what it is given.
+#include "platform/qt/qt_mail.h"
+#include "tests/forms/support/form_test_main.h"
+
+#include <QByteArray>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QTemporaryDir>
+
+using namespace kvo;
+using namespace kvo::platform_qt;
+using platform::MailDraft;
+using platform::MailOutcome;
+
+class MailTest : public QObject {
+    Q_OBJECT
+
+    QTemporaryDir m_folder;
+    QByteArray m_path = qgetenv("PATH");
+
+    QString at(const QString& name) const { return m_folder.filePath(name); }
+
+    // A mail program that keeps its arguments, then runs `ending` of the shell.
+    void installProgram(const QByteArray& ending) {
+        QVERIFY(QDir(m_folder.path()).mkpath(QStringLiteral("bin")));
+        QFile script(at(QStringLiteral("bin/xdg-email")));
+        QVERIFY(script.open(QIODevice::WriteOnly));
+        script.write("#!/bin/sh\nprintf '%s\\0' \"$@\" > '" + at("arguments").toUtf8() + "'\n" +
+                     ending + "\n");
+        script.close();
+        QVERIFY(script.setPermissions(script.permissions() | QFile::ExeOwner));
+        qputenv("PATH", at(QStringLiteral("bin")).toUtf8() + ":" + m_path);
+    }
+
+    QByteArrayList givenArguments() const {
+        QFile file(at(QStringLiteral("arguments")));
+        if (!file.open(QIODevice::ReadOnly)) return {};
+        QByteArrayList all = file.readAll().split('\0');
+        all.removeLast(); // behind the last zero
+        return all;
+    }
+
+    // The draft that an address stands for, read as a mail program reads it.
+    static MailDraft draftOf(const QByteArray& address) {
+        const auto decoded = [](const QByteArray& coded) {
+            return QByteArray::fromPercentEncoding(coded).toStdString();
+        };
+        MailDraft draft;
+        const qsizetype mark = address.indexOf('?');
+        draft.recipient = decoded(address.mid(7, mark - 7));
+        const QByteArrayList fields = address.mid(mark + 1).split('&');
+        for (const QByteArray& field : fields) {
+            const QByteArray value = field.mid(field.indexOf('=') + 1);
+            if (field.startsWith("subject=")) draft.subject = decoded(value);
+            if (field.startsWith("body=")) draft.body = decoded(value);
+            if (field.startsWith("attach=")) draft.attachments.push_back(decoded(value));
+        }
+        return draft;
+    }
+
+    std::string makeFile(const std::string& name) const {
+        const QString path = at(QString::fromStdString(name));
+        QFile file(path);
+        if (!file.open(QIODevice::WriteOnly)) QTest::qFail(qPrintable(path), __FILE__, __LINE__);
+        return path.toStdString();
+    }
+
+private slots:
+    void initTestCase() { QVERIFY(m_folder.isValid()); }
+    void cleanup() {
+        qputenv("PATH", m_path);
+        QFile::remove(at(QStringLiteral("arguments")));
+    }
+
+    void handsOverAnyTextAsItIs_data() {
+        // Options, quotes, what a shell would run or fill in, codes, separators, other scripts.
+        const QList<QByteArray> nasty{"--help", "-n", "--", "'", "\"", "`touch hit`",
+            "$(touch hit)", "; touch hit", "&& touch hit", "| touch hit", "> hit", "$HOME", "~",
+            "*", "?", "&attach=/etc/passwd", "%41%", "%s", "\\n\\c", "a,b", "=", "#", "{a,b}",
+            "J\xc3\xbcrg\xc5\x82", "\xe3\x82\xac\xe3\x83\xac"};
+        QTest::addColumn<QByteArray>("text");
+        for (int i = 0; i < 100; ++i) {
+            const QByteArray& one = nasty[i % nasty.size()];
+            const QByteArray& other = nasty[(i * 7 + i / 25) % nasty.size()];
+            QTest::addRow("%d", i) << (i < nasty.size() ? one : one + " " + other + one);
+        }
+    }
+    void handsOverAnyTextAsItIs() {
+        QFETCH(QByteArray, text);
+        installProgram("exit 0");
+        const std::string word = text.toStdString();
+        std::string name = word;
+        for (char& c : name) c = c == '/' ? '_' : c;
+        const MailDraft draft{word + "@pits", word, word + "\r\n\r\n" + word,
+            {makeFile(name + ".10d"), makeFile(name + ".10i")}};
+        const auto result = QtMail().compose(draft);
+        QVERIFY2(result, result.message.c_str());
+        QCOMPARE(givenArguments().size(), 1);
+        QVERIFY(givenArguments()[0].startsWith("mailto:"));
+        const MailDraft got = draftOf(givenArguments()[0]);
+        QCOMPARE(got.recipient, draft.recipient);
+        QCOMPARE(got.subject, draft.subject);
+        QCOMPARE(got.body, draft.body);
+        QCOMPARE(got.attachments, draft.attachments);
+        QVERIFY(!QFile::exists(QStringLiteral("hit")));
+    }
+
+    void leavesOutWhatIsEmpty() {
+        installProgram("exit 0");
+        QVERIFY(QtMail().compose({}));
+        QCOMPARE(givenArguments(), QByteArrayList{"mailto:?"});
+    }
+
+    // A second line of the head could name further recipients.
+    void keepsTheHeadToItsLines() {
+        installProgram("exit 0");
+        QVERIFY(QtMail().compose({"a@b\r\nBcc: c@d", "one\ntwo", "three\nfour", {}}));
+        const MailDraft got = draftOf(givenArguments().value(0));
+        QCOMPARE(got.recipient, std::string("a@b  Bcc: c@d"));
+        QCOMPARE(got.subject, std::string("one two"));
+        QCOMPARE(got.body, std::string("three\r\nfour"));
+    }
+
+    void tellsThatThereIsNoMailProgram() {
+        installProgram("exit 3");
+        const auto result = QtMail().compose({"a@b", "", "", {}});
+        QCOMPARE(result.outcome, MailOutcome::noMailProgram);
+        QVERIFY(!result.message.empty());
+        qputenv("PATH", at(QStringLiteral("nothing here")).toUtf8());
+        QCOMPARE(QtMail().compose({"a@b", "", "", {}}).outcome, MailOutcome::noMailProgram);
+    }
+
+    void tellsOfAProgramThatFails_data() {
+        QTest::addColumn<QByteArray>("ending");
+        QTest::newRow("code") << QByteArray("exit 4");
+        QTest::newRow("crash") << QByteArray("kill -9 $$");
+    }
+    void tellsOfAProgramThatFails() {
+        QFETCH(QByteArray, ending);
+        installProgram(ending);
+        const auto result = QtMail().compose({"a@b", "", "", {}});
+        QCOMPARE(result.outcome, MailOutcome::failed);
+        QVERIFY(!result.message.empty());
+    }
+
+    void tellsOfAProgramThatCannotStart() {
+        installProgram("exit 0");
+        QFile script(at(QStringLiteral("bin/xdg-email")));
+        QVERIFY(script.open(QIODevice::WriteOnly));
+        script.write("#!/no/such/shell\n");
+        script.close();
+        QCOMPARE(QtMail().compose({"a@b", "", "", {}}).outcome, MailOutcome::failed);
+    }
+
+    void handsOverNothingWhereAnAttachmentIsMissing() {
+        installProgram("exit 0");
+        const std::string missing =
+            at(QStringLiteral("J\u00fcrg\u0142 was here.10d")).toStdString();
+        const auto result = QtMail().compose({"a@b", "", "", {missing}});
+        QCOMPARE(result.outcome, MailOutcome::failed);
+        QVERIFY(result.message.find(missing) != std::string::npos);
+        QVERIFY(givenArguments().isEmpty());
+    }
+
+    void doesNotWaitForAMailProgramThatStays() {
+        installProgram("exec sleep 3");
+        QElapsedTimer timer;
+        timer.start();
+        QVERIFY(QtMail(200).compose({"a@b", "", "", {}}));
+        QVERIFY(timer.elapsed() < 2500);
+    }
+};
+
+KVO_FORM_TEST_MAIN(MailTest)
+#include "mail_test.moc"
