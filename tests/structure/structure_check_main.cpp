@@ -1,0 +1,70 @@
+// structure_check RULE ROOT: prints every breach of a rule below ROOT; exit 1 if there is one.
+// Rules: includes names lengths tests data_types.
+#include "layer_check.h"
+#include "source_check.h"
+
+#include <fstream>
+#include <iostream>
+#include <sstream>
+
+namespace {
+
+using namespace kvo::structure;
+
+std::string contentOf(const std::filesystem::path& path) {
+    std::ifstream in(path, std::ios::binary);
+    std::ostringstream text;
+    text << in.rdbuf();
+    return text.str();
+}
+
+struct Tree {
+    std::filesystem::path root;
+    std::vector<Layer> table;
+    Sources sources;
+};
+
+// False for a rule that is not known.
+bool judge(const std::string& rule, const Tree& tree, std::vector<Breach>& found) {
+    const auto& [root, table, sources] = tree;
+    if (rule == "names")
+        found = nameBreaches(table, readNames(contentOf(root / "tools" / "names.txt")), sources);
+    else if (rule == "lengths")
+        found = lengthBreaches(sources);
+    else if (rule == "tests")
+        found = testBreaches(table, sources);
+    else if (rule == "data_types")
+        found = dataTypeBreaches(sources);
+    else if (rule == "includes")
+        for (const std::string& breach : breaches(table, sources)) found.push_back({breach, 0, ""});
+    else
+        return false;
+    return true;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    if (argc != 3) {
+        std::cerr << "usage: structure_check RULE ROOT\n";
+        return 2;
+    }
+    const std::filesystem::path root = argv[2];
+    const Tree tree{root, readTable(contentOf(root / "tools" / "layers.txt")), readTree(root)};
+    if (tree.table.empty() || tree.sources.empty()) {
+        std::cerr << "no layers or no sources below " << root << "\n";
+        return 2;
+    }
+    std::vector<Breach> found;
+    if (!judge(argv[1], tree, found)) {
+        std::cerr << "no rule is named " << argv[1] << "\n";
+        return 2;
+    }
+    for (const char* list : {"exceptions.txt", "still_to_move.txt"})
+        found = withoutExceptions(std::move(found), argv[1],
+            readExceptions(contentOf(root / "tests" / "structure" / list)));
+    for (const Breach& breach : found) std::cout << breach.text() << "\n";
+    std::cout << tree.sources.size() << " files of " << tree.table.size() << " layers, "
+              << found.size() << " breaches\n";
+    return found.empty() ? 0 : 1;
+}
