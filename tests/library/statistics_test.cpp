@@ -55,6 +55,39 @@ TEST_F(Statistics, rpmSumsHoldTheFirstRowTwiceAndTheDivisorIsTheWidth) {
     EXPECT_EQ(got.Rpm.Max, 3001);
 }
 
+TEST_F(Statistics, eachShaftHasItsOwnRowAndSum) {
+    for (int i = 100; i <= 102; ++i) {
+        run->samples[i].InputRpm = static_cast<std::int16_t>(10 * i);
+        run->samples[i].OutputRpm = static_cast<std::int16_t>(-i);
+    }
+    const RunStatistics got = Cal(*run, 2048, 25, 100, "1.02");
+    EXPECT_EQ(got.Input.Min, 1000);
+    EXPECT_EQ(got.Input.Max, 1020);
+    EXPECT_EQ(got.Input.Ave, 2015) << "(1000 + 1000 + 1010 + 1020) / 2";
+    EXPECT_EQ(got.Pinion.Min, -102);
+    EXPECT_EQ(got.Pinion.Max, -100);
+    EXPECT_EQ(got.Pinion.Ave, -202) << "(-100 - 100 - 101 - 102) / 2, a tie to even";
+}
+
+TEST_F(Statistics, thePeakSpeedStartsWithTheFirstRow) {
+    for (int i = 100; i <= 102; ++i) run->samples[i].SpeedRaw = -10 * i;
+    EXPECT_EQ(Cal(*run, 2048, 25, 100, "1.02").PeakSpeed, -1000);
+}
+
+TEST_F(Statistics, temperaturesAreInTheUnitOfTheConfiguration) {
+    for (int i = 100; i <= 110; ++i) run->samples[i].Exhaust[3] = 100;
+    run->samples[105].Exhaust[3] = 200;
+    const RunStatistics statistics = Cal(*run, 2048, 25, 100, "1.10");
+    EXPECT_EQ(statistics.E[3].Ave, 120) << "(10 x 100 + 200) / 10";
+    const StatisticsTexts celsius = statisticsTexts(statistics, *run, 25, 0, picture);
+    EXPECT_EQ(celsius.E[3].Min, " 400");
+    EXPECT_EQ(celsius.E[3].Max, " 800");
+    EXPECT_EQ(celsius.E[3].Ave, " 480");
+    const StatisticsTexts fahrenheit = statisticsTexts(statistics, *run, 25, -1, picture);
+    EXPECT_EQ(fahrenheit.E[3].Min, " 752");
+    EXPECT_EQ(fahrenheit.E[3].Ave, " 896");
+}
+
 TEST_F(Statistics, analogSumsHoldTheFirstRowOnce) {
     run->samples[100].Analog[1] = 10;
     run->samples[101].Analog[1] = 20;
