@@ -4,6 +4,8 @@
 #include "core/basic/format.h"
 #include "core/basic/numbers.h"
 
+#include <algorithm>
+#include <array>
 #include <cstddef>
 
 namespace kvo::calc {
@@ -74,7 +76,8 @@ std::optional<double> compression(const CalcTexts& texts) {
 
 std::optional<double> displacement(const CalcTexts& texts) {
     const double cylinders = Val(texts[1]);
-    if (cylinders != 4 && cylinders != 6 && cylinders != 8) return {};
+    constexpr std::array<double, 3> known{4, 6, 8};
+    if (std::find(known.begin(), known.end(), cylinders) == known.end()) return {};
     // Required: by the text, so that another way to write the number leaves the factor 0.
     float factor = 0;
     if (texts[1] == "4") factor = 3.1416F;

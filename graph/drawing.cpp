@@ -13,6 +13,7 @@ using core::AppConfig;
 constexpr int drawModeCopy = 13;
 constexpr int resolutionUnset = 9; // from here on, and 0
 constexpr int usualResolution = 4;
+constexpr int allAnalogs = 8;
 
 bool unsetResolution(int step) {
     return step <= 0 || step >= resolutionUnset;
@@ -46,7 +47,7 @@ int countExhausts(const AppConfig& config) {
 
 double progressMax(const AppConfig& config, int dataType, int sampleCount) {
     int count = 1 + countOfEveryType(config);
-    if (core::analogsOf(dataType) == 8) {
+    if (core::analogsOf(dataType) == allAnalogs) {
         count += countOn(config, analogChannel(5), analogChannel(8));
         count += countOn(config, clutchChannel, clutchChannel);
     }

@@ -151,9 +151,7 @@ void Statistics::BUT_Close_Click() {
 }
 
 void Statistics::Print_Button_Click() {
-    const auto printed =
-        platform::services().printer->printPicture(pictureOf(*this), windowTitle().toStdString());
-    if (printed.outcome != platform::Printed::failed) return;
+    if (printWindow(*this).outcome != platform::Printed::failed) return;
     platform::services().dialogs->messageBox(
         "The Statistics could not be printed. ", platform::boxStyle::ok, "Run Statistics");
 }

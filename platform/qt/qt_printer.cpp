@@ -4,6 +4,7 @@
 #include "platform/qt/print_target.h"
 #include "platform/qt/qt_print_job.h"
 #include "platform/qt/text.h"
+#include "platform/services.h"
 
 #include <QImage>
 #include <QPixmap>
@@ -45,6 +46,11 @@ platform::PixelImage pictureOf(QWidget& window) {
             image.constScanLine(y), width * sizeof(std::uint32_t));
     }
     return picture;
+}
+
+platform::PrintResult printWindow(QWidget& window) {
+    return platform::services().printer->printPicture(
+        pictureOf(window), window.windowTitle().toStdString());
 }
 
 } // namespace kvo::platform_qt

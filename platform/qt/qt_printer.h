@@ -19,5 +19,7 @@ private:
 
 // What a window shows, pixel for pixel.
 platform::PixelImage pictureOf(QWidget& window);
+// Prints that on a page of the program's printer, under the window's title.
+[[nodiscard]] platform::PrintResult printWindow(QWidget& window);
 
 } // namespace kvo::platform_qt

@@ -74,6 +74,17 @@ INSTANTIATE_TEST_SUITE_P(Each, LayerCheckFinds,
         Planted{"a header that is not there", "graph/view.h", "#include \"core/gone.h\""},
         Planted{"a circle", "core/run.h", "#include \"core/run.h\""}));
 
+TEST(LayerCheck, WantsASourcesOwnHeaderFirst) {
+    Sources sources = sound;
+    sources["graph/view.cpp"] = "#include \"graph/view.h\"\n#include \"core/run.h\"\n";
+    EXPECT_EQ(breaches(readTable(tableText), sources), std::vector<std::string>{});
+    for (const char* text : {"#include \"core/run.h\"\n#include \"graph/view.h\"\n", ""}) {
+        sources["graph/view.cpp"] = text;
+        EXPECT_EQ(breaches(readTable(tableText), sources),
+            std::vector<std::string>{"graph/view.cpp: does not include graph/view.h first"});
+    }
+}
+
 TEST(LayerCheck, FindsACircleOfThree) {
     Sources sources = sound;
     sources["core/a.h"] = "#include \"core/b.h\"\n";
@@ -82,6 +93,18 @@ TEST(LayerCheck, FindsACircleOfThree) {
     const auto found = breaches(readTable(tableText), sources);
     ASSERT_EQ(found.size(), 1U);
     EXPECT_EQ(found[0], "headers in a circle: core/a.h -> core/b.h -> core/c.h -> core/a.h");
+}
+
+TEST(LayerCheck, FindsACircleOfUnitsThroughTheirSources) {
+    Sources sources = sound;
+    sources["core/a.cpp"] = "#include \"core/a.h\"\n#include \"core/b.h\"\n";
+    sources["core/b.cpp"] = "#include \"core/b.h\"\n";
+    sources["core/a.h"] = sources["core/b.h"] = "#pragma once\n";
+    EXPECT_EQ(breaches(readTable(tableText), sources), std::vector<std::string>{});
+    sources["core/b.cpp"] += "#include \"core/a.h\"\n";
+    const auto found = breaches(readTable(tableText), sources);
+    ASSERT_EQ(found.size(), 1U);
+    EXPECT_EQ(found[0], "units in a circle: core/a -> core/b -> core/a");
 }
 
 TEST(LayerCheck, RefusesATableWithACircleOrAFolderClaimedTwice) {

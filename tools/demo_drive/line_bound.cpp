@@ -17,8 +17,8 @@ double fastByteTimes(const link::DownloadType& type) {
 
 // One request runs ahead, so requests and replies overlap but for the first.
 double safeByteTimes(const link::DownloadType& type) {
-    constexpr int bytesOf43 = 32; // the safe mode takes no more of a sample of that type
-    const int bytes = type.DataType == 43 ? bytesOf43 : type.RecordSize;
+    constexpr int bytesTaken = 32; // of a sample with channels that the program leaves out
+    const int bytes = type.notAllChannels ? bytesTaken : type.RecordSize;
     return static_cast<double>(type.SampleCount) * bytes + 1;
 }
 

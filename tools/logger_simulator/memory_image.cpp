@@ -1,5 +1,7 @@
 #include "tools/logger_simulator/memory_image.h"
 
+#include "core/data_types.h"
+
 #include <cmath>
 #include <cstddef>
 
@@ -64,7 +66,8 @@ platform::Bytes sampleBytes(
     bytes[8] = moment.switches;
     for (std::size_t c = 0; c < static_cast<std::size_t>(layout.analog); ++c)
         bytes[9 + c] = moment.analog[c];
-    if (layout.dataType == 20) { // the eight exhausts take turns on analog 7
+    // The eight exhausts take turns on analog 7.
+    if (core::exhaustsOf(layout.dataType) == core::Exhausts::timeShared) {
         const auto turn = static_cast<std::size_t>(number % 8);
         bytes[8] = static_cast<std::uint8_t>(bytes[8] | (turn << 4));
         bytes[15] = moment.exhaust[turn];
