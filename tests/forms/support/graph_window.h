@@ -8,7 +8,10 @@
 #include "tests/forms/support/test_program.h"
 
 #include <QAction>
+#include <QImage>
 #include <QLabel>
+#include <QMap>
+#include <QSet>
 #include <QSize>
 
 #include <functional>
@@ -58,10 +61,43 @@ protected:
 
     static void chooseRow(QWidget* chooser, int row);
     static void pressIn(QWidget* dialog, const char* button);
-    // Scripts for the chooser: OK on a row, OK on the run of a number (1 to 9), Cancel.
+    // Scripts for the chooser: OK on a row, on a file, on the run of a number (1 to 9); Cancel.
     static std::function<void(QWidget*)> takingRow(int row);
+    static std::function<void(QWidget*)> takingFile(const std::string& fileName);
     static std::function<void(QWidget*)> taking(int number);
     static std::function<void(QWidget*)> cancelling();
+
+    const graph::GraphView& view() { return platform_qt::form<forms::DataGraph>().view(); }
+    // A run of a type with its line in the index; number 1 to 9. The highest number is the newest.
+    void store(int type, int number);
+    static std::string pathOf(int number);
+    // Writes the run of the state as it is now.
+    void saveRun();
+    // The configuration as the window has left it on the disk.
+    core::AppConfig savedConfig();
+    // All channels off but the one, so that its curves are all there is.
+    void onlyChannel(int channel);
+    // Lays a run over the one in the window; another type is agreed to.
+    void overlay(int number);
+    // The window on run 2 with run 1 over it.
+    forms::DataGraph& openOverlaid(QSize size = {1366, 768});
+
+    // The surface as a picture with a pixel a sample and a unit.
+    QImage picture();
+    // Its pixels of a colour, from a sample on.
+    int pixels(QRgb colour, int fromSample = 0);
+    // What all labels of values and the time read, by their names.
+    QMap<QString, QString> texts();
+    int filledExhausts();
+    // The pointer and the left button at an exact place of the surface.
+    void pointAt(float sample, float height);
+    void pointAtTheEngine(int sample = 500);
+    void clickAt(float sample);
+    // All that the pointer finds on its way up a sample.
+    QSet<QString> hitsAt(float sample);
+    // Takes the time line away.
+    void wipe() { trend().surface().refresh(); }
+    void chooseBackground(platform::Colour colour);
 
 private:
     std::unique_ptr<TestProgram> m_program;
