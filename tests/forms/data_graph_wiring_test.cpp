@@ -240,6 +240,12 @@ private slots:
         graph.GraphChange_Click(0);
         QCOMPARE(state().Run.path, pathOf(2));
         QCOMPARE(trend().toolTip(), QString());
+        // What a wide window shows beside the time lies on no tool tip as well.
+        narrow(600);
+        graph.resize(1027, 700);
+        pointAtTheEngine(700);
+        QCOMPARE(trend().toolTip(), QString());
+        QVERIFY(part<QWidget>("Label_DataChanel").isVisible());
     }
 
     void aClickTakesTheNearestSample() {
