@@ -190,6 +190,8 @@ void Course::loadOverlay(const core::ChosenRun& chosen) {
     if (!outcome) tell(core::overlayLoadMessage(outcome.result, chosen.path));
     if (!outcome || !takesType(loaded.DataType)) return dropOverlay();
     m_in.Overlay = std::move(loaded);
+    // A sample with time-shared exhausts fills one of their labels and leaves the others.
+    m_window.emptyOverlayLabels();
     m_graph.OverlayLoaded = flagOn;
     m_overlayCommand = "Unload Overlay";
     m_window.showState();

@@ -356,6 +356,37 @@ private slots:
         }
     }
 
+    // Walks through every ordered pair of types; each overlay must look as if it were the first.
+    void anOverlayTakesNothingFromTheOneBefore() {
+        storeAllTypes();
+        store(32, 8);
+        state().Config.Vehicle_Type = 2;
+        state().Config.OverlayColours = 1;
+        std::vector<Look> first;
+        for (int number = 1; number <= 7; ++number) {
+            openByChooser(taking(8));
+            overlay(number);
+            first.push_back(look());
+            unload<DataGraph>();
+        }
+        openByChooser(taking(8));
+        std::vector<int> walk;
+        for (int i = 1; i <= 7; ++i) {
+            walk.push_back(i);
+            for (int j = i + 1; j <= 7; ++j) walk.insert(walk.end(), {i, j});
+        }
+        walk.push_back(walk.front());
+        for (const int number : walk) {
+            overlay(number);
+            const Look again = look();
+            const Look& wanted = first[static_cast<std::size_t>(number - 1)];
+            QCOMPARE(again.operations, wanted.operations);
+            QCOMPARE(again.texts, wanted.texts);
+            QCOMPARE(again.picture, wanted.picture);
+            command("Mnu_Overlay").trigger();
+        }
+    }
+
     // --- All commands one behind another
 
     void aWholeEveningAtTheStrip() {
