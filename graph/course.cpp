@@ -138,6 +138,8 @@ void Course::clear() {
     m_in.Run.infoPath.clear();
     m_window.clearSurface();
     m_window.emptyLabels();
+    // Without a run there is no line, but the overlay's labels make room for the times again.
+    m_window.timeLine();
 }
 
 void Course::Mnu_DeleteRun() {

@@ -220,6 +220,8 @@ private slots:
         QVERIFY(!command("Mnu_Overlay").isEnabled());
         QVERIFY(kept().empty());
         QCOMPARE(onTop(), 0U);
+        // The panel is that of a window without an overlay again.
+        QVERIFY(part<QWidget>("Text_ET").isVisible());
         testing::onModal(taking(1));
         command("Mnu_LoadData").trigger();
         QVERIFY(graph.hasRun());

@@ -342,7 +342,7 @@ TEST_F(CourseOnRuns, DeletingTheShownRunTakesEverythingOfIt) {
     window.drawn();
     window.whileDeleting = [this] { ASSERT_TRUE(files.remove(pathOf(1))); };
     course.Mnu_DeleteRun();
-    EXPECT_EQ(window.drawn(), (Calls{"clear", "empty"}));
+    EXPECT_EQ(window.drawn(), (Calls{"clear", "empty", "line 160"}));
     EXPECT_FALSE(course.hasRun());
     EXPECT_FALSE(course.overlayLoaded());
     EXPECT_EQ(state->Run.SampleCount, 0);
