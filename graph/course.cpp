@@ -138,6 +138,8 @@ void Course::clear() {
     m_in.Run.infoPath.clear();
     m_window.clearSurface();
     m_window.emptyLabels();
+    // Without a run there is no line, but the overlay's labels make room for the times again.
+    m_window.timeLine();
 }
 
 void Course::Mnu_DeleteRun() {
@@ -190,6 +192,8 @@ void Course::loadOverlay(const core::ChosenRun& chosen) {
     if (!outcome) tell(core::overlayLoadMessage(outcome.result, chosen.path));
     if (!outcome || !takesType(loaded.DataType)) return dropOverlay();
     m_in.Overlay = std::move(loaded);
+    // A sample with time-shared exhausts fills one of their labels and leaves the others.
+    m_window.emptyOverlayLabels();
     m_graph.OverlayLoaded = flagOn;
     m_overlayCommand = "Unload Overlay";
     m_window.showState();

@@ -29,6 +29,8 @@ public:
     virtual void showState() = 0;
     // Every value label, the time and the text under the pointer.
     virtual void emptyLabels() = 0;
+    // The overlay's value labels alone.
+    virtual void emptyOverlayLabels() = 0;
     virtual void clearSurface() = 0;
     // Scale of the surface: (0, 1100)-(right, 0).
     virtual void setScaleRight(int right) = 0;

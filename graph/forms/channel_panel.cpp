@@ -296,12 +296,14 @@ void ChannelPanel::showTexts(const graph::ReadOutTexts& texts) {
 }
 
 void ChannelPanel::emptyLabels() {
-    for (const ChannelCell* one : m_cells) {
-        one->value->clear();
-        one->overlay->clear();
-    }
+    for (const ChannelCell* one : m_cells) one->value->clear();
+    emptyOverlayLabels();
     m_readOuts->LoggerTime->clear();
     m_readOuts->Label_DataChanel->clear();
+}
+
+void ChannelPanel::emptyOverlayLabels() {
+    for (const ChannelCell* one : m_cells) one->overlay->clear();
 }
 
 void ChannelPanel::showChannelOn(const core::AppConfig& config, int channel) {

@@ -37,6 +37,7 @@ public:
     // Value and overlay labels of the channels that are named; the others keep what they show.
     void showTexts(const graph::ReadOutTexts& texts);
     void emptyLabels();
+    void emptyOverlayLabels();
     void showLabels(const graph::LabelVisibility& labels);
     // Toggles, grounds and whether labels are enabled, by which channels are on.
     void showChannelsOn(const core::AppConfig& config);

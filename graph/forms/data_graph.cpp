@@ -220,6 +220,10 @@ void DataGraph::emptyLabels() {
     m_surface->trend().setToolTip({});
 }
 
+void DataGraph::emptyOverlayLabels() {
+    m_panel->emptyOverlayLabels();
+}
+
 void DataGraph::clearSurface() {
     m_surface->surface().setAutoRedraw(true);
     m_surface->surface().cls();

@@ -110,6 +110,7 @@ private:
     void chooseRunsToDelete() override;
     void showState() override;
     void emptyLabels() override;
+    void emptyOverlayLabels() override;
     void clearSurface() override;
     void setScaleRight(int right) override;
     void showChannelsForType(int dataType) override;

@@ -180,7 +180,7 @@ void DataGraph::Label_DataChanel_Change(const QString& text) {
     label.setText(text);
     const bool narrow = toTwips(width()) < widestWithToolTip;
     label.setVisible(!narrow);
-    if (narrow) m_surface->trend().setToolTip(text);
+    m_surface->trend().setToolTip(narrow ? text : QString());
 }
 
 // --- The average of a stretch

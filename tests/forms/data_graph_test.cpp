@@ -9,18 +9,14 @@
 #include "graph/forms/graph_surface.h"
 #include "library/forms/load_file.h"
 #include "library/run_list.h"
-#include "mainwin/start.h"
 #include "platform/qt/form_kit.h"
-#include "platform/services.h"
 #include "tests/forms/support/form_test_main.h"
+#include "tests/forms/support/graph_window.h"
 #include "tests/forms/support/model_run.h"
 #include "tests/forms/support/user_click.h"
-#include "tests/support/scripted_dialogs.h"
 
-#include <QAction>
 #include <QDir>
 #include <QFile>
-#include <QListView>
 #include <QMenu>
 #include <QMenuBar>
 #include <QPushButton>
@@ -28,54 +24,15 @@
 #include <QToolButton>
 
 #include <limits>
-#include <memory>
 
 using namespace kvo;
 using namespace kvo::forms;
 using namespace kvo::platform_qt;
 using platform::boxStyle::critical;
 
-class DataGraphTest : public QObject {
+class DataGraphTest : public QObject, private testing::GraphWindow {
     Q_OBJECT
 
-    std::unique_ptr<testing::MemoryFiles> m_files;
-    std::unique_ptr<testing::ScriptedDialogs> m_dialogs;
-
-    core::SharedState& state() { return core::state(); }
-
-    DataGraph& open(int dataType, QSize size = {1366, 768}) {
-        testing::storeModelRun(state(), *m_files, dataType);
-        return openFresh(size);
-    }
-    // On the run file that the state names, as behind a download.
-    DataGraph& openFresh(QSize size = {1366, 768}) {
-        form<DataGraph>().openFresh(state().Run.path, " Date:Wed 05 Jun 2024 Run: 3 Second round");
-        return show(size);
-    }
-    DataGraph& show(QSize size = {1366, 768}) {
-        DataGraph& graph = form<DataGraph>();
-        graph.setWindowState(Qt::WindowNoState);
-        graph.resize(size);
-        graph.show();
-        if (!QTest::qWaitForWindowExposed(&graph)) qFatal("the window does not come");
-        // The chooser may stand over it first; off-screen nothing gives the focus back.
-        QCoreApplication::processEvents();
-        graph.activateWindow();
-        if (!QTest::qWaitForWindowActive(&graph)) qFatal("the window does not become active");
-        return graph;
-    }
-    template <class W> W& part(const char* name) { return control<W>(form<DataGraph>(), name); }
-    QString text(const char* label) { return part<QLabel>(label).text(); }
-    SurfaceWidget& trend() { return part<SurfaceWidget>("Trend"); }
-    QAction& command(const char* name) { return part<QAction>(name); }
-    bool menuEnabled(const char* name) { return part<QMenu>(name).menuAction()->isEnabled(); }
-    const platform::DisplayList& kept() { return trend().surface().kept(); }
-    // The place of a sample and a height on Trend.
-    QPoint place(float x, float y) {
-        const platform::PixelScale scale(trend().surface().scale(), trend().deviceSize());
-        const double ratio = trend().devicePixelRatioF();
-        return {qRound(scale.x(x) / ratio), qRound(scale.y(y) / ratio)};
-    }
     // 0 where the system does not tell, or where a sanitizer's own memory is in the figure.
     static double residentMegabytes() {
 #ifndef __SANITIZE_ADDRESS__
@@ -94,48 +51,13 @@ class DataGraphTest : public QObject {
         dark.setColor(QPalette::Base, QColor(35, 35, 35));
         return dark;
     }
-    void pressToggle(const char* name) {
-        const QString problem = testing::userClick(&part<QWidget>(name));
-        QVERIFY2(problem.isEmpty(), qPrintable(problem));
-    }
-
-    // The chooser comes up over a window without a run; what `script` does there, the user does.
-    DataGraph& openByChooser(std::function<void(QWidget*)> script) {
-        testing::onModal(std::move(script));
-        return show();
-    }
-    // A run file as it is on the disk.
-    core::OpenRun loaded(const std::string& path) {
-        core::OpenRun run;
-        if (!core::LoadRun(path, run, *m_files)) qFatal("the run does not load");
-        return run;
-    }
-    static void chooseRow(QWidget* chooser, int row) {
-        auto& list = control<QListView>(*chooser, "Files_List");
-        list.setCurrentIndex(list.model()->index(row, 0));
-    }
-    static void pressIn(QWidget* dialog, const char* button) {
-        control<QPushButton>(*dialog, button).click();
-    }
 
 private slots:
     void init() {
-        state() = {};
-        state().ConfigKnown = true;
-        openDoors();
-        library::runList() = {};
-        m_files = std::make_unique<testing::MemoryFiles>();
-        m_dialogs = std::make_unique<testing::ScriptedDialogs>();
-        platform::services().files = m_files.get();
-        platform::services().dialogs = m_dialogs.get();
+        begin();
     }
-
     void cleanup() {
-        if (isLoaded<DataGraph>()) unload<DataGraph>();
-        if (isLoaded<LoadFile>()) unload<LoadFile>();
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        QCOMPARE(QString::fromStdString(m_dialogs->problems()), QString());
-        QCOMPARE(testing::modalComplaints(), QString());
+        QCOMPARE(end(), QString());
     }
 
     void freshRunOfEachTypeStandsAsAPicture_data() {
@@ -186,13 +108,13 @@ private slots:
     }
 
     void carHasNoClutch() {
-        testing::storeModelRun(state(), *m_files, 25);
+        testing::storeModelRun(state(), files(), 25);
         state().Config.Vehicle_Type = 1;
         openFresh();
         for (const char* name : {"Label10(1)", "Clutch", "OverlayClutch"})
             QVERIFY(!part<QWidget>(name).isVisible());
         unload<DataGraph>();
-        testing::storeModelRun(state(), *m_files, 25);
+        testing::storeModelRun(state(), files(), 25);
         state().Config.Vehicle_Type = 2;
         openFresh();
         QVERIFY(part<QWidget>("Label10(1)").isVisible());
@@ -201,7 +123,7 @@ private slots:
     void windowWithoutARun() {
         state().Config = testing::graphConfig(32);
         state().AppFolder = "/kvo";
-        DataGraph& graph = openByChooser([](QWidget* chooser) { pressIn(chooser, "BTN_Cancel"); });
+        DataGraph& graph = openByChooser(cancelling());
         QCOMPARE(graph.caption(), std::string("Data Graph"));
         QVERIFY(!graph.hasRun());
         QVERIFY(!menuEnabled("Mnu_Scale"));
@@ -211,14 +133,14 @@ private slots:
         QTest::mouseClick(&trend(), Qt::LeftButton, {}, {300, 200});
         QTest::mouseMove(&trend(), {310, 220});
         QCOMPARE(int(graph.view().CursorSample), 0);
-        QCOMPARE(m_dialogs->beeps(), 0);
+        QCOMPARE(dialogs().beeps(), 0);
         QVERIFY(kept().empty());
     }
 
     void missingFileLeavesAWindowWithoutARun() {
         state().Config = testing::graphConfig(32);
         state().Run.path = "/kvo/Data/24060512.31d";
-        m_dialogs->expectBox("File no Found                  \n/kvo/Data/24060512.31d", 416, "Kvo");
+        dialogs().expectBox("File no Found                  \n/kvo/Data/24060512.31d", 416, "Kvo");
         DataGraph& graph = openFresh();
         QVERIFY(!graph.hasRun());
         QCOMPARE(int(state().Run.SampleCount), 0);
@@ -247,10 +169,10 @@ private slots:
         QFETCH(int, flag);
         QFETCH(QString, heading);
         QFETCH(int, degrees);
-        testing::storeModelRun(state(), *m_files, 32);
+        testing::storeModelRun(state(), files(), 32);
         state().Config.Exhaust = static_cast<std::int16_t>(flag);
         state().Run.image.samples[160].Exhaust[1] = 100;
-        QVERIFY(core::SaveRun(state().Run, "/kvo", *m_files));
+        QVERIFY(core::SaveRun(state().Run, "/kvo", files()));
         openFresh();
         QCOMPARE(text("Label15"), heading);
         QCOMPARE(text("Exhaust(1)").toInt(), degrees);
@@ -259,14 +181,14 @@ private slots:
     void toggleSwitchesAChannel() {
         DataGraph& graph = open(32);
         const std::size_t all = kept().size();
-        pressToggle("Label10(0)");
+        press("Label10(0)");
         QCOMPARE(int(state().Config.EngineVisible), 0);
         QCOMPARE(kept().size(), all - 1);
         QVERIFY(!part<QLabel>("Rpm").isEnabled());
         QVERIFY(!part<ChannelToggle>("Label10(0)").isChecked());
         QCOMPARE(int(form<DataGraph>().view().GraphDirty), -1);
         const std::uint32_t generation = kept().generation();
-        pressToggle("Label10(0)");
+        press("Label10(0)");
         QCOMPARE(int(state().Config.EngineVisible), -1);
         QCOMPARE(kept().size(), all);
         QCOMPARE(kept().generation(), generation); // drawn on top, not anew
@@ -283,7 +205,7 @@ private slots:
             const channels::ControlName& name = channels::channelFacts(channel).toggle;
             QByteArray object(name.name.data(), static_cast<qsizetype>(name.name.size()));
             if (name.index >= 0) object += "(" + QByteArray::number(name.index) + ")";
-            pressToggle(object);
+            press(object);
             QVERIFY2(!channels::channelOn(state().Config, channel), object);
         }
         // What is left are the grid and the bars.
@@ -305,7 +227,7 @@ private slots:
         QCOMPARE(cursorAfter(Qt::Key_Left, Qt::AltModifier), 311);
         QCOMPARE(text("LoggerTime"), QStringLiteral("Time: 1.51 sec"));
         QCOMPARE(text("Rpm"), QString::number(state().Run.image.samples[311].EngineRpm));
-        QCOMPARE(m_dialogs->beeps(), 0);
+        QCOMPARE(dialogs().beeps(), 0);
     }
 
     void heldArrowKeyPaintsThePictureOnce() {
@@ -324,7 +246,7 @@ private slots:
         QCOMPARE(int(graph.view().CursorSample), 1360);
         const QString shown = text("Rpm");
         QTest::keyClick(&trend(), Qt::Key_Right);
-        QCOMPARE(m_dialogs->beeps(), 1);
+        QCOMPARE(dialogs().beeps(), 1);
         QCOMPARE(text("Rpm"), shown);
         QCOMPARE(trend().surface().currentX(), 1360.0F);
         QTest::keyClick(&trend(), Qt::Key_Left);
@@ -379,15 +301,15 @@ private slots:
 
     void channelTakesAColourByDoubleClick() {
         open(32);
-        m_dialogs->expectColour(0x00FF00U);
+        dialogs().expectColour(0x00FF00U);
         QTest::mouseDClick(&part<QWidget>("Rpm"), Qt::LeftButton);
         QCOMPARE(state().Config.EngineColour, 0x00FF00);
         QCOMPARE(part<QLabel>("Rpm").palette().color(QPalette::WindowText), QColor(0, 255, 0));
-        m_dialogs->expectColour(std::nullopt);
+        dialogs().expectColour(std::nullopt);
         QTest::mouseDClick(&part<QWidget>("Rpm"), Qt::LeftButton);
         QCOMPARE(state().Config.EngineColour, 0x00FF00);
-        m_dialogs->expectColour(0U);
-        m_dialogs->expectBox(
+        dialogs().expectColour(0U);
+        dialogs().expectBox(
             "You can't have the same colour as the graph background.", critical, "Error");
         QTest::mouseDClick(&part<QWidget>("Rpm"), Qt::LeftButton);
         QCOMPARE(state().Config.EngineColour, 0x00FF00);
@@ -396,12 +318,12 @@ private slots:
     void backgroundTurnsAnEqualChannelAround() {
         open(32);
         const std::int32_t engine = state().Config.EngineColour;
-        m_dialogs->expectColour(static_cast<platform::Colour>(engine));
+        dialogs().expectColour(static_cast<platform::Colour>(engine));
         command("Graph_Colour_Invert").trigger();
         QCOMPARE(state().Config.GraphBackColour, engine);
         QCOMPARE(state().Config.EngineColour, 0xFFFFFF);
         QCOMPARE(part<QLabel>("Rpm").palette().color(QPalette::WindowText), QColor(Qt::white));
-        m_dialogs->expectColour(0xFFFFFFU);
+        dialogs().expectColour(0xFFFFFFU);
         command("Graph_Colour_Invert").trigger();
         QCOMPARE(state().Config.EngineColour, 0);
         QCOMPARE(trend().surface().backColor(), 0xFFFFFFU);
@@ -451,7 +373,7 @@ private slots:
     }
 
     void fifteenWindowsEachWayStaySmall() {
-        testing::storeModelRun(state(), *m_files, 43);
+        testing::storeModelRun(state(), files(), 43);
         state().Config.ScaleCustom = 3;
         state().Config.CustomScaleLow = 15;
         state().Config.CustomScaleHigh = 15;
@@ -476,7 +398,7 @@ private slots:
         const int width = trend().width();
         QVERIFY(!part<QToolButton>("CancelZoom").isEnabled());
         QTest::mouseClick(&trend(), Qt::LeftButton, {}, place(1300, 500));
-        QVERIFY(testing::userClick(&part<QWidget>("ZoomIn")).isEmpty());
+        press("ZoomIn");
         QVERIFY(qAbs(trend().width() - qRound(width * 1.2)) <= 2);
         QCOMPARE(int(state().Config.ScaleCustom), 4);
         QVERIFY(!menuEnabled("Mnu_Scale"));
@@ -485,8 +407,8 @@ private slots:
         // The cursor is in view.
         const int at = trend().x() + place(graph.view().CursorSample, 0).x();
         QVERIFY2(at >= 0 && at <= part<QWidget>("Frame1").width(), qPrintable(QString::number(at)));
-        QVERIFY(testing::userClick(&part<QWidget>("ZoomOut")).isEmpty());
-        QVERIFY(testing::userClick(&part<QWidget>("CancelZoom")).isEmpty());
+        press("ZoomOut");
+        press("CancelZoom");
         QVERIFY(qAbs(trend().width() - width) <= 2);
         QCOMPARE(trend().pos(), QPoint(0, 0));
         QVERIFY(menuEnabled("Mnu_Scale"));
@@ -527,14 +449,14 @@ private slots:
 
     // The configuration of a zoomed window was saved: there is no size to go on from.
     void storedZoomOpensOnTheWholeFrame() {
-        testing::storeModelRun(state(), *m_files, 32);
+        testing::storeModelRun(state(), files(), 32);
         state().Config.ScaleCustom = 4;
         openFresh();
         const QWidget& frame = part<QWidget>("Frame1");
         QVERIFY(trend().width() >= frame.width());
         QVERIFY(trend().height() >= frame.height());
         QVERIFY(!menuEnabled("Mnu_Scale"));
-        QVERIFY(testing::userClick(&part<QWidget>("CancelZoom")).isEmpty());
+        press("CancelZoom");
         QCOMPARE(trend().width(), frame.width());
         QVERIFY(menuEnabled("Mnu_Scale"));
     }
@@ -543,7 +465,7 @@ private slots:
         DataGraph& graph = open(32);
         graph.ZoomIn_Click();
         trend().surface().setUsable(false);
-        m_dialogs->expectBox("There isn't enough video memory to display at this resolution.",
+        dialogs().expectBox("There isn't enough video memory to display at this resolution.",
             critical, "Memory Error");
         // The step back gives the surface a new size, which has memory again.
         command("Resolution(4)").trigger();
@@ -553,20 +475,20 @@ private slots:
 
     // The button is not yet enabled while the first step is drawn, so there is no step to go back.
     void firstZoomWithoutMemoryGoesBackToTheFullScreen() {
-        testing::storeModelRun(state(), *m_files, 32);
+        testing::storeModelRun(state(), files(), 32);
         state().Config.ScaleCustom = 3;
         state().Config.CustomScaleLow = 255;
         state().Config.CustomScaleHigh = 1;
         openFresh({3700, 700}); // 255 of these are in reach, a fifth more is not
         QVERIFY(trend().surface().usable());
         QVERIFY(!part<QToolButton>("CancelZoom").isEnabled());
-        m_dialogs->expectBox("There isn't enough video memory to display at this resolution.",
+        dialogs().expectBox("There isn't enough video memory to display at this resolution.",
             critical, "Memory Error");
-        QVERIFY(testing::userClick(&part<QWidget>("ZoomIn")).isEmpty());
+        press("ZoomIn");
         QCOMPARE(trend().width(), part<QWidget>("Frame1").width());
         QCOMPARE(part<QMenu>("Mnu_Scale").title(), QStringLiteral("&Graph Scale(Full)  "));
         QVERIFY(part<QToolButton>("CancelZoom").isEnabled());
-        QVERIFY(testing::userClick(&part<QWidget>("CancelZoom")).isEmpty());
+        press("CancelZoom");
         QVERIFY(menuEnabled("Mnu_Scale"));
         QVERIFY(!kept().empty());
     }
@@ -581,7 +503,7 @@ private slots:
         QScrollBar& down = part<QScrollBar>("VScroll");
         along.setValue(along.maximum());
         down.setValue(down.maximum());
-        QVERIFY(testing::userClick(&part<QWidget>("ZoomOut")).isEmpty());
+        press("ZoomOut");
         const QWidget& frame = part<QWidget>("Frame1");
         QVERIFY(qAbs(trend().x() + trend().width() - frame.width()) <= 1);
         QVERIFY(qAbs(trend().y() + trend().height() - frame.height()) <= 1);
@@ -603,7 +525,7 @@ private slots:
     }
 
     void timesOfTheRunStandInTheirBoxes() {
-        testing::storeModelRun(state(), *m_files, 25);
+        testing::storeModelRun(state(), files(), 25);
         core::RunInfo info;
         info.Text_60FootTime = "1.05";
         info.Text_330FootTime = "3.01";
@@ -612,7 +534,7 @@ private slots:
         info.Text_1000FootTime = "6.11";
         info.Text_ET = "7.31";
         QVERIFY(core::SaveRunInfo(state().AppFolder, core::infoFilePath(state().Run.path),
-            state().Run.path, info, *m_files)
+            state().Run.path, info, files())
                     .done);
         openFresh();
         QCOMPARE(text("Text_60FootTime"), QStringLiteral("1.05"));
@@ -626,7 +548,7 @@ private slots:
     // The info file of a run without one is made by merely viewing it.
     void viewingARunMakesItsInfoFile() {
         open(32);
-        QVERIFY(m_files->exists(core::infoFilePath(state().Run.path)));
+        QVERIFY(files().exists(core::infoFilePath(state().Run.path)));
         QCOMPARE(text("Text_ET"), QString());
     }
 
@@ -656,12 +578,12 @@ private slots:
 
     void closeSavesWhatWasChanged() {
         DataGraph& graph = open(32);
-        pressToggle("Label10(0)");
+        press("Label10(0)");
         graph.close();
         QVERIFY(!isLoaded<DataGraph>());
         QCOMPARE(int(state().Run.SampleCount), 0);
         core::AppConfig saved;
-        const auto file = m_files->read("/kvo/Kvo.Cfg");
+        const auto file = files().read("/kvo/Kvo.Cfg");
         QVERIFY(file.has_value());
         QVERIFY(core::decodeConfig(*file, saved));
         QCOMPARE(int(saved.EngineVisible), 0);
@@ -669,10 +591,10 @@ private slots:
 
     void closeTellsWhatCouldNotBeSaved() {
         DataGraph& graph = open(32);
-        pressToggle("Label10(0)");
-        m_files->put("/kvo/Kvo.Cfg", {1});
-        m_files->failWrites("/kvo/Kvo.Cfg", testing::MemoryFiles::Failure::fullDisk);
-        m_dialogs->expectBox(
+        press("Label10(0)");
+        files().put("/kvo/Kvo.Cfg", {1});
+        files().failWrites("/kvo/Kvo.Cfg", testing::MemoryFiles::Failure::fullDisk);
+        dialogs().expectBox(
             "/kvo/Kvo.Cfg: No space left on device", platform::boxStyle::critical, "Kvo");
         graph.close();
         QVERIFY(!isLoaded<DataGraph>());
@@ -680,18 +602,18 @@ private slots:
 
     void closeIsSilentAboutAReadOnlyConfiguration() {
         DataGraph& graph = open(32);
-        pressToggle("Label10(0)");
-        m_files->put("/kvo/Kvo.Cfg", {1});
-        m_files->failWrites("/kvo/Kvo.Cfg", testing::MemoryFiles::Failure::readOnly);
+        press("Label10(0)");
+        files().put("/kvo/Kvo.Cfg", {1});
+        files().failWrites("/kvo/Kvo.Cfg", testing::MemoryFiles::Failure::readOnly);
         graph.close();
-        QVERIFY(!m_files->folderExists("/kvo/Backup"));
-        QCOMPARE(m_files->read("/kvo/Kvo.Cfg"), platform::Bytes({1}));
+        QVERIFY(!files().folderExists("/kvo/Backup"));
+        QCOMPARE(files().read("/kvo/Kvo.Cfg"), platform::Bytes({1}));
     }
 
     void closeWithoutChangesSavesNothing() {
         DataGraph& graph = open(32);
         graph.close();
-        QVERIFY(!m_files->exists("/kvo/Kvo.Cfg"));
+        QVERIFY(!files().exists("/kvo/Kvo.Cfg"));
         QCOMPARE(int(state().Run.SampleCount), 0);
     }
 
@@ -711,7 +633,7 @@ private slots:
     }
 
     void hostileRunsEndQuietly() {
-        testing::storeModelRun(state(), *m_files, 25);
+        testing::storeModelRun(state(), files(), 25);
         state().Run.image.header.BasketGearTeeth = 0;
         state().Run.image.analog.CrownTeeth = 0;
         state().Run.image.analog.PinionTeeth = 0;
@@ -720,7 +642,7 @@ private slots:
             state().Run.image.analog.AnalogOffset[n] = -3.4e38F;
         }
         state().Config.Text_Magnify.fill(255);
-        QVERIFY(core::SaveRun(state().Run, "/kvo", *m_files));
+        QVERIFY(core::SaveRun(state().Run, "/kvo", files()));
         openFresh();
         QTest::mouseMove(&trend(), place(600, 200));
         for (int i = 0; i < 20; ++i) QTest::keyClick(&trend(), Qt::Key_Right, Qt::ControlModifier);
@@ -728,7 +650,7 @@ private slots:
     }
 
     void rowsOfZerosAndNumbersThatAreNone() {
-        testing::storeModelRun(state(), *m_files, 25);
+        testing::storeModelRun(state(), files(), 25);
         for (core::RunSample& row : state().Run.image.samples) row = {};
         const float none = std::numeric_limits<float>::quiet_NaN();
         state().Run.image.analog.CrownTeeth = 0;
@@ -737,7 +659,7 @@ private slots:
         state().Run.image.analog.AnalogScale.fill(none);
         state().Run.image.setup.GearRatio.fill(none);
         state().Config.Text_Magnify.fill(255);
-        QVERIFY(core::SaveRun(state().Run, "/kvo", *m_files));
+        QVERIFY(core::SaveRun(state().Run, "/kvo", files()));
         openFresh();
         for (const float y : {1.0F, 3.0F, 200.0F, 1090.0F})
             QTest::mouseMove(&trend(), place(600, y));
@@ -749,19 +671,19 @@ private slots:
         QCOMPARE(text("Slip"), QString());
         QCOMPARE(text("Tyre_Growth"), QStringLiteral("N/A"));
         state().Run.image.tail.GearCount = 1;
-        m_dialogs->expectBoxTitled("Info", platform::Reply::yes);
-        m_dialogs->expectBoxTitled("Info", platform::Reply::yes);
+        dialogs().expectBoxTitled("Info", platform::Reply::yes);
+        dialogs().expectBoxTitled("Info", platform::Reply::yes);
         command("Mnu_RedoClutch").trigger();
-        QVERIFY(!m_dialogs->hourglass());
+        QVERIFY(!dialogs().hourglass());
     }
 
     // Rows that are not in the file are rows of zeros, also behind the last that the type has.
     void shortFileShowsWhatItHolds() {
-        testing::storeModelRun(state(), *m_files, 32);
-        auto bytes = m_files->read(state().Run.path);
+        testing::storeModelRun(state(), files(), 32);
+        auto bytes = files().read(state().Run.path);
         QVERIFY(bytes.has_value());
         bytes->resize(84 * 300);
-        m_files->put(state().Run.path, *bytes);
+        files().put(state().Run.path, *bytes);
         state().Run.image = {};
         state().Run.image.header.BasketGearTeeth = 1;
         openFresh();
@@ -774,7 +696,7 @@ private slots:
     }
 
     void chooserOpensARunAndTheKeysGoThroughItsList() {
-        for (const int number : {1, 2, 3}) listModelRun(state(), *m_files, 32, number);
+        for (const int number : {1, 2, 3}) listModelRun(state(), files(), 32, number);
         DataGraph& graph = openByChooser([](QWidget* chooser) {
             QCOMPARE(chooser->windowTitle(), QStringLiteral("Load Data File"));
             chooseRow(chooser, 0);
@@ -788,7 +710,7 @@ private slots:
         QVERIFY(!part<QToolButton>("PreviousData").isEnabled());
         QVERIFY(part<QToolButton>("NextData").isEnabled());
         QVERIFY(part<QToolButton>("ZoomIn").isEnabled());
-        QVERIFY(testing::userClick(&part<QWidget>("NextData")).isEmpty());
+        press("NextData");
         QCOMPARE(QString::fromStdString(state().Run.path).right(4), QStringLiteral(".32d"));
         QVERIFY(part<QToolButton>("PreviousData").isEnabled());
         command("GraphChange(1)").trigger();
@@ -804,7 +726,7 @@ private slots:
     void cancelInTheChooserKeepsTheRun() {
         DataGraph& graph = open(32);
         const std::string caption = graph.caption();
-        testing::onModal([](QWidget* chooser) { pressIn(chooser, "BTN_Cancel"); });
+        testing::onModal(cancelling());
         command("Mnu_LoadData").trigger();
         QCOMPARE(graph.caption(), caption);
         QVERIFY(!kept().empty());
@@ -812,28 +734,22 @@ private slots:
 
     // A row without a description is no choice; what is written next must not go to its file.
     void rowWithoutADescriptionLeavesTheRunItsFile() {
-        for (const int number : {1, 2}) listModelRun(state(), *m_files, 32, number);
-        auto rows = core::readRunIndex("/kvo/Data/KvoData.Ini", *m_files);
+        for (const int number : {1, 2}) listModelRun(state(), files(), 32, number);
+        auto rows = core::readRunIndex("/kvo/Data/KvoData.Ini", files());
         rows[1].Description.clear();
-        QVERIFY(core::writeRunIndex("/kvo", rows, *m_files));
-        const auto choose = [](int row) {
-            return [row](QWidget* chooser) {
-                chooseRow(chooser, row);
-                pressIn(chooser, "BTN_Ok");
-            };
-        };
-        DataGraph& graph = openByChooser(choose(0));
+        QVERIFY(core::writeRunIndex("/kvo", rows, files()));
+        DataGraph& graph = openByChooser(takingRow(0));
         const std::string shown = state().Run.path;
-        const auto other = m_files->read("/kvo/Data/" + rows[1].FileName);
-        testing::onModal(choose(1));
+        const auto other = files().read("/kvo/Data/" + rows[1].FileName);
+        testing::onModal(takingRow(1));
         command("Mnu_LoadData").trigger();
         QVERIFY(graph.hasRun());
         QCOMPARE(state().Run.path, shown);
         QCOMPARE(state().Run.infoPath.back(), 'i');
-        m_dialogs->expectBoxTitled("Info", platform::Reply::yes);
-        m_dialogs->expectInputTitled("Graph Time Offset", "100");
+        dialogs().expectBoxTitled("Info", platform::Reply::yes);
+        dialogs().expectInputTitled("Graph Time Offset", "100");
         command("Mnu_TimeOffset").trigger();
-        QVERIFY(m_files->read("/kvo/Data/" + rows[1].FileName) == other);
+        QVERIFY(files().read("/kvo/Data/" + rows[1].FileName) == other);
         // The chooser's list now stands on its last row.
         QVERIFY(part<QToolButton>("PreviousData").isEnabled());
         QVERIFY(!part<QToolButton>("NextData").isEnabled());
@@ -841,10 +757,10 @@ private slots:
 
     // Renaming a run reads its header line; what is written next must not go out under it.
     void renamingAnotherRunLeavesTheOneInTheWindowItsHeader() {
-        listModelRun(state(), *m_files, 32, 1);
-        listModelRun(state(), *m_files, 25, 2);
+        listModelRun(state(), files(), 32, 1);
+        listModelRun(state(), files(), 25, 2);
         const auto rename = [this](int at, const char* title) {
-            m_dialogs->expectInputTitled("Edit File Description", title);
+            dialogs().expectInputTitled("Edit File Description", title);
             testing::onModal([at](QWidget* chooser) {
                 chooseRow(chooser, at);
                 QTest::keyClick(&control<QWidget>(*chooser, "Files_List"), Qt::Key_F2);
@@ -852,15 +768,12 @@ private slots:
             });
             command("Mnu_LoadData").trigger();
         };
-        openByChooser([](QWidget* chooser) {
-            chooseRow(chooser, 1);
-            pressIn(chooser, "BTN_Ok");
-        });
+        openByChooser(takingRow(1));
         const std::string file = state().Run.path;
         QCOMPARE(int(state().Run.DataType), 32);
         rename(0, "7 Another");
-        m_dialogs->expectBoxTitled("Info", platform::Reply::yes);
-        m_dialogs->expectInputTitled("Graph Time Offset", "100");
+        dialogs().expectBoxTitled("Info", platform::Reply::yes);
+        dialogs().expectInputTitled("Graph Time Offset", "100");
         command("Mnu_TimeOffset").trigger();
         const core::OpenRun again = loaded(file);
         QCOMPARE(int(again.DataType), 32);
@@ -872,11 +785,8 @@ private slots:
     }
 
     void neighboursFollowTheListAlsoBehindACancel() {
-        for (const int number : {1, 2, 3}) listModelRun(state(), *m_files, 32, number);
-        openByChooser([](QWidget* chooser) {
-            chooseRow(chooser, 0);
-            pressIn(chooser, "BTN_Ok");
-        });
+        for (const int number : {1, 2, 3}) listModelRun(state(), files(), 32, number);
+        openByChooser(takingRow(0));
         QVERIFY(!part<QToolButton>("PreviousData").isEnabled());
         testing::onModal([](QWidget* chooser) {
             chooseRow(chooser, 2);
@@ -885,21 +795,15 @@ private slots:
         command("Mnu_LoadData").trigger();
         QVERIFY(part<QToolButton>("PreviousData").isEnabled());
         QVERIFY(!part<QToolButton>("NextData").isEnabled());
-        QVERIFY(testing::userClick(&part<QWidget>("PreviousData")).isEmpty());
+        press("PreviousData");
         QCOMPARE(QString::fromStdString(state().Run.path).right(4), QStringLiteral(".32d"));
     }
 
     // Not even the overlay goes.
     void nothingHappensAtTheEndsOfTheList() {
-        for (const int number : {1, 2}) listModelRun(state(), *m_files, 32, number);
-        DataGraph& graph = openByChooser([](QWidget* chooser) {
-            chooseRow(chooser, 0);
-            pressIn(chooser, "BTN_Ok");
-        });
-        testing::onModal([](QWidget* chooser) {
-            chooseRow(chooser, 1);
-            pressIn(chooser, "BTN_Ok");
-        });
+        for (const int number : {1, 2}) listModelRun(state(), files(), 32, number);
+        DataGraph& graph = openByChooser(takingRow(0));
+        testing::onModal(takingRow(1));
         command("Mnu_Overlay").trigger();
         const std::string caption = graph.caption();
         const std::string shown = state().Run.path;
@@ -931,14 +835,11 @@ private slots:
     }
 
     void deletingTheRunInTheWindowClearsIt() {
-        for (const int number : {1, 2, 3}) listModelRun(state(), *m_files, 32, number);
-        DataGraph& graph = openByChooser([](QWidget* chooser) {
-            chooseRow(chooser, 1);
-            pressIn(chooser, "BTN_Ok");
-        });
+        for (const int number : {1, 2, 3}) listModelRun(state(), files(), 32, number);
+        DataGraph& graph = openByChooser(takingRow(1));
         const std::string shown = state().Run.path;
         const auto deleteRow = [&](int row) {
-            m_dialogs->expectBoxTitled("Warning", platform::Reply::yes);
+            dialogs().expectBoxTitled("Warning", platform::Reply::yes);
             testing::onModal([row](QWidget* chooser) {
                 QCOMPARE(chooser->windowTitle(), QStringLiteral("Delete File"));
                 chooseRow(chooser, row);
@@ -951,7 +852,7 @@ private slots:
         QVERIFY(graph.hasRun());
         QCOMPARE(state().Run.path, shown);
         deleteRow(1);
-        QVERIFY(!m_files->exists(shown));
+        QVERIFY(!files().exists(shown));
         QCOMPARE(graph.caption(), std::string("Data Graph"));
         QVERIFY(kept().empty());
         QVERIFY(text("Rpm").isEmpty());
@@ -981,7 +882,7 @@ private slots:
         const QString time = text("LoggerTime");
         QTest::mousePress(&trend(), Qt::RightButton, {}, place(900, 700));
         QTest::mouseRelease(&trend(), Qt::RightButton, {}, place(1361, 700));
-        QCOMPARE(m_dialogs->beeps(), 1);
+        QCOMPARE(dialogs().beeps(), 1);
         QCOMPARE(text("LoggerTime"), time);
     }
 
@@ -991,7 +892,7 @@ private slots:
         QTest::mouseClick(&trend(), Qt::RightButton, {}, place(600, 700));
         QCOMPARE(text("Rpm"), QString());
         QCOMPARE(text("Exhaust(8)"), QString());
-        QCOMPARE(m_dialogs->beeps(), 0);
+        QCOMPARE(dialogs().beeps(), 0);
         QTest::mouseClick(&trend(), Qt::LeftButton, {}, place(300, 700));
         QCOMPARE(trend().surface().upper().size(), 1U);
         const int cursor = form<DataGraph>().view().CursorSample;
@@ -999,11 +900,8 @@ private slots:
     }
 
     void overlayLiesOnTheRunAndGoesAgain() {
-        for (const int number : {1, 2}) listModelRun(state(), *m_files, 32, number);
-        DataGraph& graph = openByChooser([](QWidget* chooser) {
-            chooseRow(chooser, 0);
-            pressIn(chooser, "BTN_Ok");
-        });
+        for (const int number : {1, 2}) listModelRun(state(), files(), 32, number);
+        DataGraph& graph = openByChooser(takingRow(0));
         const std::string shown = state().Run.path;
         const std::string caption = graph.caption();
         const std::size_t alone = kept().size();
@@ -1038,22 +936,16 @@ private slots:
     }
 
     void overlayOfAnotherTypeIsAskedFor() {
-        listModelRun(state(), *m_files, 32, 1);
-        listModelRun(state(), *m_files, 25, 2);
+        listModelRun(state(), files(), 32, 1);
+        listModelRun(state(), files(), 25, 2);
         state().Run.image.setup.AnalogName[1] = "Other   ";
-        QVERIFY(core::SaveRun(state().Run, "/kvo", *m_files));
-        DataGraph& graph = openByChooser([](QWidget* chooser) {
-            chooseRow(chooser, 1);
-            pressIn(chooser, "BTN_Ok");
-        });
+        QVERIFY(core::SaveRun(state().Run, "/kvo", files()));
+        DataGraph& graph = openByChooser(takingRow(1));
         const std::string caption = graph.caption();
-        m_dialogs->expectBox("The Overlay File is a Different Data Type.\r\n\r\n"
-                             "             Do you wont to Continue",
+        dialogs().expectBox("The Overlay File is a Different Data Type.\r\n\r\n"
+                            "             Do you wont to Continue",
             platform::boxStyle::yesNo, "Overlay", platform::Reply::no);
-        testing::onModal([](QWidget* chooser) {
-            chooseRow(chooser, 0);
-            pressIn(chooser, "BTN_Ok");
-        });
+        testing::onModal(takingRow(0));
         command("Mnu_Overlay").trigger();
         QCOMPARE(int(form<DataGraph>().view().OverlayLoaded), 0);
         QCOMPARE(graph.caption(), caption);
@@ -1064,8 +956,8 @@ private slots:
     void timeZeroIsMovedAndWritten() {
         DataGraph& graph = open(32);
         const std::string file = state().Run.path;
-        m_dialogs->expectBoxTitled("Info", platform::Reply::yes);
-        m_dialogs->expectInputTitled("Graph Time Offset", "100");
+        dialogs().expectBoxTitled("Info", platform::Reply::yes);
+        dialogs().expectInputTitled("Graph Time Offset", "100");
         command("Mnu_TimeOffset").trigger();
         QCOMPARE(int(state().Run.image.tail.TimeOffset), 260);
         QCOMPARE(text("LoggerTime"), QStringLiteral("Time: -1.00 sec"));
@@ -1080,16 +972,16 @@ private slots:
         open(12);
         QCOMPARE(int(state().Run.SampleCount), 2441);
         const std::string file = state().Run.path;
-        const auto before = m_files->read(file);
+        const auto before = files().read(file);
         state().Run.image.analog.RearWheelDiameter = 31.5F;
-        m_dialogs->expectBoxTitled("Info", platform::Reply::yes);
-        m_dialogs->expectInputTitled("Graph Time Offset", "100");
+        dialogs().expectBoxTitled("Info", platform::Reply::yes);
+        dialogs().expectInputTitled("Graph Time Offset", "100");
         command("Mnu_TimeOffset").trigger();
         QCOMPARE(int(state().Run.SampleCount), 2441);
         const core::OpenRun again = loaded(file);
         QCOMPARE(int(again.image.tail.TimeOffset), 260);
         QCOMPARE(again.image.analog.RearWheelDiameter, 31.5F);
-        QCOMPARE(m_files->read(file)->size(), before->size());
+        QCOMPARE(files().read(file)->size(), before->size());
         for (int i = 2430; i <= 2520; ++i)
             QVERIFY(again.image.samples[i] == state().Run.image.samples[i]);
     }
@@ -1098,8 +990,8 @@ private slots:
         open(25);
         state().Run.image.tail.GearCount = 1;
         state().Run.image.setup.GearRatio[1] = 2;
-        m_dialogs->expectBoxTitled("Info", platform::Reply::yes);
-        m_dialogs->expectBoxTitled("Info", platform::Reply::yes);
+        dialogs().expectBoxTitled("Info", platform::Reply::yes);
+        dialogs().expectBoxTitled("Info", platform::Reply::yes);
         command("Mnu_RedoClutch").trigger();
         const core::RunSample& row = state().Run.image.samples[400];
         QCOMPARE(int(row.InputRpm), 2 * row.OutputRpm);

@@ -42,6 +42,7 @@ public:
     }
     void showState() override { calls.emplace_back("state"); }
     void emptyLabels() override { calls.emplace_back("empty"); }
+    void emptyOverlayLabels() override { calls.emplace_back("empty overlay"); }
     void clearSurface() override { calls.emplace_back("clear"); }
     void setScaleRight(int right) override { calls.push_back("scale " + std::to_string(right)); }
     void showChannelsForType(int type) override {
@@ -254,7 +255,7 @@ TEST_F(CourseOnRuns, AnOverlayComesAndGoes) {
     window.drawn();
     overlay(2);
     EXPECT_EQ(window.chooserTitles.back(), "Load Overlay File");
-    EXPECT_EQ(window.drawn(), (Calls{"overlay loading", "line 160"}));
+    EXPECT_EQ(window.drawn(), (Calls{"empty overlay", "overlay loading", "line 160"}));
     EXPECT_EQ(view.OverlayLoaded, -1);
     EXPECT_EQ(state->Run.path, pathOf(1));
     EXPECT_EQ(state->Overlay.path, pathOf(2));
@@ -341,7 +342,7 @@ TEST_F(CourseOnRuns, DeletingTheShownRunTakesEverythingOfIt) {
     window.drawn();
     window.whileDeleting = [this] { ASSERT_TRUE(files.remove(pathOf(1))); };
     course.Mnu_DeleteRun();
-    EXPECT_EQ(window.drawn(), (Calls{"clear", "empty"}));
+    EXPECT_EQ(window.drawn(), (Calls{"clear", "empty", "line 160"}));
     EXPECT_FALSE(course.hasRun());
     EXPECT_FALSE(course.overlayLoaded());
     EXPECT_EQ(state->Run.SampleCount, 0);
