@@ -1,7 +1,6 @@
 #include "layer_check.h"
 
 #include <algorithm>
-#include <fstream>
 #include <functional>
 #include <map>
 #include <set>
@@ -66,28 +65,52 @@ std::string includeBreach(const std::vector<Layer>& table, const Layer& layer,
                           : insideBreach(table, layer, include.name, sources);
 }
 
-// Headers that include one another in a circle, each circle told once.
-std::vector<std::string> circles(const Sources& sources) {
+using Graph = std::map<std::string, std::set<std::string>>;
+
+// The circles of a graph, each as "a -> b -> a", each told once.
+std::vector<std::string> circlesOf(const Graph& graph) {
     std::vector<std::string> result;
     std::set<std::string> done;
     std::vector<std::string> path;
-    std::function<void(const std::string&)> visit = [&](const std::string& file) {
-        const auto open = std::find(path.begin(), path.end(), file);
+    std::function<void(const std::string&)> visit = [&](const std::string& node) {
+        const auto open = std::find(path.begin(), path.end(), node);
         if (open != path.end()) {
             std::string text;
             for (auto i = open; i != path.end(); ++i) text += *i + " -> ";
-            result.push_back("headers in a circle: " + text + file);
+            result.push_back(text + node);
             return;
         }
-        const auto found = sources.find(file);
-        if (found == sources.end() || done.contains(file)) return;
-        path.push_back(file);
-        for (const Include& include : includesOf(found->second))
-            if (!include.angled) visit(include.name);
+        const auto found = graph.find(node);
+        if (found == graph.end() || done.contains(node)) return;
+        path.push_back(node);
+        for (const std::string& next : found->second) visit(next);
         path.pop_back();
-        done.insert(file);
+        done.insert(node);
     };
-    for (const auto& [file, text] : sources) visit(file);
+    for (const auto& [node, next] : graph) visit(node);
+    return result;
+}
+
+std::string unitOf(const std::string& file) {
+    return file.substr(0, file.rfind('.'));
+}
+
+std::vector<std::string> circles(const Sources& sources) {
+    Graph headers;
+    Graph units;
+    for (const auto& [file, text] : sources)
+        for (const Include& include : includesOf(text)) {
+            if (include.angled || !sources.contains(include.name)) continue;
+            headers[file].insert(include.name);
+            if (unitOf(include.name) != unitOf(file))
+                units[unitOf(file)].insert(unitOf(include.name));
+        }
+    std::vector<std::string> result;
+    for (const std::string& circle : circlesOf(headers))
+        result.push_back("headers in a circle: " + circle);
+    if (!result.empty()) return result; // their units go in the same circles
+    for (const std::string& circle : circlesOf(units))
+        result.push_back("units in a circle: " + circle);
     return result;
 }
 
@@ -150,6 +173,10 @@ const Layer* layerOf(const std::vector<Layer>& table, std::string_view file) {
     return result;
 }
 
+bool isEntry(std::string_view file) {
+    return file.ends_with("/main.cpp");
+}
+
 std::vector<Include> includesOf(std::string_view text) {
     std::vector<Include> result;
     std::istringstream lines{std::string(text)};
@@ -188,9 +215,7 @@ std::vector<std::string> breaches(const std::vector<Layer>& table, const Sources
     std::vector<std::string> result = tableBreaches(table);
     for (const auto& [file, text] : sources) {
         const Layer* layer = layerOf(table, file);
-        // The program's entry stands above all floors.
-        if (!layer || file == "mainwin/main.cpp" || file.ends_with("/logger_simulator/main.cpp"))
-            continue;
+        if (!layer || isEntry(file)) continue;
         for (const Include& include : includesOf(text)) {
             const std::string why = includeBreach(table, *layer, include, sources);
             if (!why.empty())
@@ -200,24 +225,6 @@ std::vector<std::string> breaches(const std::vector<Layer>& table, const Sources
     }
     const std::vector<std::string> found = circles(sources);
     result.insert(result.end(), found.begin(), found.end());
-    return result;
-}
-
-Sources readSources(const std::filesystem::path& root, const std::vector<Layer>& table) {
-    Sources result;
-    std::error_code error;
-    for (const Layer& layer : table)
-        for (const std::string& folder : layer.folders)
-            for (std::filesystem::recursive_directory_iterator i(root / folder, error), end;
-                 i != end; i.increment(error)) {
-                const std::string suffix = i->path().extension().string();
-                if (suffix != ".h" && suffix != ".cpp") continue;
-                std::ifstream in(i->path(), std::ios::binary);
-                std::ostringstream text;
-                text << in.rdbuf();
-                result[std::filesystem::relative(i->path(), root, error).generic_string()] =
-                    text.str();
-            }
     return result;
 }
 

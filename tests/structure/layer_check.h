@@ -1,8 +1,7 @@
 #pragma once
 // Judges every #include of the program by the table of the floors, tools/layers.txt: a file may
 // include its own layer, the layers its line names, the standard library, and the outside headers
-// its line allows. Used by the program layer_check and by its tests.
-#include <filesystem>
+// its line allows. Used by the program structure_check and by its tests.
 #include <map>
 #include <string>
 #include <string_view>
@@ -34,15 +33,17 @@ std::vector<Layer> readTable(std::string_view text);
 std::vector<std::string> tableBreaches(const std::vector<Layer>& table);
 // The layer whose longest folder holds the file (a path from the root, with '/'); nullptr for none.
 const Layer* layerOf(const std::vector<Layer>& table, std::string_view file);
+// Whether the file is a program's entry, which is above all floors.
+bool isEntry(std::string_view file);
 std::vector<Include> includesOf(std::string_view text);
+// Whether a text fits a pattern, in which * is any text.
 bool matches(std::string_view pattern, std::string_view text);
 
 // A program's files by their path from the root.
 using Sources = std::map<std::string, std::string>;
-// Every breach, a sentence each, in the order of the files; empty if the floors hold.
+// Every breach, a sentence each, in the order of the files; empty if the floors hold. Circles are
+// told of headers, and of units: a unit is a header with its source, and it uses what either
+// includes.
 std::vector<std::string> breaches(const std::vector<Layer>& table, const Sources& sources);
-// Every header and source below the table's folders, but build trees. Entries that cannot be read
-// are passed over.
-Sources readSources(const std::filesystem::path& root, const std::vector<Layer>& table);
 
 } // namespace kvo::structure

@@ -84,6 +84,18 @@ TEST(LayerCheck, FindsACircleOfThree) {
     EXPECT_EQ(found[0], "headers in a circle: core/a.h -> core/b.h -> core/c.h -> core/a.h");
 }
 
+TEST(LayerCheck, FindsACircleOfUnitsThroughTheirSources) {
+    Sources sources = sound;
+    sources["core/a.cpp"] = "#include \"core/a.h\"\n#include \"core/b.h\"\n";
+    sources["core/b.cpp"] = "#include \"core/b.h\"\n";
+    sources["core/a.h"] = sources["core/b.h"] = "#pragma once\n";
+    EXPECT_EQ(breaches(readTable(tableText), sources), std::vector<std::string>{});
+    sources["core/b.cpp"] += "#include \"core/a.h\"\n";
+    const auto found = breaches(readTable(tableText), sources);
+    ASSERT_EQ(found.size(), 1U);
+    EXPECT_EQ(found[0], "units in a circle: core/a -> core/b -> core/a");
+}
+
 TEST(LayerCheck, RefusesATableWithACircleOrAFolderClaimedTwice) {
     EXPECT_EQ(tableBreaches(readTable("a | a | b | |\nb | b | a | |\n")).size(), 1U);
     EXPECT_EQ(tableBreaches(readTable("a | a | a | |\n")).size(), 1U);
