@@ -216,7 +216,12 @@ std::vector<std::string> breaches(const std::vector<Layer>& table, const Sources
     for (const auto& [file, text] : sources) {
         const Layer* layer = layerOf(table, file);
         if (!layer || isEntry(file)) continue;
-        for (const Include& include : includesOf(text)) {
+        const std::vector<Include> includes = includesOf(text);
+        const std::string header = unitOf(file) + ".h";
+        if (file.ends_with(".cpp") && sources.contains(header) &&
+            (includes.empty() || includes[0].name != header))
+            result.push_back(file + ": does not include " + header + " first");
+        for (const Include& include : includes) {
             const std::string why = includeBreach(table, *layer, include, sources);
             if (!why.empty())
                 result.push_back(

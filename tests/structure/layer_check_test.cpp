@@ -74,6 +74,17 @@ INSTANTIATE_TEST_SUITE_P(Each, LayerCheckFinds,
         Planted{"a header that is not there", "graph/view.h", "#include \"core/gone.h\""},
         Planted{"a circle", "core/run.h", "#include \"core/run.h\""}));
 
+TEST(LayerCheck, WantsASourcesOwnHeaderFirst) {
+    Sources sources = sound;
+    sources["graph/view.cpp"] = "#include \"graph/view.h\"\n#include \"core/run.h\"\n";
+    EXPECT_EQ(breaches(readTable(tableText), sources), std::vector<std::string>{});
+    for (const char* text : {"#include \"core/run.h\"\n#include \"graph/view.h\"\n", ""}) {
+        sources["graph/view.cpp"] = text;
+        EXPECT_EQ(breaches(readTable(tableText), sources),
+            std::vector<std::string>{"graph/view.cpp: does not include graph/view.h first"});
+    }
+}
+
 TEST(LayerCheck, FindsACircleOfThree) {
     Sources sources = sound;
     sources["core/a.h"] = "#include \"core/b.h\"\n";
