@@ -1,6 +1,7 @@
 #include "core/basic/byte_writer.h"
 #include "core/config.h"
 #include "tests/support/memory_files.h"
+#include "tests/support/record_fields.h"
 #include "tests/support/scripted_dialogs.h"
 
 #include <gtest/gtest.h>
@@ -58,22 +59,111 @@ TEST(Config, MovesWhatStandsBehindThePassword) {
     EXPECT_EQ(file.size(), 757U);
 }
 
+using ConfigFields = testing::RecordFields<AppConfig>;
+
+void addColours(ConfigFields& fields) {
+    fields.array("reserved0", 0, &AppConfig::reserved0);
+    fields.field("EngineColour", 4, &AppConfig::EngineColour);
+    fields.field("InputColour", 8, &AppConfig::InputColour);
+    fields.field("OutputColour", 12, &AppConfig::OutputColour);
+    fields.field("ClutchColour", 16, &AppConfig::ClutchColour);
+    fields.field("MphColour", 20, &AppConfig::MphColour);
+    fields.array("AnalogColour", 24, &AppConfig::AnalogColour);
+    fields.array("ExhaustColour", 56, &AppConfig::ExhaustColour);
+    fields.field("SlipColour", 88, &AppConfig::SlipColour);
+    fields.field("RatioColour", 92, &AppConfig::RatioColour);
+    fields.field("RoCoSColour", 96, &AppConfig::RoCoSColour);
+    fields.text("Driver", 100, 25, &AppConfig::Driver);
+    fields.field("DriverNo", 125, &AppConfig::DriverNo);
+    fields.texts("AnalogName", 127, 8, &AppConfig::AnalogName);
+    fields.array("AnalogScale", 191, &AppConfig::AnalogScale);
+    fields.array("AnalogOffset", 223, &AppConfig::AnalogOffset);
+}
+
+void addVehicle(ConfigFields& fields) {
+    fields.field("CommPort", 255, &AppConfig::CommPort);
+    fields.field("Gears", 257, &AppConfig::Gears);
+    fields.field("First_Ratio", 259, &AppConfig::First_Ratio);
+    fields.field("Second_Ratio", 267, &AppConfig::Second_Ratio);
+    fields.field("Third_Ratio", 275, &AppConfig::Third_Ratio);
+    fields.field("Forth_Ratio", 283, &AppConfig::Forth_Ratio);
+    fields.field("Fifth_Ratio", 291, &AppConfig::Fifth_Ratio);
+    fields.field("Weight_F", 299, &AppConfig::Weight_F);
+    fields.field("Wheel", 303, &AppConfig::Wheel);
+    fields.field("Pinion_F", 307, &AppConfig::Pinion_F);
+    fields.field("Crown_F", 311, &AppConfig::Crown_F);
+    fields.field("Engine_Correction", 315, &AppConfig::Engine_Correction);
+    fields.field("Clutch_Correction", 319, &AppConfig::Clutch_Correction);
+    fields.field("Pinion_Correction", 323, &AppConfig::Pinion_Correction);
+    fields.field("EngineVisible", 327, &AppConfig::EngineVisible);
+    fields.field("InputVisible", 329, &AppConfig::InputVisible);
+    fields.field("OutputVisible", 331, &AppConfig::OutputVisible);
+    fields.field("RoCoSVisible", 333, &AppConfig::RoCoSVisible);
+    fields.field("RatioVisible", 335, &AppConfig::RatioVisible);
+    fields.field("SlipVisible", 337, &AppConfig::SlipVisible);
+    fields.array("AnalogVisible", 339, &AppConfig::AnalogVisible);
+    fields.array("ExhaustVisible", 355, &AppConfig::ExhaustVisible);
+    fields.field("MphVisible", 371, &AppConfig::MphVisible);
+    fields.array("reserved373", 373, &AppConfig::reserved373);
+}
+
+void addLogger(ConfigFields& fields) {
+    fields.array("Decimals", 543, &AppConfig::Decimals);
+    fields.array("reserved551", 551, &AppConfig::reserved551);
+    fields.field("ClutchVisible", 555, &AppConfig::ClutchVisible);
+    fields.field("RWheel", 557, &AppConfig::RWheel);
+    fields.field("MaxRpm", 565, &AppConfig::MaxRpm);
+    fields.field("G_Res", 566, &AppConfig::G_Res);
+    fields.array("Analog_Type", 567, &AppConfig::Analog_Type);
+    fields.field("FlowRange", 575, &AppConfig::FlowRange);
+    fields.field("Speed_Correction", 579, &AppConfig::Speed_Correction);
+    fields.field("LoggerDataType", 583, &AppConfig::LoggerDataType);
+    fields.array("Analog_Check", 585, &AppConfig::Analog_Check);
+    fields.field("Exhaust", 593, &AppConfig::Exhaust);
+    fields.field("ScaleCustom", 595, &AppConfig::ScaleCustom);
+    fields.field("GraphBackColour", 597, &AppConfig::GraphBackColour);
+    fields.field("Sixth_Ratio", 601, &AppConfig::Sixth_Ratio);
+    fields.field("Date_Prompt", 609, &AppConfig::Date_Prompt);
+    fields.field("SpeedWheel_Prompt", 610, &AppConfig::SpeedWheel_Prompt);
+    fields.field("Check_Password", 611, &AppConfig::Check_Password);
+}
+
+// `s` is the offset of the first byte behind the password.
+void addGraph(ConfigFields& fields, std::size_t s) {
+    fields.field("CustomScaleLow", s, &AppConfig::CustomScaleLow);
+    fields.field("CustomScaleHigh", s + 1, &AppConfig::CustomScaleHigh);
+    fields.field("Vehicle_Type", s + 2, &AppConfig::Vehicle_Type);
+    fields.field("Fuel_Combo", s + 3, &AppConfig::Fuel_Combo);
+    fields.array("reservedS4", s + 4, &AppConfig::reservedS4);
+    fields.array("reservedS10", s + 10, &AppConfig::reservedS10);
+    fields.array("Sensor_Combo", s + 11, &AppConfig::Sensor_Combo);
+    fields.field("TyreGrowthVisible", s + 19, &AppConfig::TyreGrowthVisible);
+    fields.field("TyreGrowthColour", s + 21, &AppConfig::TyreGrowthColour);
+    fields.field("GridStyle", s + 25, &AppConfig::GridStyle);
+    fields.field("OverlayStyle", s + 26, &AppConfig::OverlayStyle);
+    fields.field("OverlayColours", s + 27, &AppConfig::OverlayColours);
+    fields.array("ComboScale", s + 28, &AppConfig::ComboScale);
+    fields.array("Text_Magnify", s + 53, &AppConfig::Text_Magnify);
+    fields.array("AnalogRangeLow", s + 78, &AppConfig::AnalogRangeLow);
+    fields.array("SmoothOption", s + 94, &AppConfig::SmoothOption);
+    fields.array("CheckBits", s + 119, &AppConfig::CheckBits);
+}
+
 TEST(Config, HasItsFieldsAtTheirOffsets) {
-    AppConfig config;
-    config.EngineColour = 0x01020304;
-    config.DriverNo = 0x1122;
-    config.LoggerDataType = 0x3344;
-    config.Date_Prompt = 0x55;
-    config.CheckBits[1] = 0x0605;
-    const platform::Bytes file = encodeConfig(config);
-    EXPECT_EQ(file[4], 4);
-    EXPECT_EQ(file[7], 1);
-    EXPECT_EQ(file[125], 0x22);
-    EXPECT_EQ(file[583], 0x44);
-    EXPECT_EQ(file[609], 0x55);
-    EXPECT_EQ(file[735], 0x05);
-    EXPECT_EQ(file[736], 0x06);
-    EXPECT_EQ(file[100], ' ') << "texts are padded with blanks";
+    for (const std::string& password : {std::string(), std::string("secret")}) {
+        ConfigFields fields;
+        addColours(fields);
+        addVehicle(fields);
+        addLogger(fields);
+        fields.leaveOut(612, 2 + password.size());
+        addGraph(fields, 614 + password.size());
+        AppConfig base;
+        base.Driver = std::string(25, ' '); // as they come back from a file
+        base.AnalogName.fill(std::string(8, ' '));
+        base.Text_Magnify.fill(1);
+        base.Password = password;
+        fields.check(base, encodeConfig, decodeConfig);
+    }
 }
 
 TEST(Config, CutsATextThatIsTooLong) {

@@ -188,6 +188,20 @@ TEST(AddRunToIndex, WritesOnceWhateverTheLength) {
     EXPECT_EQ(index.files.read(path)->size(), 100001U * 240);
 }
 
+TEST(RunIndex, ARecordIsAFileNameAndADescription) {
+    Index index;
+    ASSERT_TRUE(index.add("Sun 15 Nov 2026 Run: 1"));
+    const platform::Bytes file = index.files.read(path).value();
+    ASSERT_EQ(file.size(), 240U);
+    EXPECT_EQ(std::string(file.begin(), file.begin() + 80), padded("26111514.52d", 80));
+    EXPECT_EQ(std::string(file.begin() + 80, file.end()), padded("Sun 15 Nov 2026 Run: 1", 160));
+    const auto entries = readRunIndex(path, index.files);
+    ASSERT_EQ(entries.size(), 1U);
+    EXPECT_EQ(entries[0], (RunIndexEntry{"26111514.52d", "Sun 15 Nov 2026 Run: 1"}));
+    ASSERT_TRUE(writeRunIndex("/kvo", entries, index.files));
+    EXPECT_EQ(index.files.read(path), file);
+}
+
 TEST(RunIndex, IsEmptyWhereThereIsNone) {
     EXPECT_TRUE(readRunIndex(path, MemoryFiles{}).empty());
 }

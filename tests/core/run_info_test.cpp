@@ -64,6 +64,53 @@ TEST(InfoFile, ComesBackAsSaved) {
     EXPECT_EQ(info.setup[25].Value, "line");
 }
 
+// Record n of the file, as its text.
+std::string recordText(const platform::Bytes& file, std::size_t n) {
+    const std::size_t start = (n - 1) * 400;
+    const std::size_t length = file[start] + 256U * file[start + 1];
+    return {reinterpret_cast<const char*>(file.data()) + start + 2, length};
+}
+
+TEST(InfoFile, EachTextHasItsOwnRecord) {
+    Disk disk;
+    RunInfo info;
+    std::vector<std::string*> texts{&info.Info_Text, &info.Text_AirTemp, &info.Text_Barometric,
+        &info.Text_Humidity, &info.Text_60FootTime, &info.Text_330FootTime, &info.Text_660FootTime,
+        &info.Text_660FootSpeed, &info.Text_1000FootTime, &info.Text_ET, &info.Text_Mph};
+    for (VehicleSetupLine& line : info.setup) {
+        texts.push_back(&line.Name);
+        texts.push_back(&line.Value);
+    }
+    ASSERT_EQ(texts.size(), 61U);
+    for (std::size_t n = 1; n <= texts.size(); ++n) *texts[n - 1] = "text " + std::to_string(n);
+    ASSERT_TRUE(disk.save(info));
+    const platform::Bytes file = disk.files.read(infoPath).value();
+    for (std::size_t n = 1; n <= texts.size(); ++n)
+        EXPECT_EQ(recordText(file, n), "text " + std::to_string(n));
+    const RunInfo back = LoadRunInfo(infoPath, {}, disk.files);
+    EXPECT_EQ(back.Text_AirTemp, "text 2");
+    EXPECT_EQ(back.Text_Barometric, "text 3");
+    EXPECT_EQ(back.Text_Humidity, "text 4");
+    EXPECT_EQ(back.Text_60FootTime, "text 5");
+    EXPECT_EQ(back.Text_330FootTime, "text 6");
+    EXPECT_EQ(back.Text_660FootTime, "text 7");
+    EXPECT_EQ(back.Text_660FootSpeed, "text 8");
+    EXPECT_EQ(back.Text_1000FootTime, "text 9");
+    EXPECT_EQ(back.Text_ET, "text 10");
+    EXPECT_EQ(back.Text_Mph, "text 11");
+    for (int i = 1; i <= 25; ++i) {
+        EXPECT_EQ(back.setup[i].Name, "text " + std::to_string(10 + 2 * i));
+        EXPECT_EQ(back.setup[i].Value, "text " + std::to_string(11 + 2 * i));
+    }
+}
+
+TEST(SaveRunInfo, GivesTheTableEachTimeInItsOwnField) {
+    Disk disk;
+    ASSERT_TRUE(disk.save(someInfo()));
+    EXPECT_EQ(LoadTimesTable("/kvo", disk.files).entries[1],
+        (TimedRun{20111503, "15 Nov 2026 Run: 3", 105, 310, 495, 650, 775}));
+}
+
 TEST(InfoFile, CutsATextThatWouldLeaveItsRecord) {
     Disk disk;
     RunInfo info = someInfo();

@@ -43,6 +43,20 @@ TEST(TimesTable, KeepsARunByItsKey) {
     EXPECT_EQ(loaded.entries[2], TimedRun{}) << "the read that met the end left it blank";
 }
 
+TEST(TimesTable, ARecordHasItsFieldsAtTheirOffsets) {
+    Table table;
+    table.add("Sun 15 Nov 2026 Run: 3", {"1", "2.5", "4", "6", "8"});
+    ByteWriter expected;
+    expected.i32le(20111503);
+    expected.text("15 Nov 2026 Run: 3", 30);
+    for (const int time : {100, 250, 400, 600, 800})
+        expected.i16le(static_cast<std::int16_t>(time));
+    EXPECT_EQ(table.files.read(path), expected.bytes());
+    EXPECT_EQ(expected.size(), 44U);
+    EXPECT_EQ(table.load().entries[1],
+        (TimedRun{20111503, "15 Nov 2026 Run: 3", 100, 250, 400, 600, 800}));
+}
+
 TEST(TimesTable, SavingTwiceChangesInPlace) {
     Table table;
     table.add("Sun 15 Nov 2026 Run: 3");

@@ -1,3 +1,4 @@
+#include "core/basic/numbers.h"
 #include "core/vehicle_setup.h"
 #include "tests/support/memory_files.h"
 
@@ -26,6 +27,22 @@ TEST(VehicleSetup, IsTwentyFivePairsOfSeventeenCharacters) {
     EXPECT_EQ(again[25].Name, "12345678901234567");
     EXPECT_EQ(again[25].Value, "abcdefghijklmnopq");
     EXPECT_EQ(again[2].Name, "");
+}
+
+TEST(VehicleSetup, EachNameAndValueHasItsOwnPlace) {
+    MemoryFiles files;
+    VehicleSetup setup;
+    for (int i = 1; i <= 25; ++i)
+        setup[i] = {"name " + std::to_string(i), "value " + std::to_string(i)};
+    ASSERT_TRUE(SaveVehicleSetup("/kvo", setup, files));
+    const auto file = files.read(path).value();
+    for (int i = 1; i <= 25; ++i) {
+        const auto pair = file.begin() + 34 * (i - 1);
+        EXPECT_EQ(
+            std::string(pair, pair + 34), padded(setup[i].Name, 17) + padded(setup[i].Value, 17));
+        EXPECT_EQ(LoadVehicleSetup("/kvo", files)[i].Name, setup[i].Name);
+        EXPECT_EQ(LoadVehicleSetup("/kvo", files)[i].Value, setup[i].Value);
+    }
 }
 
 TEST(VehicleSetup, CutsALongerText) {
