@@ -114,6 +114,16 @@ TEST(Derived, RocosDrawnAndReadFollowTheirOwnFactors) {
     EXPECT_EQ(RoCoS_Cal(*run, 2520, 1000).text, "1.14");
 }
 
+TEST(Derived, RocosKeepsEachStepAsASingle) {
+    // Windows of 93800 and 134309 raw units give 6.60; in doubles it would be 6.59.
+    const auto run = speeds([](int i) {
+        if (i >= 987 && i < 994) return 13400;   // 7 x 13400
+        if (i >= 1007 && i < 1014) return 19187; // 7 x 19187
+        return 0;
+    });
+    EXPECT_EQ(RoCoS_Cal(*run, 2520, 1000).text, "6.60");
+}
+
 TEST(Derived, ADeceleratingCarReadsZeroWhileItsCurveFalls) {
     const auto run = speeds([](int i) { return 300000 - i * 50; });
     EXPECT_EQ(rocosDrawn(*run, 2520, 1000).value, -92);
@@ -183,6 +193,12 @@ TEST(Derived, AnalogValuesByType) {
     EXPECT_EQ(analogRead({5, 0.5F, 10, 2}, 81, 0, picture).state, TextReading::State::left);
 }
 
+TEST(Derived, AnAnalogValueIsASingle) {
+    std::string picture;
+    // 165 x 1.125 - 43.66 is 141.965: as a single a little less, as a double a little more.
+    EXPECT_EQ(analogRead({0, 1.125F, -43.66F, 2}, 165, 0, picture).text, "141.96");
+}
+
 TEST(Derived, DecimalsThatAreNoneKeepThePictureBefore) {
     std::string picture = "####0.00";
     EXPECT_EQ(analogRead({0, 1, 0, 7}, 5, 0, picture).text, "5.00");
@@ -218,5 +234,10 @@ TEST(Derived, TemperaturesOfBytesAndMeans) {
     EXPECT_EQ(temperature(1, -1), 39);
     EXPECT_EQ(temperature(255, -1), 1868);
     EXPECT_EQ(temperature(0.9, 0), 0);
+    // A mean is no whole byte: Celsius is rounded, a tie to even, and Fahrenheit is cut.
+    EXPECT_EQ(temperature(10.4, 0), 42);
+    EXPECT_EQ(temperature(10.125, 0), 40);
+    EXPECT_EQ(temperature(10.375, 0), 42);
+    EXPECT_EQ(temperature(10.4, -1), 106);
     EXPECT_EQ(temperature(std::numeric_limits<double>::quiet_NaN(), -1), 0);
 }

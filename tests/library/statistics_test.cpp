@@ -91,6 +91,32 @@ TEST_F(Statistics, aRangeThatEndsBeforeTheLaunchIsTheFirstRow) {
     EXPECT_FALSE(got.failed);
 }
 
+TEST_F(Statistics, eachShaftHasItsOwnLeastAndGreatest) {
+    for (int i = 100; i <= 102; ++i) {
+        run->image.samples[i].InputRpm = static_cast<std::int16_t>(10 * i);
+        run->image.samples[i].OutputRpm = static_cast<std::int16_t>(-i);
+    }
+    const RunStatistics got = cal(2048, 25, 100, "1.02");
+    EXPECT_EQ(got.Input.Min, 1000);
+    EXPECT_EQ(got.Input.Max, 1020);
+    EXPECT_EQ(got.Pinion.Min, -102);
+    EXPECT_EQ(got.Pinion.Max, -100);
+}
+
+TEST_F(Statistics, temperaturesAreInTheUnitOfTheConfiguration) {
+    for (int i = 100; i <= 110; ++i) run->image.samples[i].Exhaust[3] = 100;
+    run->image.samples[105].Exhaust[3] = 200;
+    const RunStatistics got = cal(2048, 25, 100, "1.10");
+    EXPECT_EQ(got.E[3].Ave, 120) << "(10 x 100 + 200) / 10";
+    const StatisticsTexts celsius = statisticsTexts(got, *run, 0, picture);
+    EXPECT_EQ(celsius.E[3].Min, " 400");
+    EXPECT_EQ(celsius.E[3].Max, " 800");
+    EXPECT_EQ(celsius.E[3].Ave, " 480");
+    const StatisticsTexts fahrenheit = statisticsTexts(got, *run, -1, picture);
+    EXPECT_EQ(fahrenheit.E[3].Min, " 752");
+    EXPECT_EQ(fahrenheit.E[3].Ave, " 896");
+}
+
 TEST_F(Statistics, analogSumsHoldTheFirstRowOnce) {
     run->image.samples[100].Analog[1] = 10;
     run->image.samples[101].Analog[1] = 20;
