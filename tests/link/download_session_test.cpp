@@ -4,7 +4,6 @@
 
 #include "core/basic/numbers.h"
 #include "core/run_index.h"
-#include "core/run_records.h"
 #include "tests/support/download_rig.h"
 
 #include <gtest/gtest.h>
@@ -244,39 +243,6 @@ TEST(DownloadSession, AFailedTransferSavesNothing) {
         EXPECT_EQ(rig.state->Run.image.samples[10].EngineRpm,
             *core::CInt(60 / (rig.wireWord(10, 1) * 4e-06)));
     }
-}
-
-// The port's fault is over by the second click; the flag that it left must be too.
-TEST(DownloadSession, ASecondClickStartsWithoutTheFailureOfTheFirst) {
-    DownloadRig rig(25);
-    rig.line.failToOpen(1, PortError::busy);
-    rig.dialogs.expectBoxTitled("Communications Error");
-    rig.click();
-    EXPECT_EQ(rig.link.LinkFailed, -1);
-    rig.config.CommPort = 2;
-    rig.state->Config = rig.config;
-    rig.saveConfig();
-    rig.line.plugInto(2);
-    rig.expectSave();
-    rig.click();
-    EXPECT_EQ(rig.dialogs.problems(), "");
-    EXPECT_EQ(rig.link.LinkFailed, 0);
-    EXPECT_TRUE(rig.files.exists(runPath));
-}
-
-// As a tool of the graph leaves it, which changes a stored run and keeps its setup.
-TEST(DownloadSession, AFreshRunIsNeverSavedAsAChangedOne) {
-    DownloadRig rig(25);
-    rig.config.AnalogName[1] = "Oil";
-    rig.saveConfig();
-    rig.state->Run.headerLine = "25 the line of the run before#";
-    rig.expectSave();
-    rig.click();
-    EXPECT_EQ(rig.dialogs.problems(), "");
-    const auto file = rig.files.read(runPath).value();
-    EXPECT_EQ(core::decodeHeaderLine(core::runRecord(file, 1)), rig.state->Run.headerLine);
-    EXPECT_NE(rig.state->Run.headerLine.find("Run: 1#"), std::string::npos);
-    EXPECT_EQ(rig.state->Run.image.setup.AnalogName[1], "Oil     ");
 }
 
 TEST(DownloadSession, ALostHeaderByteIsAFailureInBothModes) {

