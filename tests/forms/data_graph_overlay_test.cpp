@@ -391,22 +391,8 @@ private slots:
 
     // --- All commands one behind another
 
-    void aWholeEveningAtTheStrip() {
-        store(32, 1);
-        store(25, 2);
-        connectLogger(25);
-        downloads();
-        if (QTest::currentTestFailed()) return;
-        DataGraph& graph = show();
-        const std::string fresh = state().Run.path;
-        QCOMPARE(fresh, std::string("/kvo/Data/26111514.42d"));
-        QCOMPARE(onTop(), 1U);
-        QCOMPARE(text("LoggerTime"), QStringLiteral("Time: 0.00 sec"));
-        // It is the last in the list.
-        QVERIFY(!part<QToolButton>("NextData").isEnabled());
-        press("PreviousData");
-        QCOMPARE(state().Run.path, pathOf(1));
-
+private:
+    void laysTheFreshRunOver(const std::string& fresh) {
         dialogs().expectBoxTitled("Overlay", Reply::yes);
         testing::onModal(takingFile(core::baseName(fresh)));
         press("OverlayData");
@@ -424,27 +410,10 @@ private slots:
         QCOMPARE(onTop(), 1U);
         press("OverlayData");
         QVERIFY(command("Mnu_TimeOffset").isEnabled());
+    }
 
-        dialogs().expectBoxTitled("Info", Reply::yes);
-        dialogs().expectInputTitled("Graph Time Offset", "100");
-        command("Mnu_TimeOffset").trigger();
-        QCOMPARE(int(loaded(pathOf(1)).image.tail.TimeOffset), 260);
-        // The chooser's list was left on the overlay's row.
-        QVERIFY(!part<QToolButton>("NextData").isEnabled());
-        testing::onModal(takingFile(core::baseName(fresh)));
-        press("LoadData");
-        QCOMPARE(state().Run.path, fresh);
-        deletesTheShownRun();
-        QVERIFY(!graph.hasRun());
-        QVERIFY(!files().exists(fresh));
-        testing::onModal(taking(2));
-        press("LoadData");
-        QCOMPARE(state().Run.path, pathOf(2));
-        QVERIFY(kept().size() > 40);
-        graph.close();
-        QVERIFY(form<VrnWin32>().isVisible());
-
-        // The next start finds what was left.
+    // The next start finds what was left.
+    void startsAgain() {
         unloadAllForms();
         state() = {};
         library::runList() = {};
@@ -465,6 +434,48 @@ private slots:
         QVERIFY(part<ChannelToggle>("Label10(0)").isChecked());
         QVERIFY(!part<QToolButton>("CancelZoom").isEnabled());
         QCOMPARE(int(view().OverlayLoaded), 0);
+    }
+
+private slots:
+    void aWholeEveningAtTheStrip() {
+        store(32, 1);
+        store(25, 2);
+        connectLogger(25);
+        downloads();
+        if (QTest::currentTestFailed()) return;
+        DataGraph& graph = show();
+        const std::string fresh = state().Run.path;
+        QCOMPARE(fresh, std::string("/kvo/Data/26111514.42d"));
+        QCOMPARE(onTop(), 1U);
+        QCOMPARE(text("LoggerTime"), QStringLiteral("Time: 0.00 sec"));
+        // It is the last in the list.
+        QVERIFY(!part<QToolButton>("NextData").isEnabled());
+        press("PreviousData");
+        QCOMPARE(state().Run.path, pathOf(1));
+
+        laysTheFreshRunOver(fresh);
+        if (QTest::currentTestFailed()) return;
+
+        dialogs().expectBoxTitled("Info", Reply::yes);
+        dialogs().expectInputTitled("Graph Time Offset", "100");
+        command("Mnu_TimeOffset").trigger();
+        QCOMPARE(int(loaded(pathOf(1)).image.tail.TimeOffset), 260);
+        // The chooser's list was left on the overlay's row.
+        QVERIFY(!part<QToolButton>("NextData").isEnabled());
+        testing::onModal(takingFile(core::baseName(fresh)));
+        press("LoadData");
+        QCOMPARE(state().Run.path, fresh);
+        deletesTheShownRun();
+        QVERIFY(!graph.hasRun());
+        QVERIFY(!files().exists(fresh));
+        testing::onModal(taking(2));
+        press("LoadData");
+        QCOMPARE(state().Run.path, pathOf(2));
+        QVERIFY(kept().size() > 40);
+        graph.close();
+        QVERIFY(form<VrnWin32>().isVisible());
+
+        startsAgain();
     }
 };
 

@@ -6,6 +6,7 @@
 #include "core/run_file.h"
 #include "graph/forms/channel_cell.h"
 #include "library/run_list.h"
+#include "mainwin/start.h"
 #include "tests/forms/support/model_run.h"
 #include "tests/forms/support/user_click.h"
 
@@ -22,6 +23,7 @@ using namespace platform_qt;
 
 void GraphWindow::begin() {
     m_program = std::make_unique<TestProgram>();
+    forms::openDoors();
 }
 
 QString GraphWindow::end() {
