@@ -19,6 +19,11 @@ bool LoggerLink::lineGone() const {
     return m_hadLine && !m_port.portOpen();
 }
 
+std::string LoggerLink::portText(int portNumber) const {
+    const std::string device = m_port.deviceOf(portNumber);
+    return "Port " + std::to_string(portNumber) + ": " + (device.empty() ? "no device" : device);
+}
+
 void LoggerLink::tryPort(int portNumber) {
     if (!m_port.portOpen()) {
         m_port.setCommPort(portNumber);

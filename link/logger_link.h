@@ -63,6 +63,9 @@ public:
     // Beep, closed port and the list of possible reasons under `title`.
     void reportNoReply(const std::string& title);
 
+    // "Port 1: /dev/ttyUSB0", or that there is no device behind the number.
+    std::string portText(int portNumber) const;
+
     // Opens the port for a search: no message, no flag.
     void tryPort(int portNumber);
     // True once the port that was opened last is closed or lost.

@@ -43,6 +43,7 @@ void VrnWin32::makeInner() {
     name->setFont(large);
     for (QLabel* label : {name, Label_Version}) label->setAlignment(Qt::AlignHCenter);
     Frame_Version->setLayout(column({name, Label_Version}));
+    Frame_Version->setAutoFillBackground(true); // readable on whatever the picture has there
     setCentralWidget(m_inner);
     m_inner->installEventFilter(this);
 }
@@ -66,6 +67,15 @@ void VrnWin32::resizeEvent(QResizeEvent* event) {
     Form_Resize();
 }
 
+// The window manager's frame belongs to the height, and comes only after the first show.
+bool VrnWin32::event(QEvent* event) {
+    const bool done = QMainWindow::event(event);
+    const bool framed = event->type() == QEvent::Show || event->type() == QEvent::Move ||
+                        event->type() == QEvent::WindowActivate;
+    if (framed && m_inner != nullptr) Form_Resize();
+    return done;
+}
+
 // In twips, as the window is measured.
 void VrnWin32::Form_Resize() {
     constexpr int lowestWithVersion = 11925;
@@ -74,7 +84,9 @@ void VrnWin32::Form_Resize() {
     Frame_Version->setVisible(roomForVersion);
     if (roomForVersion) {
         const int top = toPixels(toTwips(m_inner->height()) - versionAboveBottom);
-        Frame_Version->setGeometry(0, top, m_inner->width(), Frame_Version->sizeHint().height());
+        const QSize size = Frame_Version->sizeHint();
+        Frame_Version->setGeometry(
+            (m_inner->width() - size.width()) / 2, top, size.width(), size.height());
     }
     Line1->setGeometry(0, 0, m_inner->width(), Line1->sizeHint().height());
     placeLogo();

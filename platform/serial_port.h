@@ -14,6 +14,8 @@ public:
     // Selects the port by number, 1 to 16; only while it is closed.
     virtual void setCommPort(int number) = 0;
     virtual int commPort() const = 0;
+    // The device behind a port number, in the system's own text; empty where there is none.
+    virtual std::string deviceOf(int number) const = 0;
     // "9600,N,8,1"
     virtual void setSettings(std::string_view settings) = 0;
     // How many bytes one input() removes; 0 means all that is there.

@@ -52,8 +52,11 @@ void DownloadData::makeLayout() {
         policy.setRetainSizeWhenHidden(true); // the bar stays where it is when they go
         button->setSizePolicy(policy);
     }
+    const std::string port = loggerLink().portText(core::state().Config.CommPort);
+    Label_Port = named(new QLabel(QString::fromStdString(port)), "Label_Port");
+    Label_Port->setTextFormat(Qt::PlainText);
     auto* all = column({Text_Display, row({{ProgressBar1, 1}, Percent}), LayoutPart::room(),
-        row({LayoutPart::room(), Command_Send, Cancel_Command})});
+        row({Label_Port, LayoutPart::room(), Command_Send, Cancel_Command})});
     all->setContentsMargins(20, 18, 20, 16);
     all->setSpacing(14);
     setLayout(all);

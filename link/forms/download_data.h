@@ -40,6 +40,7 @@ private:
     QProgressBar* ProgressBar1 = nullptr;
     QLabel* Text_Display = nullptr;
     QLabel* Percent = nullptr;
+    QLabel* Label_Port = nullptr; // where the logger is looked for
     link::DownloadSession m_session;
 };
 

@@ -77,6 +77,10 @@ void QtSerialPort::closePort() {
     m_port.close();
 }
 
+std::string QtSerialPort::deviceOf(int number) const {
+    return deviceOfPort(number, shownPath(m_programFolder()), serialDevices()).toStdString();
+}
+
 void QtSerialPort::openPort() {
     m_openError = platform::PortError::none;
     m_openErrorText.clear();

@@ -23,6 +23,7 @@ public:
 
     void setCommPort(int number) override;
     int commPort() const override { return m_number; }
+    std::string deviceOf(int number) const override;
     void setSettings(std::string_view settings) override;
     void setInputLen(int bytes) override { m_inputLen = bytes; }
     int inputLen() const override { return m_inputLen; }

@@ -126,6 +126,8 @@ private slots:
             QCOMPARE(sendButton().text(), QStringLiteral("&Start Download"));
             QCOMPARE(cancelButton().text(), QStringLiteral("Cancel"));
             QCOMPARE(progressBar().value(), 0);
+            QCOMPARE(control<QLabel>(form<DownloadData>(), "Label_Port").text(),
+                QStringLiteral("Port 1: /dev/virtual"));
             QCOMPARE(forms::loggerLink().Header.DataType, std::uint8_t{0});
             QCOMPARE(userClick(&cancelButton()), QString());
             QVERIFY(!isLoaded<DownloadData>());

@@ -55,6 +55,13 @@ TEST_F(LoggerLinkTest, OpensAt9600AndDropsWhatWaited) {
     EXPECT_EQ(dialogs.problems(), "");
 }
 
+TEST_F(LoggerLinkTest, NamesThePortAndTheDeviceBehindIt) {
+    use({});
+    line->plugInto(3);
+    EXPECT_EQ(link->portText(3), "Port 3: /dev/virtual");
+    EXPECT_EQ(link->portText(2), "Port 2: no device");
+}
+
 TEST_F(LoggerLinkTest, APortThatDoesNotOpenIsTold) {
     use({});
     line->failToOpen(3, PortError::other);

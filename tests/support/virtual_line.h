@@ -46,6 +46,9 @@ public:
 
     void setCommPort(int number) override { m_port = number; }
     int commPort() const override { return m_port; }
+    std::string deviceOf(int number) const override {
+        return number == m_pluggedInto ? "/dev/virtual" : std::string();
+    }
     void setSettings(std::string_view settings) override { m_settings = settings; }
     const std::string& settings() const { return m_settings; }
     void setInputLen(int bytes) override;
