@@ -22,7 +22,8 @@ public:
     virtual platform::Surface& trend() = 0;
     // The hourglass over the surface.
     virtual void setTrendHourglass(bool on) = 0;
-    // LoadingFrame with LoadingText and LoadingFile; the form is refreshed at once.
+    // LoadingFrame with LoadingText and LoadingFile, the last part of a path; the form is refreshed
+    // at once.
     virtual void showLoading(const std::string& text, const std::string& file) = 0;
     virtual void hideLoading() = 0;
     // ProgressBar1. The value may pass the maximum a little: the bar then stands full.

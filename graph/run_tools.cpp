@@ -3,6 +3,7 @@
 #include "core/basic/numbers.h"
 #include "core/data_types.h"
 #include "core/run_file.h"
+#include "platform/text.h"
 
 #include <cstdint>
 #include <optional>
@@ -141,7 +142,7 @@ std::optional<std::int16_t> askOffset(const OpenRun& run, Dialogs& dialogs, int 
             dialogs.inputBox(offsetPrompt(run, base), "Graph Time Offset", "");
         if (answer.empty()) return std::nullopt;
         if (const auto offset = offsetOf(answer, run, base)) return offset;
-        const std::string text = "Invalid Time    ( " + answer + " )";
+        const std::string text = "Invalid Time    ( " + platform::fromFile(answer) + " )";
         if (dialogs.messageBox(text, retryStyle, "Graph Time Offset") != Reply::retry) {
             return std::nullopt;
         }

@@ -7,6 +7,7 @@
 #include "core/run_index.h"
 #include "core/run_info.h"
 #include "core/run_records.h"
+#include "platform/text.h"
 
 #include <algorithm>
 
@@ -97,7 +98,7 @@ std::string dataFilePath(
     const std::string& appFolder, std::string_view fileName, const platform::Files& files) {
     const std::string name = runName(fileName);
     if (!core::isSafeBaseName(name)) return {};
-    return core::joined(core::dataFolder(appFolder, files), name, files);
+    return core::joined(core::dataFolder(appFolder, files), platform::fromFile(name), files);
 }
 
 std::optional<std::size_t> rowToOpenOn(

@@ -1,6 +1,5 @@
 #pragma once
-// Raw bytes as files and the line carry them. Text inside the logic is one byte a character
-// (Windows-1252) in std::string; forms convert it to Unicode.
+// Raw bytes as files and the line carry them.
 #include <cstdint>
 #include <string>
 #include <vector>

@@ -1,5 +1,7 @@
 #pragma once
 // Message boxes, input boxes and the other questions that stop the program until the user answers.
+// All texts and titles are UTF-8, paths among them; what comes from a file goes through fromFile()
+// of platform/text.h.
 #include "platform/draw/colour.h"
 
 #include <optional>
@@ -28,7 +30,8 @@ public:
     // Shows text under title and waits. Line ends in the text are CR, LF or CR LF. Closing a box
     // without an answer counts as its least committing button (Cancel, else No, else OK).
     virtual Reply messageBox(const std::string& text, int style, const std::string& title) = 0;
-    // Asks for a text that goes on behind `preset`; Cancel gives an empty answer.
+    // Asks for a text that goes on behind `preset`; Cancel gives an empty answer. Preset and answer
+    // are a file's text.
     virtual std::string inputBox(
         const std::string& prompt, const std::string& title, const std::string& preset) = 0;
     // Colour dialog that starts from a colour; nothing on Cancel.

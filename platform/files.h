@@ -1,7 +1,7 @@
 #pragma once
 // Files as the logic sees them: whole files in, whole files out, every write checked to its last
-// byte. Paths are in the system's own form; a path that is not found exactly is looked up without
-// regard to case, since files come from systems that do not care.
+// byte. Paths are in the system's own form, UTF-8; a path that is not found exactly is looked up
+// without regard to case, since files come from systems that do not care.
 #include "platform/bytes.h"
 #include "platform/clock.h"
 
@@ -23,8 +23,8 @@ enum class FileFailure {
     other
 };
 
-// What became of a write. `message` is for the user and names the path and the reason; it and
-// `failure` say something only where it is not done.
+// What became of a write. `message` is for the user, UTF-8, and names the path and the reason; it
+// and `failure` say something only where it is not done.
 struct WriteResult {
     bool done = true;
     std::string message;

@@ -32,7 +32,7 @@ public:
     virtual std::string input() = 0;
     // Number of the last communication event, 0 for none.
     virtual int commEvent() const = 0;
-    // Why the last open failed, and words for the user (device, reason, what to do).
+    // Why the last open failed, and words for the user, UTF-8 (device, reason, what to do).
     virtual PortError openError() const = 0;
     virtual std::string openErrorText() const = 0;
 };

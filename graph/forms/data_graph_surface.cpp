@@ -211,7 +211,7 @@ void DataGraph::setTrendHourglass(bool on) {
 }
 
 void DataGraph::showLoading(const std::string& text, const std::string& file) {
-    m_panel->readOuts().startLoading(shown(text), shown(file));
+    m_panel->readOuts().startLoading(shownMessage(text), shownPath(file));
 }
 
 void DataGraph::hideLoading() {

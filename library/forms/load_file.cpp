@@ -6,6 +6,7 @@
 #include "platform/qt/form_kit.h"
 #include "platform/qt/text.h"
 #include "platform/services.h"
+#include "platform/text.h"
 
 #include <QKeyEvent>
 #include <QLabel>
@@ -184,8 +185,8 @@ void LoadFile::Files_List_DblClick() {
 void LoadFile::DeleteFile() {
     if (runList().chosenRow() < 0) return;
     platform::Dialogs& dialogs = *platform::services().dialogs;
-    const std::string question =
-        "Are you sure you want to Delete:           \n" + runList().chosen().Description;
+    const std::string question = "Are you sure you want to Delete:           \n" +
+                                 platform::fromFile(runList().chosen().Description);
     if (dialogs.messageBox(question, platform::boxStyle::yesNo + platform::boxStyle::question,
             "Warning") != platform::Reply::yes) {
         return;
@@ -198,7 +199,8 @@ void LoadFile::editDescription() {
     if (runList().chosenRow() < 0 || Discription->text().isEmpty()) return;
     const std::string description = runList().chosen().Description;
     const std::string answer = platform::services().dialogs->inputBox(
-        "Enter the new file description for.\n\n" + description + "\n\nRun Number     Description",
+        "Enter the new file description for.\n\n" + platform::fromFile(description) +
+            "\n\nRun Number     Description",
         "Edit File Description", library::editableDescription(description));
     tell(runList().renameChosen(
         core::state().AppFolder, answer, core::state().Run, *platform::services().files));

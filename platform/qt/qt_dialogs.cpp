@@ -87,7 +87,7 @@ QWidget* questionParent() {
 }
 
 QString titleOrName(const std::string& title) {
-    return title.empty() ? QStringLiteral("Kvo") : shown(title);
+    return title.empty() ? QStringLiteral("Kvo") : shownMessage(title);
 }
 
 int widestLine(const QFontMetrics& metrics, const QString& text) {
@@ -116,7 +116,7 @@ void fillMessageBox(
     const ButtonsOfStyle& buttons = buttonsOf(style);
     box.setObjectName(QStringLiteral("MessageBox"));
     box.setTextFormat(Qt::PlainText);
-    box.setText(shownLines(text));
+    box.setText(shownMessage(text));
     box.setWindowTitle(titleOrName(title));
     box.setIcon(iconOf(style));
     box.setStandardButtons(buttons.first | buttons.second);
@@ -149,7 +149,7 @@ QLineEdit* fillInputBox(
     edit->setMinimumWidth(QFontMetrics(edit->font()).averageCharWidth() * 50);
     QLabel* label = buddyLabel(QString(), edit);
     label->setTextFormat(Qt::PlainText);
-    label->setText(shownLines(prompt));
+    label->setText(shownMessage(prompt));
     edit->setAccessibleName(label->text());
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
     QObject::connect(buttons, &QDialogButtonBox::accepted, &box, &QDialog::accept);
@@ -194,7 +194,7 @@ std::optional<Colour> QtDialogs::chooseColour(std::optional<Colour> start) {
 std::optional<std::string> QtDialogs::chooseFolder(
     const std::string& title, const std::string& start) {
     const QString folder =
-        QFileDialog::getExistingDirectory(questionParent(), shown(title), shownPath(start));
+        QFileDialog::getExistingDirectory(questionParent(), shownMessage(title), shownPath(start));
     if (folder.isEmpty()) return std::nullopt;
     return typedPath(folder);
 }

@@ -18,7 +18,7 @@ namespace kvo::platform_qt {
 using platform::Printed;
 
 platform::PrintStart QtPrinter::begin(const platform::PrintRequest& request) {
-    const QString name = QString::fromStdString(request.documentName);
+    const QString name = shownMessage(request.documentName);
     auto printer = std::make_unique<QPrinter>(QPrinter::HighResolution);
     printer->setDocName(name);
     const PrintAnswer answer = askWhereToPrint(*printer, name, request.offersWhitePaper);

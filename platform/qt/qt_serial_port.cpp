@@ -99,7 +99,7 @@ void QtSerialPort::openPort() {
 void QtSerialPort::explainFailedOpen(const QString& device) {
     const OpenFailure failure = explainOpenFailure(m_number, device, m_port.errorString());
     m_openError = failure.error;
-    m_openErrorText = typed(failure.text);
+    m_openErrorText = failure.text.toStdString();
     m_port.clearError();
 }
 

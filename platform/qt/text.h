@@ -1,6 +1,6 @@
 #pragma once
-// The border between the bytes of the logic (Windows-1252, one byte a character) and the Unicode
-// texts of the windows.
+// The border between the texts of the logic and the Unicode of the windows. platform/text.h says
+// which kind a text is of.
 #include <QString>
 
 #include <string>
@@ -8,17 +8,17 @@
 
 namespace kvo::platform_qt {
 
-// Bytes as a control shows them. The five bytes that the code page leaves open become the control
-// character of the same number, so that nothing is lost on the way back.
-QString shown(std::string_view bytes);
-// What the user typed, as bytes; a character that the code page does not have becomes "?".
+// A file's text as a control shows it. Every byte becomes a character of its own, so that none is
+// lost on the way back.
+QString shown(std::string_view fileText);
+// What the user typed, as a file's text; a character that the code page does not have becomes "?".
 std::string typed(const QString& text);
 
-// A path of the system (UTF-8 bytes outside Windows).
+// A path of the system.
 QString shownPath(std::string_view path);
 std::string typedPath(const QString& path);
 
-// A text for a message: CR, CR LF and LF all become one line end.
-QString shownLines(std::string_view bytes);
+// What is said to the user: CR, CR LF and LF all become one line end.
+QString shownMessage(std::string_view message);
 
 } // namespace kvo::platform_qt

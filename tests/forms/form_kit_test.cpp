@@ -164,7 +164,9 @@ private slots:
         QCOMPARE(typed(shown(all)), all);
         QCOMPARE(shown("\x80\x99\xe9"), QStringLiteral("\u20ac\u2122\u00e9"));
         QCOMPARE(typed(QStringLiteral("a\u0107\U0001F600b")), std::string("a??b"));
-        QCOMPARE(shownLines("a\rb\r\nc\nd\r\r"), QStringLiteral("a\nb\nc\nd\n\n"));
+        QCOMPARE(shownMessage("a\rb\r\nc\nd\r\r"), QStringLiteral("a\nb\nc\nd\n\n"));
+        QCOMPARE(shownMessage("J\xc3\xbcrg\xc5\x82"), QStringLiteral("J\u00fcrg\u0142"));
+        QCOMPARE(shownMessage("/old/J\xfcrg"), QStringLiteral("/old/J\u00fcrg"));
     }
 
     void numbersNeverFollowTheLocale() {

@@ -258,6 +258,14 @@ TEST_F(Tools, InvalidTimesAskWhetherToRetry) {
     }
 }
 
+TEST_F(Tools, AnInvalidTimeReadsAsItWasTyped) {
+    expectOffsetBox(Reply::yes);
+    dialogs.expectInputTitled("Graph Time Offset", "fr\xfch 5\x80");
+    auto& box = dialogs.expectBoxTitled("Graph Time Offset", Reply::cancel);
+    box.text = "Invalid Time    ( fr\xc3\xbch 5\xe2\x82\xac )";
+    EXPECT_FALSE(offset().changed);
+}
+
 TEST_F(Tools, RetryStartsFromTheFirstBox) {
     expectOffsetBox(Reply::yes);
     dialogs.expectInputTitled("Graph Time Offset", "5000");

@@ -68,6 +68,11 @@ TEST_F(ChooserList, formsThePathFromTheLastTwelveCharacters) {
     EXPECT_EQ(dataFilePath(folder, "xx26111514.52d", files), "/kvo/Data/26111514.52d");
 }
 
+// The index is a file's text, the path is the system's own.
+TEST_F(ChooserList, namesAFileOnTheDiskInItsOwnLetters) {
+    EXPECT_EQ(dataFilePath(folder, "M\xfcller15.52d", files), "/kvo/Data/M\xc3\xbcller15.52d");
+}
+
 TEST_F(ChooserList, cutsAPathFirstAndThenLooksAtTheName) {
     for (const char* name : {"C:\\KVO\\Data\\26111514.52d", "/media/stick/Data/26111514.52d   ",
              "../../26111514.52d", "Backup/../26111514.52d"})

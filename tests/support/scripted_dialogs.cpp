@@ -1,5 +1,7 @@
 #include "tests/support/scripted_dialogs.h"
 
+#include "platform/text.h"
+
 #include <cstdio>
 #include <cstdlib>
 
@@ -82,6 +84,9 @@ std::optional<ScriptedDialogs::Expected> ScriptedDialogs::take(Expected::Kind ki
     const std::optional<std::string>& preset) {
     m_looked = false;
     m_titles.push_back(title);
+    for (const std::string& said : {text, title}) {
+        if (!platform::isUtf8(said)) m_problems.push_back("a file's text, as it is: " + said);
+    }
     if (m_expected.empty() || m_expected.front().kind != kind) {
         m_problems.push_back("unexpected question: \"" + title + "\": " + text);
         return std::nullopt;

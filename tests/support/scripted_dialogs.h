@@ -1,7 +1,7 @@
 #pragma once
 // Questions that a test expects, in their order, with the answers it gives. A question that was not
-// expected, differs, or was never asked is a problem; a test that does not look at problems() ends
-// the program when the script goes out of scope with one.
+// expected, differs, was never asked, or is not in UTF-8 is a problem; a test that does not look at
+// problems() ends the program when the script goes out of scope with one.
 #include "platform/dialogs.h"
 
 #include <deque>
