@@ -16,9 +16,9 @@ namespace kvo::library {
 // empty.
 std::vector<core::RunIndexEntry> Data_File(const std::string& appFolder, platform::Files& files);
 
-// Full path (UTF-8) of the run a row names: the last 12 characters of its file name in the Data folder, so
-// that a row that holds a whole path finds its run too. Where these are no plain base name there is
-// no path: empty, which loads like a missing file.
+// Full path (UTF-8) of the run a row names: the last 12 characters of its file name in the Data
+// folder, so that a row that holds a whole path finds its run too. Where these are no plain base
+// name there is no path: empty, which loads like a missing file.
 std::string dataFilePath(
     const std::string& appFolder, std::string_view fileName, const platform::Files& files);
 

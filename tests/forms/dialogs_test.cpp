@@ -100,8 +100,7 @@ private slots:
             QCOMPARE(box.text(), QStringLiteral("one\ntwo\n\n    <b>three</b> \u20ac"));
             QCOMPARE(box.textFormat(), Qt::PlainText);
         });
-        m_dialogs.messageBox(
-            "one\rtwo\r\n\n    <b>three</b> \xe2\x82\xac", 0, "Caf\xc3\xa9 & <b>");
+        m_dialogs.messageBox("one\rtwo\r\n\n    <b>three</b> \xe2\x82\xac", 0, "Caf\xc3\xa9 & <b>");
     }
 
     void aLongLineIsNotTornApart() {
