@@ -4,6 +4,7 @@
 #include "core/paths.h"
 #include "core/run_info.h"
 #include "graph/forms/channel_cell.h"
+#include "graph/forms/read_out_line.h"
 #include "library/run_list.h"
 #include "link/forms/download_data.h"
 #include "link/forms/logger_line.h"
@@ -214,6 +215,7 @@ private slots:
             QVERIFY2(label.value().isEmpty(), qPrintable(label.key()));
         QCOMPARE(text("Text_ET"), QString());
         QCOMPARE(text("Label_DataChanel"), QString());
+        QCOMPARE(dialogs().beeps(), 0);
         QCOMPARE(graph.windowTitle(), QStringLiteral("Data Graph"));
         QCOMPARE(command("Mnu_Overlay").text(), QStringLiteral("Overlay Data File"));
         QCOMPARE(part<QToolButton>("OverlayData").text(), QStringLiteral("Overlay"));
@@ -319,6 +321,14 @@ private slots:
         command("Mnu_Overlay").trigger();
         QCOMPARE(text("LoadingText"), QStringLiteral("Loading:"));
         QCOMPARE(text("LoadingFile"), QStringLiteral("24060512.32d"));
+        QVERIFY(!part<QWidget>("LoadingFrame").isVisible());
+        // One that took long is taken away behind the drawing.
+        auto& line = part<ReadOutLine>("ReadOuts");
+        line.startLoading({}, {});
+        QTest::qSleep(120);
+        line.setProgress(1);
+        QVERIFY(part<QWidget>("LoadingFrame").isVisible());
+        command("Resolution(4)").trigger();
         QVERIFY(!part<QWidget>("LoadingFrame").isVisible());
     }
 

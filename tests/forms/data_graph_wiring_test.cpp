@@ -11,6 +11,7 @@
 
 #include <QScrollBar>
 #include <QToolButton>
+#include <QWheelEvent>
 
 #include <algorithm>
 #include <vector>
@@ -292,6 +293,14 @@ private slots:
         QCOMPARE(text("Label_DataChanel"), QString());
         emit trend().mouseUp(Qt::RightButton, 700, 400);
         QCOMPARE(onTop(), 5U);
+        // A drag to the left is the same stretch.
+        const QMap<QString, QString> rightwards = texts();
+        clickAt(400);
+        QVERIFY(texts() != rightwards);
+        emit trend().mouseDown(Qt::RightButton, 700, 700);
+        emit trend().mouseUp(Qt::RightButton, 300, 400);
+        QCOMPARE(texts(), rightwards);
+        QCOMPARE(dialogs().beeps(), 0);
     }
 
     void aCarsHiddenClutchIsNotFound_data() {
@@ -311,6 +320,26 @@ private slots:
         QCOMPARE(std::any_of(hits.begin(), hits.end(),
                      [](const QString& hit) { return hit.startsWith(QLatin1String(" Clutch")); }),
             found);
+    }
+
+    void theWheelZoomsARun() {
+        const auto turn = [this](int delta) {
+            QWheelEvent wheel({100, 100}, trend().mapToGlobal(QPointF(100, 100)), {}, {0, delta},
+                Qt::NoButton, Qt::ControlModifier, Qt::NoScrollPhase, false);
+            QCoreApplication::sendEvent(&trend(), &wheel);
+        };
+        store(32, 1);
+        openByChooser(cancelling());
+        const int width = trend().width();
+        turn(120);
+        QCOMPARE(trend().width(), width);
+        testing::onModal(taking(1));
+        command("Mnu_LoadData").trigger();
+        turn(120);
+        QVERIFY(trend().width() > width);
+        const int zoomed = trend().width();
+        turn(-120);
+        QVERIFY(trend().width() < zoomed);
     }
 
     // --- The time line
@@ -353,6 +382,7 @@ private slots:
         standsAfter("resolution");
         chooseBackground(0x404040U);
         standsAfter("background");
+        QCOMPARE(trend().cursor().shape(), Qt::ArrowCursor); // no hourglass is left
     }
 
     // --- Sizes
@@ -425,6 +455,8 @@ private slots:
         missing.remove(QStringLiteral("Tyre_Growth"));
         QCOMPARE(missing, whole);
         QVERIFY(wholeHits.size() > 10);
+        QVERIFY(std::any_of(wholeHits.begin(), wholeHits.end(),
+            [](const QString& hit) { return hit.startsWith(QLatin1String("Oil      = ")); }));
         for (const QString& hit : wholeHits - missingHits)
             QVERIFY2(hit.startsWith(QLatin1String(" Tyre Growth")), qPrintable(hit));
     }
@@ -459,6 +491,21 @@ private slots:
     }
 
     // --- Nothing is cut
+
+    void aValueCoversTheOverlaysRoom() {
+        store(32, 1);
+        store(32, 2);
+        DataGraph& graph = openByChooser(taking(2));
+        const auto labelAtTheEnd = [this, &graph] {
+            const auto& cell = *part<QWidget>("Rpm").parentWidget();
+            return graph.childAt(cell.mapTo(&graph, QPoint(cell.width() - 3, cell.height() / 2)));
+        };
+        QCOMPARE(labelAtTheEnd()->objectName(), QStringLiteral("Rpm"));
+        overlay(1);
+        QCOMPARE(labelAtTheEnd()->objectName(), QStringLiteral("OverlayRpm"));
+        command("Mnu_Overlay").trigger();
+        QCOMPARE(labelAtTheEnd()->objectName(), QStringLiteral("Rpm"));
+    }
 
     void everyValueHasItsRoom_data() {
         QTest::addColumn<int>("type");
