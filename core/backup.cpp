@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <optional>
 #include <string_view>
 
 namespace kvo::core {
@@ -50,6 +51,18 @@ platform::WriteResult notKept(const platform::ReadResult& old) {
         false, old.message + "\nSo no copy of it can be kept, and it stays as it is.", old.failure};
 }
 
+// `old` is what a read of the file gave.
+platform::WriteResult replace(const std::string& appFolder, const std::string& path,
+    const platform::ReadResult& old, const platform::Bytes& content, platform::Files& files) {
+    if (!old && old.failure != platform::FileFailure::notFound) return notKept(old);
+    const bool extended = old && old.content->size() <= content.size() &&
+                          std::equal(old.content->begin(), old.content->end(), content.begin());
+    if (old && !extended) {
+        if (auto kept = keepContent(appFolder, path, *old.content, files); !kept) return kept;
+    }
+    return files.write(path, content);
+}
+
 } // namespace
 
 platform::WriteResult keepCopy(
@@ -63,14 +76,18 @@ platform::WriteResult keepCopy(
 platform::WriteResult replaceKept(const std::string& appFolder, const std::string& path,
     const platform::Bytes& content, platform::Files& files) {
     if (auto refused = files.replaceable(path); !refused) return refused;
+    return replace(appFolder, path, files.readOrReason(path), content, files);
+}
+
+platform::WriteResult replaceBeginningKept(const std::string& appFolder, const std::string& path,
+    platform::Bytes content, platform::Files& files) {
+    if (auto refused = files.replaceable(path); !refused) return refused;
     const auto old = files.readOrReason(path);
-    if (!old && old.failure != platform::FileFailure::notFound) return notKept(old);
-    const bool extended = old && old.content->size() <= content.size() &&
-                          std::equal(old.content->begin(), old.content->end(), content.begin());
-    if (old && !extended) {
-        if (auto kept = keepContent(appFolder, path, *old.content, files); !kept) return kept;
+    if (old && old.content->size() > content.size()) {
+        const auto behind = old.content->begin() + static_cast<std::ptrdiff_t>(content.size());
+        content.insert(content.end(), behind, old.content->end());
     }
-    return files.write(path, content);
+    return replace(appFolder, path, old, content, files);
 }
 
 platform::WriteResult removeKept(

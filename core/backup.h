@@ -18,6 +18,11 @@ namespace kvo::core {
 [[nodiscard]] platform::WriteResult replaceKept(const std::string& appFolder,
     const std::string& path, const platform::Bytes& content, platform::Files& files);
 
+// The same for a file of records: `content` goes over its beginning, and what lies behind that
+// stays.
+[[nodiscard]] platform::WriteResult replaceBeginningKept(const std::string& appFolder,
+    const std::string& path, platform::Bytes content, platform::Files& files);
+
 // Deletes a file that is kept first. A missing file is no failure.
 [[nodiscard]] platform::WriteResult removeKept(
     const std::string& appFolder, const std::string& path, platform::Files& files);

@@ -134,13 +134,7 @@ platform::WriteResult makeFolderOf(
 platform::WriteResult writeRecords(
     const OpenRun& run, int sampleCount, const std::string& appFolder, platform::Files& files) {
     if (auto made = makeFolderOf(run.path, appFolder, files); !made) return made;
-    platform::Bytes content = encodeRun(run, sampleCount);
-    // As in any file of records, what lies behind the last one written stays.
-    if (const auto old = files.read(run.path); old && old->size() > content.size()) {
-        content.insert(
-            content.end(), old->begin() + static_cast<std::ptrdiff_t>(content.size()), old->end());
-    }
-    return replaceKept(appFolder, run.path, content, files);
+    return replaceBeginningKept(appFolder, run.path, encodeRun(run, sampleCount), files);
 }
 
 } // namespace

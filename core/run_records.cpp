@@ -3,6 +3,7 @@
 #include "core/basic/byte_reader.h"
 
 #include <algorithm>
+#include <array>
 #include <bit>
 #include <cstring>
 #include <type_traits>
@@ -43,14 +44,24 @@ Whole at(std::span<const std::uint8_t, runSampleWidth> row) {
     return static_cast<Whole>(value);
 }
 
+// Puts a little-endian field at an offset of a row.
+template <std::size_t Offset, typename Whole>
+void put(std::span<std::uint8_t, runSampleWidth> row, Whole value) {
+    static_assert(Offset + sizeof(Whole) <= runSampleWidth);
+    if constexpr (std::endian::native == std::endian::little) {
+        std::memcpy(row.data() + Offset, &value, sizeof value);
+    } else {
+        const auto bits = static_cast<std::make_unsigned_t<Whole>>(value);
+        for (std::size_t i = 0; i < sizeof value; ++i)
+            row[Offset + i] = static_cast<std::uint8_t>(bits >> (8U * i));
+    }
+}
+
 void give(ByteWriter& writer, std::uint8_t value) {
     writer.u8(value);
 }
 void give(ByteWriter& writer, std::int16_t value) {
     writer.i16le(value);
-}
-void give(ByteWriter& writer, std::int32_t value) {
-    writer.i32le(value);
 }
 void give(ByteWriter& writer, float value) {
     writer.f32le(value);
@@ -142,10 +153,18 @@ void encode(ByteWriter& writer, const RunHeader& h) {
 }
 
 void encode(ByteWriter& writer, const RunSample& s) {
-    giveAll(writer, s.Index, s.EngineRpm, s.InputRpm, s.OutputRpm, s.SpeedRaw, s.Status);
-    writer.raw({s.Analog.begin(), s.Analog.end()});
-    give(writer, s.Aux);
-    writer.raw({s.Exhaust.begin(), s.Exhaust.end()});
+    // A run has thousands of these: the fields go to their places, and the row into the file whole.
+    std::array<std::uint8_t, runSampleWidth> row{};
+    put<0>(row, s.Index);
+    put<2>(row, s.EngineRpm);
+    put<4>(row, s.InputRpm);
+    put<6>(row, s.OutputRpm);
+    put<8>(row, s.SpeedRaw);
+    put<12>(row, s.Status);
+    std::copy(s.Analog.begin(), s.Analog.end(), row.begin() + 13);
+    put<21>(row, s.Aux);
+    std::copy(s.Exhaust.begin(), s.Exhaust.end(), row.begin() + 25);
+    writer.raw(row);
 }
 
 void encode(ByteWriter& writer, const RunSetupBlock& block) {

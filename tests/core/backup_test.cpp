@@ -32,6 +32,35 @@ TEST(Backup, KeepsNothingOfAFileThatIsOnlyContinued) {
     EXPECT_TRUE(files.list("/kvo/Backup").empty());
 }
 
+// A disk that counts how often it is asked for a file.
+class CountingFiles : public MemoryFiles {
+public:
+    platform::ReadResult readOrReason(const std::string& path) const override {
+        ++reads;
+        return MemoryFiles::readOrReason(path);
+    }
+    mutable int reads = 0;
+};
+
+TEST(Backup, LeavesWhatLiesBehindTheNewBeginning) {
+    CountingFiles files;
+    files.put(run, {1, 2, 3, 4});
+    ASSERT_TRUE(replaceBeginningKept(folder, run, Bytes{1, 9}, files));
+    EXPECT_EQ(files.reads, 1) << "the old file holds both the rest and what is kept";
+    EXPECT_EQ(files.read(run), (Bytes{1, 9, 3, 4}));
+    EXPECT_EQ(files.read("/kvo/Backup/26111514.52d.0001"), (Bytes{1, 2, 3, 4}));
+}
+
+TEST(Backup, GivesAShorterFileItsNewBeginningAlone) {
+    CountingFiles files;
+    files.put(run, {1, 2});
+    ASSERT_TRUE(replaceBeginningKept(folder, run, Bytes{1, 2, 3}, files));
+    EXPECT_EQ(files.read(run), (Bytes{1, 2, 3}));
+    EXPECT_TRUE(files.list("/kvo/Backup").empty());
+    ASSERT_TRUE(replaceBeginningKept(folder, "/kvo/Data/new", Bytes{5}, files));
+    EXPECT_EQ(files.read("/kvo/Data/new"), Bytes{5});
+}
+
 TEST(Backup, DoesNotKeepTheSameStateTwice) {
     MemoryFiles files;
     files.put(run, {1});
