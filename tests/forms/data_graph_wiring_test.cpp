@@ -326,7 +326,9 @@ private slots:
         const auto turn = [this](int delta) {
             QWheelEvent wheel({100, 100}, trend().mapToGlobal(QPointF(100, 100)), {}, {0, delta},
                 Qt::NoButton, Qt::ControlModifier, Qt::NoScrollPhase, false);
-            QCoreApplication::sendEvent(&trend(), &wheel);
+            // Only a wheel that came from outside goes on to the widgets around.
+            QSpontaneKeyEvent::setSpontaneous(&wheel);
+            qApp->notify(&trend(), &wheel);
         };
         store(32, 1);
         openByChooser(cancelling());
