@@ -122,6 +122,22 @@ TEST(Derived, RocosKeepsEachStepAsASingle) {
         return 0;
     });
     EXPECT_EQ(RoCoS_Cal(*run, 2520, 1000).text, "6.60");
+    // The mean alone, before it is turned to feet: 2.19 if it were a double.
+    const auto slower = speeds([](int i) {
+        if (i >= 987 && i < 994) return 10001;
+        if (i >= 1007 && i < 1014) return 11930;
+        return 0;
+    });
+    EXPECT_EQ(RoCoS_Cal(*slower, 2520, 1000).text, "2.20");
+}
+
+TEST(Derived, RocosDrawnCutsEachWindowsMean) {
+    // Means of 0 and 40, the first cut from 6 / 7; cut only once they would differ by 39.
+    const auto run = speeds([](int i) {
+        if (i == 987) return 6;
+        return i >= 1007 && i < 1014 ? 40 : 0;
+    });
+    EXPECT_EQ(rocosDrawn(*run, 2520, 1000).value, 4);
 }
 
 TEST(Derived, ADeceleratingCarReadsZeroWhileItsCurveFalls) {

@@ -54,6 +54,19 @@ TEST(ByteReader, NeverReadsBehindTheEnd) {
     EXPECT_EQ(reader.text(0), "");
 }
 
+TEST(ByteReader, ReadsUpToTheVeryEnd) {
+    const platform::Bytes bytes{1, 2, 3, 4, 5};
+    ByteReader reader(bytes);
+    std::array<std::uint8_t, 5> all{};
+    EXPECT_TRUE(reader.raw(all));
+    EXPECT_EQ(all[4], 5);
+    EXPECT_EQ(reader.left(), 0U);
+    EXPECT_FALSE(reader.failed());
+    ByteReader skipping(bytes);
+    EXPECT_TRUE(skipping.skip(5));
+    EXPECT_EQ(skipping.left(), 0U);
+}
+
 TEST(ByteWriter, FillsWithZerosOnlyUpwards) {
     ByteWriter writer;
     writer.u8(1);
