@@ -7,6 +7,13 @@
 namespace kvo::core {
 namespace {
 
+TEST(NumberPicture, CutsOptionalPlacesThatAreZero) {
+    EXPECT_EQ(Format(1.5, "0.0#"), "1.5");
+    EXPECT_EQ(Format(1.25, "0.0#"), "1.25");
+    EXPECT_EQ(Format(2.0, "0.0#"), "2.0");
+    EXPECT_EQ(Format(1.5, "0.00"), "1.50");
+}
+
 TEST(NumberPicture, RoundsHalfAwayFromZeroOnTheDecimalForm) {
     EXPECT_EQ(Format(0.125, "0.00"), "0.13");
     EXPECT_EQ(Format(-0.125, "0.00"), "-0.13");
