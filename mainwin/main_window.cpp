@@ -57,6 +57,11 @@ void VrnWin32::Form_Load() {
     resize(qMin(room.width() * 85 / 100, 1280), qMin(room.height() * 85 / 100, 940));
 }
 
+void VrnWin32::loadLogo() {
+    m_picture = vehiclePicture();
+    placeLogo();
+}
+
 bool VrnWin32::eventFilter(QObject* object, QEvent* event) {
     if (object == m_inner && event->type() == QEvent::Resize) Form_Resize();
     return QMainWindow::eventFilter(object, event);
@@ -158,6 +163,10 @@ void showMainWindow() {
     if (!isLoaded<VrnWin32>()) return;
     form<VrnWin32>().show();
     form<VrnWin32>().activateWindow();
+}
+
+void loadLogo() {
+    if (isLoaded<VrnWin32>()) form<VrnWin32>().loadLogo();
 }
 
 void EnableMainMenus(bool on) {

@@ -21,6 +21,8 @@ public:
 
     // The five main menus and the toolbar.
     void enableMenus(bool on);
+    // The picture of the vehicle that the configuration names now.
+    void loadLogo();
     const platform_qt::Commands& commands() const { return m_commands; }
 
 protected:
@@ -59,6 +61,10 @@ private:
 // Switches the main menus and the toolbar; every modal command wraps its work in it. Without a main
 // window it does nothing.
 void EnableMainMenus(bool on);
+
+// The main window shows the picture of the vehicle that the configuration names now. Without a main
+// window it does nothing.
+void loadLogo();
 
 // A form that is shown in the main window's place hides it, and shows it again when it goes.
 // Without a main window they do nothing.

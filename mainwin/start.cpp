@@ -73,6 +73,7 @@ void openDoors() {
     // Its session unloads it on every way out.
     all.downloadData = [] { showModal(form<DownloadData>()); };
     all.showSoftwareSetup = showSoftwareSetup;
+    all.loadLogo = loadLogo;
     all.showAbout = [] { showModal(form<About>()); };
 }
 

@@ -72,6 +72,8 @@ struct Doors {
     Door<void()> downloadData{"downloadData"};
     // The software setup form, modal, where the configuration is missing or corrupt too.
     Door<void()> showSoftwareSetup{"showSoftwareSetup"};
+    // The main window shows the picture of the vehicle that the configuration names now.
+    Door<void()> loadLogo{"loadLogo"};
     // Name and version of the program, modal.
     Door<void()> showAbout{"showAbout"};
 };
