@@ -32,15 +32,22 @@ platform::WriteResult SaveAnalogTable(const std::string& appFolder, const std::s
     }
     ByteWriter writer;
     for (const double entry : tables[channel]) writer.f64le(entry);
-    return replaceKept(appFolder, joined(appFolder, name, files), writer.bytes(), files);
+    const std::string path = joined(appFolder, name, files);
+    if (files.read(path) == writer.bytes()) return {};
+    return replaceKept(appFolder, path, writer.bytes(), files);
+}
+
+std::optional<std::uint8_t> tableByte(
+    const std::array<double, 256>& table, float scale, std::uint8_t raw) {
+    const double quotient = table[raw] / static_cast<double>(scale);
+    const double whole = Fix(quotient);
+    // A scale of 0 gives an infinity or no number at all, and so no byte.
+    if (!(whole >= 0 && whole <= 255)) return {};
+    return static_cast<std::uint8_t>(whole);
 }
 
 std::uint8_t applyAnalogTable(const std::array<double, 256>& table, float scale, std::uint8_t raw) {
-    const double quotient = table[raw] / static_cast<double>(scale);
-    const double whole = Fix(quotient);
-    // A scale of 0 gives an infinity or no number at all, and so the raw byte.
-    if (!(whole >= 0 && whole <= 255)) return raw;
-    return static_cast<std::uint8_t>(whole);
+    return tableByte(table, scale, raw).value_or(raw);
 }
 
 } // namespace kvo::core

@@ -66,6 +66,22 @@ TEST(AnalogTables, AChannelThatDoesNotExistIsRefused) {
     EXPECT_FALSE(files.exists("/kvo/Analog9.Dat"));
 }
 
+// A copy of what was overwritten is kept; a file that would not change is not touched at all.
+TEST(AnalogTables, ATableThatIsThereAlreadyIsLeftAlone) {
+    MemoryFiles files;
+    const auto tables = std::make_unique<AnalogTables>();
+    (*tables)[3] = tableOf(1);
+    ASSERT_TRUE(SaveAnalogTable("/kvo", "Analog3.Dat", 3, *tables, files));
+    files.failWrites("/kvo/Analog3.Dat", MemoryFiles::Failure::readOnly);
+    EXPECT_TRUE(SaveAnalogTable("/kvo", "Analog3.Dat", 3, *tables, files));
+    (*tables)[3] = tableOf(2);
+    EXPECT_FALSE(SaveAnalogTable("/kvo", "Analog3.Dat", 3, *tables, files));
+    EXPECT_TRUE(files.list("/kvo/Backup").empty());
+    files.allowWrites();
+    EXPECT_TRUE(SaveAnalogTable("/kvo", "Analog3.Dat", 3, *tables, files));
+    EXPECT_EQ(files.list("/kvo/Backup"), std::vector<std::string>{"Analog3.Dat.0001"});
+}
+
 TEST(AnalogTable, GivesTheWholePartOfTheQuotient) {
     EXPECT_EQ(applyAnalogTable(tableOf(10), 4, 17), 2);
     EXPECT_EQ(applyAnalogTable(tableOf(255.9), 1, 17), 255) << "cut first, then tested";
@@ -73,6 +89,8 @@ TEST(AnalogTable, GivesTheWholePartOfTheQuotient) {
 }
 
 TEST(AnalogTable, AQuotientThatIsNoByteKeepsTheRawOne) {
+    EXPECT_FALSE(tableByte(tableOf(256), 1, 17));
+    EXPECT_EQ(tableByte(tableOf(255.5), 1, 17), 255);
     EXPECT_EQ(applyAnalogTable(tableOf(256), 1, 17), 17);
     EXPECT_EQ(applyAnalogTable(tableOf(-1), 1, 17), 17);
     EXPECT_EQ(applyAnalogTable(tableOf(5), 0, 17), 17);
