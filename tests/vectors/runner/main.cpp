@@ -15,6 +15,7 @@ static void addAllFunctions() {
     kvo::vectors::addGraphFunctions();
     kvo::vectors::addLibraryFunctions();
     kvo::vectors::addSetupFunctions();
+    kvo::vectors::addAnalogFunctions();
     kvo::vectors::addCalcFunctions();
 }
 

@@ -32,6 +32,7 @@ void addLinkFunctions();
 void addGraphFunctions();
 void addLibraryFunctions();
 void addSetupFunctions();
+void addAnalogFunctions();
 void addCalcFunctions();
 void addFormFunctions();
 
