@@ -328,13 +328,15 @@ std::optional<Options> typed(const std::vector<std::string>& words, std::string&
 
 TEST(Options, AreRead) {
     std::string error;
-    const auto options = typed({"--type", "43", "--link", "/x/COM1", "--fault", "late=20",
-                                   "--unpaced", "--seed", "9", "--stream", "recorded"},
-        error);
+    const auto options =
+        typed({"--type", "43", "--link", "/x/COM1", "--fault", "late=20", "--unpaced", "--seed",
+                  "9", "--stream", "recorded", "--state", "kept"},
+            error);
     ASSERT_TRUE(options);
     EXPECT_EQ(options->dataType, 43);
     EXPECT_EQ(options->linkPath, "/x/COM1");
     EXPECT_EQ(options->streamPath, "recorded");
+    EXPECT_EQ(options->statePath, "kept");
     EXPECT_EQ(options->fault.kind, Fault::Kind::late);
     EXPECT_FALSE(options->paced);
     EXPECT_EQ(options->seed, 9U);
@@ -344,7 +346,7 @@ TEST(Options, AreRead) {
 
 TEST(Options, WrongValuesAreRefusedWithAReason) {
     const std::vector<std::string> rows[] = {{"--type", "9"}, {"--type", "x"}, {"--fault", "sleep"},
-        {"--seed", "-1"}, {"--link", ""}, {"--stream", ""}};
+        {"--seed", "-1"}, {"--link", ""}, {"--stream", ""}, {"--state", ""}};
     for (const auto& row : rows) {
         std::string error;
         EXPECT_FALSE(typed(row, error)) << row[0];

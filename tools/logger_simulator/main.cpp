@@ -2,6 +2,7 @@
 #include "tools/logger_simulator/model_logger.h"
 #include "tools/logger_simulator/options.h"
 #include "tools/logger_simulator/pty_logger.h"
+#include "tools/logger_simulator/state_file.h"
 
 #include <cstdio>
 #include <filesystem>
@@ -57,6 +58,23 @@ std::unique_ptr<ModelLogger> makeLogger(const Options& options) {
     return std::make_unique<ModelLogger>(std::move(stream));
 }
 
+// Shows the settings of the time before, and keeps those that are written from now on. False where
+// there are some that cannot be read.
+bool keepState(ModelLogger& logger, const std::string& path) {
+    if (path.empty()) return true;
+    std::string error;
+    if (const auto settings = readState(path, error)) logger.takeSettings(*settings);
+    if (!error.empty()) {
+        std::fprintf(stderr, "%s\n", error.c_str());
+        return false;
+    }
+    logger.onWritten = [path](const HeaderBytes& settings) {
+        std::string failure;
+        if (!writeState(path, settings, failure)) std::fprintf(stderr, "%s\n", failure.c_str());
+    };
+    return true;
+}
+
 sigset_t watchedSignals() {
     sigset_t set;
     sigemptyset(&set);
@@ -82,7 +100,7 @@ void serveUntilToldToEnd(PtyLogger& pty, ModelLogger& logger, const sigset_t& si
 
 int run(const Options& options) {
     const auto logger = makeLogger(options);
-    if (!logger) return 1;
+    if (!logger || !keepState(*logger, options.statePath)) return 1;
     FaultyEnd end(*logger, options.fault);
     const sigset_t signals = watchedSignals();
     sigprocmask(SIG_BLOCK, &signals, nullptr); // the thread inherits it; the wait below takes them

@@ -43,8 +43,7 @@ ModelLogger::ModelLogger(platform::Bytes stream)
       m_stream(std::move(stream)) {}
 
 void ModelLogger::powerUp() {
-    if (m_written && m_stream.size() > headerBytes)
-        std::copy(m_written->begin(), m_written->end(), m_stream.begin() + 1);
+    if (m_written) takeSettings(*m_written);
     m_written.reset();
     m_position = 0;
     m_replies.clear();
@@ -52,6 +51,11 @@ void ModelLogger::powerUp() {
     m_receiving.clear();
     m_pitRun = false;
     m_pitBytes.clear();
+}
+
+void ModelLogger::takeSettings(const HeaderBytes& settings) {
+    if (m_stream.size() > headerBytes)
+        std::copy(settings.begin(), settings.end(), m_stream.begin() + 1);
 }
 
 // The opening "0" to "7", then 32 settings, each byte echoed. A byte out of order ends the write.
@@ -69,8 +73,11 @@ bool ModelLogger::configurationStep(std::uint8_t byte) {
     m_receiving.push_back(byte);
     reply(byte);
     if (m_receiving.size() == headerBytes) {
-        m_written = std::exchange(m_receiving, {});
+        m_written.emplace();
+        std::copy(m_receiving.begin(), m_receiving.end(), m_written->begin());
+        m_receiving.clear();
         m_opening = -1;
+        if (onWritten) onWritten(*m_written);
     }
     return true;
 }

@@ -7,6 +7,7 @@
 
 #include <cstdint>
 #include <deque>
+#include <functional>
 #include <optional>
 
 namespace kvo::simulator {
@@ -28,6 +29,10 @@ public:
     void powerUp();
     // True while settings wait for the next power-up.
     bool configurationWaits() const { return m_written.has_value(); }
+    // Called with the settings of each whole write, as soon as its last byte is there.
+    std::function<void(const HeaderBytes&)> onWritten;
+    // What the header says, as after a power-up with these settings.
+    void takeSettings(const HeaderBytes& settings);
     bool inPitRun() const { return m_pitRun; }
 
     void receive(std::uint8_t byte) override;
@@ -45,7 +50,7 @@ private:
     std::deque<std::uint8_t> m_replies;
     int m_opening = -1;          // step of the opening of a configuration write, -1: none
     platform::Bytes m_receiving; // settings that have come so far
-    std::optional<platform::Bytes> m_written;
+    std::optional<HeaderBytes> m_written;
     bool m_pitRun = false;
     std::uint16_t m_pitCounter = 0;
     std::deque<std::uint8_t> m_pitBytes;

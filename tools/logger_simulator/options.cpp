@@ -37,7 +37,7 @@ bool takeValue(const std::string& name, const std::string& value, Options& optio
         options.linkPath = value;
         return !value.empty();
     }
-    options.streamPath = value;
+    (name == "--state" ? options.statePath : options.streamPath) = value;
     return !value.empty();
 }
 
@@ -69,6 +69,8 @@ static std::string helpText() {
            "  --unpaced      as fast as it goes instead of 9600 baud\n"
            "  --seed N       another run of the same vehicle\n"
            "  --stream PATH  gives a recorded stream instead of a modelled run\n"
+           "  --state PATH   keeps the settings that are written to it in this file, and shows\n"
+           "                 them when it is started again\n"
            "\n"
            "It ends on Ctrl+C. The signal USR1 switches the logger off and on: settings that were\n"
            "written to it take effect then.\n";
@@ -76,7 +78,7 @@ static std::string helpText() {
 
 const command_line::Syntax& syntax() {
     static const command_line::Syntax all{"logger_simulator [OPTION...]", helpText(), 0, 0,
-        {"--unpaced"}, {"--type", "--link", "--fault", "--seed", "--stream"}};
+        {"--unpaced"}, {"--type", "--link", "--fault", "--seed", "--stream", "--state"}};
     return all;
 }
 

@@ -13,6 +13,7 @@ struct Options {
     int dataType = 25;
     std::string linkPath;   // empty: no link
     std::string streamPath; // empty: a modelled run
+    std::string statePath;  // empty: settings that are written are gone at the end
     Fault fault;
     bool paced = true;
     std::uint32_t seed = 1;
