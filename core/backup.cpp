@@ -29,12 +29,19 @@ std::string copyName(const std::string& name, int number) {
     return name + "." + digits;
 }
 
+std::string backupFolder(const std::string& appFolder, const platform::Files& files) {
+    return joined(appFolder, "Backup", files);
+}
+
+platform::WriteResult makeBackupFolder(const std::string& folder, platform::Files& files) {
+    if (files.folderExists(folder)) return {};
+    return files.makeFolder(folder);
+}
+
 platform::WriteResult keepContent(const std::string& appFolder, const std::string& path,
     const platform::Bytes& content, platform::Files& files) {
-    const std::string folder = joined(appFolder, "Backup", files);
-    if (!files.folderExists(folder)) {
-        if (auto made = files.makeFolder(folder); !made) return made;
-    }
+    const std::string folder = backupFolder(appFolder, files);
+    if (auto made = makeBackupFolder(folder, files); !made) return made;
     const std::string name = baseName(path);
     int newest = 0;
     for (const std::string& file : files.list(folder)) {
@@ -88,6 +95,22 @@ platform::WriteResult replaceBeginningKept(const std::string& appFolder, const s
         content.insert(content.end(), behind, old.content->end());
     }
     return replace(appFolder, path, old, content, files);
+}
+
+platform::WriteResult keepText(const std::string& appFolder, const std::string& stem,
+    const std::string& text, platform::Files& files) {
+    const std::string folder = backupFolder(appFolder, files);
+    if (auto made = makeBackupFolder(folder, files); !made) return made;
+    const platform::Bytes content(text.begin(), text.end());
+    for (int number = 1;; ++number) {
+        const std::string tail = number == 1 ? "" : "-" + std::to_string(number);
+        const std::string path = joined(folder, stem + tail + ".txt", files);
+        const auto there = files.readOrReason(path);
+        if (there && *there.content == content) return {};
+        if (!there && there.failure == platform::FileFailure::notFound)
+            return files.write(path, content);
+        if (!there) return {false, there.message, there.failure};
+    }
 }
 
 platform::WriteResult removeKept(

@@ -23,6 +23,11 @@ namespace kvo::core {
 [[nodiscard]] platform::WriteResult replaceBeginningKept(const std::string& appFolder,
     const std::string& path, platform::Bytes content, platform::Files& files);
 
+// Keeps a text that was in no file: Backup/stem.txt, or stem-2.txt and so on where another text has
+// that name. Done too where one of them is the same already.
+[[nodiscard]] platform::WriteResult keepText(const std::string& appFolder, const std::string& stem,
+    const std::string& text, platform::Files& files);
+
 // Deletes a file that is kept first. A missing file is no failure.
 [[nodiscard]] platform::WriteResult removeKept(
     const std::string& appFolder, const std::string& path, platform::Files& files);

@@ -138,6 +138,26 @@ TEST(Backup, KeepsWhatIsDeleted) {
     EXPECT_TRUE(removeKept(folder, run, files)) << "a file that is gone is no failure";
 }
 
+TEST(Backup, KeepsTextsThatWereInNoFile) {
+    MemoryFiles files;
+    for (const char* text : {"a", "b", "a", "c"})
+        ASSERT_TRUE(keepText(folder, "Logger 7", text, files)) << text;
+    EXPECT_EQ(files.list("/kvo/Backup"),
+        (std::vector<std::string>{"Logger 7-2.txt", "Logger 7-3.txt", "Logger 7.txt"}));
+    EXPECT_EQ(files.read("/kvo/Backup/Logger 7.txt"), Bytes{'a'});
+    EXPECT_EQ(files.read("/kvo/Backup/Logger 7-3.txt"), Bytes{'c'});
+}
+
+TEST(Backup, ATextThatCannotBeKeptIsToldAndTakesNoPlace) {
+    MemoryFiles files;
+    files.put("/kvo/Backup/Logger 7.txt", {'a'});
+    files.failReads("/kvo/Backup/Logger 7.txt", MemoryFiles::Failure::diskError);
+    const auto kept = keepText(folder, "Logger 7", "b", files);
+    EXPECT_FALSE(kept);
+    EXPECT_NE(kept.message, "");
+    EXPECT_EQ(files.list("/kvo/Backup").size(), 1U);
+}
+
 TEST(Paths, HaveOneSeparatorBetweenTheirParts) {
     const MemoryFiles files;
     EXPECT_EQ(joined("/kvo", "a", files), "/kvo/a");
