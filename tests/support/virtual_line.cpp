@@ -17,8 +17,13 @@ void VirtualLine::at(long turn, std::function<void()> what) {
     m_callbacks.emplace(turn, std::move(what));
 }
 
-void VirtualLine::vanish() {
+void VirtualLine::close() {
+    if (m_open) ++m_closings;
     m_open = false;
+}
+
+void VirtualLine::vanish() {
+    close();
     m_vanishAt = -1;
 }
 
@@ -32,10 +37,7 @@ void VirtualLine::setInputLen(int bytes) {
 }
 
 void VirtualLine::setPortOpen(bool open) {
-    if (!open) {
-        m_open = false;
-        return;
-    }
+    if (!open) return close();
     if (onOpen) onOpen(m_port);
     const auto failure = m_failures.find(m_port);
     m_open = failure == m_failures.end();

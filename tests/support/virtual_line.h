@@ -40,6 +40,8 @@ public:
 
     long turnsGone() const { return m_turns; }
     long yields() const { return m_yields; }
+    // How often an open port was closed, or was lost.
+    int closings() const { return m_closings; }
     long bytesSent() const { return m_sent; }
     const std::string& everythingSent() const { return m_everythingSent; }
     double milliseconds() const;
@@ -73,6 +75,7 @@ private:
         std::string text;
     };
     void catchUp();
+    void close();
     long turnOfNextEvent();
 
     simulator::DuplexLine m_line;
@@ -91,6 +94,7 @@ private:
     int m_commEvent = 0;
     long m_turns = 0;
     long m_yields = 0;
+    int m_closings = 0;
     long m_sent = 0;
     long m_received = 0;
     long m_vanishAt = -1;
