@@ -337,6 +337,7 @@ void addLinkFunctions() {
     add("FindLoggerPort", findLoggerPort);
     add("SuggestTitle", suggestTitle, [](const Json& in) { return in.contains("last"); });
     addFullDownload();
+    addLinkPitFunctions();
 }
 
 } // namespace kvo::vectors

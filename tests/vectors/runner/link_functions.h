@@ -72,5 +72,6 @@ inline const std::string folderOfDownloads = "/kvo";
 Json fullDownload(const Case& c, const PressStart& press);
 
 void addFullDownload();
+void addLinkPitFunctions();
 
 } // namespace kvo::vectors
