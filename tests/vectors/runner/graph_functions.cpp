@@ -205,6 +205,7 @@ void addGraphFunctions() {
     addSizes();
     addGraphDrawing();
     addGraphCursor();
+    addGraphPrinting();
 }
 
 } // namespace kvo::vectors

@@ -22,5 +22,6 @@ std::unique_ptr<GraphCase> graphCase(const Case& c);
 // The parts of the group.
 void addGraphDrawing();
 void addGraphCursor();
+void addGraphPrinting();
 
 } // namespace kvo::vectors
