@@ -169,9 +169,7 @@ void TrendDrawing::drawChannel(int channel) {
 }
 
 void TrendDrawing::drawOverlayChannel(int channel) {
-    const std::int32_t own = channelColour(m_config, channel);
-    m_view.OverlayChannelColour =
-        m_config.OverlayColours != 1 ? own : InvertColour(own, m_config.GraphBackColour);
+    m_view.OverlayChannelColour = overlayColour(m_config, channel);
     m_host.setOverlayLabelColour(channel, m_view.OverlayChannelColour);
     applyMagnifyDefault(channel);
     makePoints(overlayView(), channel);

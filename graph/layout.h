@@ -11,6 +11,15 @@ struct Size {
     double height = 0;
     friend bool operator==(const Size&, const Size&) = default;
 };
+// A part of the surface, 0 to 1 in both directions, from its left top.
+struct SurfacePart {
+    float left = 0;
+    float top = 0;
+    float right = 1;
+    float bottom = 1;
+    friend bool operator==(const SurfacePart&, const SurfacePart&) = default;
+};
+
 struct Box {
     double left = 0;
     double top = 0;

@@ -40,8 +40,8 @@ constexpr int cellsOfHalfALine = 12;
 constexpr int firstAnalogCell = 8;
 constexpr int firstExhaustCell = 16;
 
-// Between a cell and the next column.
-constexpr float columnGap = 1;
+// Between a cell and the next column; the column's rule stands in it.
+constexpr float columnGap = 1.5F;
 // The last column may reach over the edge of the scale into the margin of the paper, six
 // millimetres, but not into the part of it that no printer reaches.
 constexpr float intoTheMargin = 5;

@@ -20,7 +20,7 @@ constexpr float digitWidth = 0.46F;
 constexpr std::array<float, 3> rules{4, 9, 10};
 constexpr float namesY = 5;
 constexpr float columnRulesEnd = 284;
-constexpr float beforeColumn = 0.7F; // of its rule
+constexpr float beforeColumn = 1.1F; // of its rule
 constexpr float footY = 285;
 constexpr platform::Colour ruleColour = platform::black;
 constexpr platform::Colour columnRuleColour = 0xC0C0C0;
@@ -47,13 +47,15 @@ void setUpPage(PrintJob& job, std::string_view caption, const PrintTable& table)
     platform::Surface& paper = job.surface();
     job.printAt(0, 0, caption, TextSide::left);
     for (const float y : rules) paper.line(0, y, tableWidth, y, ruleColour);
-    for (std::size_t c = 1; c < table.columns.size(); ++c) {
-        const float x = table.columns[c].x - beforeColumn;
-        paper.line(x, rules.front(), x, columnRulesEnd, columnRuleColour);
-    }
     const auto names = namesOf(table.header);
-    for (std::size_t c = 0; c < names.size(); ++c)
-        job.printAt(table.columns[c].x, namesY, names[c], TextSide::left);
+    for (std::size_t c = 0; c < names.size(); ++c) {
+        const float x = table.columns[c].x;
+        job.printAt(x, namesY, names[c], TextSide::left);
+        if (c == 0) continue;
+        // A second sample of a line begins with the first name again.
+        const platform::Colour colour = names[c] == names[0] ? ruleColour : columnRuleColour;
+        paper.line(x - beforeColumn, rules[0], x - beforeColumn, columnRulesEnd, colour);
+    }
     job.printAt(0, footY, "Page: " + std::to_string(job.page()), TextSide::left);
 }
 

@@ -97,6 +97,11 @@ std::int32_t InvertColour(std::int32_t colour, std::int32_t graphBackColour) {
     return inverted == graphBackColour ? colour : inverted;
 }
 
+std::int32_t overlayColour(const AppConfig& config, int channel) {
+    const std::int32_t own = channelColour(config, channel);
+    return config.OverlayColours != 1 ? own : InvertColour(own, config.GraphBackColour);
+}
+
 std::optional<platform::Colour> colourDialogStart(std::int32_t colour) {
     if (colour < 0 || colour >= 0x1000000) return std::nullopt;
     return static_cast<platform::Colour>(colour);

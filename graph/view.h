@@ -82,6 +82,9 @@ ColourChange changeColour(const core::AppConfig& config);
 // The colour of a channel of the overlay in "Invert of Graph".
 std::int32_t InvertColour(std::int32_t colour, std::int32_t graphBackColour);
 
+// The colour of a channel's overlay as OverlayColours has it.
+std::int32_t overlayColour(const core::AppConfig& config, int channel);
+
 // Colour dialog of a channel: where it starts (nothing for a colour that is none), and whether the
 // choice is the background's own, which is refused.
 std::optional<platform::Colour> colourDialogStart(std::int32_t colour);

@@ -355,6 +355,40 @@ void ChannelPanel::setExhaustHeading(const QString& heading) {
     Label15->setText(heading);
 }
 
+graph::PanelGroup ChannelPanel::shownGroup(int group) const {
+    graph::PanelGroup all;
+    all.heading = group == exhaustGroup ? typed(Label15->text()) : factsOf(group).heading;
+    const auto textOf = [](const QLabel& label) {
+        return label.isHidden() ? std::string() : typed(label.text());
+    };
+    for (const int channel : factsOf(group).channels) {
+        const ChannelCell& one = cell(channel);
+        if (one.toggle->isHidden()) continue;
+        all.cells.push_back({channel, typed(one.toggle->toolTip()), textOf(*one.value),
+            textOf(*one.overlay), one.toggle->isChecked()});
+    }
+    return all;
+}
+
+graph::PanelGroup ChannelPanel::shownTimes() const {
+    graph::PanelGroup all{"Times", {}};
+    for (const TimeBox& box : timeBoxes) {
+        const auto& time = control<QLabel>(*this, box.control);
+        all.cells.push_back({-1, box.caption, typed(time.text()), {}, true});
+    }
+    return all;
+}
+
+graph::PanelTexts ChannelPanel::shownTexts() const {
+    graph::PanelTexts texts;
+    texts.time = typed(m_readOuts->LoggerTime->text());
+    for (int group = 0; group < static_cast<int>(m_groups.size()); ++group)
+        texts.groups.push_back(shownGroup(group));
+    texts.overlay = Frame_Times->isHidden();
+    if (!texts.overlay) texts.groups.push_back(shownTimes());
+    return texts;
+}
+
 bool ChannelPanel::clutchLabelVisible() const {
     return !cell(channels::clutchChannel).value->isHidden();
 }

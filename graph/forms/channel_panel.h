@@ -5,6 +5,7 @@
 #include "core/open_run.h"
 #include "graph/forms/channel_cell.h"
 #include "graph/forms/read_out_line.h"
+#include "graph/print_panel.h"
 #include "graph/read_outs.h"
 #include "graph/view.h"
 
@@ -52,6 +53,8 @@ public:
     // Room for the overlay's values, which cover the run's times.
     void uncoverOverlay(bool on);
 
+    // All that stands in the panel, to be printed.
+    graph::PanelTexts shownTexts() const;
     bool clutchLabelVisible() const;
     // Whether the pointer may find the channel's curve: its value label is enabled, and there.
     bool canBeFound(int channel) const;
@@ -79,6 +82,8 @@ private:
     void setRows(int rows);
     void placeCells(int group);
     void limitWidth(const Group& group) const;
+    graph::PanelGroup shownGroup(int group) const;
+    graph::PanelGroup shownTimes() const;
     int widthNeeded(int rows) const;
     int rowsFor(int widthPx) const;
     ChannelCell& cell(int channel) const { return *m_cells[static_cast<std::size_t>(channel)]; }

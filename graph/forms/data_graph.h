@@ -50,6 +50,7 @@ public:
     void Mnu_RedoClutch_Click() { m_course.Mnu_RedoClutch(); }
     void Mnu_TimeOffset_Click() { m_course.Mnu_TimeOffset(); }
     void Mnu_Statistics_Click();
+    void Mnu_Print_Click(int item);
     void Mnu_Close_Click() { close(); }
     void Mnu_GraphFile_Click();
     void Graph_Colour_Invert_Click();

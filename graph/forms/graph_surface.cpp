@@ -126,6 +126,13 @@ bool GraphSurface::scrolls() const {
     return !VScroll->isHidden();
 }
 
+graph::SurfacePart GraphSurface::partInView() const {
+    const QRectF seen(Frame1->rect().translated(-Trend->pos()) & Trend->rect());
+    const auto part = [](qreal at, int length) { return static_cast<float>(at / qMax(1, length)); };
+    return {part(seen.left(), Trend->width()), part(seen.top(), Trend->height()),
+        part(seen.right(), Trend->width()), part(seen.bottom(), Trend->height())};
+}
+
 // The wheel scrolls, with Shift along the run, with Ctrl it zooms.
 void GraphSurface::wheelEvent(QWheelEvent* event) {
     if (event->modifiers().testFlag(Qt::ControlModifier)) {

@@ -33,6 +33,8 @@ public:
     void ScrollToCursor(int sampleCount, int cursorSample);
     // Whether the surface is larger than its frame.
     bool scrolls() const;
+    // The part of Trend that is in view.
+    graph::SurfacePart partInView() const;
     // Keys that Trend has no use for scroll an enlarged surface. False for any other key.
     bool scrollByKey(int key);
 

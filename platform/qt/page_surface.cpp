@@ -26,6 +26,26 @@ QColor inkOf(Colour colour) {
         static_cast<int>(colour >> 16U & 0xFFU)};
 }
 
+// Whether the way from a to c goes straight on at b.
+bool isStraight(const QPointF& a, const QPointF& b, const QPointF& c) {
+    const QPointF in = b - a;
+    const QPointF out = c - b;
+    return in.x() * out.y() == in.y() * out.x() && QPointF::dotProduct(in, out) >= 0;
+}
+
+// The line in whole dots of the device, without the points that change nothing of it. A page
+// description of a run is half as long so.
+QPolygonF inDots(QPolygonF line) {
+    qsizetype kept = 0;
+    for (const QPointF& point : std::as_const(line)) {
+        const QPointF dot(std::round(point.x()), std::round(point.y()));
+        if (kept > 1 && isStraight(line[kept - 2], line[kept - 1], dot)) --kept;
+        line[kept++] = dot;
+    }
+    line.resize(kept);
+    return line;
+}
+
 bool isPlace(const QPointF& point) {
     return std::isfinite(point.x()) && std::isfinite(point.y());
 }
@@ -105,7 +125,7 @@ void PageSurface::addLine(QPolygonF points, Colour colour) {
         const auto end = std::find_if_not(from, points.end(), isPlace);
         if (end - from > 1) {
             m_page.emplace_back(
-                PageLine{QPolygonF(QList<QPointF>(from, end)), ink, linePx(), m_drawStyle});
+                PageLine{inDots(QList<QPointF>(from, end)), ink, linePx(), m_drawStyle});
         }
         from = end;
     }

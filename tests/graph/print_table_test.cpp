@@ -178,7 +178,7 @@ TEST_F(PrintTableTest, EveryColumnHasANameAndRoom) {
         EXPECT_EQ(namesOf(all.header).front(), "Time");
         EXPECT_EQ(namesOf(all.header).back(), type == 12 ? "A4" : "E8");
         for (std::size_t c = 0; c + 1 < all.columns.size(); ++c) {
-            EXPECT_EQ(all.columns[c].room, all.columns[c + 1].x - all.columns[c].x - 1);
+            EXPECT_EQ(all.columns[c].room, all.columns[c + 1].x - all.columns[c].x - 1.5F);
             EXPECT_GT(all.columns[c].room, 0);
         }
         EXPECT_EQ(all.columns.back().room, type == 12 ? 7 : 14);

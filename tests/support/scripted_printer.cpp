@@ -13,7 +13,8 @@ class ScriptedJob : public platform::PrintJob {
 public:
     ScriptedJob(std::shared_ptr<PrintedDocument> document, const ScriptedPrinter& printer)
         : m_document(std::move(document)), m_whitePaper(printer.whitePaper),
-          m_failingPage(printer.failingPage), m_words(printer.words) {
+          m_failingPage(printer.failingPage), m_words(printer.words),
+          m_beforePage(printer.beforePage) {
         m_document->pages.push_back({m_document->request.firstPage, {}, {}, {}, {}});
     }
     ~ScriptedJob() override {
@@ -40,6 +41,7 @@ public:
     bool whitePaper() const override { return m_whitePaper; }
 
     PrintResult newPage(Orientation orientation) override {
+        if (m_beforePage) m_beforePage();
         if (auto ended = endPage(); !ended) return ended;
         m_document->pages.push_back({orientation, {}, {}, {}, {}});
         return {};
@@ -74,6 +76,7 @@ private:
     float m_digitWidth = 0;
     int m_failingPage;
     std::string m_words;
+    std::function<void()> m_beforePage;
 };
 
 } // namespace

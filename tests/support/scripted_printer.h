@@ -5,6 +5,7 @@
 #include "tests/support/recording_surface.h"
 
 #include <deque>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -47,6 +48,8 @@ public:
     // The job fails when this page is ended; 0: never.
     int failingPage = 0;
     std::string words = "The printer is on fire.";
+    // Runs before every page but the first, where it is set.
+    std::function<void()> beforePage;
     // Of all jobs, in their order.
     std::vector<std::shared_ptr<PrintedDocument>> documents;
 };

@@ -1,0 +1,38 @@
+#pragma once
+// The graph window on a page: the run's title, the graph drawn anew at the page's resolution, and
+// under it what the panel of channels shows. Buttons stay on the screen.
+#include "core/config_record.h"
+#include "core/open_run.h"
+#include "graph/layout.h"
+#include "graph/print_panel.h"
+#include "graph/view.h"
+#include "platform/draw/display_list.h"
+#include "platform/draw/pixel_scale.h"
+#include "platform/printer.h"
+
+#include <string>
+#include <string_view>
+
+namespace kvo::graph {
+
+// What is printed. All that is referred to must outlive the printing; nothing of it is changed.
+struct PictureInput {
+    const core::AppConfig& config;
+    const core::OpenRun& run;
+    const core::OpenRun& overlay;
+    const GraphView& view;
+    const platform::DisplayList& onTop; // the line of the cursor, or the mark of an average
+    platform::UserScale scale;          // of the whole surface
+    SurfacePart part;                   // of the surface that is in view
+    bool clutchLabelVisible = true;
+    std::string caption; // of the window; a file's text
+    PanelTexts panel;
+};
+
+// Date, number and title of a run, from its header line; all of the line where it has no date.
+std::string_view titleOf(std::string_view headerLine);
+
+// Draws it on the job's page at hand.
+void printPicture(platform::PrintJob& job, const PictureInput& input);
+
+} // namespace kvo::graph
