@@ -35,7 +35,7 @@ constexpr ChannelFacts exhaustFacts(int n) {
         {exhaustCaptions[at], exhaustChannel(n), 8 + n, 0, n - 1}};
 }
 
-using enum ChannelKind;
+using Kind = ChannelKind;
 
 // Required: the drawing of Mph reads entry 7 of SmoothOption, the box of the output shaft; the box
 // that bears its name, and those of Slip, Ratio, RoCoS and Tyre Growth, are read by no drawing. The
@@ -44,27 +44,27 @@ using enum ChannelKind;
 constexpr std::array<ChannelFacts, channelCount> table{{
     // index, kind, number, name, routine, smooth, magnify, title, toggle, value label, overlay
     // label, {caption, drawn box, smooth entry, restored magnify, restored raise, box caption}
-    {0, engine, 0, "Engine", "DrawEngine", 0, 0, "Engine Rpm",
+    {0, Kind::engine, 0, "Engine", "DrawEngine", 0, 0, "Engine Rpm",
         {"Label10", 0}, {"Rpm"}, {"OverlayRpm"}, {"Eng. RPM", 0, 0}},
-    {1, clutch, 0, "Clutch", "DrawClutch", 1, 0, "Clutch Rpm",
+    {1, Kind::clutch, 0, "Clutch", "DrawClutch", 1, 0, "Clutch Rpm",
         {"Label10", 1}, {"Clutch"}, {"OverlayClutch"}, {"Clutch RPM", 1, 1}},
-    {2, input, 0, "Input", "DrawInput", 2, 0, "Input Rpm",
+    {2, Kind::input, 0, "Input", "DrawInput", 2, 0, "Input Rpm",
         {"Label10", 2}, {"InputRpm"}, {"OverlayInputRpm"}, {"Input RPM", 2, 2}},
-    {3, output, 0, "Output", "DrawPinion", 7, 0, "Output Rpm",
+    {3, Kind::output, 0, "Output", "DrawPinion", 7, 0, "Output Rpm",
         {"Label10", 3}, {"OutPutRpm"}, {"OverlayOutputRpm"}, {"Output RPM", 3, 7}},
-    {4, slip, 0, "Slip", "DrawSlip", -1, 10, "Input Slip",
+    {4, Kind::slip, 0, "Slip", "DrawSlip", -1, 10, "Input Slip",
         {"Label13"}, {"Slip"}, {"OverlaySlip"}, {"Input Slip", 4, 3, 8}},
-    {5, ratio, 0, "Ratio", "DrawRatio", -1, 50, "Drive Ratio",
+    {5, Kind::ratio, 0, "Ratio", "DrawRatio", -1, 50, "Drive Ratio",
         {"Label16"}, {"Ratio"}, {"OverlayRatio"}, {"Drive Ratio", 5, 4, 50}},
-    {6, rocos, 0, "RoCoS", "DrawRoCoS", -1, 1, "RoCoS",
+    {6, Kind::rocos, 0, "RoCoS", "DrawRoCoS", -1, 1, "RoCoS",
         {"Label18"}, {"RoCoS"}, {"OverlayRoCoS"}, {"RoCoS", 7, 6}},
-    {7, mph, 0, "Mph", "DrawMph", 7, 0, "Mph",
+    {7, Kind::mph, 0, "Mph", "DrawMph", 7, 0, "Mph",
         {"Label17"}, {"Mph"}, {"OverlayMph"}, {"MPH", 6, 5, 0, 0, "Mph"}},
     analogFacts(1), analogFacts(2), analogFacts(3), analogFacts(4),
     analogFacts(5), analogFacts(6), analogFacts(7), analogFacts(8),
     exhaustFacts(1), exhaustFacts(2), exhaustFacts(3), exhaustFacts(4),
     exhaustFacts(5), exhaustFacts(6), exhaustFacts(7), exhaustFacts(8),
-    {24, tyreGrowth, 0, "TyreGrowth", "DrawTyreGrowth", -1, 10, "Tyre Growth",
+    {24, Kind::tyreGrowth, 0, "TyreGrowth", "DrawTyreGrowth", -1, 10, "Tyre Growth",
         {"Label20"}, {"Tyre_Growth"}, {"OverlayTyreGrowth"}, {"Tyre Growth", 24, 8, 10, -1}},
 }};
 
@@ -85,27 +85,27 @@ constexpr std::size_t drawnWithAnalogs = 17;
 
 template <typename Config> auto& flagOf(Config& config, const ChannelFacts& facts) {
     switch (facts.kind) {
-    case engine:
+    case Kind::engine:
         return config.EngineVisible;
-    case clutch:
+    case Kind::clutch:
         return config.ClutchVisible;
-    case input:
+    case Kind::input:
         return config.InputVisible;
-    case output:
+    case Kind::output:
         return config.OutputVisible;
-    case slip:
+    case Kind::slip:
         return config.SlipVisible;
-    case ratio:
+    case Kind::ratio:
         return config.RatioVisible;
-    case rocos:
+    case Kind::rocos:
         return config.RoCoSVisible;
-    case mph:
+    case Kind::mph:
         return config.MphVisible;
-    case analog:
+    case Kind::analog:
         return config.AnalogVisible[facts.number];
-    case exhaust:
+    case Kind::exhaust:
         return config.ExhaustVisible[facts.number];
-    case tyreGrowth:
+    case Kind::tyreGrowth:
         break;
     }
     return config.TyreGrowthVisible;
@@ -113,27 +113,27 @@ template <typename Config> auto& flagOf(Config& config, const ChannelFacts& fact
 
 template <typename Config> auto& colourOf(Config& config, const ChannelFacts& facts) {
     switch (facts.kind) {
-    case engine:
+    case Kind::engine:
         return config.EngineColour;
-    case clutch:
+    case Kind::clutch:
         return config.ClutchColour;
-    case input:
+    case Kind::input:
         return config.InputColour;
-    case output:
+    case Kind::output:
         return config.OutputColour;
-    case slip:
+    case Kind::slip:
         return config.SlipColour;
-    case ratio:
+    case Kind::ratio:
         return config.RatioColour;
-    case rocos:
+    case Kind::rocos:
         return config.RoCoSColour;
-    case mph:
+    case Kind::mph:
         return config.MphColour;
-    case analog:
+    case Kind::analog:
         return config.AnalogColour[facts.number];
-    case exhaust:
+    case Kind::exhaust:
         return config.ExhaustColour[facts.number];
-    case tyreGrowth:
+    case Kind::tyreGrowth:
         break;
     }
     return config.TyreGrowthColour;

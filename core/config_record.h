@@ -9,6 +9,9 @@
 
 namespace kvo::core {
 
+// A flag that is set; flags of the stored records are 0 or -1.
+inline constexpr std::int16_t flagOn = -1;
+
 struct AppConfig {
     std::array<std::uint8_t, 4> reserved0{};
     std::int32_t EngineColour = 0;

@@ -16,9 +16,9 @@ namespace kvo::core {
 
 namespace {
 
-constexpr std::size_t nameWidth = 80;
+constexpr std::size_t fileNameWidth = 80;
 constexpr std::size_t descriptionWidth = 160;
-constexpr std::size_t recordWidth = nameWidth + descriptionWidth;
+constexpr std::size_t entryWidth = fileNameWidth + descriptionWidth;
 constexpr std::string_view datePicture = "ddd dd mmm yyyy";
 
 // Place of a text, counted from 1; 0 where it is not found.
@@ -45,15 +45,15 @@ std::string_view monthNumber(std::string_view name) {
 
 platform::Bytes record(const RunIndexEntry& entry) {
     ByteWriter writer;
-    writer.text(entry.FileName, nameWidth);
+    writer.text(entry.FileName, fileNameWidth);
     writer.text(entry.Description, descriptionWidth);
     return writer.take();
 }
 
 // Blanks behind a record that was cut short, so that whole records follow it.
 void completeLastRecord(platform::Bytes& index) {
-    const std::size_t behind = index.size() % recordWidth;
-    if (behind != 0) index.resize(index.size() + recordWidth - behind, ' ');
+    const std::size_t behind = index.size() % entryWidth;
+    if (behind != 0) index.resize(index.size() + entryWidth - behind, ' ');
 }
 
 std::string_view textAt(const platform::Bytes& index, std::size_t offset, std::size_t width) {
@@ -65,14 +65,14 @@ struct LongerIndex {
     platform::Bytes records;
     platform::Bytes added;
 
-    std::size_t count() const { return records.size() / recordWidth + 1; }
+    std::size_t count() const { return records.size() / entryWidth + 1; }
     // Record i, counted from 0.
     std::span<const std::uint8_t> record(std::size_t i) const {
-        return i + 1 < count() ? std::span(records).subspan(i * recordWidth, recordWidth)
+        return i + 1 < count() ? std::span(records).subspan(i * entryWidth, entryWidth)
                                : std::span(added);
     }
     std::int32_t key(std::size_t i) const {
-        const auto text = record(i).subspan(nameWidth);
+        const auto text = record(i).subspan(fileNameWidth);
         return RunDateKey({reinterpret_cast<const char*>(text.data()), text.size()});
     }
 };
@@ -91,7 +91,7 @@ std::vector<std::size_t> newestFirst(const LongerIndex& index) {
 
 platform::Bytes inOrder(const LongerIndex& index, bool sorted) {
     platform::Bytes result;
-    result.reserve(index.count() * recordWidth);
+    result.reserve(index.count() * entryWidth);
     const auto take = [&](std::span<const std::uint8_t> record) {
         result.insert(result.end(), record.begin(), record.end());
     };
@@ -164,10 +164,10 @@ std::vector<RunIndexEntry> readRunIndex(const std::string& path, const platform:
     if (!index) return {};
     completeLastRecord(*index);
     std::vector<RunIndexEntry> entries;
-    entries.reserve(index->size() / recordWidth);
-    for (std::size_t at = 0; at < index->size(); at += recordWidth) {
-        entries.push_back({rightTrimmed(textAt(*index, at, nameWidth)),
-            rightTrimmed(textAt(*index, at + nameWidth, descriptionWidth))});
+    entries.reserve(index->size() / entryWidth);
+    for (std::size_t at = 0; at < index->size(); at += entryWidth) {
+        entries.push_back({rightTrimmed(textAt(*index, at, fileNameWidth)),
+            rightTrimmed(textAt(*index, at + fileNameWidth, descriptionWidth))});
     }
     return entries;
 }
@@ -175,7 +175,7 @@ std::vector<RunIndexEntry> readRunIndex(const std::string& path, const platform:
 platform::WriteResult writeRunIndex(const std::string& appFolder,
     const std::vector<RunIndexEntry>& entries, platform::Files& files) {
     platform::Bytes index;
-    index.reserve(entries.size() * recordWidth);
+    index.reserve(entries.size() * entryWidth);
     for (const RunIndexEntry& entry : entries) {
         const platform::Bytes one = record(entry);
         index.insert(index.end(), one.begin(), one.end());

@@ -13,7 +13,7 @@ namespace kvo::core {
 
 namespace {
 
-constexpr std::size_t recordWidth = 400;
+constexpr std::size_t infoWidth = 400;
 constexpr std::size_t longestText = 398;
 constexpr std::size_t firstPair = 12; // record of the first name; its value stands behind it
 constexpr std::size_t records = firstPair - 1 + 2 * 25;
@@ -27,9 +27,9 @@ template <typename Info> auto head(Info& info) {
 
 // The text of record n, counted from 1; empty where it is not there whole.
 std::string textOf(const platform::Bytes& file, std::size_t n) {
-    const std::size_t start = (n - 1) * recordWidth;
+    const std::size_t start = (n - 1) * infoWidth;
     if (start >= file.size()) return {};
-    ByteReader reader(RecordBytes(file).subspan(start, std::min(recordWidth, file.size() - start)));
+    ByteReader reader(RecordBytes(file).subspan(start, std::min(infoWidth, file.size() - start)));
     const auto length = reader.u16le();
     return length ? reader.text(*length).value_or("") : "";
 }
@@ -45,7 +45,7 @@ void takeUnlessEmpty(std::string& target, std::string text) {
 }
 
 void writeText(ByteWriter& writer, const std::string& text) {
-    const std::size_t end = writer.size() + recordWidth;
+    const std::size_t end = writer.size() + infoWidth;
     const std::string cut = rightTrimmed(text).substr(0, longestText);
     writer.u16le(static_cast<std::uint16_t>(cut.size()));
     writer.characters(cut);
@@ -53,7 +53,7 @@ void writeText(ByteWriter& writer, const std::string& text) {
 }
 
 platform::Bytes encodeInfo(const RunInfo& info) {
-    ByteWriter writer(records * recordWidth);
+    ByteWriter writer(records * infoWidth);
     for (const std::string* text : head(info)) writeText(writer, *text);
     for (const VehicleSetupLine& line : info.setup) {
         writeText(writer, line.Name);

@@ -12,7 +12,7 @@ namespace kvo::core {
 
 namespace {
 
-constexpr std::size_t nameWidth = 8;
+constexpr std::size_t analogNameWidth = 8;
 
 // One field of each kind; only called on records that hold their whole payload.
 void take(ByteReader& reader, std::uint8_t& value) {
@@ -116,7 +116,7 @@ bool decode(RecordBytes record, RunSetupBlock& block) {
     if (record.size() < runRecordWidth) return false;
     ByteReader reader(record);
     for (float& ratio : block.GearRatio) take(reader, ratio);
-    for (std::string& name : block.AnalogName) name = *reader.text(nameWidth);
+    for (std::string& name : block.AnalogName) name = *reader.text(analogNameWidth);
     return true;
 }
 
@@ -169,7 +169,7 @@ void encode(ByteWriter& writer, const RunSample& s) {
 
 void encode(ByteWriter& writer, const RunSetupBlock& block) {
     for (const float ratio : block.GearRatio) give(writer, ratio);
-    for (const std::string& name : block.AnalogName) writer.text(name, nameWidth);
+    for (const std::string& name : block.AnalogName) writer.text(name, analogNameWidth);
 }
 
 void encode(ByteWriter& writer, const RunAnalogBlock& block) {

@@ -14,7 +14,7 @@ namespace kvo::core {
 
 namespace {
 
-constexpr std::size_t recordWidth = 44;
+constexpr std::size_t timesWidth = 44;
 constexpr std::size_t labelWidth = 30;
 constexpr std::size_t fullTable = 25;
 
@@ -26,7 +26,7 @@ std::string timesPath(const std::string& appFolder, const platform::Files& files
 std::vector<TimedRun> readTable(const platform::Bytes& file) {
     std::vector<TimedRun> table;
     ByteReader reader(file);
-    while (reader.left() >= recordWidth) {
+    while (reader.left() >= timesWidth) {
         TimedRun run;
         keepOnFailure(run.Key, reader.i32le());
         run.Label = rightTrimmed(reader.text(labelWidth).value_or(""));
@@ -40,7 +40,7 @@ std::vector<TimedRun> readTable(const platform::Bytes& file) {
 }
 
 platform::Bytes encodeTable(const std::vector<TimedRun>& table) {
-    ByteWriter writer(table.size() * recordWidth);
+    ByteWriter writer(table.size() * timesWidth);
     for (const TimedRun& run : table) {
         writer.i32le(run.Key);
         writer.text(run.Label, labelWidth);

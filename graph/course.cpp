@@ -8,7 +8,6 @@
 namespace kvo::graph {
 namespace {
 
-constexpr std::int16_t flagOn = -1;
 // Required: without the & that the command has as the window opens.
 constexpr const char* overlayOff = "Overlay Data File";
 
@@ -124,7 +123,7 @@ void Course::show(const core::ChosenRun& chosen) {
     m_window.setScaleRight(m_in.Run.SampleCount + 1);
     m_window.showState();
     m_window.showChannelsForType(m_in.Run.DataType);
-    m_graph.LoadingBar = flagOn;
+    m_graph.LoadingBar = core::flagOn;
     m_window.drawTrend();
     m_graph.LoadingBar = 0;
     m_graph.CursorSample = m_in.Run.image.tail.TimeOffset;
@@ -194,10 +193,10 @@ void Course::loadOverlay(const core::ChosenRun& chosen) {
     m_in.Overlay = std::move(loaded);
     // A sample with time-shared exhausts fills one of their labels and leaves the others.
     m_window.emptyOverlayLabels();
-    m_graph.OverlayLoaded = flagOn;
+    m_graph.OverlayLoaded = core::flagOn;
     m_overlayCommand = "Unload Overlay";
     m_window.showState();
-    m_graph.LoadingBar = flagOn;
+    m_graph.LoadingBar = core::flagOn;
     m_window.overLayDraw();
     m_graph.LoadingBar = 0;
 }

@@ -13,7 +13,7 @@ namespace kvo::forms {
 namespace {
 
 constexpr int squareSide = 11;
-constexpr int gap = 5;
+constexpr int squareGap = 5;
 constexpr int cellPadding = 4; // above and below the letters together
 constexpr int margin = 2;
 constexpr int spareRoom = 70; // that a cell takes beyond what it needs
@@ -54,13 +54,13 @@ void ChannelToggle::setColour(platform::Colour colour) {
 QSize ChannelToggle::sizeHint() const {
     // Room for the longest name of a channel that the program gives itself.
     const int text = fontMetrics().horizontalAdvance(QStringLiteral("Tyre Growth"));
-    return {squareSide + 2 * gap + text + 4, fontMetrics().height() + cellPadding};
+    return {squareSide + 2 * squareGap + text + 4, fontMetrics().height() + cellPadding};
 }
 
 void ChannelToggle::paintEvent(QPaintEvent*) {
     QStylePainter painter(this);
     const int top = (height() - squareSide) / 2;
-    const QRect square(gap - 2, top, squareSide, squareSide);
+    const QRect square(squareGap - 2, top, squareSide, squareSide);
     const QColor line = palette().color(QPalette::WindowText);
     painter.setPen(line);
     if (isChecked()) {
@@ -72,7 +72,7 @@ void ChannelToggle::paintEvent(QPaintEvent*) {
         painter.setPen(faint);
         painter.drawRect(square.adjusted(0, 0, -1, -1));
     }
-    const int textLeft = square.right() + gap;
+    const int textLeft = square.right() + squareGap;
     const QRect textRect(textLeft, 0, width() - textLeft, height());
     const QString shortened = fontMetrics().elidedText(toolTip(), Qt::ElideRight, textRect.width());
     const auto group = isChecked() && isEnabled() ? QPalette::Active : QPalette::Disabled;

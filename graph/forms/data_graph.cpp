@@ -25,7 +25,6 @@ using namespace platform_qt;
 
 namespace {
 
-constexpr std::int16_t flagOn = -1;
 constexpr int lowestWindowPx = 420;
 
 } // namespace
@@ -89,7 +88,8 @@ void DataGraph::Form_Load() {
     Resolution_Change(config.G_Res);
     Change_Colour();
     ChanaleEnable();
-    if (config.Exhaust != flagOn) m_panel->setExhaustHeading(QStringLiteral("Exhaust Temps Deg C"));
+    if (config.Exhaust != core::flagOn)
+        m_panel->setExhaustHeading(QStringLiteral("Exhaust Temps Deg C"));
     showChannelsForType(config.LoggerDataType);
     m_view.CancelZoomOffered = config.ScaleCustom == graph::scaleZoomed;
     ArrangeGraph();
@@ -262,7 +262,7 @@ void DataGraph::Resolution_Change(int step) {
 void DataGraph::Resolution_Click(int step) {
     core::state().Config.G_Res = static_cast<std::uint8_t>(step);
     Resolution_Change(step);
-    m_view.GraphDirty = flagOn;
+    m_view.GraphDirty = core::flagOn;
     m_course.redraw();
 }
 

@@ -20,7 +20,6 @@ using namespace platform_qt;
 
 namespace {
 
-constexpr std::int16_t flagOn = -1;
 constexpr int mostProgress = 1000000000;
 constexpr int widestWithToolTip = 15400; // twips; on a narrower window the read-out is a tool tip
 
@@ -61,12 +60,12 @@ void DataGraph::Change_Colour() {
 
 void DataGraph::Toggle_Click(int channel) {
     core::AppConfig& config = core::state().Config;
-    m_view.GraphDirty = flagOn;
+    m_view.GraphDirty = core::flagOn;
     trend().setAutoRedraw(true);
     std::int16_t& visible = channels::visibleFlag(config, channel);
     if (visible == 0) {
         // Only this channel, on top of the picture as it stands.
-        visible = flagOn;
+        visible = core::flagOn;
         m_drawing.drawChannelAlone(channel);
     } else {
         visible = 0;
@@ -90,7 +89,7 @@ std::optional<platform::Colour> DataGraph::Trend_Colour_Set(int channel) {
         return std::nullopt;
     }
     colour = static_cast<std::int32_t>(*chosen);
-    m_view.GraphDirty = flagOn;
+    m_view.GraphDirty = core::flagOn;
     return chosen;
 }
 
@@ -106,7 +105,7 @@ void DataGraph::Graph_Colour_Invert_Click() {
     core::AppConfig& config = core::state().Config;
     const auto chosen = platform::services().dialogs->chooseColour(
         graph::colourDialogStart(config.GraphBackColour));
-    m_view.GraphDirty = flagOn;
+    m_view.GraphDirty = core::flagOn;
     if (!chosen) return;
     config.GraphBackColour = static_cast<std::int32_t>(*chosen);
     Change_Colour();

@@ -1,5 +1,6 @@
 #include "platform/draw/display_list.h"
 
+#include "tests/contract/part_image.h"
 #include "tests/support/plain_raster.h"
 
 #include <gtest/gtest.h>
@@ -10,29 +11,21 @@
 
 using namespace kvo::platform;
 using kvo::testing::BoxText;
+using kvo::testing::PartImage;
 
 namespace {
 
-struct Image {
-    explicit Image(const PixelRect& part)
-        : area(part),
-          words(static_cast<std::size_t>(part.width()) * static_cast<std::size_t>(part.height())) {}
-    std::uint32_t at(int x, int y) const {
-        return words[static_cast<std::size_t>(y - area.top) *
-                         static_cast<std::size_t>(area.width()) +
-                     static_cast<std::size_t>(x - area.left)];
-    }
+struct Painting : PartImage {
+    using PartImage::PartImage;
     void paint(const DisplayList& picture, const SurfaceSize& size) {
         paint(picture, size, 0, picture.size());
     }
     void paint(
         const DisplayList& picture, const SurfaceSize& size, std::size_t from, std::size_t to) {
-        Raster raster(words.data(), area.width(), area);
-        BoxText text(raster);
-        picture.paint(raster, text, size, from, to);
+        Raster target = raster();
+        BoxText text(target);
+        picture.paint(target, text, size, from, to);
     }
-    PixelRect area;
-    std::vector<std::uint32_t> words;
 };
 
 PixelRect whole(const SurfaceSize& size) {
@@ -91,7 +84,7 @@ TEST(DisplayList, AnyPartIsPixelForPixelThatOfTheWhole) {
     drawSomething(surface);
     for (const SurfaceSize& size :
         {SurfaceSize{640, 360, 1}, SurfaceSize{1280, 720, 2}, SurfaceSize{3000, 1700, 1}}) {
-        Image all(whole(size));
+        Painting all(whole(size));
         all.paint(surface.kept(), size);
         std::mt19937 random(11);
         for (int round = 0; round < 25; ++round) {
@@ -99,7 +92,7 @@ TEST(DisplayList, AnyPartIsPixelForPixelThatOfTheWhole) {
             const int top = static_cast<int>(random() % 340);
             const PixelRect part{left, top, left + 1 + static_cast<int>(random() % 90),
                 top + 1 + static_cast<int>(random() % 90)};
-            Image cut(intersection(part, whole(size)));
+            Painting cut(intersection(part, whole(size)));
             cut.paint(surface.kept(), size);
             for (int y = cut.area.top; y < cut.area.bottom; ++y) {
                 for (int x = cut.area.left; x < cut.area.right; ++x) {
@@ -114,7 +107,7 @@ TEST(DisplayList, NewOperationsPaintedOnTopGiveTheSameAsAllAnew) {
     const SurfaceSize size{500, 300, 1};
     DisplayListSurface surface;
     drawSomething(surface);
-    Image grown(whole(size));
+    Painting grown(whole(size));
     grown.paint(surface.kept(), size);
     const std::size_t before = surface.kept().size();
     surface.kept().seal();
@@ -123,7 +116,7 @@ TEST(DisplayList, NewOperationsPaintedOnTopGiveTheSameAsAllAnew) {
     surface.lineTo(1300, 900, 255);
     EXPECT_GT(surface.kept().size(), before);
     grown.paint(surface.kept(), size, before, surface.kept().size());
-    Image anew(whole(size));
+    Painting anew(whole(size));
     anew.paint(surface.kept(), size);
     EXPECT_EQ(grown.words, anew.words);
 }
@@ -154,9 +147,9 @@ TEST(DisplayList, BarsAreTheBoxesOneByOne) {
             single.Surface::boxes(masks, bars);
             EXPECT_EQ(surface.currentX(), single.currentX());
             EXPECT_EQ(surface.currentY(), single.currentY());
-            Image joined(whole(size));
+            Painting joined(whole(size));
             joined.paint(surface.kept(), size);
-            Image plain(whole(size));
+            Painting plain(whole(size));
             plain.paint(single.kept(), size);
             EXPECT_EQ(joined.words, plain.words) << heightPx << ' ' << linePx;
         }
@@ -184,9 +177,9 @@ TEST(DisplayList, BoxesWithoutNumbersAreLeftOut) {
     surface.setScale(0, 100, 100, 0);
     surface.box(none, 50, 60, 40, 255);
     surface.box(10, none, 60, 40, 255);
-    Image image({0, 0, 100, 100});
+    Painting image({0, 0, 100, 100});
     image.paint(surface.kept(), {100, 100, 1});
-    EXPECT_EQ(image.words, Image({0, 0, 100, 100}).words);
+    EXPECT_EQ(image.words, Painting({0, 0, 100, 100}).words);
 }
 
 TEST(DisplayList, DrawnOnAnotherSurfaceIsTheSamePicture) {
@@ -198,9 +191,9 @@ TEST(DisplayList, DrawnOnAnotherSurfaceIsTheSamePicture) {
     surface.line(5, 5, 45, 9, 0x44);
     DisplayListSurface copy;
     surface.kept().drawOn(copy);
-    Image original(whole(size));
+    Painting original(whole(size));
     original.paint(surface.kept(), size);
-    Image copied(whole(size));
+    Painting copied(whole(size));
     copied.paint(copy.kept(), size);
     EXPECT_EQ(original.words, copied.words);
 }
@@ -210,7 +203,7 @@ TEST(DisplayList, MemoryDoesNotGrowWithTheSurface) {
     drawSomething(surface);
     const std::size_t before = surface.kept().memory();
     EXPECT_LT(before, 200000U);
-    Image corner({28000, 15000, 28010, 15010});
+    Painting corner({28000, 15000, 28010, 15010});
     corner.paint(surface.kept(), {28800, 16200, 1});
     EXPECT_EQ(surface.kept().memory(), before);
     for (int i = 0; i < 50; ++i) drawSomething(surface);
@@ -317,7 +310,7 @@ TEST(DisplayListSurface, BoundsHoldEveryPixelOfALine) {
         const PixelRect bounds = surface.upper().bounds(0, size);
         EXPECT_EQ(bounds.width(), linePx);
         EXPECT_EQ(bounds.height(), size.heightPx);
-        Image image(whole(size));
+        Painting image(whole(size));
         image.paint(surface.upper(), size);
         for (int y = 0; y < size.heightPx; ++y) {
             for (int x = 0; x < size.widthPx; ++x) {

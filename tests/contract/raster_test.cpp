@@ -1,5 +1,7 @@
 #include "platform/draw/raster.h"
 
+#include "tests/contract/part_image.h"
+
 #include <gtest/gtest.h>
 
 #include <chrono>
@@ -16,17 +18,8 @@ namespace {
 
 constexpr std::uint32_t ink = 0xFF123456;
 
-// An image of a part of a surface, blank at first.
-struct Image {
-    explicit Image(const PixelRect& part)
-        : area(part),
-          words(static_cast<std::size_t>(part.width()) * static_cast<std::size_t>(part.height())) {}
-    Raster raster() { return {words.data(), area.width(), area}; }
-    std::uint32_t at(int x, int y) const {
-        return words[static_cast<std::size_t>(y - area.top) *
-                         static_cast<std::size_t>(area.width()) +
-                     static_cast<std::size_t>(x - area.left)];
-    }
+struct LineImage : kvo::testing::PartImage {
+    using PartImage::PartImage;
     std::string row(int y) const {
         std::string text;
         for (int x = area.left; x < area.right; ++x) text += at(x, y) != 0 ? '#' : '.';
@@ -41,12 +34,11 @@ struct Image {
         }
         return set;
     }
-    PixelRect area;
-    std::vector<std::uint32_t> words;
 };
 
-Image lineImage(PixelPoint a, PixelPoint b, const PixelRect& area, int style = 0, int width = 1) {
-    Image image(area);
+LineImage lineImage(
+    PixelPoint a, PixelPoint b, const PixelRect& area, int style = 0, int width = 1) {
+    LineImage image(area);
     Pen pen{ink, style, width};
     image.raster().line(a, b, pen);
     return image;
@@ -83,7 +75,7 @@ TEST(Raster, EachOctantHasTheNearestPixelOfEachStep) {
 }
 
 TEST(Raster, ShallowLineIsThisPicture) {
-    const Image image = lineImage({0, 0}, {7, 2}, {0, 0, 8, 3});
+    const LineImage image = lineImage({0, 0}, {7, 2}, {0, 0, 8, 3});
     EXPECT_EQ(image.row(0), "##......");
     EXPECT_EQ(image.row(1), "..####..");
     EXPECT_EQ(image.row(2), "......##");
@@ -99,11 +91,11 @@ TEST(Raster, PartIsPixelForPixelThatOfTheWhole) {
         const PixelPoint b{place(random), place(random)};
         const int style = round % 5;
         const int width = 1 + round % 2;
-        const Image all = lineImage(a, b, whole, style, width);
+        const LineImage all = lineImage(a, b, whole, style, width);
         const int x = corner(random);
         const int y = corner(random);
         const PixelRect part{x, y, x + 1 + corner(random) / 3, y + 1 + corner(random) / 3};
-        const Image cut = lineImage(a, b, part, style, width);
+        const LineImage cut = lineImage(a, b, part, style, width);
         for (int py = part.top; py < part.bottom; ++py) {
             for (int px = part.left; px < part.right; ++px) {
                 ASSERT_EQ(cut.at(px, py), all.at(px, py))
@@ -115,7 +107,7 @@ TEST(Raster, PartIsPixelForPixelThatOfTheWhole) {
 }
 
 TEST(Raster, ClipTouchesNothingOutside) {
-    Image image({0, 0, 20, 20});
+    LineImage image({0, 0, 20, 20});
     Raster raster = image.raster();
     raster.setClip({5, 5, 10, 10});
     Pen pen{ink};
@@ -142,8 +134,8 @@ TEST(Raster, StylesArePatternsOfPixels) {
 TEST(Raster, PatternGoesOnRoundTheCorners) {
     const UserScale scale{0, 0, 49, 1};
     const SurfaceSize size{50, 2, 1};
-    Image whole({0, 0, 50, 2});
-    Image pieces({0, 0, 50, 2});
+    LineImage whole({0, 0, 50, 2});
+    LineImage pieces({0, 0, 50, 2});
     Pen pen{ink, 3};
     const std::vector<Point> ends{{0, 0}, {49, 0}};
     whole.raster().polyline(ends, PixelScale(scale, size), pen);
@@ -154,7 +146,7 @@ TEST(Raster, PatternGoesOnRoundTheCorners) {
 }
 
 TEST(Raster, PatternIsTwiceAsLongOnAWideLine) {
-    const Image image = lineImage({0, 1}, {23, 1}, {0, 0, 24, 4}, 2, 2);
+    const LineImage image = lineImage({0, 1}, {23, 1}, {0, 0, 24, 4}, 2, 2);
     EXPECT_EQ(image.row(0), std::string(24, '.'));
     EXPECT_EQ(image.row(1), "######......######......");
     EXPECT_EQ(image.row(2), "######......######......");
@@ -175,7 +167,7 @@ TEST(Raster, EndlessAndMeaninglessPositionsAreQuick) {
     EXPECT_EQ(pixels.x(1e30F), farPixel);
     EXPECT_EQ(pixels.x(-endless), -farPixel);
     EXPECT_EQ(pixels.y(none), noPixel);
-    Image image({0, 0, 1920, 1080});
+    LineImage image({0, 0, 1920, 1080});
     Raster raster = image.raster();
     const auto start = std::chrono::steady_clock::now();
     const std::vector<Point> wild{{0, 0}, {1e30F, 1e30F}, {-1e30F, 5}, {5, none}, {100, 100},
@@ -192,7 +184,7 @@ TEST(Raster, EndlessAndMeaninglessPositionsAreQuick) {
 }
 
 TEST(Raster, ALineToNoNumberIsLeftOut) {
-    Image image({0, 0, 10, 10});
+    LineImage image({0, 0, 10, 10});
     Pen pen{ink};
     const float none = std::numeric_limits<float>::quiet_NaN();
     const std::vector<Point> points{{0, 0}, {5, none}, {9, 9}};
@@ -201,7 +193,7 @@ TEST(Raster, ALineToNoNumberIsLeftOut) {
 }
 
 TEST(Raster, BoxHasBothCorners) {
-    Image image({0, 0, 6, 5});
+    LineImage image({0, 0, 6, 5});
     image.raster().box({4, 3}, {1, 2}, ink);
     EXPECT_EQ(image.row(1), "......");
     EXPECT_EQ(image.row(2), ".####.");

@@ -14,7 +14,7 @@ namespace {
 using testing::MemoryFiles;
 using testing::ScriptedDialogs;
 
-constexpr const char* path = "/kvo/Kvo.Cfg";
+constexpr const char* configPath = "/kvo/Kvo.Cfg";
 
 // A file whose byte at offset i is a number that i tells, with this password in its place.
 platform::Bytes numbered(const std::string& password) {
@@ -269,7 +269,7 @@ TEST(LoadConfig, AMissingFileIsToldAndOpensTheSetup) {
 
 TEST(LoadConfig, AnEmptyFileIsCorrupt) {
     MemoryFiles files;
-    files.put(path, {});
+    files.put(configPath, {});
     const LoadedConfig loaded = load(files, corrupt);
     EXPECT_EQ(loaded.problems, "");
     EXPECT_EQ(loaded.setups, 1);
@@ -281,7 +281,7 @@ TEST(LoadConfig, ACutFileIsCorruptAndKeepsWhatWasRead) {
     AppConfig whole;
     ASSERT_TRUE(decodeConfig(file, whole));
     file.resize(600);
-    files.put(path, file);
+    files.put(configPath, file);
     const LoadedConfig loaded = load(files, corrupt);
     EXPECT_EQ(loaded.problems, "");
     EXPECT_EQ(loaded.setups, 1);
@@ -290,7 +290,7 @@ TEST(LoadConfig, ACutFileIsCorruptAndKeepsWhatWasRead) {
 
 TEST(LoadConfig, AGoodFileIsReadInSilence) {
     MemoryFiles files;
-    files.put(path, numbered("secret"));
+    files.put(configPath, numbered("secret"));
     const LoadedConfig loaded = load(files, nullptr);
     EXPECT_EQ(loaded.problems, "");
     EXPECT_EQ(loaded.setups, 0);
@@ -305,7 +305,7 @@ TEST(SaveConfig, KeepsACopyOfWhatItReplaces) {
     config.Gears = 5;
     ASSERT_TRUE(SaveConfig("/kvo", config, files));
     AppConfig again;
-    ASSERT_TRUE(decodeConfig(files.read(path).value(), again));
+    ASSERT_TRUE(decodeConfig(files.read(configPath).value(), again));
     EXPECT_EQ(again.Gears, 5);
     ASSERT_TRUE(decodeConfig(files.read("/kvo/Backup/Kvo.Cfg.0001").value(), again));
     EXPECT_EQ(again.Gears, 0);
@@ -313,24 +313,24 @@ TEST(SaveConfig, KeepsACopyOfWhatItReplaces) {
 
 TEST(SaveConfig, LeavesAReadOnlyFileInSilenceAndWithoutACopy) {
     MemoryFiles files;
-    files.put(path, numbered("old"));
-    files.failWrites(path, MemoryFiles::Failure::readOnly);
+    files.put(configPath, numbered("old"));
+    files.failWrites(configPath, MemoryFiles::Failure::readOnly);
     EXPECT_TRUE(SaveConfig("/kvo", AppConfig{}, files));
-    EXPECT_EQ(files.read(path), numbered("old"));
+    EXPECT_EQ(files.read(configPath), numbered("old"));
     EXPECT_FALSE(files.folderExists("/kvo/Backup"));
 }
 
 TEST(SaveConfig, TellsEveryOtherFailureAndLeavesTheOldFile) {
-    for (const char* place : {path, "/kvo/Backup"}) {
+    for (const char* place : {configPath, "/kvo/Backup"}) {
         for (const auto how : {MemoryFiles::Failure::fullDisk, MemoryFiles::Failure::notPermitted,
                  MemoryFiles::Failure::diskError}) {
             MemoryFiles files;
-            files.put(path, numbered("old"));
+            files.put(configPath, numbered("old"));
             files.failWrites(place, how);
             const auto saved = SaveConfig("/kvo", AppConfig{}, files);
             EXPECT_FALSE(saved);
             EXPECT_FALSE(saved.message.empty());
-            EXPECT_EQ(files.read(path), numbered("old"));
+            EXPECT_EQ(files.read(configPath), numbered("old"));
         }
     }
 }

@@ -17,8 +17,8 @@ namespace {
 using platform::Bytes;
 using testing::MemoryFiles;
 
-constexpr const char* path = "/kvo/Data/26111514.52d";
-constexpr const char* infoPath = "/kvo/Data/26111514.52i";
+constexpr const char* runPath = "/kvo/Data/26111514.52d";
+constexpr const char* infoOfRun = "/kvo/Data/26111514.52i";
 constexpr const char* name = "26111514.52d";
 
 struct Bench {
@@ -27,15 +27,15 @@ struct Bench {
     std::unique_ptr<OpenRun> overlay = std::make_unique<OpenRun>();
 
     LoadOutcome load(const Bytes& file) {
-        files.put(path, file);
-        return LoadRun(path, *run, files);
+        files.put(runPath, file);
+        return LoadRun(runPath, *run, files);
     }
     LoadOutcome loadOverlay(const Bytes& file) {
-        files.put(path, file);
-        return LoadOverlayRun(path, *overlay, files);
+        files.put(runPath, file);
+        return LoadOverlayRun(runPath, *overlay, files);
     }
     platform::WriteResult save() { return SaveRun(*run, "/kvo", files); }
-    Bytes saved() const { return files.read(path).value_or(Bytes{}); }
+    Bytes saved() const { return files.read(runPath).value_or(Bytes{}); }
 };
 
 RunSample sampleOf(int i) {
@@ -57,7 +57,7 @@ RunSample sampleOf(int i) {
 // A whole run of a type in memory, with a number in every field.
 std::unique_ptr<OpenRun> runOf(int type, int rows) {
     auto run = std::make_unique<OpenRun>();
-    run->path = path;
+    run->path = runPath;
     run->DataType = static_cast<std::uint8_t>(type);
     run->SampleCount = static_cast<std::uint16_t>(rows);
     run->headerLine = std::to_string(type) + " VRN35 Ver 1.2 128k Serial No 7  Date:x#";
@@ -86,7 +86,7 @@ std::unique_ptr<OpenRun> runOf(int type, int rows) {
 Bytes bytesOf(const OpenRun& run) {
     MemoryFiles files;
     EXPECT_TRUE(SaveRun(run, "/kvo", files));
-    return files.read(path).value_or(Bytes{});
+    return files.read(runPath).value_or(Bytes{});
 }
 
 Bytes fileOf(int type, int rows) {
@@ -123,7 +123,7 @@ struct FullBench : Bench {
     FullBench() {
         RunInfo info;
         info.Text_ET = "8.50";
-        EXPECT_TRUE(SaveRunInfo("/kvo", infoPath, path, info, files));
+        EXPECT_TRUE(SaveRunInfo("/kvo", infoOfRun, runPath, info, files));
         EXPECT_TRUE(load(fileOf(25, 1213)));
         EXPECT_TRUE(loadOverlay(fileOf(20, 2048)));
         runBefore = std::make_unique<OpenRun>(*run);
@@ -169,11 +169,11 @@ TEST(LoadRun, KnowsItsFilesAndItsTimes) {
     RunInfo info;
     info.Text_60FootTime = "1.05";
     info.Text_ET = "8.50";
-    ASSERT_TRUE(SaveRunInfo("/kvo", infoPath, path, info, bench.files));
-    bench.files.put(path, fileOf(32, 1360));
-    ASSERT_TRUE(LoadRun(std::string(path) + "   ", *bench.run, bench.files));
-    EXPECT_EQ(bench.run->path, path);
-    EXPECT_EQ(bench.run->infoPath, infoPath);
+    ASSERT_TRUE(SaveRunInfo("/kvo", infoOfRun, runPath, info, bench.files));
+    bench.files.put(runPath, fileOf(32, 1360));
+    ASSERT_TRUE(LoadRun(std::string(runPath) + "   ", *bench.run, bench.files));
+    EXPECT_EQ(bench.run->path, runPath);
+    EXPECT_EQ(bench.run->infoPath, infoOfRun);
     EXPECT_EQ(bench.run->times.Text_60FootTime, "1.05");
     EXPECT_EQ(bench.run->times.Text_ET, "8.50");
 }
@@ -198,14 +198,14 @@ TEST(LoadRun, AMissingFileLeavesTheRunAsItWas) {
 }
 
 TEST(LoadMessage, TellsOfAMissingFile) {
-    const LoadMessage message = loadMessage(LoadResult::missing, std::string(path) + "   ");
-    EXPECT_EQ(message.text, std::string("File no Found                  \n") + path);
+    const LoadMessage message = loadMessage(LoadResult::missing, std::string(runPath) + "   ");
+    EXPECT_EQ(message.text, std::string("File no Found                  \n") + runPath);
     EXPECT_EQ(message.style, 416);
     EXPECT_FALSE(message.beep);
 }
 
 TEST(LoadMessage, TellsOfAFileThatIsNoRun) {
-    const LoadMessage message = loadMessage(LoadResult::notARun, std::string(path) + " ");
+    const LoadMessage message = loadMessage(LoadResult::notARun, std::string(runPath) + " ");
     EXPECT_EQ(message.text,
         "/KVO/DATA/26111514.52D\n\nIs Corrupt or Not a Kvo Data File\nand can't be lodded.");
     EXPECT_EQ(message.style, 48);
@@ -213,11 +213,12 @@ TEST(LoadMessage, TellsOfAFileThatIsNoRun) {
 }
 
 TEST(LoadMessage, HasItsOwnWordsForTheOverlay) {
-    const LoadMessage missing = overlayLoadMessage(LoadResult::missing, std::string(path) + "  ");
-    EXPECT_EQ(missing.text, std::string(" File no Found\n") + path);
+    const LoadMessage missing =
+        overlayLoadMessage(LoadResult::missing, std::string(runPath) + "  ");
+    EXPECT_EQ(missing.text, std::string(" File no Found\n") + runPath);
     EXPECT_EQ(missing.style, 416);
     EXPECT_FALSE(missing.beep);
-    const LoadMessage notARun = overlayLoadMessage(LoadResult::notARun, path);
+    const LoadMessage notARun = overlayLoadMessage(LoadResult::notARun, runPath);
     EXPECT_EQ(notARun.text, "Not a Kvo Data File");
     EXPECT_EQ(notARun.style, 48);
     EXPECT_FALSE(notARun.beep);
@@ -353,8 +354,8 @@ TEST(LoadRun, CarriesAnyBitsOfTheBlocks) {
 
 TEST(LoadOverlayRun, FillsAnImageOfItsOwn) {
     FullBench bench;
-    EXPECT_EQ(bench.overlay->path, path);
-    EXPECT_EQ(bench.overlay->infoPath, infoPath);
+    EXPECT_EQ(bench.overlay->path, runPath);
+    EXPECT_EQ(bench.overlay->infoPath, infoOfRun);
     EXPECT_EQ(bench.overlay->headerLine, runOf(20, 2048)->headerLine);
     EXPECT_EQ(bench.overlay->DataType, 20);
     EXPECT_EQ(bench.overlay->SampleCount, 2048);
@@ -423,7 +424,7 @@ struct Downloaded : Bench {
     AppConfig Config;
 
     Downloaded() {
-        run->path = path;
+        run->path = runPath;
         run->DataType = 25;
         run->SampleCount = 1213;
     }
@@ -562,7 +563,7 @@ TEST(SaveRun, LeavesWhatStandsBehindTheLastRecord) {
 TEST(SaveRun, KeepsACopyOfTheRunItReplaces) {
     Downloaded run;
     const Bytes old = fileOf(20, 2048);
-    run.files.put(path, old);
+    run.files.put(runPath, old);
     ASSERT_TRUE(run.saveFresh());
     EXPECT_EQ(run.files.read("/kvo/Backup/26111514.52d.0001"), old);
 }
@@ -574,7 +575,7 @@ TEST(SaveRun, TellsOfAFullDiskAndTheRunStaysInMemory) {
     const auto saved = run.saveFresh();
     EXPECT_FALSE(saved);
     EXPECT_FALSE(saved.message.empty());
-    EXPECT_FALSE(run.files.exists(path));
+    EXPECT_FALSE(run.files.exists(runPath));
     EXPECT_EQ(run.run->image.samples[5], sampleOf(5));
     run.files.allowWrites();
     ASSERT_TRUE(run.saveFresh()) << "and can be saved again";

@@ -14,7 +14,7 @@ namespace {
 
 using testing::MemoryFiles;
 
-constexpr const char* path = "/kvo/Data/KvoData.Ini";
+constexpr const char* indexPath = "/kvo/Data/KvoData.Ini";
 
 struct Index {
     MemoryFiles files;
@@ -25,7 +25,7 @@ struct Index {
     }
     std::vector<std::string> descriptions() const {
         std::vector<std::string> texts;
-        for (const auto& entry : readRunIndex(path, files)) texts.push_back(entry.Description);
+        for (const auto& entry : readRunIndex(indexPath, files)) texts.push_back(entry.Description);
         return texts;
     }
 };
@@ -89,7 +89,7 @@ TEST(IndexDescription, RunsToTheFirstHash) {
 TEST(AddRunToIndex, AFirstDownloadLeavesOneRecord) {
     Index index;
     ASSERT_TRUE(index.add("Sun 15 Nov 2026 Run: 1", IndexOrder::asItIs));
-    const auto file = index.files.read(path).value();
+    const auto file = index.files.read(indexPath).value();
     ASSERT_EQ(file.size(), 240U);
     EXPECT_EQ(std::string(file.begin(), file.begin() + 14), "26111514.52d  ");
     EXPECT_EQ(std::string(file.begin() + 80, file.begin() + 104), "Sun 15 Nov 2026 Run: 1  ");
@@ -149,12 +149,12 @@ TEST(AddRunToIndex, OrdersAsAnExchangeOfPairsDoes) {
 TEST(AddRunToIndex, CompletesARecordThatWasCutShort) {
     Index index;
     ASSERT_TRUE(index.add("Sun 15 Nov 2026 Run: 1", IndexOrder::asItIs));
-    platform::Bytes file = index.files.read(path).value();
+    platform::Bytes file = index.files.read(indexPath).value();
     file.resize(100);
-    index.files.put(path, file);
+    index.files.put(indexPath, file);
     EXPECT_EQ(index.descriptions(), std::vector<std::string>{"Sun 15 Nov 2026 Run:"});
     ASSERT_TRUE(index.add("Sun 15 Nov 2026 Run: 2", IndexOrder::asItIs));
-    EXPECT_EQ(index.files.read(path)->size(), 480U);
+    EXPECT_EQ(index.files.read(indexPath)->size(), 480U);
     EXPECT_EQ(index.descriptions().back(), "Sun 15 Nov 2026 Run: 2");
 }
 
@@ -178,32 +178,32 @@ TEST(AddRunToIndex, WritesOnceWhateverTheLength) {
             160);
         file.insert(file.end(), record.begin(), record.end());
     }
-    index.files.put(path, std::move(file));
+    index.files.put(indexPath, std::move(file));
     const int before = index.files.writes();
     const auto start = std::chrono::steady_clock::now();
     ASSERT_TRUE(index.add("Sun 15 Nov 2026 Run: 1"));
     // Exchanging pairs of so many records would take hours; a second is far beyond the need.
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));
     EXPECT_EQ(index.files.writes(), before + 1);
-    EXPECT_EQ(index.files.read(path)->size(), 100001U * 240);
+    EXPECT_EQ(index.files.read(indexPath)->size(), 100001U * 240);
 }
 
 TEST(RunIndex, ARecordIsAFileNameAndADescription) {
     Index index;
     ASSERT_TRUE(index.add("Sun 15 Nov 2026 Run: 1"));
-    const platform::Bytes file = index.files.read(path).value();
+    const platform::Bytes file = index.files.read(indexPath).value();
     ASSERT_EQ(file.size(), 240U);
     EXPECT_EQ(std::string(file.begin(), file.begin() + 80), padded("26111514.52d", 80));
     EXPECT_EQ(std::string(file.begin() + 80, file.end()), padded("Sun 15 Nov 2026 Run: 1", 160));
-    const auto entries = readRunIndex(path, index.files);
+    const auto entries = readRunIndex(indexPath, index.files);
     ASSERT_EQ(entries.size(), 1U);
     EXPECT_EQ(entries[0], (RunIndexEntry{"26111514.52d", "Sun 15 Nov 2026 Run: 1"}));
     ASSERT_TRUE(writeRunIndex("/kvo", entries, index.files));
-    EXPECT_EQ(index.files.read(path), file);
+    EXPECT_EQ(index.files.read(indexPath), file);
 }
 
 TEST(RunIndex, IsEmptyWhereThereIsNone) {
-    EXPECT_TRUE(readRunIndex(path, MemoryFiles{}).empty());
+    EXPECT_TRUE(readRunIndex(indexPath, MemoryFiles{}).empty());
 }
 
 TEST(RunIndex, CarriesAnyByte) {
@@ -212,7 +212,7 @@ TEST(RunIndex, CarriesAnyByte) {
     for (int byte = 0; byte < 60; ++byte) odd += static_cast<char>(byte * 4);
     odd += "z";
     ASSERT_TRUE(writeRunIndex("/kvo", {{"../../etc", odd}, {"b", ""}}, files));
-    const auto entries = readRunIndex(path, files);
+    const auto entries = readRunIndex(indexPath, files);
     ASSERT_EQ(entries.size(), 2U);
     EXPECT_EQ(entries[0].FileName, "../../etc");
     EXPECT_EQ(entries[0].Description, odd);
@@ -222,7 +222,7 @@ TEST(RunIndex, IsKeptWhenItIsRewritten) {
     MemoryFiles files;
     ASSERT_TRUE(writeRunIndex("/kvo", {{"a", "one"}, {"b", "two"}}, files));
     ASSERT_TRUE(writeRunIndex("/kvo", {{"b", "two"}}, files));
-    EXPECT_EQ(readRunIndex(path, files).size(), 1U);
+    EXPECT_EQ(readRunIndex(indexPath, files).size(), 1U);
     EXPECT_EQ(readRunIndex("/kvo/Backup/KvoData.Ini.0001", files).size(), 2U);
 }
 

@@ -10,7 +10,7 @@ namespace {
 
 using testing::MemoryFiles;
 
-constexpr const char* runPath = "/kvo/Data/26111514.52d";
+constexpr const char* ownRun = "/kvo/Data/26111514.52d";
 constexpr const char* infoPath = "/kvo/Data/26111514.52i";
 constexpr const char* timesPath = "/kvo/KvoTimes";
 
@@ -36,16 +36,16 @@ struct Disk {
         ByteWriter writer;
         encodeHeaderLine(writer, "25 VRN35 Ver 1.2 128k Serial No 7  Date:Sun 15 Nov 2026 Run: 3#");
         writer.fillTo(84);
-        files.put(runPath, writer.take());
+        files.put(ownRun, writer.take());
     }
     platform::WriteResult save(const RunInfo& info) {
-        return SaveRunInfo("/kvo", infoPath, runPath, info, files);
+        return SaveRunInfo("/kvo", infoPath, ownRun, info, files);
     }
 };
 
 TEST(InfoFile, IsNamedAsTheRunWithAnI) {
-    EXPECT_EQ(infoFilePath(runPath), infoPath);
-    EXPECT_EQ(infoFilePath(std::string(runPath) + "   "), infoPath);
+    EXPECT_EQ(infoFilePath(ownRun), infoPath);
+    EXPECT_EQ(infoFilePath(std::string(ownRun) + "   "), infoPath);
     EXPECT_EQ(infoFilePath(""), "");
 }
 
@@ -184,11 +184,11 @@ TEST(SaveRunInfo, OnlyARunWithAnElapsedTimeEntersTheTable) {
 
 TEST(SaveRunInfo, MakesUpNoEntryForARunWithoutALine) {
     Disk disk;
-    disk.files.put(runPath, {});
+    disk.files.put(ownRun, {});
     ASSERT_TRUE(disk.save(someInfo()));
     EXPECT_TRUE(disk.files.exists(infoPath));
     EXPECT_FALSE(disk.files.exists(timesPath));
-    ASSERT_TRUE(disk.files.remove(runPath));
+    ASSERT_TRUE(disk.files.remove(ownRun));
     ASSERT_TRUE(disk.save(someInfo()));
     EXPECT_FALSE(disk.files.exists(timesPath));
 }

@@ -10,7 +10,7 @@ namespace {
 
 using testing::MemoryFiles;
 
-constexpr const char* path = "/kvo/KvoTimes";
+constexpr const char* tablePath = "/kvo/KvoTimes";
 
 std::string lineOf(const std::string& dateAndRun) {
     return "25 VRN35 Ver 1.2 128k Serial No 7  Date:" + dateAndRun + "#";
@@ -29,7 +29,9 @@ struct Table {
     void add(const std::string& dateAndRun, const TypedTimes& times = someTimes) {
         EXPECT_TRUE(updateTimesTable("/kvo", lineOf(dateAndRun), times, files));
     }
-    std::size_t count() const { return files.read(path).value_or(platform::Bytes{}).size() / 44; }
+    std::size_t count() const {
+        return files.read(tablePath).value_or(platform::Bytes{}).size() / 44;
+    }
     RunTimesTable load() { return LoadTimesTable("/kvo", files); }
 };
 
@@ -51,7 +53,7 @@ TEST(TimesTable, ARecordHasItsFieldsAtTheirOffsets) {
     expected.text("15 Nov 2026 Run: 3", 30);
     for (const int time : {100, 250, 400, 600, 800})
         expected.i16le(static_cast<std::int16_t>(time));
-    EXPECT_EQ(table.files.read(path), expected.bytes());
+    EXPECT_EQ(table.files.read(tablePath), expected.bytes());
     EXPECT_EQ(expected.size(), 44U);
     EXPECT_EQ(table.load().entries[1],
         (TimedRun{20111503, "15 Nov 2026 Run: 3", 100, 250, 400, 600, 800}));
@@ -124,9 +126,9 @@ TEST(TimesTable, CountsAsFullWithTwentyFour) {
 TEST(TimesTable, DropsARunOlderThanAll) {
     Table table;
     for (int day = 2; day <= 25; ++day) table.add(runOf(day));
-    const auto before = table.files.read(path);
+    const auto before = table.files.read(tablePath);
     table.add(runOf(1));
-    EXPECT_EQ(table.files.read(path), before);
+    EXPECT_EQ(table.files.read(tablePath), before);
 }
 
 TEST(TimesTable, AFullTableLosesItsOldestForANewerRun) {
@@ -144,7 +146,7 @@ TEST(TimesTable, AMissingFileIsCreatedEmpty) {
     Table table;
     const RunTimesTable loaded = table.load();
     EXPECT_EQ(loaded.RunTimesCount, 1);
-    EXPECT_EQ(table.files.read(path), platform::Bytes{});
+    EXPECT_EQ(table.files.read(tablePath), platform::Bytes{});
 }
 
 TEST(TimesTable, GivesTwentySixEntriesAtMost) {
@@ -155,7 +157,7 @@ TEST(TimesTable, GivesTwentySixEntriesAtMost) {
         writer.text("run", 30);
         writer.fillTo(static_cast<std::size_t>(i) * 44);
     }
-    table.files.put(path, writer.take());
+    table.files.put(tablePath, writer.take());
     const RunTimesTable loaded = table.load();
     EXPECT_EQ(loaded.RunTimesCount, 26);
     EXPECT_EQ(loaded.entries[26].Key, 26);
@@ -164,9 +166,10 @@ TEST(TimesTable, GivesTwentySixEntriesAtMost) {
 TEST(TimesTable, AFileCutAnywhereGivesItsWholeRecords) {
     Table table;
     for (const int day : {1, 2, 3}) table.add(runOf(day));
-    const platform::Bytes whole = table.files.read(path).value();
+    const platform::Bytes whole = table.files.read(tablePath).value();
     for (std::size_t length = 0; length <= whole.size(); ++length) {
-        table.files.put(path, {whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(length)});
+        table.files.put(
+            tablePath, {whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(length)});
         EXPECT_EQ(table.load().RunTimesCount, static_cast<int>(length / 44) + 1) << length;
     }
 }

@@ -9,7 +9,7 @@ namespace {
 
 using testing::MemoryFiles;
 
-constexpr const char* path = "/kvo/VSetup.Dat";
+constexpr const char* setupPath = "/kvo/VSetup.Dat";
 
 TEST(VehicleSetup, IsTwentyFivePairsOfSeventeenCharacters) {
     MemoryFiles files;
@@ -17,7 +17,7 @@ TEST(VehicleSetup, IsTwentyFivePairsOfSeventeenCharacters) {
     setup[1] = {"Clutch plates", "5"};
     setup[25] = {"12345678901234567", "abcdefghijklmnopq"};
     ASSERT_TRUE(SaveVehicleSetup("/kvo", setup, files));
-    const auto file = files.read(path).value();
+    const auto file = files.read(setupPath).value();
     ASSERT_EQ(file.size(), 850U);
     EXPECT_EQ(std::string(file.begin(), file.begin() + 34), "Clutch plates    5                ");
     EXPECT_EQ(std::string(file.end() - 34, file.end()), "12345678901234567abcdefghijklmnopq");
@@ -35,7 +35,7 @@ TEST(VehicleSetup, EachNameAndValueHasItsOwnPlace) {
     for (int i = 1; i <= 25; ++i)
         setup[i] = {"name " + std::to_string(i), "value " + std::to_string(i)};
     ASSERT_TRUE(SaveVehicleSetup("/kvo", setup, files));
-    const auto file = files.read(path).value();
+    const auto file = files.read(setupPath).value();
     for (int i = 1; i <= 25; ++i) {
         const auto pair = file.begin() + 34 * (i - 1);
         EXPECT_EQ(
@@ -50,7 +50,7 @@ TEST(VehicleSetup, CutsALongerText) {
     VehicleSetup setup;
     setup[1] = {std::string(40, 'n'), std::string(18, 'v')};
     ASSERT_TRUE(SaveVehicleSetup("/kvo", setup, files));
-    EXPECT_EQ(files.read(path)->size(), 850U);
+    EXPECT_EQ(files.read(setupPath)->size(), 850U);
     EXPECT_EQ(LoadVehicleSetup("/kvo", files)[1].Name, std::string(17, 'n'));
     EXPECT_EQ(LoadVehicleSetup("/kvo", files)[1].Value, std::string(17, 'v'));
 }
@@ -59,14 +59,14 @@ TEST(VehicleSetup, AMissingFileIsCreatedEmptyAndGivesEmptyLines) {
     MemoryFiles files;
     const VehicleSetup setup = LoadVehicleSetup("/kvo", files);
     for (const VehicleSetupLine& line : setup) EXPECT_EQ(line.Name + line.Value, "");
-    EXPECT_EQ(files.read(path), platform::Bytes{});
+    EXPECT_EQ(files.read(setupPath), platform::Bytes{});
 }
 
 TEST(VehicleSetup, AFolderThatCannotBeWrittenGivesEmptyLinesToo) {
     MemoryFiles files;
     files.failWrites("/kvo", MemoryFiles::Failure::readOnly);
     EXPECT_EQ(LoadVehicleSetup("/kvo", files)[1].Name, "");
-    EXPECT_FALSE(files.exists(path));
+    EXPECT_FALSE(files.exists(setupPath));
 }
 
 TEST(VehicleSetup, AFileCutAnywhereGivesTheLinesThatAreWhole) {
@@ -74,9 +74,9 @@ TEST(VehicleSetup, AFileCutAnywhereGivesTheLinesThatAreWhole) {
     VehicleSetup setup;
     for (VehicleSetupLine& line : setup) line = {"name", "value"};
     ASSERT_TRUE(SaveVehicleSetup("/kvo", setup, files));
-    const platform::Bytes whole = files.read(path).value();
+    const platform::Bytes whole = files.read(setupPath).value();
     for (std::size_t length = 0; length < whole.size(); ++length) {
-        files.put(path, {whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(length)});
+        files.put(setupPath, {whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(length)});
         const VehicleSetup cut = LoadVehicleSetup("/kvo", files);
         for (int i = 1; i <= 25; ++i) {
             EXPECT_EQ(cut[i].Name, static_cast<std::size_t>(i) * 34 <= length ? "name" : "");

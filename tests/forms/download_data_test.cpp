@@ -4,6 +4,7 @@
 #include "core/run_index.h"
 #include "link/forms/download_data.h"
 #include "link/forms/logger_line.h"
+#include "tests/forms/support/download_window.h"
 #include "tests/forms/support/form_test_main.h"
 #include "tests/forms/support/test_program.h"
 #include "tests/forms/support/user_click.h"
@@ -28,13 +29,9 @@ using kvo::simulator::Fault;
 
 namespace {
 
-constexpr const char* runPath = "/kvo/Data/26111514.42d";
 constexpr const char* indexFile = "/kvo/Data/KvoData.Ini";
 constexpr int critical = platform::boxStyle::critical;
 
-QPushButton& sendButton() {
-    return control<QPushButton>(form<DownloadData>(), "Command_Send");
-}
 QPushButton& cancelButton() {
     return control<QPushButton>(form<DownloadData>(), "Cancel_Command");
 }
@@ -165,7 +162,7 @@ private slots:
             QCOMPARE(display(), QString());
         };
         inTheForm([] { clickSend(); });
-        QVERIFY(m_program->files.exists(runPath));
+        QVERIFY(m_program->files.exists(downloadedRun));
         QCOMPARE(int{m_program->state.Run.SampleCount}, rows);
         const auto index = core::readRunIndex(indexFile, m_program->files);
         QCOMPARE(index.size(), std::size_t{1});
@@ -205,7 +202,7 @@ private slots:
         expectSaved();
         inTheForm([] { clickSend(); });
         QVERIFY(tried);
-        QVERIFY(m_program->files.exists(runPath));
+        QVERIFY(m_program->files.exists(downloadedRun));
     }
 
     void cancelWorksWhileTheLoggerIsAwaited_data() {
@@ -232,7 +229,7 @@ private slots:
         connectLogger(25, true, {Fault::Kind::stopAfter, 12});
         whileWaiting(9000, [] { QCOMPARE(userClick(&cancelButton()), QString()); });
         inTheForm([] { clickSend(); });
-        QVERIFY(!m_program->files.exists(runPath));
+        QVERIFY(!m_program->files.exists(downloadedRun));
         QVERIFY(dialogs().titles().empty());
     }
 
@@ -261,7 +258,7 @@ private slots:
             m_line->line.plugInto(1);
             clickSend();
         });
-        QVERIFY(m_program->files.exists(runPath));
+        QVERIFY(m_program->files.exists(downloadedRun));
     }
 
     void aWrongGreetingIsNoLogger() {
@@ -301,7 +298,7 @@ private slots:
             clickSend();
             QVERIFY(!isLoaded<DownloadData>());
         });
-        QVERIFY(!m_program->files.exists(runPath));
+        QVERIFY(!m_program->files.exists(downloadedRun));
         QVERIFY(!m_program->files.exists(indexFile));
         QVERIFY(!m_line->line.portOpen());
         QCOMPARE(dialogs().beeps(), 1);
@@ -314,7 +311,7 @@ private slots:
             clickSend();
             form<DownloadData>().close();
         });
-        QVERIFY(!m_program->files.exists(runPath));
+        QVERIFY(!m_program->files.exists(downloadedRun));
     }
 
     void aPortThatDoesNotOpenLeavesTheForm() {
@@ -374,7 +371,7 @@ private slots:
         forms::doors().showSoftwareSetup = [this] { m_calls << QStringLiteral("setup"); };
         inTheForm([] { clickSend(); });
         QCOMPARE(m_calls, QStringList({"setup", "chooser: 26111514.42d"}));
-        QVERIFY(m_program->files.exists(runPath));
+        QVERIFY(m_program->files.exists(downloadedRun));
     }
 
     void aYesOpensTheRunInTheGraph() {
@@ -401,7 +398,7 @@ private slots:
         dialogs().expectInputTitled("Run Title", "");
         dialogs().expectBoxTitled("Data Warning", Reply::yes);
         inTheForm([] { clickSend(); });
-        QVERIFY(!m_program->files.exists(runPath));
+        QVERIFY(!m_program->files.exists(downloadedRun));
         QCOMPARE(int{m_program->state.Run.SampleCount}, 1213);
     }
 
@@ -412,7 +409,7 @@ private slots:
         dialogs().expectBoxTitled("Run Not Saved", Reply::retry);
         dialogs().expectBoxTitled("Download Saved", Reply::no);
         inTheForm([] { clickSend(); });
-        QVERIFY(m_program->files.exists(runPath));
+        QVERIFY(m_program->files.exists(downloadedRun));
     }
 
     void theFormIsFreshEachTime() {
@@ -433,7 +430,7 @@ private slots:
             QVERIFY(sendButton().hasFocus() || sendButton().isDefault());
             QTest::keyClick(&form<DownloadData>(), Qt::Key_Return);
         });
-        QVERIFY(m_program->files.exists(runPath));
+        QVERIFY(m_program->files.exists(downloadedRun));
         expectSaved();
         inTheForm([] { QTest::keyClick(&form<DownloadData>(), Qt::Key_S, Qt::AltModifier); });
     }

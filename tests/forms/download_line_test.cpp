@@ -8,6 +8,7 @@
 #include "platform/qt/qt_dialogs.h"
 #include "platform/qt/qt_serial_port.h"
 #include "platform/qt/qt_yield.h"
+#include "tests/forms/support/download_window.h"
 #include "tests/forms/support/form_test_main.h"
 #include "tests/forms/support/test_program.h"
 #include "tests/forms/support/user_click.h"
@@ -38,17 +39,11 @@ using kvo::simulator::Fault;
 
 namespace {
 
-constexpr const char* runPath = "/kvo/Data/26111514.42d";
-
 double cpuMilliseconds() {
     // Of this thread: the logger has one of its own.
     timespec used{};
     clock_gettime(CLOCK_THREAD_CPUTIME_ID, &used);
     return static_cast<double>(used.tv_sec) * 1e3 + static_cast<double>(used.tv_nsec) / 1e6;
-}
-
-QPushButton& sendButton() {
-    return control<QPushButton>(form<DownloadData>(), "Command_Send");
 }
 
 } // namespace
@@ -148,7 +143,7 @@ private slots:
         });
         answerBox("Download Saved", "No");
         run();
-        QVERIFY(m_program->files.exists(runPath));
+        QVERIFY(m_program->files.exists(downloadedRun));
         const auto index = core::readRunIndex("/kvo/Data/KvoData.Ini", m_program->files);
         QCOMPARE(QString::fromStdString(index.at(0).Description),
             QStringLiteral("Sun 15 Nov 2026 Run: 1"));
@@ -184,7 +179,7 @@ private slots:
         run();
         const double used = cpuMilliseconds() - cpuBefore;
         QVERIFY2(used < 700, qPrintable(QString::number(used)));
-        QVERIFY(!m_program->files.exists(runPath));
+        QVERIFY(!m_program->files.exists(downloadedRun));
         QVERIFY(!isLoaded<DownloadData>());
         QVERIFY(!m_cable->port.portOpen());
         QVERIFY(control<QAction>(form<VrnWin32>(), "Mnu_DownloadData").isEnabled());
@@ -238,7 +233,7 @@ private slots:
         answerBox("Download Saved", "No");
         run();
         QVERIFY(ticks > 5);
-        QVERIFY(m_program->files.exists(runPath));
+        QVERIFY(m_program->files.exists(downloadedRun));
     }
 };
 

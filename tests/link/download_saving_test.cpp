@@ -14,14 +14,6 @@ using namespace platform;
 using testing::DownloadRig;
 using testing::MemoryFiles;
 
-constexpr const char* runPath = "/kvo/Data/26111514.52d";
-constexpr const char* chosen = "chooser: 26111514.52d"; // the list opens on the new run
-constexpr const char* indexFile = "/kvo/Data/KvoData.Ini";
-
-std::vector<core::RunIndexEntry> indexOf(const DownloadRig& rig) {
-    return core::readRunIndex(indexFile, rig.files);
-}
-
 void putIndex(DownloadRig& rig, const std::vector<std::string>& descriptions) {
     std::vector<core::RunIndexEntry> entries;
     for (const auto& text : descriptions) entries.push_back({"26010101.01d", text});
@@ -37,8 +29,8 @@ TEST(DownloadSaving, TheTitleIsSuggestedFromTheLastRecord) {
         rig.expectSave(suggested);
         rig.click();
         EXPECT_EQ(rig.dialogs.problems(), "");
-        ASSERT_EQ(indexOf(rig).size(), 3U);
-        EXPECT_EQ(indexOf(rig)[2].Description, "Sun 15 Nov 2026 Run: 1"); // at the end, unsorted
+        ASSERT_EQ(rig.index().size(), 3U);
+        EXPECT_EQ(rig.index()[2].Description, "Sun 15 Nov 2026 Run: 1"); // at the end, unsorted
     }
 }
 
@@ -50,16 +42,16 @@ TEST(DownloadSaving, TheTenthRunOfADayIsNotTheFirstOne) {
     rig.click();
     EXPECT_EQ(rig.dialogs.problems(), "");
     EXPECT_TRUE(rig.state->Run.headerLine.ends_with("Date:Sun 15 Nov 2026 Run: 10 #"));
-    ASSERT_EQ(indexOf(rig).size(), 3U);
-    EXPECT_EQ(indexOf(rig)[2].Description, "Sun 15 Nov 2026 Run: 10");
-    EXPECT_EQ(core::RunDateKey(indexOf(rig)[2].Description), 20111510);
+    ASSERT_EQ(rig.index().size(), 3U);
+    EXPECT_EQ(rig.index()[2].Description, "Sun 15 Nov 2026 Run: 10");
+    EXPECT_EQ(core::RunDateKey(rig.index()[2].Description), 20111510);
 }
 
 TEST(DownloadSaving, LeadingBlanksTakeNoRoomOfALongTitle) {
     DownloadRig rig(8);
     rig.expectSave("1 ", "   7" + std::string(199, 'x'));
     rig.click();
-    EXPECT_EQ(indexOf(rig)[0].Description, "Sun 15 Nov 2026 Run: 7" + std::string(129, 'x'));
+    EXPECT_EQ(rig.index()[0].Description, "Sun 15 Nov 2026 Run: 7" + std::string(129, 'x'));
 }
 
 TEST(DownloadSaving, ATitleWithoutANumberComesBack) {
@@ -69,14 +61,14 @@ TEST(DownloadSaving, ATitleWithoutANumberComesBack) {
     rig.expectSave("1 ", "2 Western Nationals");
     rig.click();
     EXPECT_EQ(rig.dialogs.problems(), "");
-    EXPECT_EQ(indexOf(rig)[0].Description, "Sun 15 Nov 2026 Run: 2 Western Nationals");
+    EXPECT_EQ(rig.index()[0].Description, "Sun 15 Nov 2026 Run: 2 Western Nationals");
 }
 
 TEST(DownloadSaving, ALongTitleIsStoredWith130Characters) {
     DownloadRig rig(8);
     rig.expectSave("1 ", "7" + std::string(199, 'x'));
     rig.click();
-    EXPECT_EQ(indexOf(rig)[0].Description, "Sun 15 Nov 2026 Run: 7" + std::string(129, 'x'));
+    EXPECT_EQ(rig.index()[0].Description, "Sun 15 Nov 2026 Run: 7" + std::string(129, 'x'));
     EXPECT_TRUE(rig.state->Run.headerLine.ends_with(" Run: 7" + std::string(19, 'x') + "#"));
 }
 
@@ -102,7 +94,7 @@ TEST(DownloadSaving, YesShowsTheGraphOnTheRunThatWasSaved) {
     rig.click();
     EXPECT_EQ(rig.dialogs.problems(), "");
     EXPECT_EQ(rig.view->events.back(),
-        std::string("graph: ") + runPath + ":  Date:Sun 15 Nov 2026 Run: 4 test");
+        std::string("graph: ") + DownloadRig::runPath + ":  Date:Sun 15 Nov 2026 Run: 4 test");
     EXPECT_EQ(rig.view->touchedAfterUnload, 0);
 }
 
@@ -110,7 +102,8 @@ TEST(DownloadSaving, NoShowsNoGraph) {
     DownloadRig rig(8);
     rig.expectSave();
     rig.click();
-    EXPECT_EQ(rig.view->events, (std::vector<std::string>{"buttons hidden", chosen, "unloaded"}));
+    EXPECT_EQ(rig.view->events,
+        (std::vector<std::string>{"buttons hidden", DownloadRig::chosen, "unloaded"}));
     EXPECT_EQ(rig.dialogs.beeps(), 1);
 }
 
@@ -128,7 +121,7 @@ TEST(DownloadSaving, NothingOfTheTailOfTheRunBeforeGetsIntoTheFile) {
     rig.saveConfig();
     rig.expectSave();
     rig.click();
-    const auto file = rig.files.read(runPath);
+    const auto file = rig.files.read(DownloadRig::runPath);
     ASSERT_TRUE(file);
     core::RunTailBlock tail;
     ASSERT_TRUE(core::decode(core::runRecord(*file, 2520 + 5), tail));
@@ -148,12 +141,12 @@ TEST(DownloadSaving, NothingThatWasLeftBehindCountsInTheNextOne) {
     rig.expectSave();
     rig.click();
     EXPECT_EQ(rig.dialogs.problems(), "");
-    const auto file = rig.files.read(runPath);
+    const auto file = rig.files.read(DownloadRig::runPath);
     ASSERT_TRUE(file);
     const std::string line = core::decodeHeaderLine(core::runRecord(*file, 1)).value_or("");
     EXPECT_EQ(line.substr(0, 6), "8 VRN8");
     EXPECT_NE(line.find("Date:Sun 15 Nov 2026 Run: 1#"), std::string::npos);
-    EXPECT_EQ(indexOf(rig)[0].Description, "Sun 15 Nov 2026 Run: 1");
+    EXPECT_EQ(rig.index()[0].Description, "Sun 15 Nov 2026 Run: 1");
 }
 
 TEST(DownloadSaving, TwoDownloadsOfOneMinuteShareTheFile) {
@@ -164,8 +157,8 @@ TEST(DownloadSaving, TwoDownloadsOfOneMinuteShareTheFile) {
     rig.expectSave(" 2 ", "2");
     rig.click();
     EXPECT_EQ(rig.dialogs.problems(), "");
-    EXPECT_EQ(indexOf(rig).size(), 2U);
-    EXPECT_EQ(indexOf(rig)[1].FileName, indexOf(rig)[0].FileName);
+    EXPECT_EQ(rig.index().size(), 2U);
+    EXPECT_EQ(rig.index()[1].FileName, rig.index()[0].FileName);
 }
 
 struct Refusal {
@@ -185,14 +178,14 @@ TEST(DownloadSaving, AFailedSaveIsToldAndTriedAgain) {
         box.style = boxStyle::retryCancel + boxStyle::critical;
         box.whileShown = [&] {
             EXPECT_FALSE(rig.dialogs.hourglass());
-            EXPECT_FALSE(rig.files.exists(runPath));
+            EXPECT_FALSE(rig.files.exists(DownloadRig::runPath));
             rig.files.allowWrites();
         };
         rig.expectSavedBox();
         rig.click();
         EXPECT_EQ(rig.dialogs.problems(), "");
-        EXPECT_TRUE(rig.files.exists(runPath));
-        EXPECT_EQ(indexOf(rig).size(), 1U);
+        EXPECT_TRUE(rig.files.exists(DownloadRig::runPath));
+        EXPECT_EQ(rig.index().size(), 1U);
     }
 }
 
@@ -207,7 +200,7 @@ TEST(DownloadSaving, ARunCanBeSavedElsewhere) {
     rig.click();
     EXPECT_EQ(rig.dialogs.problems(), "");
     EXPECT_TRUE(rig.files.exists("/stick/26111514.52d"));
-    EXPECT_TRUE(indexOf(rig).empty());
+    EXPECT_TRUE(rig.index().empty());
     EXPECT_EQ(rig.view->events.back(), "graph: /stick/26111514.52d:  Date:Sun 15 Nov 2026 Run: 1");
 }
 
@@ -232,14 +225,14 @@ TEST(DownloadSaving, GivingUpASaveIsNeverCalledSaved) {
 TEST(DownloadSaving, AnIndexThatCannotBeWrittenIsTold) {
     for (const Reply answer : {Reply::retry, Reply::cancel}) {
         DownloadRig rig(8);
-        rig.files.failWrites(indexFile, MemoryFiles::Failure::fullDisk, 1);
+        rig.files.failWrites(DownloadRig::indexFile, MemoryFiles::Failure::fullDisk, 1);
         rig.dialogs.expectInputTitled("Run Title", "1");
-        rig.dialogs.expectBoxTitled("Run Not Listed", answer).contains = runPath;
+        rig.dialogs.expectBoxTitled("Run Not Listed", answer).contains = DownloadRig::runPath;
         rig.expectSavedBox();
         rig.click();
         EXPECT_EQ(rig.dialogs.problems(), "");
-        EXPECT_TRUE(rig.files.exists(runPath));
-        EXPECT_EQ(indexOf(rig).size(), answer == Reply::retry ? 1U : 0U);
+        EXPECT_TRUE(rig.files.exists(DownloadRig::runPath));
+        EXPECT_EQ(rig.index().size(), answer == Reply::retry ? 1U : 0U);
     }
 }
 

@@ -17,18 +17,11 @@ using namespace platform;
 using simulator::Fault;
 using testing::DownloadRig;
 
-constexpr const char* runPath = "/kvo/Data/26111514.52d";
-constexpr const char* chosen = "chooser: 26111514.52d"; // the list opens on the new run
-constexpr const char* indexFile = "/kvo/Data/KvoData.Ini";
 constexpr const char* stoppedText =
     "The On Board Computer Stopped Responding\r\n           Fix and try again!";
 
 testing::ScriptedDialogs::Expected& expectStopped(DownloadRig& rig) {
     return rig.dialogs.expectBox(stoppedText, boxStyle::critical, "Download Error");
-}
-
-std::vector<core::RunIndexEntry> indexOf(const DownloadRig& rig) {
-    return core::readRunIndex(indexFile, rig.files);
 }
 
 TEST(DownloadSession, EveryTypeInBothModesEndsOnDisk) {
@@ -39,12 +32,12 @@ TEST(DownloadSession, EveryTypeInBothModesEndsOnDisk) {
             rig.expectSave();
             rig.click();
             EXPECT_EQ(rig.dialogs.problems(), "") << wire.dataType;
-            const auto file = rig.files.read(runPath);
+            const auto file = rig.files.read(DownloadRig::runPath);
             ASSERT_TRUE(file);
             EXPECT_EQ(file->size(), static_cast<std::size_t>((wire.samples + 4) * 84 + 20));
-            ASSERT_EQ(indexOf(rig).size(), 1U);
-            EXPECT_EQ(indexOf(rig)[0].FileName, "26111514.52d");
-            EXPECT_EQ(indexOf(rig)[0].Description, "Sun 15 Nov 2026 Run: 1");
+            ASSERT_EQ(rig.index().size(), 1U);
+            EXPECT_EQ(rig.index()[0].FileName, "26111514.52d");
+            EXPECT_EQ(rig.index()[0].Description, "Sun 15 Nov 2026 Run: 1");
             EXPECT_GT(rig.state->Run.PeakSpeedRaw, 0);
             EXPECT_FALSE(rig.line.portOpen());
             EXPECT_EQ(rig.view->touchedAfterUnload, 0);
@@ -57,7 +50,8 @@ TEST(DownloadSession, TheFormIsToldStepByStep) {
     DownloadRig rig(8);
     rig.expectSave();
     rig.click();
-    EXPECT_EQ(rig.view->events, (std::vector<std::string>{"buttons hidden", chosen, "unloaded"}));
+    EXPECT_EQ(rig.view->events,
+        (std::vector<std::string>{"buttons hidden", DownloadRig::chosen, "unloaded"}));
     EXPECT_EQ(rig.view->progressMax, 2520);
     const auto& texts = rig.view->texts;
     ASSERT_GE(texts.size(), 5U);
@@ -220,7 +214,7 @@ TEST(DownloadSession, ARunWithoutAnyPulseIsSavedAsAFlatLine) {
     rig.expectSave();
     session.Command_Send_Click();
     EXPECT_EQ(rig.dialogs.problems(), "");
-    EXPECT_TRUE(rig.files.exists(runPath));
+    EXPECT_TRUE(rig.files.exists(DownloadRig::runPath));
     EXPECT_EQ(rig.state->Run.PeakSpeedRaw, 0);
     EXPECT_EQ(rig.state->Run.image.samples[700].EngineRpm, 0);
 }

@@ -65,6 +65,10 @@ int DownloadRig::wireByte(int i, int position) const {
     return logger.stream()[static_cast<std::size_t>(33 + (i - 1) * size() + position - 1)];
 }
 
+std::vector<core::RunIndexEntry> DownloadRig::index() const {
+    return core::readRunIndex(indexFile, files);
+}
+
 int DownloadRig::wireWord(int i, int position) const {
     return wireByte(i, position) * 256 + wireByte(i, position + 1);
 }

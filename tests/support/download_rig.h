@@ -74,6 +74,11 @@ private:
 };
 
 struct DownloadRig {
+    // The run file of the first download on the rig's clock, the choice of it, and the index.
+    static constexpr const char* runPath = "/kvo/Data/26111514.52d";
+    static constexpr const char* chosen = "chooser: 26111514.52d";
+    static constexpr const char* indexFile = "/kvo/Data/KvoData.Ini";
+
     explicit DownloadRig(
         int dataType, bool fast = true, simulator::Fault fault = {}, bool paced = false);
 
@@ -90,6 +95,7 @@ struct DownloadRig {
     // Byte of sample i (from 1) at a position (from 1), as it lies in the logger.
     int wireByte(int i, int position) const;
     int wireWord(int i, int position) const;
+    std::vector<core::RunIndexEntry> index() const;
 
     simulator::WireLayout layout;
     simulator::ModelLogger logger;

@@ -4,13 +4,13 @@
 
 #include <cmath>
 #include <cstddef>
+#include <numbers>
 
 namespace kvo::simulator {
 namespace {
 
 constexpr double tickSeconds = 4e-06;
 constexpr double inchesPerMileMinute = 1056; // inches a minute at one mile an hour
-constexpr double pi = 3.14159265358979323846;
 
 void putWord(platform::Bytes& bytes, std::size_t at, std::uint16_t value) {
     bytes[at] = static_cast<std::uint8_t>(value >> 8);
@@ -24,7 +24,8 @@ void putPulses(
     putWord(bytes, at + 2, periodTicks(moment.inputRpm));
     putWord(bytes, at + 4, periodTicks(2 * moment.outputRpm));
     putWord(bytes, at + 6,
-        periodTicks(moment.mph * inchesPerMileMinute / (pi * vehicle.frontWheelInches)));
+        periodTicks(
+            moment.mph * inchesPerMileMinute / (std::numbers::pi * vehicle.frontWheelInches)));
 }
 
 } // namespace

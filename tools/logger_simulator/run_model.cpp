@@ -2,12 +2,12 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numbers>
 
 namespace kvo::simulator {
 namespace {
 
 constexpr double step = 0.01;
-constexpr double pi = 3.14159265358979323846;
 constexpr double idleRpm = 2100;
 constexpr std::uint8_t transBrake = 1;
 constexpr std::uint8_t wideOpen = 2;
@@ -34,7 +34,7 @@ std::uint8_t toByte(double value) {
 
 // Turns a minute of a rear wheel of so many inches at a speed.
 double wheelRpm(double mph, double inches) {
-    return mph * 1056.0 / (pi * inches);
+    return mph * 1056.0 / (std::numbers::pi * inches);
 }
 
 class Pass {

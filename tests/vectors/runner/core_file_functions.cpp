@@ -19,8 +19,6 @@ using testing::MemoryFiles;
 
 namespace {
 
-constexpr const char* folder = "/kvo";
-
 template <typename Numbers> Json listOf(const Numbers& numbers) {
     Json list = Json::array();
     for (const auto number : numbers) list.push_back(number);

@@ -15,7 +15,6 @@ using testing::MemoryFiles;
 
 namespace {
 
-constexpr const char* folder = "/kvo";
 constexpr const char* timesPath = "/kvo/KvoTimes";
 constexpr const char* runPath = "/kvo/Data/26111514.52d";
 constexpr const char* infoPath = "/kvo/Data/26111514.52i";
@@ -97,12 +96,6 @@ Json saveInfoFile(const Case& c) {
         payloads.push_back(hexOf(std::span(file).subspan(i * infoRecord, width)));
     }
     return {{"payloads", payloads}};
-}
-
-std::string trimmed(std::string text) {
-    text.erase(text.find_last_not_of(' ') + 1);
-    text.erase(0, text.find_first_not_of(' '));
-    return text;
 }
 
 Json timesOf(const TimedRun& run) {

@@ -81,12 +81,6 @@ static Json drawnChannel(const Case& c) {
     return got;
 }
 
-static std::string trimmed(const std::string& text) {
-    const std::size_t first = text.find_first_not_of(' ');
-    if (first == std::string::npos) return {};
-    return text.substr(first, text.find_last_not_of(' ') - first + 1);
-}
-
 static Json gridOperation(const SurfaceOperation& operation, const Json& expected) {
     if (operation.kind == Kind::line) {
         return Json{

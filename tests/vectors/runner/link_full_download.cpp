@@ -11,8 +11,6 @@
 namespace kvo::vectors {
 namespace {
 
-const std::string& folder = folderOfDownloads;
-
 class DownloadForm : public link::DownloadView {
 public:
     void setText_Display(const std::string&) override {}
@@ -37,9 +35,10 @@ platform::DateTime momentOfList(const Json& list) {
 }
 
 void putInput(const Case& c, testing::MemoryFiles& files) {
-    files.put(folder + "/Kvo.Cfg", fileBytes(c.files / c.in.at("config").get<std::string>()));
+    files.put(
+        folderOfDownloads + "/Kvo.Cfg", fileBytes(c.files / c.in.at("config").get<std::string>()));
     for (const auto& [name, source] : c.in.at("tables").items())
-        files.put(folder + "/" + name, fileBytes(c.files / source.get<std::string>()));
+        files.put(folderOfDownloads + "/" + name, fileBytes(c.files / source.get<std::string>()));
 }
 
 void answer(const Case& c, AnsweringDialogs& dialogs) {
@@ -72,7 +71,7 @@ platform::Bytes payloads(const platform::Bytes& file, int rows) {
 
 core::SharedState& pressStart(Bench& bench, platform::Clock& clock, testing::MemoryFiles& files) {
     core::SharedState& state = *bench.state;
-    state.AppFolder = folder;
+    state.AppFolder = folderOfDownloads;
     state.Config.CommPort = 1;
     DownloadForm form;
     link::DownloadSession session(bench.link,
@@ -94,9 +93,9 @@ Json fullDownload(const Case& c, const PressStart& press) {
     const core::SharedState& state = press(bench, clock, files);
 
     const auto run = files.read(state.Run.path);
-    const auto index = files.read(folder + "/Data/KvoData.Ini");
+    const auto index = files.read(folderOfDownloads + "/Data/KvoData.Ini");
     if (!run || !index) throw std::runtime_error("no run file or no index");
-    const auto entries = core::readRunIndex(folder + "/Data/KvoData.Ini", files);
+    const auto entries = core::readRunIndex(folderOfDownloads + "/Data/KvoData.Ini", files);
     const platform::Bytes payload = payloads(*run, state.Run.SampleCount);
     Json out{{"file_name", state.Run.path.substr(state.Run.path.rfind('/') + 1)},
         {"header_line", toJson(core::decodeHeaderLine(core::runRecord(*run, 1)).value_or(""))},

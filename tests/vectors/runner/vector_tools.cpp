@@ -64,6 +64,12 @@ std::string hexOf(std::span<const std::uint8_t> bytes) {
     return hex;
 }
 
+std::string trimmed(std::string text) {
+    text.erase(text.find_last_not_of(' ') + 1);
+    text.erase(0, text.find_first_not_of(' '));
+    return text;
+}
+
 void trimRight(Json& object, const std::string& key) {
     const auto found = object.find(key);
     if (found == object.end() || !found->is_string()) return;

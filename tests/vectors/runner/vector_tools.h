@@ -11,6 +11,9 @@
 
 namespace kvo::vectors {
 
+// The program's folder in memory.
+inline constexpr const char* folder = "/kvo";
+
 // A text of a line, one byte a code point 0 to 255. Throws for anything else.
 std::string textOf(const Json& text);
 // The other way; every byte may occur.
@@ -18,6 +21,8 @@ Json toJson(std::string_view text);
 // Lowercase hex digits to bytes and back.
 platform::Bytes bytesOfHex(const std::string& hex);
 std::string hexOf(std::span<const std::uint8_t> bytes);
+// A text without the blanks at its ends.
+std::string trimmed(std::string text);
 // Blanks off the right end of a text at `key` of an object, if it is there.
 void trimRight(Json& object, const std::string& key);
 
