@@ -23,8 +23,8 @@ set(KVO_QT_HEADERS <QAction> <QApplication> <QDialog> <QGridLayout> <QHBoxLayout
     <functional> <map> <memory> <string> <vector>)
 
 # Precompiles headers for a target, once for all targets of a group: they must be compiled alike.
-# A precompiled header hides an #include that is missing, so only builds beside the developers' own
-# do it; there every source is compiled with what it includes itself.
+# A precompiled header hides an #include that is missing; the release does without, so every source is
+# compiled with what it includes itself there.
 function(kvo_precompile TARGET GROUP)
     if(NOT KVO_PRECOMPILE)
         return()

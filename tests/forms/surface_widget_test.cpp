@@ -1,9 +1,9 @@
 // The surface as a real widget: what is in view is pixel for pixel the part of the whole picture,
 // after every way in which the view or the picture can change.
-#include "platform/qt/application.h"
 #include "platform/qt/surface_widget.h"
+#include "tests/forms/support/form_test_main.h"
 
-#include <QApplication>
+#include <QCoreApplication>
 #include <QProcess>
 #include <QScreen>
 #include <QSignalSpy>
@@ -250,17 +250,11 @@ private slots:
         environment.insert(QStringLiteral("QT_SCALE_FACTOR"), QStringLiteral("2"));
         self.setProcessEnvironment(environment);
         self.setProcessChannelMode(QProcess::ForwardedChannels);
-        self.start(QCoreApplication::applicationFilePath(), {});
+        self.start(QCoreApplication::applicationFilePath(), {kvo::testing::nameOfFormTest()});
         QVERIFY(self.waitForFinished(120000));
         QCOMPARE(self.exitCode(), 0);
     }
 };
 
-int main(int argc, char** argv) {
-    QApplication application(argc, argv);
-    kvo::platform_qt::prepareApplication(application);
-    SurfaceWidgetTest test;
-    return QTest::qExec(&test, argc, argv);
-}
-
+KVO_FORM_TEST_MAIN(SurfaceWidgetTest)
 #include "surface_widget_test.moc"

@@ -1,5 +1,7 @@
 #include "tests/forms/support/own_process.h"
 
+#include "tests/forms/support/form_test_main.h"
+
 #include <QCoreApplication>
 #include <QProcess>
 #include <QProcessEnvironment>
@@ -24,8 +26,8 @@ QString abortInOwnProcess() {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(QLatin1String(variable), QStringLiteral("1"));
     process.setProcessEnvironment(environment);
-    process.start(
-        QCoreApplication::applicationFilePath(), {QStringLiteral("-nocrashhandler"), test});
+    process.start(QCoreApplication::applicationFilePath(),
+        {nameOfFormTest(), QStringLiteral("-nocrashhandler"), test});
     if (!process.waitForFinished(60000) || process.exitStatus() != QProcess::CrashExit) return {};
     return QString::fromLocal8Bit(process.readAllStandardError());
 }
