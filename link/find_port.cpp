@@ -3,8 +3,6 @@
 namespace kvo::link {
 namespace {
 
-constexpr int portCount = 16;
-
 bool askToSearch(platform::Dialogs& dialogs) {
     using namespace platform;
     return dialogs.messageBox("Plug in the Logger Download Cable and Turn the Logger ON\r\n\r\n"
@@ -18,6 +16,29 @@ bool askToUse(platform::Dialogs& dialogs, int port) {
                "Logger Found on Comm Port: " + std::to_string(port)) == Reply::yes;
 }
 
+// Tries the ports in turn. False where none was taken and the user is to know it.
+bool searchPorts(LoggerLink& link, platform::Dialogs& dialogs, PortListView& view) {
+    for (int port = 1; port <= platform::portNumbers; ++port) {
+        if (view.stopped()) return true;
+        view.showPort(port);
+        link.tryPort(port);
+        // Required: the reply alone counts, so one left from before passes for an answer at port 1,
+        // and a flag set by silence is not looked at.
+        if (link.greetLogger()) {
+            link.port().input();
+            dialogs.setHourglass(false);
+            if (askToUse(dialogs, port)) {
+                view.selectComPort(port - 1);
+                link.CloseLoggerPort();
+                return true;
+            }
+        }
+        link.ReplyByte = 0;
+        link.CloseLoggerPort();
+    }
+    return view.stopped();
+}
+
 } // namespace
 
 void FindLoggerPort(LoggerLink& link, platform::Dialogs& dialogs, PortListView& view) {
@@ -29,23 +50,10 @@ void FindLoggerPort(LoggerLink& link, platform::Dialogs& dialogs, PortListView& 
     link.port().setSettings("9600,N,8,1");
     link.port().setInputLen(0);
     link.port().setInputLen(1);
-    for (int port = 1; port <= portCount; ++port) {
-        link.tryPort(port);
-        // Required: the reply alone counts, so one left from before passes for an answer at port 1,
-        // and a flag set by silence is not looked at.
-        if (link.greetLogger()) {
-            link.port().input();
-            dialogs.setHourglass(false);
-            if (askToUse(dialogs, port)) {
-                view.selectComPort(port - 1);
-                link.CloseLoggerPort();
-                return;
-            }
-        }
-        link.ReplyByte = 0;
-        link.CloseLoggerPort();
-    }
+    const bool settled = searchPorts(link, dialogs, view);
     dialogs.setHourglass(false);
+    view.searchIsOver();
+    if (settled) return;
     dialogs.messageBox(
         "Check that the Logger is Powered up and the Download Cable is Plugged In.\r\n\r\n\r\n"
         "If this is already Dune try switching the Logger Off for 10 seconds\r\n"

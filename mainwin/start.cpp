@@ -10,6 +10,8 @@
 #include "library/forms/run_statistics.h"
 #include "library/run_list.h"
 #include "link/forms/download_data.h"
+#include "link/forms/port_search.h"
+#include "link/port_list.h"
 #include "mainwin/about.h"
 #include "mainwin/main_window.h"
 #include "mainwin/software_setup.h"
@@ -73,6 +75,8 @@ void openDoors() {
     // Its session unloads it on every way out.
     all.downloadData = [] { showModal(form<DownloadData>()); };
     all.showSoftwareSetup = showSoftwareSetup;
+    all.findLoggerPort = [] { return PortSearch().search(); };
+    all.describePorts = [] { return link::describePorts(*platform::services().port); };
     all.loadLogo = loadLogo;
     all.showAbout = [] { showModal(form<About>()); };
 }

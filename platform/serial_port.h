@@ -2,15 +2,28 @@
 // The serial port as the logger link uses it: polled, 9600,N,8,1, no handshake.
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace kvo::platform {
 
 // Why a port did not open, in the order of what a user can do about it.
 enum class PortError { none, missing, busy, notPermitted, other };
 
+// Port numbers go from 1 to this.
+inline constexpr int portNumbers = 16;
+
+// What stands behind a port number, and why it would not open now; `none` where it is free.
+struct PortState {
+    std::string device; // the system's own text, with what a link leads to; empty where none is
+    PortError error = PortError::missing;
+    friend bool operator==(const PortState&, const PortState&) = default;
+};
+
 class SerialPort {
 public:
     virtual ~SerialPort() = default;
+    // The states of all ports, from number 1 on. A port that this one has open is busy.
+    virtual std::vector<PortState> portStates() const = 0;
     // Selects the port by number, 1 to 16; only while it is closed.
     virtual void setCommPort(int number) = 0;
     virtual int commPort() const = 0;

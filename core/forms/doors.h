@@ -9,6 +9,7 @@
 #include <optional>
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace kvo::forms {
 
@@ -74,6 +75,11 @@ struct Doors {
     Door<void()> showSoftwareSetup{"showSoftwareSetup"};
     // The main window shows the picture of the vehicle that the configuration names now.
     Door<void()> loadLogo{"loadLogo"};
+    // The search for the port that the logger is on, modal, which the user can stop. The port that
+    // the user took, 1 to 16; none where none was found or taken.
+    Door<std::optional<int>()> findLoggerPort{"findLoggerPort"};
+    // What stands behind the ports 1 to 16 now, and whether it is free: a line each, UTF-8.
+    Door<std::vector<std::string>()> describePorts{"describePorts"};
     // Name and version of the program, modal.
     Door<void()> showAbout{"showAbout"};
 };

@@ -13,12 +13,6 @@ namespace {
 
 using platform::PortError;
 
-QString withTarget(const QString& device) {
-    const QFileInfo info(device);
-    if (!info.isSymLink()) return device;
-    return QStringLiteral("%1 (%2)").arg(device, info.symLinkTarget());
-}
-
 #ifdef Q_OS_UNIX
 // The group that may use the device, empty if being in a group would not help.
 QString groupOf(const QString& device) {
@@ -82,6 +76,12 @@ bool soundsBusy(const QString& systemText) {
 }
 
 } // namespace
+
+QString withTarget(const QString& device) {
+    const QFileInfo info(device);
+    if (!info.isSymLink()) return device;
+    return QStringLiteral("%1 (%2)").arg(device, info.symLinkTarget());
+}
 
 OpenFailure explainOpenFailure(int port, const QString& device, const QString& systemText) {
 #ifdef Q_OS_UNIX

@@ -11,6 +11,9 @@ struct OpenFailure {
     QString text; // for the user: device, reason, what to do
 };
 
+// A device's name, and what it leads to where it is a link.
+QString withTarget(const QString& device);
+
 // `device` is empty when the port number stands for none; `systemText` is the system's own reason.
 OpenFailure explainOpenFailure(int port, const QString& device, const QString& systemText);
 

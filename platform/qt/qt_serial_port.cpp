@@ -38,6 +38,19 @@ QSerialPort::Parity parityOf(char letter) {
     }
 }
 
+// The lock file sees by the real name alone that another program has the device.
+QString realName(const QString& device) {
+    const QString real = QFileInfo(device).canonicalFilePath();
+    return real.isEmpty() ? device : real;
+}
+
+platform::PortError openErrorOf(int number, const QString& device) {
+    if (device.isEmpty()) return platform::PortError::missing;
+    QSerialPort trial(realName(device));
+    if (trial.open(QIODevice::ReadWrite)) return platform::PortError::none;
+    return explainOpenFailure(number, device, trial.errorString()).error;
+}
+
 } // namespace
 
 QtSerialPort::QtSerialPort(FolderSource programFolder) : m_programFolder(std::move(programFolder)) {
@@ -81,13 +94,25 @@ std::string QtSerialPort::deviceOf(int number) const {
     return deviceOfPort(number, shownPath(m_programFolder()), serialDevices()).toStdString();
 }
 
+// Each device is opened for a moment, which is the one way to learn whether that goes.
+std::vector<platform::PortState> QtSerialPort::portStates() const {
+    const QString folder = shownPath(m_programFolder());
+    const std::vector<SerialDevice> devices = serialDevices();
+    std::vector<platform::PortState> states;
+    for (int number = 1; number <= platform::portNumbers; ++number) {
+        const QString device = deviceOfPort(number, folder, devices);
+        const bool own = m_port.isOpen() && number == m_number;
+        states.push_back({withTarget(device).toStdString(),
+            own ? platform::PortError::busy : openErrorOf(number, device)});
+    }
+    return states;
+}
+
 void QtSerialPort::openPort() {
     m_openError = platform::PortError::none;
     m_openErrorText.clear();
     const QString device = deviceOfPort(m_number, shownPath(m_programFolder()), serialDevices());
-    // By its real name, so that the lock file sees that another program has it under that name.
-    const QString real = QFileInfo(device).canonicalFilePath();
-    m_port.setPortName(real.isEmpty() ? device : real);
+    m_port.setPortName(realName(device));
     m_opening = true;
     const bool opened = !device.isEmpty() && m_port.open(QIODevice::ReadWrite);
     m_opening = false;

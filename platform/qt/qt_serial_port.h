@@ -10,6 +10,7 @@
 
 #include <functional>
 #include <string>
+#include <vector>
 
 namespace kvo::platform_qt {
 
@@ -24,6 +25,7 @@ public:
     void setCommPort(int number) override;
     int commPort() const override { return m_number; }
     std::string deviceOf(int number) const override;
+    std::vector<platform::PortState> portStates() const override;
     void setSettings(std::string_view settings) override;
     void setInputLen(int bytes) override { m_inputLen = bytes; }
     int inputLen() const override { return m_inputLen; }

@@ -1,17 +1,22 @@
 #include "setup/forms/general_page.h"
 
+#include "core/forms/doors.h"
 #include "platform/qt/text.h"
 #include "setup/forms/checked_box.h"
 #include "setup/models.h"
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QEvent>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
+
+#include <functional>
+#include <utility>
 
 namespace kvo::forms {
 
@@ -21,6 +26,26 @@ namespace {
 
 constexpr int driverLetters = 25;   // the width of the field
 constexpr int passwordLetters = 25; // of the masked boxes
+
+// The list of ports asks what stands behind the numbers when it is looked at, since an adapter may
+// come and go while the form is open.
+class PortBox : public QComboBox {
+public:
+    explicit PortBox(std::function<void()> look) : m_look(std::move(look)) {}
+    void showPopup() override {
+        m_look();
+        QComboBox::showPopup();
+    }
+
+protected:
+    bool event(QEvent* event) override {
+        if (event->type() == QEvent::ToolTip) m_look();
+        return QComboBox::event(event);
+    }
+
+private:
+    std::function<void()> m_look;
+};
 
 QLineEdit* makeBox(const char* name) {
     QLineEdit* box = named(new QLineEdit, name);
@@ -77,12 +102,12 @@ QWidget* GeneralPage::makeLogger() {
     DriverNo = makeBox("DriverNo");
     selectOnFocus(DriverNo);
     checkOnLeave(DriverNo, setup::DriverNo_LostFocus);
-    ComPort = named(new QComboBox, "ComPort");
+    ComPort = named(new PortBox([this] { showDevices(); }), "ComPort");
     for (int port = 1; port <= setup::comPorts; ++port)
         ComPort->addItem(QStringLiteral("COM%1").arg(port));
     But_FindComm = named(new QPushButton(QStringLiteral("&Find Comm Port")), "But_FindComm");
     But_FindComm->setAutoDefault(false);
-    But_FindComm->setEnabled(false); // the search is not there yet
+    connect(But_FindComm, &QPushButton::clicked, this, &GeneralPage::But_FindComm_Click);
     auto* box = new QGroupBox(QStringLiteral("Logger"));
     auto* grid = new QGridLayout(box);
     addLine(*grid, buddyLabel(QStringLiteral("&Model:"), D_Modal), D_Modal);
@@ -180,6 +205,20 @@ void GeneralPage::collect(setup::SetupValues& values) const {
     values.password.OPassword = typed(OPassword->text());
     values.password.NPassword = typed(NPassword->text());
     values.password.VPassword = typed(VPassword->text());
+}
+
+void GeneralPage::But_FindComm_Click() {
+    if (const auto port = doors().findLoggerPort()) ComPort->setCurrentIndex(*port - 1);
+}
+
+void GeneralPage::showDevices() {
+    const std::vector<std::string> ports = doors().describePorts();
+    for (int entry = 0; entry < ComPort->count() && entry < static_cast<int>(ports.size());
+         ++entry) {
+        const QString text = QString::fromStdString(ports[static_cast<std::size_t>(entry)]);
+        ComPort->setItemData(entry, text, Qt::ToolTipRole);
+        if (entry == ComPort->currentIndex()) ComPort->setToolTip(text);
+    }
 }
 
 } // namespace kvo::forms

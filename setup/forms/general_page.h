@@ -35,6 +35,8 @@ private:
     QWidget* makeDownload();
     QWidget* makePassword();
     void showPassword(const setup::PasswordFrame& password);
+    void But_FindComm_Click();
+    void showDevices();
 
     QLabel* Label_DriverNumber = nullptr;
     QLineEdit* Driver = nullptr;

@@ -27,7 +27,7 @@ using kvo::forms::doors;
 
 namespace {
 
-constexpr int doorCount = 13;
+constexpr int doorCount = 15;
 
 std::array<bool, doorCount> openOnes() {
     const Doors& all = doors();
@@ -35,7 +35,7 @@ std::array<bool, doorCount> openOnes() {
         all.showDataGraph.isOpen(), all.showFreshRun.isOpen(), all.chooseRun.isOpen(),
         all.chooseRunsToDelete.isOpen(), all.refreshChooser.isOpen(), all.showStatistics.isOpen(),
         all.downloadData.isOpen(), all.showSoftwareSetup.isOpen(), all.loadLogo.isOpen(),
-        all.showAbout.isOpen()};
+        all.findLoggerPort.isOpen(), all.describePorts.isOpen(), all.showAbout.isOpen()};
 }
 // A door that is added must be added to the list above.
 static_assert(sizeof(Doors) == doorCount * sizeof(forms::Door<void()>));
@@ -86,6 +86,7 @@ private slots:
         doors().hideMainWindow();
         doors().showMainWindow();
         doors().EnableMainMenus(false);
+        doors().loadLogo();
         QVERIFY(!isLoaded<forms::VrnWin32>());
         auto& window = form<forms::VrnWin32>();
         doors().showMainWindow();
@@ -100,7 +101,6 @@ private slots:
 
     void modalFormsComeAndGo() {
         forms::openDoors();
-        doors().showSoftwareSetup(); // has no form yet
         const auto comes = [](const char* name) {
             onModal([name](QWidget* modal) {
                 QCOMPARE(modal->objectName(), QLatin1String(name));

@@ -79,6 +79,35 @@ private slots:
         QCOMPARE(port.inBufferCount(), 0);
     }
 
+    void everyPortSaysWhatIsBehindItAndWhetherItIsFree() {
+        PtyPair free, taken;
+        linkPort(1, free.devicePath());
+        linkPort(2, taken.devicePath());
+        linkPort(3, "/dev/not_there");
+        QtSerialPort other([this] { return folder(); });
+        other.setCommPort(2);
+        other.setPortOpen(true);
+        QVERIFY(other.portOpen());
+        QtSerialPort port([this] { return folder(); });
+        const auto states = port.portStates();
+        QCOMPARE(states.size(), std::size_t(16));
+        const auto behind = [this](int number, const std::string& device) {
+            return m_folder.filePath(QStringLiteral("COM%1").arg(number)).toStdString() + " (" +
+                   device + ")";
+        };
+        QVERIFY(
+            (states[0] == kvo::platform::PortState{behind(1, free.devicePath()), PortError::none}));
+        QVERIFY((
+            states[1] == kvo::platform::PortState{behind(2, taken.devicePath()), PortError::busy}));
+        QVERIFY((states[2] ==
+                 kvo::platform::PortState{behind(3, "/dev/not_there"), PortError::missing}));
+        QVERIFY(!port.portOpen());
+        QVERIFY(other.portOpen());
+        QVERIFY(other.portStates()[1].error == PortError::busy); // by itself
+        for (int number = 1; number <= 3; ++number)
+            QFile::remove(m_folder.filePath(QStringLiteral("COM%1").arg(number)));
+    }
+
     void aWaitSleepsAndCountsByTheClock() {
         PtyPair far;
         linkPort(1, far.devicePath());

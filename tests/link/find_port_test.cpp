@@ -16,7 +16,13 @@ using namespace platform;
 
 struct List : PortListView {
     void selectComPort(int entry) override { selected = entry; }
+    void showPort(int port) override { shown.push_back(port); }
+    bool stopped() const override { return static_cast<int>(shown.size()) >= stopAfter; }
+    void searchIsOver() override { ++ends; }
     int selected = -1;
+    std::vector<int> shown;
+    int stopAfter = 99;
+    int ends = 0;
 };
 
 struct FindPortTest : ::testing::Test {
@@ -100,6 +106,51 @@ TEST_F(FindPortTest, APortThatDoesNotOpenCostsOneTimeOutAndNoMessage) {
     FindLoggerPort(link, dialogs, list);
     EXPECT_EQ(list.selected, 1);
     EXPECT_EQ(line.milliseconds(), 250);
+    EXPECT_EQ(dialogs.problems(), "");
+}
+
+TEST_F(FindPortTest, ShowsEachPortAndTheEndOnce) {
+    line.plugInto(99);
+    expectStart(Reply::yes);
+    dialogs.expectBoxTitled("CANT FIND THE LOGGER").whileShown = [this] {
+        EXPECT_EQ(list.ends, 1);
+        EXPECT_FALSE(dialogs.hourglass());
+    };
+    FindLoggerPort(link, dialogs, list);
+    std::vector<int> all(16);
+    std::iota(all.begin(), all.end(), 1);
+    EXPECT_EQ(list.shown, all);
+    EXPECT_EQ(list.ends, 1);
+    EXPECT_EQ(dialogs.problems(), "");
+}
+
+TEST_F(FindPortTest, ShowsNothingWhereTheUserSaysNo) {
+    expectStart(Reply::no);
+    FindLoggerPort(link, dialogs, list);
+    EXPECT_TRUE(list.shown.empty());
+    EXPECT_EQ(list.ends, 0);
+    EXPECT_EQ(dialogs.problems(), "");
+}
+
+TEST_F(FindPortTest, StopsBetweenTwoPortsWithoutAWord) {
+    line.plugInto(9);
+    list.stopAfter = 3;
+    expectStart(Reply::yes);
+    FindLoggerPort(link, dialogs, list);
+    EXPECT_EQ(opened, (std::vector<int>{1, 2, 3}));
+    EXPECT_EQ(list.selected, -1);
+    EXPECT_EQ(list.ends, 1);
+    EXPECT_FALSE(dialogs.hourglass());
+    EXPECT_FALSE(line.portOpen());
+    EXPECT_EQ(dialogs.problems(), "");
+}
+
+TEST_F(FindPortTest, AStopAtTheLastPortIsWithoutAWordToo) {
+    line.plugInto(99);
+    list.stopAfter = 16;
+    expectStart(Reply::yes);
+    FindLoggerPort(link, dialogs, list);
+    EXPECT_EQ(opened.size(), 16U);
     EXPECT_EQ(dialogs.problems(), "");
 }
 

@@ -22,6 +22,7 @@ public:
 
     void setCommPort(int number) override { m_number = number; }
     int commPort() const override { return m_number; }
+    std::vector<platform::PortState> portStates() const override { return {}; }
     std::string deviceOf(int) const override { return m_device; }
     void setSettings(std::string_view) override {}
     void setInputLen(int bytes) override { m_inputLen = bytes; }

@@ -36,6 +36,19 @@ void VirtualLine::setInputLen(int bytes) {
     m_inputLens.push_back(bytes);
 }
 
+std::vector<platform::PortState> VirtualLine::portStates() const {
+    std::vector<platform::PortState> states;
+    for (int number = 1; number <= platform::portNumbers; ++number) {
+        platform::PortState state{deviceOf(number), platform::PortError::missing};
+        if (!state.device.empty()) state.error = platform::PortError::none;
+        if (const auto failure = m_failures.find(number); failure != m_failures.end())
+            state.error = failure->second.why;
+        if (m_open && number == m_port) state.error = platform::PortError::busy;
+        states.push_back(state);
+    }
+    return states;
+}
+
 void VirtualLine::setPortOpen(bool open) {
     if (!open) return close();
     if (onOpen) onOpen(m_port);

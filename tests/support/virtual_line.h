@@ -48,6 +48,7 @@ public:
 
     void setCommPort(int number) override { m_port = number; }
     int commPort() const override { return m_port; }
+    std::vector<platform::PortState> portStates() const override;
     std::string deviceOf(int number) const override {
         return number == m_pluggedInto ? "/dev/virtual" : std::string();
     }

@@ -246,6 +246,9 @@ private:
 
 struct ChosenPort : link::PortListView {
     void selectComPort(int entry) override { selected = entry; }
+    void showPort(int) override {}
+    bool stopped() const override { return false; }
+    void searchIsOver() override {}
     Json selected;
 };
 
