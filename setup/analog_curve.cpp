@@ -96,10 +96,11 @@ std::string remarkOn(const AnalogCurve& curve, float scale) {
     const std::string limits = CStr(std::min(0.0F, end)) + " and " + CStr(std::max(0.0F, end));
     if (lost == 1)
         return "Count " + CStr(from) + " does not read between " + limits +
-               " and is not converted.";
+               ", the range of the input: a download does not convert it.";
     const bool all = lost == to - from + 1;
     return (all ? "Counts " : CStr(static_cast<int>(lost)) + " counts from ") + CStr(from) +
-           " to " + CStr(to) + " do not read between " + limits + " and are not converted.";
+           " to " + CStr(to) + " do not read between " + limits +
+           ", the range of the input: a download does not convert them.";
 }
 
 } // namespace

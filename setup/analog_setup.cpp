@@ -190,28 +190,30 @@ std::optional<AnalogCurve> mappedCurve(AnalogEditor editor, AnalogTable before) 
 
 AnalogSave Command2_Click(AnalogEditor& editor, AppConfig& config, const std::string& appFolder,
     core::AnalogTables& tables, platform::Files& files) {
+    AnalogEditor entries = editor;
     const AnalogTable before = tables[scratchRow];
     AnalogTable table = before;
-    if (editor.Analog_Type == pressureInput) takeSensor(editor);
-    if (editor.Analog_Type == mappedInput) {
-        const int failed = buildMappedTable(editor, table);
+    if (entries.Analog_Type == pressureInput) takeSensor(entries);
+    if (entries.Analog_Type == mappedInput) {
+        const int failed = buildMappedTable(entries, table);
         if (failed != 0) return {noNumber(Label32(failed), true), {}};
     }
     AppConfig taken = config;
     OrderedSave save;
-    takeFields(editor, taken, save);
+    takeFields(entries, taken, save);
     if (save.ended()) {
-        const AnalogParts parts = analogParts(editor.Analog_Type);
+        const AnalogParts parts = analogParts(entries.Analog_Type);
         const bool onView = save.failedBox() == zeroCaption ? parts.Zero : parts.range;
         return {noNumber(save.failedBox(), onView), {}};
     }
     tables[scratchRow] = table;
     const auto written = core::SaveAnalogTable(
-        appFolder, core::analogTableName(editor.channel), scratchRow, tables, files);
+        appFolder, core::analogTableName(entries.channel), scratchRow, tables, files);
     if (!written) {
         tables[scratchRow] = before;
         return {written.message, {}};
     }
+    editor = entries;
     config = taken;
     return {{}, editor.Analog.substr(0, analogNameLength)};
 }

@@ -92,7 +92,7 @@ struct AnalogSave {
 };
 // "Ok": the channel's settings go to the configuration, row 1 to the channel's file, of which the
 // old content is kept in Backup/. A number that does not fit and a file that cannot be written
-// leave both as they were. Writing Kvo.Cfg is the setup form's.
+// leave these and the editor as they were. Writing Kvo.Cfg is the setup form's.
 AnalogSave Command2_Click(AnalogEditor& editor, core::AppConfig& config,
     const std::string& appFolder, core::AnalogTables& tables, platform::Files& files);
 

@@ -179,34 +179,36 @@ TEST(AnalogCurve, SaysWhichCountsADownloadLeaves) {
     ASSERT_TRUE(one);
     EXPECT_FALSE(one->stored[255]);
     EXPECT_TRUE(one->stored[254]);
-    EXPECT_EQ(one->remark, "Count 255 does not read between 0 and 102 and is not converted.");
+    EXPECT_EQ(one->remark, "Count 255 does not read between 0 and 102, the range of the input: a "
+                           "download does not convert it.");
 
     const auto upper = analogCurve(linear(1), 0.5F);
     ASSERT_TRUE(upper);
     EXPECT_TRUE(upper->stored[127]);
     EXPECT_FALSE(upper->stored[128]);
-    EXPECT_EQ(
-        upper->remark, "Counts 128 to 255 do not read between 0 and 127.5 and are not converted.");
+    EXPECT_EQ(upper->remark, "Counts 128 to 255 do not read between 0 and 127.5, the range of the "
+                             "input: a download does not convert them.");
 
     table = linear(1);
     table[3] = table[200] = -5;
     const auto apart = analogCurve(table, 1);
     ASSERT_TRUE(apart);
-    EXPECT_EQ(apart->remark,
-        "2 counts from 3 to 200 do not read between 0 and 255 and are not converted.");
+    EXPECT_EQ(apart->remark, "2 counts from 3 to 200 do not read between 0 and 255, the range of "
+                             "the input: a download does not convert them.");
 }
 
 TEST(AnalogCurve, AScaleOfZeroStoresNothing) {
     const auto curve = analogCurve(linear(1), 0);
     ASSERT_TRUE(curve);
-    EXPECT_EQ(curve->remark, "Counts 0 to 255 do not read between 0 and 0 and are not converted.");
+    EXPECT_EQ(curve->remark, "Counts 0 to 255 do not read between 0 and 0, the range of the input: "
+                             "a download does not convert them.");
     const auto falling = analogCurve(linear(-1), -1);
     ASSERT_TRUE(falling);
     EXPECT_EQ(falling->remark, "") << "a negative scale stores negative readings";
     const auto wrong = analogCurve(linear(1), -1);
     ASSERT_TRUE(wrong);
-    EXPECT_EQ(
-        wrong->remark, "Counts 1 to 255 do not read between -255 and 0 and are not converted.");
+    EXPECT_EQ(wrong->remark, "Counts 1 to 255 do not read between -255 and 0, the range of the "
+                             "input: a download does not convert them.");
 }
 
 } // namespace

@@ -360,6 +360,9 @@ TEST_F(AnalogSetup, WithoutASelectionAFieldStays) {
     EXPECT_EQ(m_editor.Analog_Type, -1);
     EXPECT_TRUE(ok().taken());
     EXPECT_EQ(m_config, before);
+    m_editor.Zero = "4";
+    EXPECT_TRUE(ok().taken());
+    EXPECT_EQ(m_config.AnalogOffset[1], 4) << "every other field is taken";
 }
 
 TEST_F(AnalogSetup, ANumberThatDoesNotFitIsNamedAndNothingChanges) {
@@ -398,9 +401,7 @@ TEST_F(AnalogSetup, ANumberThatDoesNotFitIsNamedAndNothingChanges) {
         EXPECT_EQ(save.message, row.message);
         EXPECT_EQ(m_config, before);
         EXPECT_EQ(m_captions[1], "");
-        if (row.kind != pressureInput) {
-            EXPECT_EQ(m_editor, entries);
-        }
+        EXPECT_EQ(m_editor, entries);
     }
     m_editor.RangeText1 = "32767.4";
     m_editor.AFactor = m_editor.Zero = "0";
@@ -426,14 +427,17 @@ TEST_F(AnalogSetup, AReadingThatNoTableHoldsIsNamed) {
 TEST_F(AnalogSetup, AFileThatCannotBeWrittenIsToldAndNothingChanges) {
     putTable(1, 2);
     open(1);
+    typeFactor("0");
     pick(mappedInput);
     typePoints(10);
     m_editor.Analog = "New";
     m_files.failWrites("/kvo/Analog1.Dat", MemoryFiles::Failure::fullDisk, 1);
     const core::AppConfig before = m_config;
+    const AnalogEditor entries = m_editor;
     const platform::Bytes old = file(1);
     const AnalogSave save = ok();
     EXPECT_FALSE(save.taken());
+    EXPECT_EQ(m_editor, entries) << "AFactor too, which the table's last point would replace";
     EXPECT_NE(save.message.find("Analog1.Dat"), std::string::npos) << save.message;
     EXPECT_EQ(m_config, before);
     EXPECT_EQ(file(1), old);
