@@ -14,6 +14,8 @@ void measureGraph(Table& table);
 void measureGraphWindow(Table& table);
 // The chooser and the start of the program; only with Qt.
 void measureWindow(Table& table);
+// The printed table and picture, to PDF files; only with Qt.
+void measurePrinting(Table& table);
 // Whole transfers over a pseudo-terminal that is as slow as the line: minutes.
 void measureDownload(Table& table);
 

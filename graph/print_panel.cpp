@@ -58,7 +58,7 @@ float PrintedPanel::measure() {
     m_line = m_job.lineHeight() * lineSpacing;
     float all = leastGap * static_cast<float>(std::max<std::size_t>(m_columns.size(), 1) - 1);
     for (Column& column : m_columns) {
-        column.value = column.name = column.overlay = m_job.textWidth("0");
+        column.value = column.name = column.overlay = m_job.textWidth("0000");
         for (const PanelCell* cell : column.cells) {
             column.name = std::max(column.name, m_job.textWidth(cell->name));
             column.value = std::max(column.value, m_job.textWidth(cell->value));

@@ -90,10 +90,8 @@ PrintResult PrintText(
     for (std::size_t line = 0; line < table.lines.size(); ++line) {
         // The next page is begun by a line that stands on it, so that none stays empty.
         if (r == linesAPage) {
-            if (!progress.goesOn(job.page(), pagesBefore + pagesOf(table))) {
-                job.kill();
+            if (!progress.goesOn(job.page(), pagesBefore + pagesOf(table)))
                 return {Printed::cancelled, {}};
-            }
             if (auto turned = job.newPage(Orientation::portrait); !turned) return turned;
             setUpPage(job, caption, table);
             r = 0;

@@ -19,7 +19,7 @@ public:
 int pagesOf(const PrintTable& table);
 
 // Prints from the job's page at hand on, each page under the caption (a file's text), and ends the
-// document. Cancelled by the user it kills the job.
+// document. Behind a failure and a cancel by the user the job is still to be killed.
 [[nodiscard]] platform::PrintResult PrintText(platform::PrintJob& job, std::string_view caption,
     const PrintTable& table, PrintProgress& progress);
 

@@ -49,9 +49,9 @@ class DataGraphPrintTest : public QObject, private testing::GraphWindow {
     QTemporaryDir m_folder;
     platform_os::OsFiles m_disk;
 
-    // With KEEP_PDF set to a folder the files stay there, to be looked at.
+    // With KVO_PICTURES naming a folder the files stay there, to be looked at.
     QString pathOf(const QString& name) const {
-        const QString kept = qEnvironmentVariable("KEEP_PDF");
+        const QString kept = qEnvironmentVariable("KVO_PICTURES");
         return (kept.isEmpty() ? m_folder.path() : kept) + QLatin1Char('/') + name;
     }
     QString printPdf(const QString& name, const char* item, bool white,
@@ -144,6 +144,18 @@ private slots:
         command(items[static_cast<std::size_t>(item)]).trigger();
         QCOMPARE(trend().cursor().shape(), before.shape());
         QVERIFY(menuEnabled("Mnu_File"));
+    }
+
+    void aFileThatCannotBeWrittenIsTold() {
+        open(25);
+        for (std::size_t item = 0; item < 3; ++item) {
+            dialogs().expectBox(item == 0   ? "Error Printing Graph. "
+                                : item == 1 ? "Error Printing Text. "
+                                            : "Error Printing Graph & Text. ",
+                0, "Kvo");
+            const QString path = printPdf("no-folder/x.pdf", items[item], true);
+            QVERIFY(!QFile::exists(path));
+        }
     }
 
     void theQuestionIsAskedOnceAndMayBeCancelled() {
@@ -363,6 +375,29 @@ private slots:
             QCOMPARE(ground, white ? QColor(Qt::white) : QColor(0, 0, 0x40));
             QCOMPARE(page.pixelColor(page.width() - 60, 6), QColor(Qt::white));
         }
+    }
+
+    // With KVO_PICTURES naming a folder: what each type and an overlay look like beside the window.
+    void pictures() {
+        if (qEnvironmentVariableIsEmpty("KVO_PICTURES")) QSKIP("KVO_PICTURES names no folder");
+        const auto look = [this](const QString& name) {
+            printPdf(name + QStringLiteral("-white.pdf"), items[0], true);
+            printPdf(name + QStringLiteral("-screen.pdf"), items[0], false);
+            QVERIFY(platform_qt::form<DataGraph>().saveWindowPicture(pathOf(name + ".png")));
+        };
+        for (const int type : allTypes) {
+            open(type);
+            look(QStringLiteral("type%1").arg(type));
+            platform_qt::unload<DataGraph>();
+        }
+        store(43, 1);
+        store(32, 2);
+        state().Config.OverlayColours = 1;
+        state().Config.OverlayStyle = 1;
+        openOverlaid({1920, 1080});
+        look("overlay");
+        command("Mnu_ScaleItem(2)").trigger();
+        look("quarter");
     }
 
 private:

@@ -81,6 +81,7 @@ TEST_F(PrintingTest, TheScreenIsOneLandscapePage) {
 }
 
 TEST_F(PrintingTest, TheDataArePortraitPages) {
+    printer.beforePage = [this] { EXPECT_EQ(window.hourglass, std::vector<bool>{true}); };
     print(printData);
     ASSERT_EQ(printer.documents.size(), 1U);
     EXPECT_EQ(document().state, JobState::ended);
