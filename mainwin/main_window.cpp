@@ -3,6 +3,7 @@
 #include "core/forms/doors.h"
 #include "core/shared_state.h"
 #include "link/download_session.h"
+#include "link/forms/logger_line.h"
 #include "mainwin/product.h"
 #include "platform/qt/application.h"
 #include "platform/qt/form_kit.h"
@@ -114,7 +115,8 @@ void VrnWin32::closeEvent(QCloseEvent* event) {
 
 void VrnWin32::Form_Unload() {
     changeFolder(core::state().AppFolder);
-    QApplication::quit();
+    QApplication::quit(); // a form that is live stops its logger first, as it goes
+    closeLoggerLine();
 }
 
 void VrnWin32::Mnu_ViewRun_Click() {
@@ -136,6 +138,16 @@ void VrnWin32::Mnu_DownloadData_Click() {
     const MainMenusDisabled off;
     link::showDateCheck(core::state().Config, *services.dialogs, *services.clock);
     doors().downloadData();
+}
+
+void VrnWin32::Mnu_PitRun_Click() {
+    const MainMenusDisabled off;
+    doors().showPitRun();
+}
+
+void VrnWin32::Mnu_ConfigureComputer_Click() {
+    const MainMenusDisabled off;
+    doors().configureComputer();
 }
 
 void VrnWin32::Mnu_UpDate_Click() {

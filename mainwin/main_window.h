@@ -46,6 +46,8 @@ private:
     void Mnu_DeleteRun_Click();
     void Mnu_Exit_Click();
     void Mnu_DownloadData_Click();
+    void Mnu_PitRun_Click();
+    void Mnu_ConfigureComputer_Click();
     void Mnu_UpDate_Click();
     void Mnu_AboutVrn_Click();
 

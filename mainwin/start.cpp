@@ -10,7 +10,9 @@
 #include "library/forms/run_statistics.h"
 #include "library/run_list.h"
 #include "link/forms/download_data.h"
+#include "link/forms/pit_run.h"
 #include "link/forms/port_search.h"
+#include "link/forms/setup_obc.h"
 #include "link/port_list.h"
 #include "mainwin/about.h"
 #include "mainwin/main_window.h"
@@ -44,6 +46,18 @@ void showFreshRun(const std::string& path, const std::string& caption) {
     hideMainWindow();
 }
 
+void showPitRun() {
+    auto& pitRun = form<PitRun>();
+    hideMainWindow();
+    pitRun.show();
+}
+
+// The main window may be closed while the logger is asked.
+void configureComputer() {
+    form<SetupOBC>().configure(
+        [] { return !isLoaded<VrnWin32>() || form<VrnWin32>().isVisible(); });
+}
+
 std::optional<core::ChosenRun> chooseRun(const std::string& button, const std::string& title) {
     return form<LoadFile>().choose(shown(button), shown(title));
 }
@@ -74,6 +88,8 @@ void openDoors() {
     all.showStatistics = [](const GraphTexts& texts) { form<Statistics>().showRun(texts); };
     // Its session unloads it on every way out.
     all.downloadData = [] { showModal(form<DownloadData>()); };
+    all.showPitRun = showPitRun;
+    all.configureComputer = configureComputer;
     all.showSoftwareSetup = showSoftwareSetup;
     all.findLoggerPort = [] { return PortSearch().search(); };
     all.describePorts = [] { return link::describePorts(*platform::services().port); };

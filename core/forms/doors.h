@@ -71,6 +71,10 @@ struct Doors {
 
     // The download form, modal. It may have put the graph in the main window's place.
     Door<void()> downloadData{"downloadData"};
+    // The live display in the main window's place, not modal.
+    Door<void()> showPitRun{"showPitRun"};
+    // Asks the logger for its settings and shows the form that changes them, modal.
+    Door<void()> configureComputer{"configureComputer"};
     // The software setup form, modal, where the configuration is missing or corrupt too.
     Door<void()> showSoftwareSetup{"showSoftwareSetup"};
     // The main window shows the picture of the vehicle that the configuration names now.

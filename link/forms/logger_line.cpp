@@ -18,4 +18,8 @@ link::LoggerLink& loggerLink() {
     return *theOne;
 }
 
+void closeLoggerLine() {
+    if (theOne != nullptr) theOne->CloseLoggerPort();
+}
+
 } // namespace kvo::forms

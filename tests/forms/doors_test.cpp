@@ -27,15 +27,16 @@ using kvo::forms::doors;
 
 namespace {
 
-constexpr int doorCount = 15;
+constexpr int doorCount = 17;
 
 std::array<bool, doorCount> openOnes() {
     const Doors& all = doors();
     return {all.hideMainWindow.isOpen(), all.showMainWindow.isOpen(), all.EnableMainMenus.isOpen(),
         all.showDataGraph.isOpen(), all.showFreshRun.isOpen(), all.chooseRun.isOpen(),
         all.chooseRunsToDelete.isOpen(), all.refreshChooser.isOpen(), all.showStatistics.isOpen(),
-        all.downloadData.isOpen(), all.showSoftwareSetup.isOpen(), all.loadLogo.isOpen(),
-        all.findLoggerPort.isOpen(), all.describePorts.isOpen(), all.showAbout.isOpen()};
+        all.downloadData.isOpen(), all.showPitRun.isOpen(), all.configureComputer.isOpen(),
+        all.showSoftwareSetup.isOpen(), all.findLoggerPort.isOpen(), all.describePorts.isOpen(),
+        all.loadLogo.isOpen(), all.showAbout.isOpen()};
 }
 // A door that is added must be added to the list above.
 static_assert(sizeof(Doors) == doorCount * sizeof(forms::Door<void()>));

@@ -4,6 +4,7 @@
 #include "library/run_list.h"
 #include "link/forms/download_data.h"
 #include "link/forms/logger_line.h"
+#include "link/forms/pit_run.h"
 #include "mainwin/about.h"
 #include "mainwin/main_window.h"
 #include "mainwin/splash.h"
@@ -36,6 +37,7 @@ using namespace kvo::testing;
 using kvo::forms::About;
 using kvo::forms::DataGraph;
 using kvo::forms::DownloadData;
+using kvo::forms::PitRun;
 using kvo::forms::VrnWin32;
 
 namespace {
@@ -233,8 +235,8 @@ private slots:
         }
         QVERIFY(menusEnabled());
         // A command without its form stays disabled through all that.
-        QVERIFY(!command("Mnu_PitRun").isEnabled());
-        QVERIFY(!control<QToolButton>(form<VrnWin32>(), "PitRun").isEnabled());
+        QVERIFY(!command("Mnu_TimeGraph").isEnabled());
+        QVERIFY(!control<QToolButton>(form<VrnWin32>(), "TimeGraph").isEnabled());
         QVERIFY(!menu("Mnu_ImportMenu").menuAction()->isEnabled()); // nothing in it is alive yet
         QVERIFY(command("Mnu_DownloadData").isEnabled());
         QVERIFY(control<QToolButton>(form<VrnWin32>(), "DownloadData").isEnabled());
@@ -371,13 +373,61 @@ private slots:
         QVERIFY(window.isVisible());
     }
 
+    void thePitRunTakesTheMainWindowsPlace_data() {
+        QTest::addColumn<bool>("byMenu");
+        QTest::newRow("menu") << true;
+        QTest::newRow("toolbar") << false;
+    }
+    void thePitRunTakesTheMainWindowsPlace() {
+        QFETCH(bool, byMenu);
+        VrnWin32& window = shownWindow();
+        m_program->state.Config.LoggerDataType = 25;
+        if (byMenu)
+            command("Mnu_PitRun").trigger();
+        else
+            QCOMPARE(userClick(&control<QToolButton>(window, "PitRun")), QString());
+        QVERIFY(isLoaded<PitRun>() && form<PitRun>().isVisible());
+        QVERIFY(!window.isVisible());
+        QVERIFY(menusEnabled());
+        QCOMPARE(m_line->line.bytesSent(), 0);
+        form<PitRun>().close();
+        QVERIFY(!isLoaded<PitRun>());
+        QVERIFY(window.isVisible());
+    }
+
+    void theOnBoardComputerIsConfiguredOverTheMainWindow() {
+        VrnWin32& window = shownWindow();
+        bool came = false;
+        m_line->line.at(1, [] { QVERIFY(menusDisabled()); });
+        onModal([&came](QWidget* modal) {
+            came = modal->objectName() == QLatin1String("SetupOBC");
+            QVERIFY(menusDisabled());
+            QCOMPARE(control<QLabel>(*modal, "Label_S_No").text(), QStringLiteral("1225"));
+            modal->close();
+        });
+        command("Mnu_ConfigureComputer").trigger();
+        QVERIFY(came);
+        QVERIFY(window.isVisible());
+        QVERIFY(menusEnabled());
+        // Without a logger there is a message and no form.
+        m_line->line.plugInto(2);
+        m_line->link.CloseLoggerPort();
+        m_line->link.ReplyByte = 0;
+        m_program->dialogs.expectBoxTitled("Configure Error !").whileShown = [] {
+            QVERIFY(menusDisabled());
+        };
+        command("Mnu_ConfigureComputer").trigger();
+        QVERIFY(menusEnabled());
+    }
+
     void toolbarKeysAreExact() {
         shownWindow();
         m_program->state.Config.Date_Prompt = 1;
         form<VrnWin32>().commands().press("downloaddata");
         form<VrnWin32>().commands().press("Download");
         form<VrnWin32>().commands().press("");
-        form<VrnWin32>().commands().press("PitRun"); // has no form yet
+        form<VrnWin32>().commands().press("pitrun");
+        form<VrnWin32>().commands().press("TimeGraph"); // has no form yet
         bool came = false;
         onModal([&came](QWidget* modal) {
             came = true;

@@ -1,0 +1,234 @@
+#include "link/forms/pit_run.h"
+
+#include "core/forms/doors.h"
+#include "core/shared_state.h"
+#include "link/forms/logger_line.h"
+#include "platform/qt/application.h"
+#include "platform/qt/text.h"
+#include "platform/services.h"
+
+#include <QFontMetrics>
+#include <QLabel>
+#include <QPushButton>
+
+#include <array>
+
+namespace kvo::forms {
+
+using namespace platform_qt;
+
+namespace {
+
+constexpr double largeDigits = 2.4; // of the letters around them
+constexpr double mediumDigits = 1.4;
+
+// A cell for a value that changes thirty times a second: digits of one width, and a size that no
+// text changes, so that nothing jumps and nothing is laid out again.
+QLabel* cell(const QString& widest, double times) {
+    auto* label = new QLabel;
+    label->setTextFormat(Qt::PlainText);
+    QFont digits = tabularFont();
+    digits.setPointSizeF(digits.pointSizeF() * times);
+    label->setFont(digits);
+    label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    label->setFrameStyle(static_cast<int>(QFrame::StyledPanel) | static_cast<int>(QFrame::Sunken));
+    label->setMargin(3);
+    const QFontMetrics metrics(digits);
+    const int around = 2 * (label->margin() + label->frameWidth());
+    label->setFixedSize(metrics.horizontalAdvance(widest) + around + metrics.averageCharWidth(),
+        metrics.height() + around);
+    return label;
+}
+
+// The columns stand further apart than the lines of each.
+QGridLayout* columnGrid() {
+    auto* grid = new QGridLayout;
+    grid->setHorizontalSpacing(12);
+    grid->setVerticalSpacing(6);
+    return grid;
+}
+
+QLabel* plainLabel(const QString& text) {
+    auto* label = new QLabel(text);
+    label->setTextFormat(Qt::PlainText);
+    return label;
+}
+
+QLabel* heading(const QString& text) {
+    QLabel* label = plainLabel(text);
+    QFont bold = label->font();
+    bold.setBold(true);
+    label->setFont(bold);
+    return label;
+}
+
+void write(QLabel& label, const std::string& text) {
+    const QString now = shown(text);
+    if (now != label.text()) label.setText(now);
+}
+
+// Nothing leaves the label as it was.
+void write(QLabel& label, const std::optional<std::string>& text) {
+    if (text) write(label, *text);
+}
+
+} // namespace
+
+PitRun::PitRun()
+    : m_session(loggerLink(), {core::state().Config, core::state().AppFolder, core::state().Tables},
+          *this, *platform::services().dialogs, *platform::services().files) {
+    setObjectName(QStringLiteral("PitRun"));
+    setWindowTitle(QStringLiteral("Pit Run"));
+    setWindowFlags(Qt::Window); // it stands in the main window's place
+    makeLayout();
+    m_session.Form_Load();
+}
+
+QLayout* PitRun::makeSpeeds() {
+    // What 16 bits of a period can say at most, with its cents.
+    const QString widest = QStringLiteral("15000000.00");
+    auto* grid = columnGrid();
+    const auto line = [grid](int row, const char* caption, QLabel* value) {
+        grid->addWidget(plainLabel(QLatin1String(caption)), row, 0);
+        grid->addWidget(value, row, 1);
+    };
+    LineNumber = named(cell(QStringLiteral(" 65535"), mediumDigits), "LineNumber");
+    ERpm = named(cell(widest, largeDigits), "ERpm");
+    CRpm = named(cell(widest, largeDigits), "CRpm");
+    PRpm = named(cell(widest, largeDigits), "PRpm");
+    Mph = named(cell(widest, largeDigits), "Mph");
+    line(0, "Sample:", LineNumber);
+    line(1, "Engine RPM:", ERpm);
+    line(2, "Clutch RPM:", CRpm);
+    line(3, "Pinion RPM:", PRpm);
+    line(4, "Mph:", Mph);
+    grid->setAlignment(LineNumber, Qt::AlignRight);
+    grid->setRowStretch(5, 1);
+    grid->setColumnStretch(0, 1);
+    return grid;
+}
+
+QLayout* PitRun::makeAnalogs() {
+    auto* grid = columnGrid();
+    grid->addWidget(heading(QStringLiteral("Analog Channels")), 0, 0, 1, 2);
+    const core::AppConfig& config = core::state().Config;
+    Text_Analog.make("Text_Analog", [&](int c) { return plainLabel(shown(config.AnalogName[c])); });
+    // A value out of a table has up to fifteen digits.
+    Analog.make(
+        "Analog", [](int) { return cell(QStringLiteral("-0.00000000000000"), mediumDigits); });
+    for (int c = 1; c <= 8; ++c) {
+        grid->addWidget(&Text_Analog[c], c, 0);
+        grid->addWidget(&Analog[c], c, 1);
+    }
+    grid->setRowStretch(9, 1);
+    return grid;
+}
+
+QLayout* PitRun::makeExhausts() {
+    auto* grid = columnGrid();
+    Temps_Label = named(heading(QStringLiteral("Exhaust Temps")), "Temps_Label");
+    grid->addWidget(Temps_Label, 0, 0, 1, 2);
+    Text_T.make("Text_T", [](int i) { return plainLabel(QStringLiteral("Exhaust %1").arg(i)); });
+    T.make("T", [](int) { return cell(QStringLiteral("00000"), mediumDigits); });
+    for (int i = 1; i <= 8; ++i) {
+        grid->addWidget(&Text_T[i], i, 0);
+        grid->addWidget(&T[i], i, 1);
+    }
+    grid->setRowStretch(9, 1);
+    return grid;
+}
+
+// Required: they stand on the form, and no frame ever drives them.
+QLayout* PitRun::makeIdleRow() {
+    static constexpr std::array<const char*, 4> captions{
+        "Trans Brake", "Wide Open Throttle", "Shift Light", "Dyna Two Step"};
+    auto* box = new QHBoxLayout;
+    box->setSpacing(24);
+    const auto add = [box](QLabel* label) {
+        label->setEnabled(false);
+        label->setToolTip(QStringLiteral("Not shown in a pit run"));
+        box->addWidget(label);
+    };
+    StatusLabel.make("StatusLabel",
+        [](int i) { return plainLabel(QLatin1String(captions[static_cast<std::size_t>(i)])); });
+    for (QLabel* label : StatusLabel) add(label);
+    FlowMeter = named(plainLabel(QStringLiteral("Flow Meter")), "FlowMeter");
+    add(FlowMeter);
+    box->addStretch(1);
+    return box;
+}
+
+QLayout* PitRun::makeBottom() {
+    Command1 = named(new QPushButton(QStringLiteral("&Start")), "Command1");
+    BTN_Ok = named(new QPushButton(QStringLiteral("Cancel")), "BTN_Ok");
+    Command1->setDefault(true);
+    BTN_Ok->setAutoDefault(false);
+    connect(Command1, &QPushButton::clicked, this, &PitRun::Command1_Click);
+    connect(BTN_Ok, &QPushButton::clicked, this, &PitRun::BTN_Ok_Click);
+    Label_Port = named(
+        plainLabel(QString::fromStdString(loggerLink().portText(core::state().Config.CommPort))),
+        "Label_Port");
+    return row({Label_Port, LayoutPart::room(), Command1, BTN_Ok});
+}
+
+void PitRun::makeLayout() {
+    Label_Status = named(heading({}), "Label_Status");
+    Label_Status->setFixedHeight(Label_Status->fontMetrics().lineSpacing());
+    auto* readings = row({makeSpeeds(), makeAnalogs(), makeExhausts()});
+    readings->setSpacing(32);
+    auto* all = column({readings, LayoutPart::room(), makeIdleRow(), Label_Status, makeBottom()});
+    all->setContentsMargins(20, 16, 20, 16);
+    all->setSpacing(12);
+    setLayout(all);
+}
+
+void PitRun::Command1_Click() {
+    m_session.Command1_Click();
+}
+
+void PitRun::BTN_Ok_Click() {
+    m_session.BTN_Ok_Click();
+}
+
+// Escape and the window's close button are Cancel.
+void PitRun::reject() {
+    BTN_Ok_Click();
+}
+
+void PitRun::setCommand1(const std::string& caption) {
+    Command1->setText(QLatin1Char('&') + shown(caption));
+}
+
+void PitRun::applyLayout(const link::PitRunLayout& layout) {
+    Command1->setEnabled(layout.canRun);
+    Temps_Label->setVisible(layout.Temps_Label);
+    for (int i = 1; i <= 8; ++i) {
+        Text_Analog[i].setVisible(layout.Analog[i]);
+        Analog[i].setVisible(layout.Analog[i]);
+        Text_T[i].setVisible(layout.T[i]);
+        T[i].setVisible(layout.T[i]);
+    }
+}
+
+void PitRun::showReadings(const link::PitRunReadings& readings) {
+    write(*LineNumber, readings.LineNumber);
+    write(*ERpm, readings.ERpm);
+    write(*CRpm, readings.CRpm);
+    write(*PRpm, readings.PRpm);
+    write(*Mph, readings.Mph);
+    for (int i = 1; i <= 8; ++i) {
+        write(Analog[i], readings.Analog[i]);
+        write(T[i], readings.T[i]);
+    }
+}
+
+void PitRun::setStatus(const std::string& text) {
+    Label_Status->setText(QString::fromStdString(text));
+}
+
+void PitRun::unload() {
+    platform_qt::unload<PitRun>();
+    doors().showMainWindow();
+}
+
+} // namespace kvo::forms

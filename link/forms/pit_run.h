@@ -1,0 +1,59 @@
+#pragma once
+// PitRun: the readings of the logger as numbers, live, while the engine runs in the pits. It reads
+// and shows; the course of a pit run is link/pit_run_session.h.
+#include "link/pit_run_session.h"
+#include "platform/qt/form_kit.h"
+
+#include <QDialog>
+
+class QLabel;
+class QPushButton;
+
+namespace kvo::forms {
+
+class PitRun : public QDialog, private link::PitRunView {
+    Q_OBJECT
+
+public:
+    PitRun();
+
+protected:
+    void reject() override;
+
+private:
+    void makeLayout();
+    QLayout* makeSpeeds();
+    QLayout* makeAnalogs();
+    QLayout* makeExhausts();
+    QLayout* makeIdleRow();
+    QLayout* makeBottom();
+    void Command1_Click();
+    void BTN_Ok_Click();
+
+    // link::PitRunView
+    void setCommand1(const std::string& caption) override;
+    void applyLayout(const link::PitRunLayout& layout) override;
+    void showReadings(const link::PitRunReadings& readings) override;
+    void setStatus(const std::string& text) override;
+    void unload() override;
+
+    QPushButton* Command1 = nullptr;
+    QPushButton* BTN_Ok = nullptr;
+    QLabel* LineNumber = nullptr;
+    QLabel* ERpm = nullptr;
+    QLabel* CRpm = nullptr;
+    QLabel* PRpm = nullptr;
+    QLabel* Mph = nullptr;
+    QLabel* Temps_Label = nullptr;
+    QLabel* FlowMeter = nullptr;    // never driven, as StatusLabel
+    QLabel* Label_Port = nullptr;   // where the logger is
+    QLabel* Label_Status = nullptr; // says when nothing comes
+    platform_qt::ControlArray<QLabel, 1, 8> Analog;
+    platform_qt::ControlArray<QLabel, 1, 8> Text_Analog;
+    platform_qt::ControlArray<QLabel, 1, 8> T;
+    platform_qt::ControlArray<QLabel, 1, 8> Text_T;
+    platform_qt::ControlArray<QLabel, 0, 3> StatusLabel;
+    link::PitRunSession m_session;
+};
+
+} // namespace kvo::forms

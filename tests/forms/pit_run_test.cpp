@@ -1,0 +1,378 @@
+// PitRun over a line that needs no time: what each type shows, live values, silence, and every way
+// out of a run.
+#include "link/forms/pit_run.h"
+
+#include "core/forms/doors.h"
+#include "link/forms/logger_line.h"
+#include "tests/forms/support/form_test_main.h"
+#include "tests/forms/support/test_program.h"
+#include "tests/forms/support/user_click.h"
+#include "tests/support/pit_rig.h"
+
+#include <QLabel>
+#include <QPushButton>
+
+#include <memory>
+#include <optional>
+
+using namespace kvo;
+using namespace kvo::platform_qt;
+using namespace kvo::testing;
+using kvo::forms::PitRun;
+using kvo::simulator::Fault;
+
+namespace {
+
+constexpr int second = 1000 * platform::turnsPerMillisecond;
+
+QLabel& label(const char* name) {
+    return control<QLabel>(form<PitRun>(), name);
+}
+QLabel& label(const char* name, int i) {
+    return label(qPrintable(QStringLiteral("%1(%2)").arg(QLatin1String(name)).arg(i)));
+}
+QPushButton& startButton() {
+    return control<QPushButton>(form<PitRun>(), "Command1");
+}
+QPushButton& cancelButton() {
+    return control<QPushButton>(form<PitRun>(), "BTN_Ok");
+}
+QString status() {
+    return label("Label_Status").text();
+}
+// Places of all labels that change, in the window.
+QList<QRect> places() {
+    QList<QRect> all;
+    for (const char* name : {"LineNumber", "ERpm", "CRpm", "PRpm", "Mph", "Label_Status"})
+        all << label(name).geometry();
+    for (int i = 1; i <= 8; ++i) all << label("Analog", i).geometry() << label("T", i).geometry();
+    return all << form<PitRun>().geometry();
+}
+
+} // namespace
+
+class PitRunTest : public QObject {
+    Q_OBJECT
+
+    struct Line {
+        Line(TestProgram& program, int type, Fault fault)
+            : logger(platform::Bytes{0, static_cast<std::uint8_t>(type)}), faulty(logger, fault),
+              line(faulty), link(line, line, program.dialogs) {
+            forms::useLoggerLink(&link);
+        }
+        ~Line() { forms::useLoggerLink(nullptr); }
+        simulator::ModelLogger logger;
+        simulator::FaultyEnd faulty;
+        VirtualLine line;
+        link::LoggerLink link;
+    };
+    std::unique_ptr<TestProgram> m_program;
+    std::optional<Line> m_line;
+    int m_mainShown = 0;
+
+    ScriptedDialogs& dialogs() { return m_program->dialogs; }
+    void expectNote() { dialogs().expectBox(resetNote, platform::boxStyle::critical, "Info"); }
+    void connectLogger(int type, Fault fault = {}) {
+        m_program->state.Config = pitConfig(type);
+        m_line.emplace(*m_program, type, fault);
+        // A Stop that does not come must not hang the test.
+        m_line->line.at(600 * second, [this] { m_line->link.LinkFailed = -1; });
+    }
+    static void open() {
+        form<PitRun>().show();
+        QVERIFY(QTest::qWaitForWindowActive(&form<PitRun>()));
+    }
+    // Runs `what` at a turn of the wait for frames, in which the program keeps its forms.
+    void at(int turn, std::function<void()> what) {
+        m_line->line.at(turn, [what = std::move(what)] {
+            const Waiting waiting;
+            what();
+        });
+    }
+    static void click(QPushButton& button) { QCOMPARE(userClick(&button), QString()); }
+    void runUntil(int turn) {
+        expectNote();
+        at(turn, [] { click(startButton()); });
+        click(startButton());
+    }
+
+private slots:
+    void init() {
+        m_program = std::make_unique<TestProgram>();
+        m_mainShown = 0;
+        forms::doors().showMainWindow = [this] { ++m_mainShown; };
+    }
+    void cleanup() {
+        const QString problems = modalComplaints() + QString::fromStdString(dialogs().problems());
+        unloadAllForms();
+        m_line.reset();
+        m_program.reset();
+        QCOMPARE(problems, QString());
+    }
+
+    void everyTypeShowsItsChannels_data() {
+        QTest::addColumn<int>("type");
+        QTest::addColumn<int>("analogs");
+        QTest::addColumn<bool>("exhausts");
+        QTest::newRow("12") << 12 << 4 << false;
+        QTest::newRow("17") << 17 << 8 << false;
+        QTest::newRow("20") << 20 << 6 << true;
+        QTest::newRow("23") << 23 << 8 << true;
+        QTest::newRow("25") << 25 << 8 << true;
+        QTest::newRow("32") << 32 << 8 << true;
+        QTest::newRow("43") << 43 << 8 << true;
+    }
+    void everyTypeShowsItsChannels() {
+        QFETCH(int, type);
+        QFETCH(int, analogs);
+        QFETCH(bool, exhausts);
+        connectLogger(type);
+        m_program->state.Config.AnalogName[2] = "Oil Prs ";
+        m_program->state.Config.Analog_Check[3] = 0;
+        m_line->link.LinkFailed = 0;
+        open();
+        for (int i = 1; i <= 8; ++i) {
+            const bool there = i <= analogs && i != 3;
+            QCOMPARE(label("Analog", i).isVisible(), there);
+            QCOMPARE(label("Text_Analog", i).isVisible(), there);
+            QCOMPARE(label("T", i).isVisible(), exhausts);
+            QCOMPARE(label("Text_T", i).isVisible(), exhausts);
+        }
+        QCOMPARE(label("Temps_Label").isVisible(), exhausts);
+        QCOMPARE(label("Text_Analog", 2).text(), QStringLiteral("Oil Prs "));
+        QCOMPARE(startButton().text(), QStringLiteral("&Start"));
+        QVERIFY(startButton().isEnabled());
+        QCOMPARE(cancelButton().text(), QStringLiteral("Cancel"));
+        QCOMPARE(label("Label_Port").text(), QStringLiteral("Port 1: /dev/virtual"));
+        QCOMPARE(status(), QString());
+        QCOMPARE(m_line->link.LinkFailed, std::int16_t{-1});
+    }
+
+    void aTypeWithoutAPitRunIsToldAndCannotStart() {
+        connectLogger(8);
+        dialogs().expectBox("This is not available for your data loger type",
+            platform::boxStyle::critical, "Pit Run Canceled");
+        open();
+        QCOMPARE(userClick(&startButton()), QStringLiteral("disabled"));
+        QVERIFY(label("Analog", 8).isVisible());
+        QVERIFY(label("T", 8).isVisible());
+        click(cancelButton());
+        QVERIFY(!isLoaded<PitRun>());
+        QCOMPARE(m_mainShown, 1);
+        QCOMPARE(m_line->line.bytesSent(), 0);
+    }
+
+    void whatIsNeverDrivenStandsThere() {
+        connectLogger(25);
+        open();
+        const QStringList captions{
+            "Trans Brake", "Wide Open Throttle", "Shift Light", "Dyna Two Step"};
+        for (int i = 0; i < 4; ++i) QCOMPARE(label("StatusLabel", i).text(), captions[i]);
+        QVERIFY(label("FlowMeter").isVisible());
+        runUntil(second);
+        for (int i = 0; i < 4; ++i) QCOMPARE(label("StatusLabel", i).text(), captions[i]);
+    }
+
+    void valuesComeLive() {
+        connectLogger(25);
+        m_program->state.Config.Analog_Type[1] = 1;
+        m_program->state.Config.Analog_Type[7] = 9; // of no kind: the label stays as it was
+        open();
+        label("Analog", 7).setText(QStringLiteral("before"));
+        QStringList numbers;
+        at(second, [] { QCOMPARE(startButton().text(), QStringLiteral("&Stop")); });
+        for (int frame = 0; frame < 3; ++frame) {
+            // A byte behind the frame, and a little.
+            const double ms = (28 * (frame + 1) + 1) * simulator::byteTimeMs + 1;
+            at(static_cast<int>(ms * platform::turnsPerMillisecond),
+                [&numbers] { numbers << label("LineNumber").text(); });
+        }
+        runUntil(2 * second);
+        QCOMPARE(numbers, QStringList({" 0", " 1", " 2"}));
+        QVERIFY(qAbs(label("ERpm").text().toInt() - 2100) < 3500);
+        QCOMPARE(label("CRpm").text(), QStringLiteral("0"));
+        QCOMPARE(label("PRpm").text(), QStringLiteral("0"));
+        QCOMPARE(label("Mph").text(), QStringLiteral("0"));
+        QVERIFY(label("Analog", 1).text().startsWith(QLatin1Char(' '))); // a temperature
+        QCOMPARE(label("Analog", 4).text(), QStringLiteral("174"));
+        QCOMPARE(label("Analog", 7).text(), QStringLiteral("before"));
+        QVERIFY(label("T", 8).text().toInt() > 250);
+        QCOMPARE(startButton().text(), QStringLiteral("&Start"));
+        QCOMPARE(m_line->line.closings(), 1);
+    }
+
+    void theTableOfAChannelIsReadFromTheFolder() {
+        connectLogger(12);
+        m_program->state.Config.Analog_Type[4] = 2;
+        core::AnalogTables onDisk;
+        onDisk[4].fill(13.7333333333333);
+        QVERIFY(core::SaveAnalogTable("/kvo", "Analog4.Dat", 4, onDisk, m_program->files).done);
+        open();
+        runUntil(second);
+        QCOMPARE(label("Analog", 4).text(), QStringLiteral("13.7333333333333"));
+        const QFontMetrics metrics(label("Analog", 4).font());
+        QVERIFY(metrics.horizontalAdvance(label("Analog", 4).text()) <=
+                label("Analog", 4).contentsRect().width());
+    }
+
+    void digitsDoNotJump() {
+        connectLogger(32, {Fault::Kind::flood, 0}); // garbage: the widest numbers there are
+        open();
+        const QList<QRect> before = places();
+        QList<QRect> during;
+        at(second, [&during] { during = places(); });
+        runUntil(4 * second);
+        QCOMPARE(during, before);
+        QCOMPARE(places(), before);
+        for (const char* name : {"LineNumber", "ERpm", "CRpm", "PRpm", "Mph"})
+            for (const int digit : {0, 1, 8})
+                QCOMPARE(label(name).fontMetrics().horizontalAdvance(QString::number(digit)),
+                    label(name).fontMetrics().horizontalAdvance(QStringLiteral("7")));
+    }
+
+    void theWidestValuesFitTheirCells() {
+        connectLogger(25);
+        open();
+        const auto fits = [](QLabel& cell, const char* text) {
+            return cell.fontMetrics().horizontalAdvance(QLatin1String(text)) <=
+                   cell.contentsRect().width() - 2 * cell.margin();
+        };
+        QVERIFY(fits(label("LineNumber"), " 65535"));
+        QVERIFY(fits(label("ERpm"), "15000000"));
+        QVERIFY(fits(label("Mph"), "1004060.15"));
+        QVERIFY(fits(label("Analog", 1), "-0.12345678901234"));
+        QVERIFY(fits(label("T", 1), "1868"));
+        // Whole on the smallest screen there is.
+        const QSize least = form<PitRun>().minimumSizeHint();
+        QVERIFY2(least.width() <= 960 && least.height() <= 500,
+            qPrintable(QString::number(least.height())));
+    }
+
+    void silenceIsSaidAndClearsItself() {
+        connectLogger(25);
+        open();
+        QStringList said;
+        at(second, [this] { m_line->logger.receive('p'); }); // it falls silent
+        at(2 * second, [&said] { said << status(); });
+        at(3 * second + 6400, [&said] { said << status(); });
+        at(4 * second + 6400, [&said] {
+            said << status();
+            QCOMPARE(startButton().text(), QStringLiteral("&Stop"));
+            QVERIFY(!label("ERpm").text().isEmpty());
+        });
+        at(5 * second, [this] { m_line->logger.receive('P'); });
+        at(6 * second, [&said] { said << status(); });
+        runUntil(7 * second);
+        QCOMPARE(said, QStringList({"", "No data from the logger for 2 s",
+                           "No data from the logger for 3 s", ""}));
+    }
+
+    void stopClearsTheWordOnSilence() {
+        connectLogger(25, {Fault::Kind::silent, 0});
+        open();
+        QString said;
+        at(3 * second, [&said] { said = status(); });
+        runUntil(4 * second);
+        QCOMPARE(said, QStringLiteral("No data from the logger for 2 s"));
+        QCOMPARE(status(), QString());
+    }
+
+    void aPortThatDoesNotOpenLeavesItIdle() {
+        connectLogger(25);
+        m_line->line.failToOpen(1, platform::PortError::busy);
+        open();
+        dialogs().expectBoxTitled("Communications Error");
+        click(startButton());
+        QCOMPARE(startButton().text(), QStringLiteral("&Start"));
+        QCOMPARE(m_line->line.bytesSent(), 0);
+    }
+
+    void theNoteStandsBeforeTheCaptionChanges() {
+        connectLogger(25);
+        open();
+        dialogs().expectBoxTitled("Info").whileShown = [this] {
+            QCOMPARE(startButton().text(), QStringLiteral("&Stop"));
+            QVERIFY(!m_line->line.portOpen());
+        };
+        at(second, [] { click(startButton()); });
+        click(startButton());
+        QCOMPARE(startButton().text(), QStringLiteral("&Start"));
+        QCOMPARE(dialogs().beeps(), 1);
+        QVERIFY(form<PitRun>().isVisible());
+    }
+
+    void everyWayOutOfARunStopsItFirst_data() {
+        QTest::addColumn<int>("how");
+        QTest::newRow("Cancel") << 0;
+        QTest::newRow("Escape") << 1;
+        QTest::newRow("the window's button") << 2;
+    }
+    void everyWayOutOfARunStopsItFirst() {
+        QFETCH(int, how);
+        connectLogger(25);
+        open();
+        expectNote();
+        at(second, [how] {
+            if (how == 0) click(cancelButton());
+            if (how == 1) QTest::keyClick(&form<PitRun>(), Qt::Key_Escape);
+            if (how == 2) form<PitRun>().close();
+            QVERIFY(!isLoaded<PitRun>());
+        });
+        click(startButton());
+        QCOMPARE(m_line->line.everythingSent(), std::string("Pp"));
+        QCOMPARE(m_line->line.closings(), 1);
+        QCOMPARE(m_mainShown, 1);
+    }
+
+    void leavingWhileIdleHasNoNote() {
+        connectLogger(25);
+        open();
+        form<PitRun>().close();
+        QVERIFY(!isLoaded<PitRun>());
+        QCOMPARE(m_mainShown, 1);
+        QCOMPARE(m_line->line.bytesSent(), 0);
+    }
+
+    void everythingWorksFromTheKeyboard() {
+        connectLogger(25);
+        open();
+        QVERIFY(startButton().isDefault());
+        expectNote();
+        at(second, [] {
+            QTest::keyClick(&form<PitRun>(), Qt::Key_S, Qt::AltModifier);
+            QTRY_COMPARE(startButton().text(), QStringLiteral("&Start")); // it is let go in a while
+        });
+        QTest::keyClick(&form<PitRun>(), Qt::Key_Return);
+        QCOMPARE(m_line->line.everythingSent(), std::string("Pp"));
+        startButton().setFocus();
+        QTest::keyClick(&form<PitRun>(), Qt::Key_Tab);
+        QVERIFY(cancelButton().hasFocus());
+        QTest::keyClick(&cancelButton(), Qt::Key_Space);
+        QVERIFY(!isLoaded<PitRun>());
+    }
+
+    // With KVO_PICTURES naming a folder: what the form looks like, on a light and a dark desktop.
+    void pictures() {
+        const QString folder = qEnvironmentVariable("KVO_PICTURES");
+        if (folder.isEmpty()) QSKIP("KVO_PICTURES names no folder");
+        const QPalette light = QApplication::palette();
+        const QPalette dark(QColor(0x35, 0x37, 0x3b), QColor(0x2b, 0x2d, 0x30));
+        for (const int type : {12, 20, 25, 43}) {
+            connectLogger(type, {Fault::Kind::stopAfter, 400});
+            QApplication::setPalette(type == 20 ? dark : light);
+            for (int c = 1; c <= 8; ++c)
+                m_program->state.Config.AnalogName[c] = c == 2 ? "Oil Prs " : "WWWWWWWW";
+            open();
+            at(4 * second, [type, folder] {
+                QVERIFY(saveScreenshot(
+                    form<PitRun>(), QStringLiteral("%1/pit-%2.png").arg(folder).arg(type)));
+            });
+            runUntil(4 * second + 1);
+            unloadAllForms();
+        }
+        QApplication::setPalette(light);
+    }
+};
+
+KVO_FORM_TEST_MAIN(PitRunTest)
+#include "pit_run_test.moc"
