@@ -14,14 +14,14 @@ namespace {
 // Required: a type 20 hides analogs 7 and 8 and reads them all the same; type 23 shows exhausts
 // that no frame of it brings.
 constexpr std::array<PitRunType, 7> types{{
-    // type bytes read exhaust shown
-    {12, 28, 4, 0, 4, false},
-    {17, 28, 8, 0, 8, false},
-    {20, 28, 8, 21, 6, true},
-    {23, 28, 8, 0, 8, true},
-    {25, 28, 8, 21, 8, true},
-    {32, 46, 8, 24, 8, true},
-    {43, 46, 8, 24, 8, true},
+    // type bytes read exhaust type12 type17 last
+    {12, 28, 4, 0, false, false, 8},
+    {17, 28, 8, 0, true, false, 8},
+    {20, 28, 8, 21, true, true, 6},
+    {23, 28, 8, 0, true, true, 8},
+    {25, 28, 8, 21, true, true, 8},
+    {32, 46, 8, 24, true, true, 8},
+    {43, 46, 8, 24, true, true, 8},
 }};
 
 constexpr int framesBehind = 4;
@@ -110,15 +110,27 @@ std::optional<PitRunType> pitRunType(int dataType) {
     return std::nullopt;
 }
 
+void Type12(PitRunLayout& layout, bool shown) {
+    constexpr int firstOfMany = 5;
+    for (int c = firstOfMany; c <= layout.Analog.size; ++c) layout.Analog[c] = shown;
+    layout.Temps_Label = shown;
+}
+
+void Type17(PitRunLayout& layout, bool shown) {
+    layout.Temps_Label = shown;
+    layout.T.fill(shown);
+}
+
 PitRunLayout pitRunLayout(const core::AppConfig& config) {
-    const auto type = pitRunType(config.LoggerDataType);
     PitRunLayout layout;
-    layout.canRun = type.has_value();
-    layout.Temps_Label = !type || type->exhaustsShown;
-    layout.T.fill(layout.Temps_Label);
-    const int analogs = type ? type->analogsShown : layout.Analog.size;
+    if (const auto type = pitRunType(config.LoggerDataType)) {
+        layout.canRun = true;
+        Type12(layout, type->type12);
+        Type17(layout, type->type17);
+        for (int c = type->lastAnalog + 1; c <= layout.Analog.size; ++c) layout.Analog[c] = false;
+    }
     for (int c = 1; c <= layout.Analog.size; ++c)
-        layout.Analog[c] = c <= analogs && config.Analog_Check[c] != 0;
+        if (config.Analog_Check[c] == 0) layout.Analog[c] = false;
     return layout;
 }
 

@@ -20,20 +20,30 @@ struct PitRunType {
     int frameBytes;  // and so InputLen
     int analogsRead; // analog channels that a frame of this type is read for
     int exhaustAt;   // position of the first of eight exhaust bytes, from 1; 0 for none
-    int analogsShown;
-    bool exhaustsShown;
+    // What of the form is shown.
+    bool type12;    // analogs 5 to 8
+    bool type17;    // the exhausts
+    int lastAnalog; // the analogs behind it are hidden in either case
 };
 
 // The row of a data type, nothing for one that has no pit run.
 std::optional<PitRunType> pitRunType(int dataType);
 
-// What of the form is there.
+// What of the form is there; as it was designed, all.
 struct PitRunLayout {
+    PitRunLayout() {
+        Analog.fill(true);
+        T.fill(true);
+    }
     bool canRun = false;
     core::FromOne<bool, 8> Analog; // the pair Text_Analog(c), Analog(c)
     core::FromOne<bool, 8> T;      // the pair Text_T(i), T(i)
-    bool Temps_Label = false;
+    bool Temps_Label = true;
 };
+// Shows or hides analogs 5 to 8 and the heading of the exhausts.
+void Type12(PitRunLayout& layout, bool shown);
+// Shows or hides the exhausts and their heading.
+void Type17(PitRunLayout& layout, bool shown);
 PitRunLayout pitRunLayout(const core::AppConfig& config);
 
 // Reads the table of each channel in use that goes through one.
