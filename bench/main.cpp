@@ -20,12 +20,13 @@ using namespace kvo::bench;
 
 const std::vector<std::pair<std::string, void (*)(Table&)>> parts{{"files", measureFiles},
     {"index", measureIndex}, {"graph", measureGraph}, {"graph-window", measureGraphWindow},
-    {"window", measureWindow}, {"printing", measurePrinting}, {"download", measureDownload}};
+    {"window", measureWindow}, {"printing", measurePrinting}, {"download", measureDownload},
+    {"pit-run", measurePitRun}};
 
 const kvo::command_line::Syntax syntax{"kvo_bench [PART...]",
     "Measures the named parts, all of them if none is named, and prints one\n"
-    "table. Parts: files index graph graph-window window printing download. The exit\n"
-    "code is 1 when a goal is missed.\n",
+    "table. Parts: files index graph graph-window window printing download pit-run.\n"
+    "The exit code is 1 when a goal is missed.\n",
     0, parts.size()};
 
 bool isPart(const std::string& name) {

@@ -18,5 +18,7 @@ void measureWindow(Table& table);
 void measurePrinting(Table& table);
 // Whole transfers over a pseudo-terminal that is as slow as the line: minutes.
 void measureDownload(Table& table);
+// The pit run's form at the full rate of the line; only with Qt.
+void measurePitRun(Table& table);
 
 } // namespace kvo::bench
