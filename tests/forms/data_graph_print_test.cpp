@@ -216,6 +216,7 @@ private slots:
         const int all = curves(print(items[0]).pages[0]);
         overlay(1);
         QCOMPARE(curves(print(items[0]).pages[0]), 2 * all);
+        QVERIFY(!command("Mnu_RedoClutch").isEnabled()); // as before the printing
         QVERIFY(has(printer().documents.back()->pages[0], text("OverlayRpm")));
         QVERIFY(has(print(items[1]).pages[0],
             QStringLiteral("Data File: 24060512.32d    Overlay File: 24060512.31d")));
