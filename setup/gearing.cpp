@@ -2,6 +2,7 @@
 
 #include "core/basic/format.h"
 #include "core/basic/numbers.h"
+#include "setup/plain_number.h"
 
 #include <algorithm>
 #include <optional>
@@ -43,24 +44,27 @@ int gearsShownFor(int Gears) {
     return std::clamp(Gears, 1, mostGears - 1);
 }
 
+// Added to what was typed: a "-0" is no other number than "0".
+constexpr double positiveZero = 0;
+
 std::optional<float> single(const std::string& text) {
-    return CSng(Val(text));
+    return CSng(Val(text) + positiveZero);
 }
 
 std::optional<float> strictSingle(const std::string& text) {
     const auto value = core::strictNumber(text);
-    return value ? CSng(*value) : std::nullopt;
+    return value ? CSng(*value + positiveZero) : std::nullopt;
 }
 
 } // namespace
 
 GearingValues loadGearing(const AppConfig& config) {
     GearingValues values;
-    values.Weight_F = CStr(config.Weight_F);
-    values.Wheel = CStr(config.Wheel);
-    values.RWheel = CStr(config.RWheel);
-    values.Pinion_F = CStr(config.Pinion_F);
-    values.Crown_F = CStr(config.Crown_F);
+    values.Weight_F = plainNumber(config.Weight_F);
+    values.Wheel = plainNumber(config.Wheel);
+    values.RWheel = plainNumber(config.RWheel);
+    values.Pinion_F = plainNumber(config.Pinion_F);
+    values.Crown_F = plainNumber(config.Crown_F);
     const auto correction = [](float value) { return Format(value, correctionPicture); };
     values.Engine_Correction = correction(config.Engine_Correction);
     values.Clutch_Correction = correction(config.Clutch_Correction);
@@ -73,22 +77,26 @@ GearingValues loadGearing(const AppConfig& config) {
     return values;
 }
 
-void saveVehicle(const GearingValues& values, AppConfig& config, OrderedSave& save) {
-    save.take(config.Weight_F, single(values.Weight_F), "Vehicle Weight :");
-    save.take(config.Wheel, single(values.Wheel), "Speed Wheel Diameter :");
-    save.take(config.RWheel, Val(values.RWheel));
-    save.take(config.Pinion_F, single(values.Pinion_F), "Pinion:");
-    save.take(config.Crown_F, single(values.Crown_F), "Crown Wheel:");
+void saveVehicle(const GearingValues& values, const VehicleCaptions& captions, AppConfig& config,
+    OrderedSave& save) {
+    save.take(config.Weight_F, single(values.Weight_F), captions.Weight_Label, "Weight_F");
+    save.take(config.Wheel, single(values.Wheel), "Speed Wheel Diameter :", "Wheel");
+    save.take(config.RWheel, Val(values.RWheel) + positiveZero);
+    save.take(config.Pinion_F, single(values.Pinion_F), captions.Pteeth_Label, "Pinion_F");
+    save.take(config.Crown_F, single(values.Crown_F), captions.Cteeth_Label, "Crown_F");
     // Required: this one alone must be a number.
-    save.take(
-        config.Engine_Correction, strictSingle(values.Engine_Correction), "Engine Correction:");
-    save.take(config.Clutch_Correction, single(values.Clutch_Correction), "Clutch Correction:");
-    save.take(config.Pinion_Correction, single(values.Pinion_Correction), "Pinion Correction:");
-    save.take(config.Speed_Correction, single(values.Speed_Correction), "MPH Correction:");
+    save.take(config.Engine_Correction, strictSingle(values.Engine_Correction),
+        "Engine Correction:", "Engine_Correction");
+    save.take(config.Clutch_Correction, single(values.Clutch_Correction),
+        "Clutch Correction:", "Clutch_Correction");
+    save.take(config.Pinion_Correction, single(values.Pinion_Correction), captions.Pinion_Label,
+        "Pinion_Correction");
+    save.take(config.Speed_Correction, single(values.Speed_Correction),
+        "MPH Correction:", "Speed_Correction");
 }
 
 void saveGears(const GearingValues& values, AppConfig& config, OrderedSave& save) {
-    save.take(config.Gears, core::CInt(Val(values.Gears)), "Gears");
+    save.take(config.Gears, core::CInt(Val(values.Gears)), "Gears", "Gears");
     for (int gear = 1; gear <= mostGears; ++gear)
         save.take(ratioOf(config, gear), Val(values.Ratio[gear]));
 }

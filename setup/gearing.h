@@ -4,6 +4,7 @@
 // controls.
 #include "core/basic/from_one.h"
 #include "core/config_record.h"
+#include "setup/models.h"
 #include "setup/option_rows.h"
 #include "setup/ordered_save.h"
 
@@ -32,7 +33,9 @@ struct GearingValues {
 
 GearingValues loadGearing(const core::AppConfig& config);
 // The boxes of the tab, read leniently but for Engine_Correction.
-void saveVehicle(const GearingValues& values, core::AppConfig& config, OrderedSave& save);
+// `captions` are those of the vehicle on the form.
+void saveVehicle(const GearingValues& values, const VehicleCaptions& captions,
+    core::AppConfig& config, OrderedSave& save);
 // Number of gears and their ratios, from the labels.
 void saveGears(const GearingValues& values, core::AppConfig& config, OrderedSave& save);
 

@@ -54,7 +54,7 @@ void saveScales(const ScaleValues& values, core::AppConfig& config, OrderedSave&
         if (const auto raise = storedRaise(values.ComboScale[i]))
             save.take(config.ComboScale[i], *raise);
         save.take(config.Text_Magnify[i], core::CByte(core::Val(values.Text_Magnify[i]) + 1),
-            rowsTabs[0]);
+            rowsTabs[0], "Text_Magnify(" + std::to_string(i) + ")");
     }
 }
 

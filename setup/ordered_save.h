@@ -11,11 +11,14 @@ namespace kvo::setup {
 
 class OrderedSave {
 public:
-    // Takes a converted value; one that is not there ends the save under the caption of its box.
+    // Takes a converted value; one that is not there ends the save under the caption of its box,
+    // which may be given with the name that its form has for it.
     template <typename Field, typename Value>
-    void take(Field& field, const std::optional<Value>& value, std::string_view caption) {
+    void take(Field& field, const std::optional<Value>& value, std::string_view caption,
+        std::string_view control = {}) {
         if (ended() || core::keepOnFailure(field, value)) return;
         m_failedBox = caption;
+        m_failedControl = control;
     }
     // Takes what always fits.
     template <typename Field, typename Value> void take(Field& field, const Value& value) {
@@ -29,9 +32,12 @@ public:
     bool ended() const { return !m_failedBox.empty(); }
     // Caption of the box that ended the save; empty if none did.
     const std::string& failedBox() const { return m_failedBox; }
+    // Its name.
+    const std::string& failedControl() const { return m_failedControl; }
 
 private:
     std::string m_failedBox;
+    std::string m_failedControl;
 };
 
 } // namespace kvo::setup

@@ -52,7 +52,7 @@ void loadGeneral(SetupValues& values, const AppConfig& config) {
 
 void saveGeneral(const SetupValues& values, AppConfig& config, OrderedSave& save) {
     save.take(config.Driver, core::padded(values.Driver, 25));
-    save.take(config.DriverNo, CInt(Val(values.DriverNo)), "Serial Number:");
+    save.take(config.DriverNo, CInt(Val(values.DriverNo)), "Serial Number:", "DriverNo");
     if (const ModelFacts* model = modelAt(values.D_Modal))
         save.take(config.LoggerDataType, static_cast<std::int16_t>(model->type));
     for (int n = 1; n <= 8; ++n)
@@ -67,10 +67,11 @@ void saveGeneral(const SetupValues& values, AppConfig& config, OrderedSave& save
     save.take(config.Check_Password, tick(values.password.Check_Password));
 }
 
-SetupSave stoppedAt(const std::string& box) {
-    return {"The text of \"" + box +
-            "\" is not a number that can be saved.\n\nCorrect it and try "
-            "again. Nothing has been written to Kvo.Cfg."};
+SetupSave stoppedAt(const OrderedSave& save) {
+    return {"The text of \"" + save.failedBox() +
+                "\" is not a number that can be saved.\n\nCorrect it and try "
+                "again. Nothing has been written to Kvo.Cfg.",
+        save.failedControl()};
 }
 
 } // namespace
@@ -97,16 +98,16 @@ SetupSave saveSetup(SetupValues& values, AppConfig& config) {
     // Required: in front of the password, so that a refused save has changed the channel.
     forceBattery(values, config);
     const std::string refusal = takePassword(values.password, config);
-    if (!refusal.empty()) return {refusal};
+    if (!refusal.empty()) return {refusal, "NPassword"};
     OrderedSave save;
     saveGeneral(values, config, save);
-    save.take(config.FlowRange, CSng(Val(values.FlowRange) / 255), "Flow Range");
-    saveVehicle(values.gearing, config, save);
+    save.take(config.FlowRange, CSng(Val(values.FlowRange) / 255), "Flow Range", "FlowRange");
+    saveVehicle(values.gearing, vehicleCaptions(values.Vehicle_Type), config, save);
     saveGraphLists(values.graph, config, save);
     saveGears(values.gearing, config, save);
     for (int n = 1; n <= 8; ++n) save.take(config.Analog_Check[n], tick(values.Analog_Check[n]));
     saveScales(values.graph.scales, config, save);
-    if (save.ended()) return stoppedAt(save.failedBox());
+    if (save.ended()) return stoppedAt(save);
     return {};
 }
 

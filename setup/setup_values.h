@@ -50,6 +50,7 @@ SetupValues loadSetup(const core::AppConfig& config);
 // Why SaveSetup stopped, if it did.
 struct SetupSave {
     std::string message; // of a critical box under the program's name; empty: everything is taken
+    std::string box;     // the control that is to be looked at then
     bool taken() const { return message.empty(); }
 };
 // SaveSetup up to the writing of the file. A refused password leaves the configuration as it was

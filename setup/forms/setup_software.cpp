@@ -106,6 +106,7 @@ std::array<QFrame*, 2> SetupSoftware::frames() const {
 void SetupSoftware::Form_Load() {
     m_values = setup::loadSetup(core::state().Config);
     for (SetupPage* page : pages()) page->showValues(m_values);
+    Edit_Gears->load();
 }
 
 void SetupSoftware::collect() {
@@ -205,12 +206,20 @@ void SetupSoftware::SaveSetup_Click() {
     if (!save.taken()) {
         platform::services().dialogs->messageBox(
             platform::fromFile(save.message), platform::boxStyle::critical, core::programName);
-        return;
+        return lookAt(save.box);
     }
     doors().loadLogo();
     if (!writeConfig()) return;
     kept<SetupSoftware>().DialogCancelled = false;
     unload<SetupSoftware>();
+}
+
+void SetupSoftware::lookAt(const std::string& control) {
+    auto* box = findChild<QWidget*>(QString::fromStdString(control));
+    if (box == nullptr) return;
+    for (int tab = 0; tab < m_pages->count(); ++tab)
+        if (m_pages->widget(tab)->isAncestorOf(box)) TabStrip1->setCurrentIndex(tab);
+    box->setFocus();
 }
 
 // A file that could not be written is told, and the form stays with all its entries.

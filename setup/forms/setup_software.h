@@ -8,6 +8,7 @@
 #include <QPointer>
 
 #include <array>
+#include <string>
 
 class QFrame;
 class QPushButton;
@@ -64,6 +65,8 @@ private:
     void showRows();
     // A pop-up frame stands over the middle of the form.
     void place(QFrame& frame);
+    // The tab of a control comes to the front, and the control gets the focus.
+    void lookAt(const std::string& control);
     [[nodiscard]] bool writeConfig();
 
     setup::SetupValues m_values;

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 #include <string>
 
 namespace kvo::setup {
@@ -47,7 +49,7 @@ int shownOf(const EditGears& edit) {
 core::AppConfig saved(const GearingValues& values) {
     core::AppConfig config;
     OrderedSave save;
-    saveVehicle(values, config, save);
+    saveVehicle(values, vehicleCaptions(car), config, save);
     saveGears(values, config, save);
     EXPECT_EQ(save.failedBox(), "");
     return config;
@@ -110,16 +112,52 @@ TEST(Gearing, ASaveEndsAtTheFirstNumberThatDoesNotFit) {
     values.Ratio[1] = "9";
     core::AppConfig config = dragster();
     OrderedSave save;
-    saveVehicle(values, config, save);
+    saveVehicle(values, vehicleCaptions(car), config, save);
     saveGears(values, config, save);
     EXPECT_EQ(save.failedBox(), "Engine Correction:");
+    EXPECT_EQ(save.failedControl(), "Engine_Correction");
     EXPECT_EQ(config.Wheel, 20) << "what came before is taken";
     EXPECT_EQ(config.Clutch_Correction, 1.25F) << "what comes behind is not";
     EXPECT_EQ(config.First_Ratio, 2.6);
     values.Wheel = std::string(40, '9');
     OrderedSave again;
-    saveVehicle(values, config, again);
+    saveVehicle(values, vehicleCaptions(car), config, again);
     EXPECT_EQ(again.failedBox(), "Speed Wheel Diameter :");
+}
+
+// A box reads no exponent, so it is shown none.
+TEST(Gearing, ANumberOfAnySizeIsShownAsItIsReadAgain) {
+    for (const char* typed : {"12345678", "0.00001234", "123456789012345678901234567890", "-0"}) {
+        core::AppConfig config = dragster();
+        GearingValues values = loadGearing(config);
+        values.Weight_F = typed;
+        values.RWheel = typed;
+        OrderedSave save;
+        saveVehicle(values, vehicleCaptions(car), config, save);
+        const float weight = config.Weight_F;
+        const double wheel = config.RWheel;
+        values = loadGearing(config);
+        EXPECT_EQ(values.Weight_F.find_first_of("eE"), std::string::npos);
+        OrderedSave again;
+        saveVehicle(values, vehicleCaptions(car), config, again);
+        EXPECT_EQ(config.Weight_F, weight) << typed;
+        EXPECT_EQ(config.RWheel, wheel) << typed;
+        EXPECT_FALSE(std::signbit(config.Weight_F));
+    }
+}
+
+TEST(Gearing, ABoxIsToldByTheCaptionOfItsVehicle) {
+    GearingValues values = loadGearing(dragster());
+    values.Weight_F = std::string(40, '9');
+    core::AppConfig config = dragster();
+    OrderedSave bike;
+    saveVehicle(values, vehicleCaptions(motorcycle), config, bike);
+    EXPECT_EQ(bike.failedBox(), "Bike Weight:");
+    values = loadGearing(dragster());
+    values.Crown_F = std::string(40, '9');
+    OrderedSave crown;
+    saveVehicle(values, vehicleCaptions(motorcycle), config, crown);
+    EXPECT_EQ(crown.failedBox(), "Rear Wheel Sprocket:");
 }
 
 TEST(Gearing, ShowsTheFinalDrive) {
