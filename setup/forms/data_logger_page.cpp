@@ -16,6 +16,13 @@ using namespace platform_qt;
 
 namespace {
 
+constexpr int numberLetters = 13; // room for a number of a single, and for the frame
+
+// A caption that changes with the vehicle, with the letter at a place as its key.
+QString keyed(std::string_view caption, int place) {
+    return shown(caption).insert(place, QLatin1Char('&'));
+}
+
 QLabel* fixedHint(const char* text) {
     return new QLabel(QLatin1String(text));
 }
@@ -44,6 +51,7 @@ QLineEdit* DataLoggerPage::makeNumber(const char* name) {
     QLineEdit* box = named(new QLineEdit, name);
     onlyFileLetters(box);
     selectOnFocus(box);
+    box->setMinimumWidth(box->fontMetrics().averageCharWidth() * numberLetters);
     return box;
 }
 
@@ -72,7 +80,7 @@ QWidget* DataLoggerPage::makeVehicle() {
     addNumber(*grid, buddyLabel(QStringLiteral("&Rear Wheel Diameter :"), RWheel), RWheel, "In");
     addNumber(*grid, buddyLabel(QStringLiteral("&Engine Correction:"), Engine_Correction),
         Engine_Correction, range);
-    addNumber(*grid, buddyLabel(QStringLiteral("Cl&utch Correction:"), Clutch_Correction),
+    addNumber(*grid, buddyLabel(QStringLiteral("C&lutch Correction:"), Clutch_Correction),
         Clutch_Correction, range);
     addNumber(*grid, Pinion_Label, Pinion_Correction, range);
     addNumber(*grid, buddyLabel(QStringLiteral("&MPH Correction:"), Speed_Correction),
@@ -174,10 +182,10 @@ void DataLoggerPage::showValues(const setup::SetupValues& values) {
 
 void DataLoggerPage::showRows(const setup::SetupValues& values) {
     const setup::VehicleCaptions& captions = setup::vehicleCaptions(values.Vehicle_Type);
-    Weight_Label->setText(shown(captions.Weight_Label));
-    Pinion_Label->setText(shown(captions.Pinion_Label));
-    Pteeth_Label->setText(shown(captions.Pteeth_Label));
-    Cteeth_Label->setText(shown(captions.Cteeth_Label));
+    Weight_Label->setText(keyed(captions.Weight_Label, 0));
+    Pinion_Label->setText(keyed(captions.Pinion_Label, 0));
+    Pteeth_Label->setText(keyed(captions.Pteeth_Label, 1));
+    Cteeth_Label->setText(keyed(captions.Cteeth_Label, 2));
     showGears(values.gearing);
     for (int n = 1; n <= 8; ++n) {
         AnalogSetup[n].setText(

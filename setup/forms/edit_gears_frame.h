@@ -20,6 +20,8 @@ public:
     // `edit` is the form's own, and outlives the frame.
     EditGearsFrame(setup::EditGears& edit, QWidget* form);
 
+    // As the form opens: the number of gears that `edit` has.
+    void load() { showEdit(); }
     // GearRatios was clicked: takes the ratios of the labels and shows the frame.
     void open(const setup::GearingValues& gearing);
     // Escape, or the form's close button, while the frame is up.

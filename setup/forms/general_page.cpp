@@ -83,6 +83,7 @@ GeneralPage::GeneralPage() {
 QWidget* GeneralPage::makeVehicle() {
     Driver = makeBox("Driver");
     Driver->setMaxLength(driverLetters);
+    Driver->setMinimumWidth(Driver->fontMetrics().averageCharWidth() * (driverLetters + 2));
     selectOnFocus(Driver);
     Label_DriverNumber = named(buddyLabel({}, Driver), "Label_DriverNumber");
     Vehicle_Type = named(new QComboBox, "Vehicle_Type");
@@ -159,6 +160,7 @@ QWidget* GeneralPage::makePassword() {
 
 void GeneralPage::showValues(const setup::SetupValues& values) {
     Driver->setText(shown(values.Driver));
+    Driver->setCursorPosition(0);
     DriverNo->setText(shown(values.DriverNo));
     D_Modal->setCurrentIndex(values.D_Modal);
     ComPort->setCurrentIndex(values.ComPort);
