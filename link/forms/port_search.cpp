@@ -4,6 +4,7 @@
 #include "platform/qt/form_kit.h"
 #include "platform/services.h"
 
+#include <QApplication>
 #include <QFontMetrics>
 #include <QLabel>
 #include <QProgressBar>
@@ -13,7 +14,7 @@ namespace kvo::forms {
 
 using namespace platform_qt;
 
-PortSearch::PortSearch() {
+PortSearch::PortSearch() : QDialog(QApplication::activeModalWidget()) {
     constexpr int widthInLetters = 50; // of a line with a device's name
     setObjectName(QStringLiteral("PortSearch"));
     setWindowTitle(QStringLiteral("Find Comm Port"));

@@ -16,7 +16,9 @@
 
 #include <QEvent>
 #include <QFrame>
+#include <QLabel>
 #include <QPushButton>
+#include <QShortcut>
 #include <QStackedWidget>
 #include <QTabBar>
 
@@ -66,6 +68,10 @@ void SetupSoftware::makeLayout() {
 }
 
 void SetupSoftware::connectPages() {
+    auto* forward = new QShortcut(QKeySequence::NextChild, this);
+    auto* back = new QShortcut(QKeySequence::PreviousChild, this);
+    connect(forward, &QShortcut::activated, this, [this] { turnTab(1); });
+    connect(back, &QShortcut::activated, this, [this] { turnTab(-1); });
     connect(TabStrip1, &QTabBar::currentChanged, this, &SetupSoftware::TabStrip1_Click);
     connect(SaveSetup, &QPushButton::clicked, this, &SetupSoftware::SaveSetup_Click);
     connect(CancelSetup, &QPushButton::clicked, this, &SetupSoftware::CancelSetup_Click);
@@ -132,13 +138,24 @@ void SetupSoftware::TabStrip1_Click(int tab) {
         TabStrip1->setCurrentIndex(m_pages->currentIndex());
 }
 
-// Every control of such a name, and every member of an array of that name.
+// Every control of such a name, and every member of an array of that name. A label goes with its
+// box, so that its letter is free for the frame.
 void SetupSoftware::EnableSetupControls(bool Enabled) {
     const auto widgets = findChildren<QWidget*>();
     for (QWidget* widget : widgets) {
-        const std::string name = widget->objectName().section(QLatin1Char('('), 0, 0).toStdString();
+        const auto* label = qobject_cast<QLabel*>(widget);
+        const QWidget* named =
+            label != nullptr && label->buddy() != nullptr ? label->buddy() : widget;
+        const std::string name = named->objectName().section(QLatin1Char('('), 0, 0).toStdString();
         if (std::ranges::count(setup::lockedControls, name) > 0) widget->setEnabled(Enabled);
     }
+}
+
+// By the keys that turn the pages of a window of tabs.
+void SetupSoftware::turnTab(int by) {
+    if (!TabStrip1->isEnabled()) return;
+    const int tabs = TabStrip1->count();
+    TabStrip1->setCurrentIndex((TabStrip1->currentIndex() + by + tabs) % tabs);
 }
 
 bool SetupSoftware::lockFor(QWidget* button) {

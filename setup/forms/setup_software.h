@@ -51,6 +51,7 @@ private:
 
     void Form_Load();
     void TabStrip1_Click(int tab);
+    void turnTab(int by);
     void SaveSetup_Click();
     void CancelSetup_Click();
     void GearRatios_Click(QWidget* button);

@@ -233,6 +233,25 @@ private slots:
         }
     }
 
+    // No letter of the page stands in the way of one of the frame.
+    void theLettersOfTheFrameAreItsOwn() {
+        auto& setup = open(dataLogger);
+        const std::array<std::pair<Qt::Key, const char*>, 5> keys{
+            {{Qt::Key_F, "FirstG"}, {Qt::Key_E, "SecondG"}, {Qt::Key_O, "ForthG"},
+                {Qt::Key_X, "SixthG"}, {Qt::Key_N, "Number_Of_Gears"}}};
+        press("GearRatios");
+        pick("Number_Of_Gears", 5);
+        for (const auto& [key, name] : keys) {
+            QTest::keyClick(&setup, key, Qt::AltModifier);
+            QVERIFY2(part<QWidget>(name).hasFocus(), name);
+        }
+        QTest::keyClick(&setup, Qt::Key_S, Qt::AltModifier);
+        QTRY_VERIFY(!frameIsUp()); // the button moves before it clicks
+        QVERIFY(isOpen());
+        QTest::keyClick(&setup, Qt::Key_E, Qt::AltModifier);
+        QVERIFY(box("Engine_Correction").hasFocus());
+    }
+
     void theFrameIsWholeAndOverTheForm() {
         auto& setup = open(dataLogger);
         press("GearRatios");

@@ -51,6 +51,24 @@ private slots:
         }
     }
 
+    void theKeysOfATabbedWindowTurnThePages() {
+        auto& setup = open();
+        auto& tabs = part<QTabBar>("TabStrip1");
+        QTest::keyClick(&setup, Qt::Key_Tab, Qt::ControlModifier);
+        QCOMPARE(tabs.currentIndex(), 1);
+        QTest::keyClick(&setup, Qt::Key_Backtab, Qt::ControlModifier | Qt::ShiftModifier);
+        QCOMPARE(tabs.currentIndex(), 0);
+        QTest::keyClick(&setup, Qt::Key_Backtab, Qt::ControlModifier | Qt::ShiftModifier);
+        QCOMPARE(tabs.currentIndex(), 2);
+        QVERIFY(part<QWidget>("Data_Logger").isVisible());
+        press("GearRatios");
+        QTest::keyClick(&setup, Qt::Key_Tab, Qt::ControlModifier);
+        QCOMPARE(tabs.currentIndex(), 2); // the form is locked
+        press("Cancel");
+        QTest::keyClick(&setup, Qt::Key_Tab, Qt::ControlModifier);
+        QCOMPARE(tabs.currentIndex(), 0);
+    }
+
     void theListsHoldWhatCanBeChosen() {
         open();
         QCOMPARE(list("D_Modal").count(), 7);
