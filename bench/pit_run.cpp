@@ -17,6 +17,7 @@
 #include "tools/logger_simulator/model_logger.h"
 #include "tools/logger_simulator/pty_logger.h"
 
+#include <QCoreApplication>
 #include <QEvent>
 #include <QLabel>
 #include <QPushButton>
@@ -37,8 +38,8 @@ using platform_qt::form;
 
 constexpr double byteSeconds = simulator::byteTimeMs / 1000;
 constexpr int runMs = 10000;
-const Goal coreGoal{0.05, "-"};
-const Goal followsGoal{1, "-"};
+const Goal coreGoal{0.05, "0.02"};
+const Goal followsGoal{1, "0.4"};
 
 // When each sample number was painted.
 class PaintWatch : public QObject {
@@ -60,7 +61,7 @@ public:
 
 struct Live {
     double core = 0;    // part of one
-    double behind = 0;  // worst, seconds behind the last byte of the frame
+    double behind = 0;  // seconds behind the last byte of the frame, all but one in a hundred
     bool whole = false; // every frame was painted
 };
 
@@ -75,6 +76,7 @@ Live press(int frameBytes) {
     PaintWatch watch;
     auto& window = form<forms::PitRun>();
     window.show();
+    for (int turn = 0; turn < 50; ++turn) QCoreApplication::processEvents(); // it stands
     control<QLabel>(window, "LineNumber").installEventFilter(&watch);
     auto& button = control<QPushButton>(window, "Command1");
     QTimer::singleShot(runMs, &button, [&button] { button.click(); });
@@ -84,13 +86,17 @@ Live press(int frameBytes) {
     Live live;
     live.core = (threadSeconds() - used) / (wallSeconds() - start);
     live.whole = watch.all.size() > 100;
+    std::vector<double> behind;
     for (std::size_t i = 0; i < watch.all.size(); ++i) {
         const auto& [sample, seconds] = watch.all[i];
         live.whole = live.whole && sample == static_cast<int>(i);
         // The byte that starts the stream goes ahead of the frames.
         const double there = start + (1 + (sample + 1) * frameBytes) * byteSeconds;
-        live.behind = std::max(live.behind, seconds - there);
+        behind.push_back(seconds - there);
     }
+    // Another program's slice of the machine now and then is not ours.
+    std::sort(behind.begin(), behind.end());
+    if (!behind.empty()) live.behind = behind[behind.size() * 99 / 100];
     return live;
 }
 
