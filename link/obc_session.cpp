@@ -116,14 +116,23 @@ void ObcSession::save() {
     }
     const ObcBytes settings = obcBytes(values, m_link.Header);
     if (settings.failed) return endSave(*settings.failed, reasonFor(*settings.failed));
+    if (m_link.lineGone()) return tellLostLine("Nothing has been sent. Cancel, and try again.");
     if (!keepOldSettings()) return;
     write(settings);
+    if (m_lostInWrite)
+        tellLostLine("It may have some of the new settings: configure it again, and look.");
     m_dialogs.beep();
     m_dialogs.messageBox("Now turn the On Board Computer Off, then on again!\r\n\r\n"
                          "This will reset the on board computer with the new setting.",
         boxStyle::critical, core::programName);
     m_unloaded = true;
     m_view.unload();
+}
+
+// A cable that was pulled out is known, other than a logger that is only silent.
+void ObcSession::tellLostLine(const std::string& what) {
+    m_dialogs.messageBox("The line to the On Board Computer was lost.\r\n" + what,
+        boxStyle::warning, core::programName);
 }
 
 // False: they could not be kept, and the user does not want to write without.
@@ -157,6 +166,7 @@ void ObcSession::write(const ObcBytes& settings) {
         m_link.CommandByte = setting;
         m_link.RequestByte();
     }
+    m_lostInWrite = m_link.lineGone();
     m_link.CloseLoggerPort();
     m_dialogs.setHourglass(false);
     m_writing = false;

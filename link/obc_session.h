@@ -51,6 +51,7 @@ private:
     bool Range_Check(const ObcValues& values);
     void Error_Msg(const std::string& field);
     void endSave(ObcBox box, const std::string& why);
+    void tellLostLine(const std::string& what);
     bool keepOldSettings();
     void write(const ObcBytes& settings);
 
@@ -64,6 +65,7 @@ private:
     platform::DateTime m_readOn;
     bool m_saving = false;
     bool m_writing = false;
+    bool m_lostInWrite = false;
     bool m_unloaded = false;
 };
 

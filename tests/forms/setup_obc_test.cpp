@@ -373,6 +373,20 @@ private slots:
         QCOMPARE(m_line->line.closings(), 1);
     }
 
+    void aCableThatWasPulledOutMeanwhileIsTold() {
+        connectLogger(25);
+        expectQuestion();
+        dialogs().expectBoxTitled("Kvo").contains = "was lost";
+        inTheForm([this] {
+            typeInto(box("Label_RoRpm"), QStringLiteral("2500"));
+            m_line->line.vanish();
+            clickSave();
+            QVERIFY(isLoaded<SetupOBC>());
+            QCOMPARE(box("Label_RoRpm").text(), QStringLiteral("2500"));
+        });
+        QCOMPARE(sentBehindTheHeader(), std::string());
+    }
+
     void aHeaderThatBreaksOffIsSaid() {
         connectLogger(25, {Fault::Kind::stopAfter, 12});
         inTheForm([] {

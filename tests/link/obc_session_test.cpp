@@ -303,16 +303,38 @@ TEST(ObcSession, ASilentLoggerCostsATimeOutAByteAndTheClosingMessageComes) {
     }
 }
 
-TEST(ObcSession, UnpluggedAtAnyByteItEndsAtOnceAndClosesOnce) {
+TEST(ObcSession, UnpluggedBeforeTheWriteItSaysSoAndTheFormStays) {
     for (const auto& wire : simulator::wireLayouts) {
-        for (int n = 1; n <= 74; n += 3) {
+        for (int n = 1; n <= 34; n += 3) {
             ObcRig rig(wire.dataType, {Fault::Kind::hangUpAt, n}, true);
             ASSERT_TRUE(rig.open()) << n;
             fillIn(rig);
             rig.expectQuestion();
+            rig.dialogs.expectBox("The line to the On Board Computer was lost.\r\n"
+                                  "Nothing has been sent. Cancel, and try again.",
+                boxStyle::warning, "Kvo");
+            rig.session.SaveSetup_Click();
+            EXPECT_EQ(rig.dialogs.problems(), "") << n;
+            EXPECT_FALSE(rig.view.unloaded);
+            EXPECT_EQ(rig.line.closings(), 1);
+            EXPECT_FALSE(rig.files.folderExists("/kvo/Backup"));
+            EXPECT_LT(rig.line.turnsGone(), 74 * 3 * turnsPerMillisecond);
+        }
+    }
+}
+
+TEST(ObcSession, UnpluggedInTheWriteItEndsAtOnceIsToldAndClosesOnce) {
+    for (const auto& wire : simulator::wireLayouts) {
+        for (int n = 35; n <= 73; ++n) {
+            ObcRig rig(wire.dataType, {Fault::Kind::hangUpAt, n}, true);
+            ASSERT_TRUE(rig.open()) << n;
+            rig.expectQuestion();
+            auto& box = rig.dialogs.expectBoxTitled("Kvo");
+            box.contains = "It may have some of the new settings";
             rig.expectClosing();
             rig.session.SaveSetup_Click();
             EXPECT_EQ(rig.dialogs.problems(), "") << n;
+            EXPECT_TRUE(rig.view.unloaded);
             EXPECT_EQ(rig.line.closings(), 1);
             EXPECT_LT(rig.line.turnsGone(), replyTurns + 74 * 3 * turnsPerMillisecond);
             EXPECT_LT(rig.line.yields(), 400);
