@@ -104,7 +104,6 @@ QLayout* PitRun::makeSpeeds() {
     line(4, "Mph:", Mph);
     grid->setAlignment(LineNumber, Qt::AlignRight);
     grid->setRowStretch(5, 1);
-    grid->setColumnStretch(0, 1);
     return grid;
 }
 
@@ -174,7 +173,7 @@ QLayout* PitRun::makeBottom() {
 void PitRun::makeLayout() {
     Label_Status = named(heading({}), "Label_Status");
     Label_Status->setFixedHeight(Label_Status->fontMetrics().lineSpacing());
-    auto* readings = row({makeSpeeds(), makeAnalogs(), makeExhausts()});
+    auto* readings = row({makeSpeeds(), makeAnalogs(), makeExhausts(), LayoutPart::room()});
     readings->setSpacing(32);
     auto* all = column({readings, LayoutPart::room(), makeIdleRow(), Label_Status, makeBottom()});
     all->setContentsMargins(20, 16, 20, 16);
