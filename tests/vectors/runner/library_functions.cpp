@@ -3,6 +3,8 @@
 
 #include "core/basic/numbers.h"
 #include "library/statistics.h"
+#include "library/time_graph.h"
+#include "tests/support/memory_files.h"
 
 namespace kvo::vectors {
 
@@ -75,7 +77,33 @@ static Json statisticsOf(const Case& c) {
     return got;
 }
 
+static Json timeGraphOf(const Case& c) {
+    testing::MemoryFiles files;
+    files.put(std::string(folder) + "/KvoTimes",
+        fileBytes(c.files / c.in.at("KvoTimes").get<std::string>()));
+    const core::RunTimesTable table = core::LoadTimesTable(folder, files);
+    Json rows = Json::array();
+    for (const TimedRow& row : timedRows(table)) {
+        Json marks = Json::array();
+        for (const TimeMark& mark : row.marks) marks.push_back({mark.time, mark.colour});
+        rows.push_back({{"row", row.row}, {"label", toJson(row.label)},
+            {"tooltip", toJson(row.toolTip)}, {"marks", marks}});
+    }
+    return Json{{"RunTimesCount", table.RunTimesCount}, {"rows", rows}};
+}
+
+static Json timeGraphKeyOf(const Case& c) {
+    const int x = c.in.at("x").get<int>();
+    const int mask = c.in.at("shift").get<int>();
+    const auto moved = movedLine(
+        x, c.in.at("key").get<int>() == 39, (mask & 1) != 0, (mask & 2) != 0, (mask & 4) != 0);
+    if (!moved) return Json{{"beep", -1}, {"x", x}};
+    return Json{{"beep", 0}, {"x", *moved}, {"Time_Label", timeOfLine(*moved)}};
+}
+
 void addLibraryFunctions() {
+    add("TimeGraph", timeGraphOf);
+    add("TimeGraphKey", timeGraphKeyOf);
     add("Statistics", statisticsOf);
     add("Horsepower", [](const Case& c) {
         return Json{
