@@ -18,21 +18,6 @@ namespace {
 
 constexpr int missingStyle = 416;
 
-std::string upperCased(std::string text) {
-    for (char& c : text) {
-        if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
-    }
-    return text;
-}
-
-// The number in front of a header line: what stands up to its first blank, 0 to 255. A line
-// without any blank, and a number that is no byte, give 0, which is no data type.
-std::uint8_t typeInFront(const std::string& line) {
-    const std::size_t blank = line.find(' ');
-    if (blank == std::string::npos) return 0;
-    return CByte(Val(line.substr(0, blank))).value_or(0);
-}
-
 // A time base below 1 is never honoured.
 void repairTimeOffset(RunTailBlock& tail, int type) {
     const DataTypeFacts* facts = dataTypeFacts(type);
@@ -72,17 +57,15 @@ void takeSetup(const AppConfig& config, RunImage& run) {
     }
     keepOnFailure(run.tail.GearRatio6, CSng(config.Sixth_Ratio));
     run.setup.AnalogName = config.AnalogName;
-    run.analog.AnalogScale = config.AnalogScale;
-    run.analog.AnalogOffset = config.AnalogOffset;
-    run.analog.AnalogDecimals = config.Decimals;
+    takeAnalogs(config, run.analog);
+    takeDrive(config, run.analog);
     run.tail.AnalogTypes = config.Analog_Type;
-    keepOnFailure(run.analog.RearWheelDiameter, CSng(config.RWheel));
-    run.analog.CrownTeeth = config.Crown_F;
-    run.analog.PinionTeeth = config.Pinion_F;
 }
 
-// All records but the last are filled up with zero bytes; the file ends behind the tail block.
-platform::Bytes encodeRun(const OpenRun& run, int sampleCount) {
+enum class Tail { written, none };
+
+// All records but the last are filled up with zero bytes; the file ends behind the last block.
+platform::Bytes encodeRun(const OpenRun& run, int sampleCount, Tail tail) {
     const int rows = std::min(sampleCount, maxSamples);
     const auto behind = static_cast<std::size_t>(rows) + 2;
     ByteWriter writer((behind + 3) * runRecordWidth);
@@ -97,6 +80,7 @@ platform::Bytes encodeRun(const OpenRun& run, int sampleCount) {
     encode(writer, run.image.setup);
     writer.fillTo((behind + 1) * runRecordWidth);
     encode(writer, run.image.analog);
+    if (tail == Tail::none) return writer.take();
     writer.fillTo((behind + 2) * runRecordWidth);
     encode(writer, run.image.tail);
     return writer.take();
@@ -131,13 +115,38 @@ platform::WriteResult makeFolderOf(
     return files.makeFolder(folder);
 }
 
-platform::WriteResult writeRecords(
-    const OpenRun& run, int sampleCount, const std::string& appFolder, platform::Files& files) {
+platform::WriteResult writeRecords(const OpenRun& run, int sampleCount,
+    const std::string& appFolder, platform::Files& files, Tail tail = Tail::written) {
     if (auto made = makeFolderOf(run.path, appFolder, files); !made) return made;
-    return replaceBeginningKept(appFolder, run.path, encodeRun(run, sampleCount), files);
+    return replaceBeginningKept(appFolder, run.path, encodeRun(run, sampleCount, tail), files);
 }
 
 } // namespace
+
+std::string upperCased(std::string text) {
+    for (char& c : text) {
+        if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
+    }
+    return text;
+}
+
+std::uint8_t typeInFront(const std::string& line) {
+    const std::size_t blank = line.find(' ');
+    if (blank == std::string::npos) return 0;
+    return CByte(Val(line.substr(0, blank))).value_or(0);
+}
+
+void takeAnalogs(const AppConfig& config, RunAnalogBlock& block) {
+    block.AnalogScale = config.AnalogScale;
+    block.AnalogOffset = config.AnalogOffset;
+    block.AnalogDecimals = config.Decimals;
+}
+
+void takeDrive(const AppConfig& config, RunAnalogBlock& block) {
+    keepOnFailure(block.RearWheelDiameter, CSng(config.RWheel));
+    block.CrownTeeth = config.Crown_F;
+    block.PinionTeeth = config.Pinion_F;
+}
 
 std::string headerLine(std::uint8_t DataType, const LoggerIdentity& logger, std::string RunText) {
     constexpr std::size_t longestWholeText = 48;
@@ -233,6 +242,13 @@ platform::WriteResult SaveRun(
     const DataTypeFacts* facts = dataTypeFacts(run.DataType);
     const int ofType = facts != nullptr ? facts->rows : 0;
     return writeRecords(run, std::max<int>(run.SampleCount, ofType), appFolder, files);
+}
+
+platform::WriteResult SaveImportedRun(
+    const OpenRun& run, const std::string& appFolder, platform::Files& files) {
+    const DataTypeFacts* facts = dataTypeFacts(run.DataType);
+    return writeRecords(
+        run, facts != nullptr ? facts->importRows : 0, appFolder, files, Tail::none);
 }
 
 } // namespace kvo::core

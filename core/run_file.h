@@ -67,6 +67,22 @@ struct FreshRun {
 [[nodiscard]] platform::WriteResult SaveRun(
     const OpenRun& run, const std::string& appFolder, platform::Files& files);
 
+// Writes a run that was imported from a text to run.path, with all rows that its data type has
+// there and without a tail block. On failure the file is as it was.
+[[nodiscard]] platform::WriteResult SaveImportedRun(
+    const OpenRun& run, const std::string& appFolder, platform::Files& files);
+
+// The parts of the setup that a run keeps of its day: the scales of its analogs, and wheel and
+// teeth for its tyre growth. A diameter beyond a single leaves what stands there.
+void takeAnalogs(const AppConfig& config, RunAnalogBlock& block);
+void takeDrive(const AppConfig& config, RunAnalogBlock& block);
+
+// The number in front of a header line: what stands up to its first blank, 0 to 255. A line
+// without any blank, and a number that is no byte, give 0, which is no data type.
+std::uint8_t typeInFront(const std::string& line);
+// A path as the messages about it show it: its letters a to z as capitals.
+std::string upperCased(std::string text);
+
 // The text of record 1 for a fresh run; at most 82 characters.
 std::string headerLine(std::uint8_t DataType, const LoggerIdentity& logger, std::string RunText);
 // The index entry of a fresh run: the last 12 characters of its path, and its text.

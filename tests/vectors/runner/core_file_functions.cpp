@@ -17,15 +17,7 @@ namespace kvo::vectors {
 using namespace kvo::core;
 using testing::MemoryFiles;
 
-namespace {
-
-template <typename Numbers> Json listOf(const Numbers& numbers) {
-    Json list = Json::array();
-    for (const auto number : numbers) list.push_back(number);
-    return list;
-}
-
-Json textsOf(const FromOne<std::string, 8>& texts) {
+static Json textsOf(const FromOne<std::string, 8>& texts) {
     Json list = Json::array();
     for (const std::string& text : texts) list.push_back(toJson(padded(text, 8)));
     return list;
@@ -52,6 +44,8 @@ Json analogOf(const RunAnalogBlock& block) {
         {"RearWheelDiameter", block.RearWheelDiameter}, {"CrownTeeth", block.CrownTeeth},
         {"PinionTeeth", block.PinionTeeth}};
 }
+
+namespace {
 
 Json tailOf(const RunTailBlock& block) {
     const platform::Bytes reserved(block.reserved.begin(), block.reserved.end());

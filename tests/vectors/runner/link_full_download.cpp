@@ -52,23 +52,6 @@ void answer(const Case& c, AnsweringDialogs& dialogs) {
     };
 }
 
-// Record 1 with its length word, the other blocks at their widths, one behind the other.
-platform::Bytes payloads(const platform::Bytes& file, int rows) {
-    platform::Bytes all;
-    const auto take = [&](int record, std::size_t width) {
-        const auto bytes = core::runRecord(file, static_cast<std::size_t>(record));
-        if (bytes.size() < width) throw std::runtime_error("a record is short");
-        all.insert(all.end(), bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(width));
-    };
-    take(1, 2 + static_cast<std::size_t>(file.at(0) + 256 * file.at(1)));
-    take(2, core::runHeaderWidth);
-    for (int i = 1; i <= rows; ++i) take(2 + i, core::runSampleWidth);
-    take(rows + 3, core::runRecordWidth);
-    take(rows + 4, core::runRecordWidth);
-    take(rows + 5, core::runTailWidth);
-    return all;
-}
-
 core::SharedState& pressStart(Bench& bench, platform::Clock& clock, testing::MemoryFiles& files) {
     core::SharedState& state = *bench.state;
     state.AppFolder = folderOfDownloads;
@@ -82,6 +65,22 @@ core::SharedState& pressStart(Bench& bench, platform::Clock& clock, testing::Mem
 }
 
 } // namespace
+
+platform::Bytes payloads(const platform::Bytes& file, int rows, bool withTail) {
+    platform::Bytes all;
+    const auto take = [&](int record, std::size_t width) {
+        const auto bytes = core::runRecord(file, static_cast<std::size_t>(record));
+        if (bytes.size() < width) throw std::runtime_error("a record is short");
+        all.insert(all.end(), bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(width));
+    };
+    take(1, 2 + static_cast<std::size_t>(file.at(0) + 256 * file.at(1)));
+    take(2, core::runHeaderWidth);
+    for (int i = 1; i <= rows; ++i) take(2 + i, core::runSampleWidth);
+    take(rows + 3, core::runRecordWidth);
+    take(rows + 4, core::runRecordWidth);
+    if (withTail) take(rows + 5, core::runTailWidth);
+    return all;
+}
 
 Json fullDownload(const Case& c, const PressStart& press) {
     testing::MemoryFiles files;

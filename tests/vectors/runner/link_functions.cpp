@@ -22,6 +22,24 @@ using simulator::ModelLogger;
 using testing::FixedClock;
 using testing::VirtualLine;
 
+void presetRun(int k, core::OpenRun& run, link::PulsePeriods& periods) {
+    if (k <= 0) return;
+    const auto type = link::downloadType(run.DataType);
+    for (int r = 1; r <= core::maxSamples; ++r) {
+        platform::Bytes packed(core::runSampleWidth);
+        for (std::size_t j = 0; j < packed.size(); ++j)
+            packed[j] = static_cast<std::uint8_t>(k + 31 * r + 7 * static_cast<int>(j));
+        core::RunSample& row = run.image.samples[r];
+        core::decode(packed, row);
+        for (int c = (type ? type->analogOnWire : 8) + 1; c <= 8; ++c) row.Analog[c] = 0;
+        if (type && type->auxAt == 0) row.Aux = 0;
+        if (type && type->exhaustAt == 0) row.Exhaust.fill(0);
+        periods.EnginePeriod[r] = 1000 * k + r;
+        periods.InputPeriod[r] = 2000 * k + r;
+        periods.OutputPeriod[r] = 3000 * k + r;
+    }
+}
+
 namespace {
 
 class QuietView : public link::DownloadView {
@@ -88,26 +106,6 @@ Json readHeader(const Case& c) {
     out["LinkFailed"] = bench.link.LinkFailed;
     out["D_bytes"] = bench.line.bytesSent();
     return out;
-}
-
-// Rows and periods before the transfer, made from the number k; fields that the type leaves alone
-// are zero. 0: all zero.
-void presetRun(int k, core::OpenRun& run, link::PulsePeriods& periods) {
-    if (k <= 0) return;
-    const auto type = link::downloadType(run.DataType);
-    for (int r = 1; r <= core::maxSamples; ++r) {
-        platform::Bytes packed(core::runSampleWidth);
-        for (std::size_t j = 0; j < packed.size(); ++j)
-            packed[j] = static_cast<std::uint8_t>(k + 31 * r + 7 * static_cast<int>(j));
-        core::RunSample& row = run.image.samples[r];
-        core::decode(packed, row);
-        for (int c = (type ? type->analogOnWire : 8) + 1; c <= 8; ++c) row.Analog[c] = 0;
-        if (type && type->auxAt == 0) row.Aux = 0;
-        if (type && type->exhaustAt == 0) row.Exhaust.fill(0);
-        periods.EnginePeriod[r] = 1000 * k + r;
-        periods.InputPeriod[r] = 2000 * k + r;
-        periods.OutputPeriod[r] = 3000 * k + r;
-    }
 }
 
 template <typename Value> std::uint32_t wordsCrc(int count, const Value& value) {

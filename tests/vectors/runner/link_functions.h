@@ -1,6 +1,7 @@
 #pragma once
 // What the files of the link's golden vectors share: a link with a modelled logger at its far end.
 #include "core/shared_state.h"
+#include "link/download.h"
 #include "link/logger_link.h"
 #include "platform/clock.h"
 #include "tests/support/memory_files.h"
@@ -63,6 +64,13 @@ public:
 Json rowFields(const core::RunImage& run, int i);
 // CRC-32 over rows 1 to count as they lie packed in a run file.
 std::uint32_t rowsCrc(const core::RunImage& run, int count);
+
+// Rows and periods before the transfer, made from the number k; fields that the run's type leaves
+// alone are zero. 0: all zero.
+void presetRun(int k, core::OpenRun& run, link::PulsePeriods& periods);
+// A run file's payloads one behind the other: record 1 with its length word, the others at their
+// widths.
+platform::Bytes payloads(const platform::Bytes& file, int rows, bool withTail = true);
 
 // Runs one line of FullDownload: `press` presses Start Download of a form on a fresh program in
 // `folderOfDownloads` and gives the state that the run ended in.

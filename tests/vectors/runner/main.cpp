@@ -14,6 +14,7 @@ static void addAllFunctions() {
     kvo::vectors::addLinkFunctions();
     kvo::vectors::addGraphFunctions();
     kvo::vectors::addLibraryFunctions();
+    kvo::vectors::addImportFunctions();
     kvo::vectors::addSetupFunctions();
     kvo::vectors::addAnalogFunctions();
     kvo::vectors::addCalcFunctions();

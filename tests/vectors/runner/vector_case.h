@@ -31,6 +31,7 @@ void addCoreFunctions();
 void addLinkFunctions();
 void addGraphFunctions();
 void addLibraryFunctions();
+void addImportFunctions();
 void addSetupFunctions();
 void addAnalogFunctions();
 void addCalcFunctions();
