@@ -299,6 +299,29 @@ private slots:
         QVERIFY(isPaper(image, page.width - 3, y(0.6), 288));
     }
 
+    // Points on a straight way are left out, the point of a spike is none of them.
+    void aSpikeOfALineStays() {
+        auto job = beginPdf("spike.pdf");
+        platform::Surface& paper = job->surface();
+        paper.setScale(0, 0, 100, 100);
+        paper.setCurrentX(20);
+        paper.setCurrentY(50);
+        const std::vector<platform::Point> way{
+            {30, 50}, {40, 50}, {50, 50}, {50, 10}, {50, 50}, {60, 50}, {70, 50}};
+        paper.polyline(way, 0);
+        QVERIFY(job->endDoc());
+        const PdfPage page = testing::readPdf(pathOf("spike.pdf")).at(0);
+        const QImage image = testing::pdfPageImage(pathOf("spike.pdf"), 1, 288);
+        const auto inked = [&](double x, double y) {
+            return !isPaper(image, marginPoints + (page.width - 2 * marginPoints) * x / 100,
+                marginPoints + (page.height - 2 * marginPoints) * y / 100, 288);
+        };
+        QVERIFY(inked(50, 15));
+        QVERIFY(inked(35, 50));
+        QVERIFY(inked(65, 50));
+        QVERIFY(!inked(75, 50));
+    }
+
     void aFrameIsAPartOfThePageAndCutsAtItsEdges() {
         auto job = beginPdf("frame.pdf");
         platform::Surface& paper = job->surface();
