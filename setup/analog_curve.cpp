@@ -19,7 +19,7 @@ constexpr double countsAPoint = 25.5;
 // Required: every stretch is taken for 25 counts wide, although every second one is 26.
 constexpr int countsAStretch = 25;
 
-std::size_t at(int count) {
+std::size_t entryOf(int count) {
     return static_cast<std::size_t>(count);
 }
 
@@ -29,11 +29,11 @@ bool fillStretch(AnalogTable& table, int point, double value, double before) {
     const double slope = (value - before) / countsAStretch;
     const int end = tableEntry(point);
     const int counts = point % 2 != 0 ? countsAStretch - 1 : countsAStretch;
-    table[at(end)] = value;
+    table[entryOf(end)] = value;
     for (int j = 1; j <= counts; ++j) {
         const double reading = value - slope * j;
         if (!std::isfinite(reading)) return false;
-        table[at(end - j)] = reading;
+        table[entryOf(end - j)] = reading;
     }
     return true;
 }
@@ -133,7 +133,7 @@ std::optional<AnalogCurve> analogCurve(const AnalogTable& table, float scale) {
     if (!std::isfinite(curve.high - curve.low)) return {};
     curve.values = table;
     for (int count = 0; count <= 255; ++count)
-        curve.stored[at(count)] =
+        curve.stored[entryOf(count)] =
             core::tableByte(table, scale, static_cast<std::uint8_t>(count)).has_value();
     curve.remark = remarkOn(curve, scale);
     return curve;

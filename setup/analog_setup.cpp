@@ -27,7 +27,7 @@ std::size_t smoothEntry(int channel) {
 }
 
 // A list that has no such entry stays where it is.
-void select(int& list, int stored, std::size_t entries) {
+void selectEntry(int& list, int stored, std::size_t entries) {
     const int index = listIndex(stored, entries);
     if (index >= 0) list = index;
 }
@@ -39,14 +39,14 @@ void setAFactor(AnalogEditor& editor, const std::string& text) {
 }
 
 // The single of a sum; nothing where it is too large for one.
-std::optional<float> single(double value) {
+std::optional<float> asSingle(double value) {
     const auto number = core::finite(value);
     return number ? core::CSng(*number) : std::nullopt;
 }
 
 // Units a count between two readings.
 std::optional<float> scaleOf(double top, double low) {
-    return single((top + std::abs(low)) / countsOfRange);
+    return asSingle((top + std::abs(low)) / countsOfRange);
 }
 
 std::optional<float> scaleOf(const AnalogEditor& editor) {
@@ -95,7 +95,7 @@ void showScale(AnalogEditor& editor, const AppConfig& config, int channel) {
     const float scale = config.AnalogScale[channel];
     const double low = std::abs(int{config.AnalogRangeLow[channel]});
     const double top = static_cast<double>(scale) * countsOfRange - low;
-    if (single(top)) setAFactor(editor, factorText(top, low, scale));
+    if (asSingle(top)) setAFactor(editor, factorText(top, low, scale));
 }
 
 // What is said of a text that does not fit. A box that the kind of input has not on view is said to
@@ -120,7 +120,7 @@ void takeFields(const AnalogEditor& editor, AppConfig& config, OrderedSave& save
     save.take(config.AnalogRangeLow[c], core::CInt(Val(editor.RangeText1)), rangeCaption);
     save.take(config.AnalogScale[c], scaleOf(editor), factorCaption);
     save.takeIndex(config.Decimals[c], editor.Decimals);
-    save.take(config.AnalogOffset[c], single(Val(editor.Zero)), zeroCaption);
+    save.take(config.AnalogOffset[c], asSingle(Val(editor.Zero)), zeroCaption);
     save.take(config.SmoothOption[smoothEntry(c)],
         static_cast<std::uint8_t>(editor.SmoothOption ? 1 : 0));
     save.takeIndex(config.Sensor_Combo[c], editor.Sensor_Combo);
@@ -148,14 +148,14 @@ void AnalogSetup_Click(AnalogEditor& editor, int channel, const std::string& cap
     platform::Files& files) {
     editor.channel = channel;
     editor.Analog = caption;
-    select(editor.Analog_Type, config.Analog_Type[channel], analogKinds.size());
+    selectEntry(editor.Analog_Type, config.Analog_Type[channel], analogKinds.size());
     editor.RangeText1 = CStr(config.AnalogRangeLow[channel]);
     showScale(editor, config, channel);
-    select(editor.Decimals, config.Decimals[channel], decimalsList.size());
+    selectEntry(editor.Decimals, config.Decimals[channel], decimalsList.size());
     editor.Zero = plainNumber(config.AnalogOffset[channel]);
     editor.SmoothOption = config.SmoothOption[smoothEntry(channel)] == 1;
-    select(editor.Sensor_Combo, config.Sensor_Combo[channel], sensorModels().size());
-    select(editor.Fuel_Combo, config.Fuel_Combo, fuelList.size());
+    selectEntry(editor.Sensor_Combo, config.Sensor_Combo[channel], sensorModels().size());
+    selectEntry(editor.Fuel_Combo, config.Fuel_Combo, fuelList.size());
     // A missing or short file has no readings of the channel that was edited before.
     tables[scratchRow].fill(0);
     core::LoadAnalogTable(appFolder, core::analogTableName(channel), scratchRow, tables, files);

@@ -9,7 +9,7 @@ namespace {
 
 // HM and HS sensors give their range over 0.5 to 4.5 volts, which is 1.25 times as much over the
 // whole input; the kvo sensors give it over all 5 volts.
-constexpr std::array<SensorModel, 23> table{{
+constexpr std::array<SensorModel, 23> sensorTable{{
     {"None Selected", 255},
     {"HM0100  0-100 psi", 125},
     {"HM0200  0-200 psi", 250},
@@ -38,12 +38,12 @@ constexpr std::array<SensorModel, 23> table{{
 } // namespace
 
 std::span<const SensorModel> sensorModels() {
-    return table;
+    return sensorTable;
 }
 
 const SensorModel* sensorModelAt(int index) {
-    if (index < 0 || index >= static_cast<int>(table.size())) return nullptr;
-    return &table[static_cast<std::size_t>(index)];
+    if (index < 0 || index >= static_cast<int>(sensorTable.size())) return nullptr;
+    return &sensorTable[static_cast<std::size_t>(index)];
 }
 
 } // namespace kvo::setup
