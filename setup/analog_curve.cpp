@@ -117,7 +117,7 @@ int buildAnalogTable(AnalogTable& table, const PointTexts& Text9) {
     AnalogTable built = table;
     double before = 0;
     for (int point = 1; point <= tablePoints; ++point) {
-        const double value = core::Val(Text9[point]);
+        const double value = core::Val(Text9[point]) + 0.0; // "-0" is no other number than "0"
         if (!fillStretch(built, point, value, before)) return point;
         before = value;
     }

@@ -38,9 +38,9 @@ void setAFactor(AnalogEditor& editor, const std::string& text) {
     AFactor_Change(editor);
 }
 
-// The single of a sum; nothing where it is too large for one.
+// The single of a sum; nothing where it is too large for one. "-0" is no other number than "0".
 std::optional<float> asSingle(double value) {
-    const auto number = core::finite(value);
+    const auto number = core::finite(value + 0.0);
     return number ? core::CSng(*number) : std::nullopt;
 }
 

@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <cstdint>
 #include <limits>
 #include <memory>
@@ -249,6 +250,20 @@ TEST_F(AnalogSetup, NoOtherChannelChanges) {
         expected.Sensor_Combo[c] = 9;
         EXPECT_EQ(m_config, expected) << c;
     }
+}
+
+TEST_F(AnalogSetup, AMinusInFrontOfNothingIsNothing) {
+    open(1);
+    pick(mappedInput);
+    for (std::string& text : m_editor.Text9) text = "-0";
+    m_editor.RangeText1 = m_editor.AFactor = m_editor.Zero = "-0";
+    EXPECT_TRUE(ok().taken());
+    EXPECT_FALSE(std::signbit(m_config.AnalogScale[1]));
+    EXPECT_FALSE(std::signbit(m_config.AnalogOffset[1]));
+    EXPECT_EQ(file(1), platform::Bytes(2048, 0));
+    open(1);
+    EXPECT_EQ(m_editor.AFactor, "0");
+    EXPECT_EQ(m_editor.Zero, "0");
 }
 
 TEST_F(AnalogSetup, AFuelIsForAllChannels) {
