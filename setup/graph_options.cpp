@@ -9,8 +9,7 @@ namespace {
 
 using namespace channels;
 
-constexpr int raiseStep = 20; // graph units an entry of the list
-constexpr int firstSmoothBox = 25;
+constexpr int raiseStep = 20;            // graph units an entry of the list
 constexpr int smoothBoxOfAnalogRow = 34; // behind the row's own number
 
 template <typename T, std::size_t N> T& at(std::array<T, N>& items, int index) {
@@ -51,6 +50,17 @@ void setBoxes(VisibleOptions& form, ChannelKind kind, int index) {
 }
 
 } // namespace
+
+OptionGroup optionGroup(int channel) {
+    switch (channelFacts(channel).kind) {
+    case ChannelKind::analog:
+        return OptionGroup::analogs;
+    case ChannelKind::exhaust:
+        return OptionGroup::exhausts;
+    default:
+        return OptionGroup::channels;
+    }
+}
 
 ByChannel<std::string> rowCaptions(const core::FromOne<std::string, 8>& analogNames) {
     ByChannel<std::string> captions;
@@ -157,6 +167,16 @@ void TabStrip1_Click(VisibleOptionsShown& shown, VisibleTab tab, int model, int 
     HideUnusedOptions(shown, model, Vehicle_Type);
 }
 
+int channelOfBox(int box) {
+    int channel = 0;
+    const auto isIts = [box](const OptionFacts& option) {
+        return box < firstSmoothBox ? option.drawnBox == box
+                                    : firstSmoothBox + option.smoothEntry == box;
+    };
+    while (!isIts(channelFacts(channel).option)) ++channel;
+    return channel;
+}
+
 std::array<std::string, 50> boxCaptions(const core::FromOne<std::string, 8>& analogNames) {
     std::array<std::string, 50> captions;
     const ByChannel<std::string> rows = rowCaptions(analogNames);
@@ -182,6 +202,12 @@ VisibleOptions loadVisibleOptions(const core::AppConfig& config, int model) {
         rowOf(scales.ComboScale, channel) = raiseIndex(at(config.ComboScale, channel));
     }
     return form;
+}
+
+void Command3_Click(VisibleOptions& form) {
+    const ScaleValues before = form.values.scales;
+    restoreDefaults(form.values.scales, form.shown.rows);
+    if (form.values.scales != before) form.Command1_1_Enabled = true;
 }
 
 void EGTCommand_Click(VisibleOptions& form, int index) {
@@ -216,7 +242,9 @@ OptionsOutcome Command1_Click(VisibleOptions& form, int index, core::AppConfig& 
 }
 
 CustomScaleValues loadCustomScale(const core::AppConfig& config) {
-    const auto position = [](int stored) { return stored >= 1 && stored <= 15 ? stored : 1; };
+    const auto position = [](int stored) {
+        return stored >= leastCustomScale && stored <= mostCustomScale ? stored : leastCustomScale;
+    };
     return {position(config.CustomScaleLow), position(config.CustomScaleHigh)};
 }
 

@@ -21,6 +21,10 @@ inline constexpr std::array<std::string_view, 4> visibleTabs{
 inline constexpr std::array<std::string_view, 11> raiseList{
     "0%", "1%", "2%", "3%", "4%", "5%", "6%", "7%", "8%", "9%", "10%"};
 
+// The groups in which both forms show the channels.
+enum class OptionGroup { channels, analogs, exhausts };
+OptionGroup optionGroup(int channel);
+
 // What the rows of both forms hold.
 struct ScaleValues {
     ByChannel<std::string> Text_Magnify;
@@ -70,8 +74,12 @@ void HideUnusedOptions(VisibleOptionsShown& shown, int model, int Vehicle_Type);
 // A click on a tab: both of these.
 void TabStrip1_Click(VisibleOptionsShown& shown, VisibleTab tab, int model, int Vehicle_Type);
 
+// The boxes Check1: up to 24 those that have a channel drawn, from here on SmoothOption.
+inline constexpr int firstSmoothBox = 25;
+// The channel of a box, 0 to 49.
+int channelOfBox(int box);
+
 struct VisibleOptionsValues {
-    // 0 to 24: the channel is drawn, in the order of the boxes; 25 to 49: SmoothOption.
     std::array<bool, 50> Check1{};
     ScaleValues scales;
     friend bool operator==(const VisibleOptionsValues&, const VisibleOptionsValues&) = default;
@@ -89,6 +97,8 @@ struct VisibleOptions {
 };
 VisibleOptions loadVisibleOptions(const core::AppConfig& config, int model);
 
+// Command3, "Restore Defaults"; what changes is for Apply to take.
+void Command3_Click(VisibleOptions& form);
 // "All Off" (0) and "All On" (1) of the exhausts and of the analogs.
 void EGTCommand_Click(VisibleOptions& form, int index);
 void AnalogCommand_Click(VisibleOptions& form, int index);
@@ -106,12 +116,14 @@ struct OptionsOutcome {
 // Command1: 0 is "Save", 1 is "Apply".
 OptionsOutcome Command1_Click(VisibleOptions& form, int index, core::AppConfig& config);
 
-// The form CustomScale. Both sliders go from 1 to 15.
+// The form CustomScale. Where both sliders begin and end.
+inline constexpr int leastCustomScale = 1;
+inline constexpr int mostCustomScale = 15;
 struct CustomScaleValues {
-    int Slider1 = 1; // "Height :"
-    int Slider2 = 1; // "Width :"
+    int Slider1 = leastCustomScale; // "Height :"
+    int Slider2 = leastCustomScale; // "Width :"
 };
-// A stored position that the sliders do not have leaves them at 1.
+// A stored position that the sliders do not have leaves them where they begin.
 CustomScaleValues loadCustomScale(const core::AppConfig& config);
 
 struct CustomSurface {

@@ -13,6 +13,10 @@ QString shown(std::string_view fileText) {
     return text;
 }
 
+QString shownCaption(std::string_view fileText) {
+    return shown(fileText).replace(QLatin1Char('&'), QLatin1String("&&"));
+}
+
 std::string typed(const QString& text) {
     std::string bytes;
     bytes.reserve(static_cast<std::size_t>(text.size()));

@@ -11,6 +11,8 @@ namespace kvo::platform_qt {
 // A file's text as a control shows it. Every byte becomes a character of its own, so that none is
 // lost on the way back.
 QString shown(std::string_view fileText);
+// The same as the caption of a button or a box, where an & would mark the letter behind it.
+QString shownCaption(std::string_view fileText);
 // What the user typed, as a file's text; a character that the code page does not have becomes "?".
 std::string typed(const QString& text);
 

@@ -163,6 +163,7 @@ private slots:
         for (int i = 0; i < 256; ++i) all.push_back(static_cast<char>(i));
         QCOMPARE(typed(shown(all)), all);
         QCOMPARE(shown("\x80\x99\xe9"), QStringLiteral("\u20ac\u2122\u00e9"));
+        QCOMPARE(shownCaption("Oil & P\xe9"), QStringLiteral("Oil && P\u00e9"));
         QCOMPARE(typed(QStringLiteral("a\u0107\U0001F600b")), std::string("a??b"));
         QCOMPARE(shownMessage("a\rb\r\nc\nd\r\r"), QStringLiteral("a\nb\nc\nd\n\n"));
         QCOMPARE(shownMessage("J\xc3\xbcrg\xc5\x82"), QStringLiteral("J\u00fcrg\u0142"));

@@ -287,6 +287,27 @@ TEST(VisibleOptionsForm, CaptionsComeFromTheTableAndFromTheGraph) {
         << "six analogs without a name, two boxes each";
 }
 
+TEST(VisibleOptionsForm, EachBoxHasItsChannel) {
+    EXPECT_EQ(channelOfBox(0), engineChannel);
+    EXPECT_EQ(channelOfBox(6), mphChannel);
+    EXPECT_EQ(channelOfBox(7), rocosChannel);
+    EXPECT_EQ(channelOfBox(24), tyreGrowthChannel);
+    EXPECT_EQ(channelOfBox(25), engineChannel);
+    EXPECT_EQ(channelOfBox(28), slipChannel);
+    EXPECT_EQ(channelOfBox(32), outputChannel);
+    EXPECT_EQ(channelOfBox(33), tyreGrowthChannel);
+    for (int n = 1; n <= 8; ++n) {
+        EXPECT_EQ(channelOfBox(7 + n), analogChannel(n));
+        EXPECT_EQ(channelOfBox(15 + n), exhaustChannel(n));
+        EXPECT_EQ(channelOfBox(33 + n), exhaustChannel(n));
+        EXPECT_EQ(channelOfBox(41 + n), analogChannel(n));
+        EXPECT_EQ(optionGroup(analogChannel(n)), OptionGroup::analogs);
+        EXPECT_EQ(optionGroup(exhaustChannel(n)), OptionGroup::exhausts);
+    }
+    for (const int channel : joined(from(0, 7), {24}))
+        EXPECT_EQ(optionGroup(channel), OptionGroup::channels);
+}
+
 TEST(VisibleOptionsForm, AllOnAndAllOffSetTheirEight) {
     VisibleOptions form;
     EGTCommand_Click(form, 0);
@@ -300,6 +321,21 @@ TEST(VisibleOptionsForm, AllOnAndAllOffSetTheirEight) {
     EXPECT_EQ(indexesOf(form.values.Check1), from(8, 15));
     AnalogCommand_Click(form, 0);
     EXPECT_EQ(indexesOf(form.values.Check1), Indexes{});
+}
+
+TEST(VisibleOptionsForm, RestoredDefaultsAreForApplyToTake) {
+    VisibleOptions form = loadVisibleOptions(core::AppConfig(), 43);
+    TabStrip1_Click(form.shown, VisibleTab::magnify, 43, 0);
+    Command3_Click(form);
+    EXPECT_EQ(rowOf(form.values.scales.Text_Magnify, ratioChannel), "50");
+    EXPECT_TRUE(form.Command1_1_Enabled);
+    form.Command1_1_Enabled = false;
+    Command3_Click(form);
+    EXPECT_FALSE(form.Command1_1_Enabled) << "nothing changed";
+    TabStrip1_Click(form.shown, VisibleTab::raise, 43, 0);
+    Command3_Click(form);
+    EXPECT_EQ(rowOf(form.values.scales.ComboScale, exhaustChannel(8)), 7);
+    EXPECT_TRUE(form.Command1_1_Enabled);
 }
 
 TEST(VisibleOptionsForm, ApplyStaysAndSaveCloses) {
