@@ -68,6 +68,11 @@ Size innerSize(const Room& room, bool scrollBars) {
         (room.heightPx - barWidth) / seenOfHeight + panelRoom};
 }
 
+Size innerTwips(const Room& room) {
+    const Size inner = innerSize(room, false);
+    return {inner.width * twipsPerPixel, inner.height * twipsPerPixel};
+}
+
 Size wholeRoom(const Room& room) {
     return {room.widthPx * twipsPerPixel, room.heightPx * twipsPerPixel};
 }

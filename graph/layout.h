@@ -57,6 +57,8 @@ Size formSize(const Room& room);
 // 1.0038 of its width and 0.9413 of its height. It is measured so that the ends of Trend come just
 // into view.
 Size innerSize(const Room& room, bool scrollBars);
+// The same in twips and without scroll bars, as the question for a custom size takes it.
+Size innerTwips(const Room& room);
 // Where a surface begins that has no size yet.
 Size wholeRoom(const Room& room);
 

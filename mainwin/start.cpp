@@ -23,6 +23,8 @@
 #include "platform/qt/form_kit.h"
 #include "platform/qt/text.h"
 #include "platform/services.h"
+#include "setup/forms/custom_scale.h"
+#include "setup/forms/visible_options.h"
 
 #include <QApplication>
 #include <QIcon>
@@ -66,6 +68,12 @@ void chooseRunsToDelete(const std::string& title) {
     form<LoadFile>().chooseToDelete(shown(title));
 }
 
+void showVisibleOptions(const core::FromOne<std::string, 8>& analogNames) {
+    auto& options = form<Visible_Options>();
+    options.Form_Load(analogNames);
+    showModal(options);
+}
+
 // Back and forward in the graph go on from the fresh run.
 void refreshChooser(const std::string& fileName) {
     library::RunList& runs = library::runList();
@@ -86,6 +94,12 @@ void openDoors() {
     all.chooseRunsToDelete = chooseRunsToDelete;
     all.refreshChooser = refreshChooser;
     all.showStatistics = [](const GraphTexts& texts) { form<Statistics>().showRun(texts); };
+    all.showVisibleOptions = showVisibleOptions;
+    all.redrawGraph = redrawGraph;
+    all.keepGraphOptions = keepGraphOptions;
+    all.chooseCustomScale = [](const SizeInTwips& graphInner) {
+        return form<CustomScale>().choose(graphInner);
+    };
     // Its session unloads it on every way out.
     all.downloadData = [] { showModal(form<DownloadData>()); };
     all.showPitRun = showPitRun;

@@ -45,6 +45,12 @@ struct GraphTexts {
     core::FromOne<std::string, 8> analogNames;
 };
 
+// A window or a surface as the rules measure it.
+struct SizeInTwips {
+    double width = 0;
+    double height = 0;
+};
+
 struct Doors {
     // The main window goes while another form is shown in its place, and comes back when that goes.
     Door<void()> hideMainWindow{"hideMainWindow"};
@@ -68,6 +74,16 @@ struct Doors {
     Door<void(const std::string&)> refreshChooser{"refreshChooser"};
     // The statistics of the run in the graph window, modal.
     Door<void(const GraphTexts&)> showStatistics{"showStatistics"};
+
+    // The options of the graph, modal, with the names of the analogs on it. What they change the
+    // graph shows at once: channels on and off, picture, overlay and time line.
+    Door<void(const core::FromOne<std::string, 8>&)> showVisibleOptions{"showVisibleOptions"};
+    Door<void()> redrawGraph{"redrawGraph"};
+    // The configuration is saved when the graph window goes.
+    Door<void()> keepGraphOptions{"keepGraphOptions"};
+    // Asks, modal, for the size of the graph's surface by the graph's inner size. Empty where the
+    // question was left by Cancel.
+    Door<std::optional<SizeInTwips>(const SizeInTwips&)> chooseCustomScale{"chooseCustomScale"};
 
     // The download form, modal. It may have put the graph in the main window's place.
     Door<void()> downloadData{"downloadData"};

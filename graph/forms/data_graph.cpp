@@ -243,9 +243,30 @@ void DataGraph::Mnu_Statistics_Click() {
     GraphTexts texts;
     texts.caption = caption();
     texts.times = core::state().Run.times;
-    for (int n = 1; n <= 8; ++n) texts.analogNames[n] = m_course.analogCaption(n);
+    texts.analogNames = analogCaptions();
     const GraphMenusDisabled off;
     doors().showStatistics(texts);
+}
+
+void DataGraph::Mnu_Options_Click() {
+    const GraphMenusDisabled off;
+    doors().showVisibleOptions(analogCaptions());
+}
+
+void DataGraph::takeOptions() {
+    ChanaleEnable();
+    clearSurface();
+    m_course.redraw();
+}
+
+void DataGraph::keepOptions() {
+    m_view.GraphDirty = core::flagOn;
+}
+
+core::FromOne<std::string, 8> DataGraph::analogCaptions() const {
+    core::FromOne<std::string, 8> captions;
+    for (int n = 1; n <= 8; ++n) captions[n] = m_course.analogCaption(n);
+    return captions;
 }
 
 void DataGraph::Mnu_GraphFile_Click() {
@@ -271,9 +292,22 @@ void DataGraph::takeScale(std::optional<int> setting) {
     showState();
 }
 
+// The setting that Mnu_Scale names from now on; none where the question was left by Cancel.
+std::optional<int> DataGraph::chooseCustomScale() {
+    const GraphMenusDisabled off;
+    const graph::Size inner = m_surface->innerSize();
+    const auto chosen = doors().chooseCustomScale({inner.width, inner.height});
+    if (chosen) m_surface->setTrendSize({chosen->width, chosen->height});
+    m_surface->Graph_scale(graph::scaleCustom);
+    return chosen ? std::optional(graph::scaleCustom) : std::nullopt;
+}
+
 void DataGraph::Mnu_ScaleItem_Click(int item) {
     core::state().Config.ScaleCustom = static_cast<std::int16_t>(item);
-    takeScale(m_surface->Graph_scale(item));
+    const std::optional<int> setting =
+        item == graph::scaleCustom ? chooseCustomScale() : m_surface->Graph_scale(item);
+    const Hourglass busy(*platform::services().dialogs);
+    takeScale(setting);
     applyTrendScale();
     m_course.redraw();
 }

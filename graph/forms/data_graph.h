@@ -49,8 +49,14 @@ public:
     void Mnu_Overlay_Click() { m_course.Mnu_Overlay(); }
     void Mnu_RedoClutch_Click() { m_course.Mnu_RedoClutch(); }
     void Mnu_TimeOffset_Click() { m_course.Mnu_TimeOffset(); }
+    // What the graph is drawn by has changed: channels on and off, picture and time line follow.
+    void takeOptions();
+    // The configuration is saved when the window goes.
+    void keepOptions();
+
     void Mnu_Statistics_Click();
     void Mnu_Print_Click(int item);
+    void Mnu_Options_Click();
     void Mnu_Close_Click() { close(); }
     void Mnu_GraphFile_Click();
     void Graph_Colour_Invert_Click();
@@ -89,12 +95,14 @@ private:
     std::optional<platform::Colour> Trend_Colour_Set(int channel);
     void applyTrendScale();
     void takeScale(std::optional<int> setting);
+    std::optional<int> chooseCustomScale();
     void ArrangeGraph();
     void zoom(double factor);
 
     // Cursor, pointer and average
     graph::ReadOutInput readOutInput(const channels::ShownRuns& runs);
     channels::ShownRuns shownRuns() const;
+    core::FromOne<std::string, 8> analogCaptions() const;
     void TimeLine();
     void showTimeLine();
     void placeCursor(double sample);
@@ -143,6 +151,10 @@ private:
 // Switches the graph's menus; every modal command of the graph wraps its work in it. Without a
 // graph window it does nothing.
 void EnableGraphMenus(bool on);
+
+// The same for takeOptions() and keepOptions().
+void redrawGraph();
+void keepGraphOptions();
 
 // The menus are off for as long as the object lives.
 class GraphMenusDisabled {

@@ -48,7 +48,7 @@ std::span<const Menus> menuRows() {
         {"Mnu_Printer", "Data", "Mnu_Print(1)", {&G::Mnu_Print_Click, 1}, {.needs = run}},
         {"Mnu_Printer", "Screen && Data", "Mnu_Print(2)", {&G::Mnu_Print_Click, 2}, {.needs = run}},
         {"Mnu_File", "&Close", "Mnu_Close", &G::Mnu_Close_Click, {.line = true}},
-        {"Mnu_View", "&Visible Options", "Mnu_Options"},
+        {"Mnu_View", "&Visible Options", "Mnu_Options", &G::Mnu_Options_Click},
         {"Mnu_View", "Graph BackColour", "Graph_Colour_Invert", &G::Graph_Colour_Invert_Click},
         {"Mnu_View", "Redo Clutch Rpm", "Mnu_RedoClutch", &G::Mnu_RedoClutch_Click, {.needs = run | noOverlay, .line = true}},
         {"Mnu_View", "Redo Time Offset", "Mnu_TimeOffset", &G::Mnu_TimeOffset_Click, {.needs = run | noOverlay}},
@@ -58,7 +58,7 @@ std::span<const Menus> menuRows() {
         {"Mnu_Scale", "Full Screen", "Mnu_ScaleItem(0)", {&G::Mnu_ScaleItem_Click, 0}, {.checkable = true}},
         {"Mnu_Scale", "1/2 Screen", "Mnu_ScaleItem(1)", {&G::Mnu_ScaleItem_Click, 1}, {.checkable = true}},
         {"Mnu_Scale", "1/4 Screen", "Mnu_ScaleItem(2)", {&G::Mnu_ScaleItem_Click, 2}, {.checkable = true}},
-        {"Mnu_Scale", "Custom", "Mnu_ScaleItem(3)", {}, {.checkable = true}},
+        {"Mnu_Scale", "Custom", "Mnu_ScaleItem(3)", {&G::Mnu_ScaleItem_Click, 3}, {.checkable = true}},
         {"Mnu_Tools", "Unit &Convertor", "Convertor_Mnu"},
         {"Mnu_Help", "&Help", "Mnu_HelpItem"},
         {"Mnu_Help", "&About KVO", "Mnu_GraphFile", &G::Mnu_GraphFile_Click},
@@ -104,6 +104,14 @@ void DataGraph::enableMenus(bool on) {
 
 void EnableGraphMenus(bool on) {
     if (isLoaded<DataGraph>()) form<DataGraph>().enableMenus(on);
+}
+
+void redrawGraph() {
+    if (isLoaded<DataGraph>()) form<DataGraph>().takeOptions();
+}
+
+void keepGraphOptions() {
+    if (isLoaded<DataGraph>()) form<DataGraph>().keepOptions();
 }
 
 } // namespace kvo::forms

@@ -25,6 +25,9 @@ public:
     std::optional<int> ArrangeGraph(int setting, int customScaleLow, int customScaleHigh);
     // A setting from 0 to 4; the factor is that of a zoom. Gives the same.
     std::optional<int> Graph_scale(int setting, double factor = 1);
+    // The form's inside, twips, by which a custom size is chosen, and the size that was chosen.
+    graph::Size innerSize() const { return graph::innerTwips(room()); }
+    void setTrendSize(const graph::Size& twips);
     // Form_Resize: what a new room means to the setting that Mnu_Scale names.
     void resizeTo(int scaleShown);
     // The window has found its size on the screen; a zoom grows from what is there from now on.
@@ -49,7 +52,6 @@ protected:
 
 private:
     graph::Room room() const { return {width(), height()}; }
-    void setTrendSize(const graph::Size& twips);
     void setFrame(const graph::Box& box, bool scrollBars);
     void reapplyScrollBars();
     void HScroll_Change();

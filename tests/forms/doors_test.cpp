@@ -1,17 +1,21 @@
 // The page on which forms call one another: shut until it is opened, and opened whole.
 #include "core/forms/doors.h"
 #include "core/run_index.h"
+#include "graph/forms/data_graph.h"
 #include "library/forms/load_file.h"
 #include "library/forms/run_statistics.h"
 #include "mainwin/about.h"
 #include "mainwin/main_window.h"
 #include "mainwin/start.h"
+#include "platform/qt/form_kit.h"
+#include "setup/forms/visible_options.h"
 #include "tests/forms/support/form_test_main.h"
 #include "tests/forms/support/own_process.h"
 #include "tests/forms/support/test_program.h"
 #include "tests/forms/support/user_click.h"
 
 #include <QAction>
+#include <QCheckBox>
 #include <QLabel>
 #include <QMenu>
 #include <QPushButton>
@@ -27,19 +31,37 @@ using kvo::forms::doors;
 
 namespace {
 
-constexpr int doorCount = 17;
+constexpr std::size_t doorCount = sizeof(Doors) / sizeof(forms::Door<void()>);
 
+// A door that is added and stands in no line here counts as shut.
 std::array<bool, doorCount> openOnes() {
     const Doors& all = doors();
-    return {all.hideMainWindow.isOpen(), all.showMainWindow.isOpen(), all.EnableMainMenus.isOpen(),
-        all.showDataGraph.isOpen(), all.showFreshRun.isOpen(), all.chooseRun.isOpen(),
-        all.chooseRunsToDelete.isOpen(), all.refreshChooser.isOpen(), all.showStatistics.isOpen(),
-        all.downloadData.isOpen(), all.showPitRun.isOpen(), all.configureComputer.isOpen(),
-        all.showSoftwareSetup.isOpen(), all.findLoggerPort.isOpen(), all.describePorts.isOpen(),
-        all.loadLogo.isOpen(), all.showAbout.isOpen()};
+    // clang-format off
+    return {
+        all.hideMainWindow.isOpen(),
+        all.showMainWindow.isOpen(),
+        all.EnableMainMenus.isOpen(),
+        all.showDataGraph.isOpen(),
+        all.showFreshRun.isOpen(),
+        all.chooseRun.isOpen(),
+        all.chooseRunsToDelete.isOpen(),
+        all.refreshChooser.isOpen(),
+        all.showStatistics.isOpen(),
+        all.showVisibleOptions.isOpen(),
+        all.redrawGraph.isOpen(),
+        all.keepGraphOptions.isOpen(),
+        all.chooseCustomScale.isOpen(),
+        all.downloadData.isOpen(),
+        all.showPitRun.isOpen(),
+        all.configureComputer.isOpen(),
+        all.showSoftwareSetup.isOpen(),
+        all.loadLogo.isOpen(),
+        all.findLoggerPort.isOpen(),
+        all.describePorts.isOpen(),
+        all.showAbout.isOpen(),
+    };
+    // clang-format on
 }
-// A door that is added must be added to the list above.
-static_assert(sizeof(Doors) == doorCount * sizeof(forms::Door<void()>));
 
 } // namespace
 
@@ -136,6 +158,24 @@ private slots:
         QCOMPARE(run->infoPath, std::string("/kvo/Data/26111514.52i"));
         QCOMPARE(run->fileName, rows[0].FileName);
         QCOMPARE(run->description, rows[0].Description);
+    }
+
+    void theOptionsOfTheGraphAreHarmlessWithoutOne() {
+        forms::openDoors();
+        doors().redrawGraph();
+        doors().keepGraphOptions();
+        QVERIFY(!isLoaded<forms::DataGraph>());
+        onModal([](QWidget* modal) {
+            QCOMPARE(modal->objectName(), QStringLiteral("Visible_Options"));
+            QCOMPARE(control<QCheckBox>(*modal, "Check1(9)").text(), QStringLiteral("Boost"));
+            QTest::keyClick(&control<QPushButton>(*modal, "Command1(0)"), Qt::Key_Space);
+        });
+        core::FromOne<std::string, 8> names;
+        names[2] = "Boost";
+        doors().showVisibleOptions(names);
+        QVERIFY(!isLoaded<forms::Visible_Options>());
+        onModal([](QWidget* modal) { modal->close(); });
+        QVERIFY(!doors().chooseCustomScale({1000, 1000}).has_value());
     }
 
     void theStatisticsTakeTheGraphsTexts() {
