@@ -220,6 +220,9 @@ TEST(PixelScale, RoundsToTheNearestPixelAndBack) {
     EXPECT_EQ(scale.x(0.04F), 0);
     EXPECT_EQ(scale.x(0.06F), 1);
     EXPECT_EQ(scale.y(9.94F), 1);
+    EXPECT_EQ(scale.x(-0.04F), 0);
+    EXPECT_EQ(scale.x(-0.06F), -1);
+    EXPECT_EQ(scale.x(-0.14F), -1);
     const Point user = scale.user(50, 25);
     EXPECT_FLOAT_EQ(user.x, 5);
     EXPECT_FLOAT_EQ(user.y, 7.5F);

@@ -584,23 +584,6 @@ TEST(SaveRun, TellsOfAFullDiskAndTheRunStaysInMemory) {
     EXPECT_EQ(again.run->image.samples[5], sampleOf(5));
 }
 
-TEST(SaveImportedRun, HasAllRowsOfItsTypeAndNoTailBlock) {
-    Downloaded run;
-    run.run->DataType = 23;
-    run.run->SampleCount = 5;
-    run.run->headerLine = "23 VRN Date:Sun 15 Nov 2026 Run: 1#";
-    run.run->image.tail.TimeOffset = 81;
-    run.run->image.samples[5].EngineRpm = 4242;
-    ASSERT_TRUE(SaveImportedRun(*run.run, "/kvo", run.files));
-    const Bytes file = *run.files.read(runPath);
-    // Header line, settings, rows and two blocks, the last one only as long as its payload.
-    EXPECT_EQ(file.size(), (2U + 1213U + 1U) * 84U + 84U);
-    RunSample row;
-    ASSERT_TRUE(decode(runRecord(file, 7), row));
-    EXPECT_EQ(row.EngineRpm, 4242);
-    EXPECT_EQ(decodeHeaderLine(runRecord(file, 1)), run.run->headerLine);
-}
-
 TEST(SaveRun, ACountBeyondTheArrayWritesTheArray) {
     Downloaded run;
     run.run->SampleCount = 65535;

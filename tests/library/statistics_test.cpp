@@ -145,6 +145,8 @@ TEST_F(Statistics, timeSharedTemperaturesGoToTheChannelTheirRowNames) {
         row.Status = static_cast<std::uint8_t>((i % 2) * 16 + 15);
         row.Analog[7] = static_cast<std::uint8_t>(i % 2 ? 60 : 50);
     }
+    // The bytes that other types keep their temperatures in are none of this type's.
+    run->image.samples[100].Exhaust.fill(250);
     const RunStatistics got = cal(2048, 20, 100, "1.10");
     EXPECT_EQ(got.E[1].Min, 50);
     EXPECT_EQ(got.E[1].Max, 50);

@@ -1,5 +1,9 @@
 #include "library/text_run.h"
 
+#include "core/run_file.h"
+#include "core/run_records.h"
+#include "tests/support/memory_files.h"
+
 #include <gtest/gtest.h>
 
 #include <memory>
@@ -196,6 +200,25 @@ TEST_F(TextRun, TheCallerSeesEachRowAndMayEndIt) {
     });
     EXPECT_TRUE(outcome.stopped);
     EXPECT_EQ(told, 7);
+}
+
+TEST(SaveImportedRun, HasAllRowsOfItsTypeAndNoTailBlock) {
+    testing::MemoryFiles files;
+    auto run = std::make_unique<OpenRun>();
+    run->path = "/kvo/Data/26111514.52d";
+    run->DataType = 23;
+    run->SampleCount = 5;
+    run->headerLine = "23 VRN Date:Sun 15 Nov 2026 Run: 1#";
+    run->image.tail.TimeOffset = 81;
+    run->image.samples[5].EngineRpm = 4242;
+    ASSERT_TRUE(core::SaveImportedRun(*run, "/kvo", files));
+    const platform::Bytes file = *files.read(run->path);
+    // Header line, settings, rows and two blocks, the last one only as long as its payload.
+    EXPECT_EQ(file.size(), (2U + 1213U + 1U) * 84U + 84U);
+    core::RunSample row;
+    ASSERT_TRUE(core::decode(core::runRecord(file, 7), row));
+    EXPECT_EQ(row.EngineRpm, 4242);
+    EXPECT_EQ(core::decodeHeaderLine(core::runRecord(file, 1)), run->headerLine);
 }
 
 TEST(ImportTexts, NameDescriptionAndHeaderLine) {
