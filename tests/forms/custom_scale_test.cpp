@@ -20,27 +20,21 @@ using namespace kvo::forms;
 using namespace kvo::platform_qt;
 using namespace kvo::testing;
 
-namespace {
-
-QSlider& slider(const char* name) {
-    return control<QSlider>(form<CustomScale>(), name);
-}
-QString value(const char* name) {
-    return control<QLabel>(form<CustomScale>(), name).text();
-}
-void click(const char* name) {
-    QCOMPARE(userClick(&control<QPushButton>(form<CustomScale>(), name)), QString());
-}
-void slideTo(QSlider& slider, int position) {
-    slider.setFocus();
-    QTest::keyClick(&slider, Qt::Key_Home);
-    for (int i = 1; i < position; ++i) QTest::keyClick(&slider, Qt::Key_Right);
-}
-
-} // namespace
-
 class CustomScaleTest : public QObject, private testing::GraphWindow {
     Q_OBJECT
+
+    static QSlider& slider(const char* name) { return control<QSlider>(form<CustomScale>(), name); }
+    static QString value(const char* name) {
+        return control<QLabel>(form<CustomScale>(), name).text();
+    }
+    static void click(const char* name) {
+        QCOMPARE(userClick(&control<QPushButton>(form<CustomScale>(), name)), QString());
+    }
+    static void slideTo(QSlider& slider, int position) {
+        slider.setFocus();
+        QTest::keyClick(&slider, Qt::Key_Home);
+        for (int i = 1; i < position; ++i) QTest::keyClick(&slider, Qt::Key_Right);
+    }
 
     // Picks "Custom" of the scale menu; `script` works in the form and leaves it.
     void custom(std::function<void()> script) {

@@ -23,71 +23,55 @@ using namespace kvo::platform_qt;
 using namespace kvo::testing;
 using kvo::forms::SetupSoftware;
 
-namespace {
-
-constexpr int magnifyTab = 0;
-constexpr int raiseTab = 1;
-
-template <class W> W& part(const char* name) {
-    return control<W>(form<SetupSoftware>(), name);
-}
-template <class W> W& item(const char* array, int index) {
-    return part<W>((QByteArray(array) + '(' + QByteArray::number(index) + ')').constData());
-}
-QLineEdit& magnify(int channel) {
-    return item<QLineEdit>("Text_Magnify", channel);
-}
-QComboBox& raise(int channel) {
-    return item<QComboBox>("ComboScale", channel);
-}
-
-void click(const char* name) {
-    QCOMPARE(userClick(&part<QWidget>(name)), QString());
-}
-void goTo(const char* strip, int tab) {
-    auto& tabs = part<QTabBar>(strip);
-    QCOMPARE(userClick(&tabs, tabs.tabRect(tab).center()), QString());
-}
-// Takes an entry of a list and leaves it, as the rules of model and vehicle want it.
-void pick(const char* name, int index) {
-    auto& list = part<QComboBox>(name);
-    list.setFocus();
-    QTest::keyClick(&list, Qt::Key_Home);
-    for (int i = 0; i < index; ++i) QTest::keyClick(&list, Qt::Key_Down);
-    QTest::keyClick(&list, Qt::Key_Tab);
-    QCOMPARE(list.currentIndex(), index);
-}
-void type(QLineEdit& into, const QString& text) {
-    into.setFocus();
-    into.selectAll();
-    QTest::keyClicks(&into, text);
-}
-
-template <class W> QList<int> seen(const char* array, int first, int last) {
-    QList<int> indexes;
-    for (int i = first; i <= last; ++i)
-        if (item<W>(array, i).isVisible()) indexes << i;
-    return indexes;
-}
-QList<int> labels() {
-    return seen<QLabel>("Label_Magnify", 0, 24);
-}
-QList<int> magnified() {
-    return seen<QLineEdit>("Text_Magnify", 0, 24);
-}
-QList<int> raised() {
-    return seen<QComboBox>("ComboScale", 0, 24);
-}
-QList<int> from(int first, int last) {
-    QList<int> indexes;
-    for (int i = first; i <= last; ++i) indexes << i;
-    return indexes;
-}
-
-} // namespace
-
 class GraphPageTest : public QObject {
     Q_OBJECT
+
+    static constexpr int magnifyTab = 0;
+    static constexpr int raiseTab = 1;
+
+    template <class W> static W& part(const char* name) {
+        return control<W>(form<SetupSoftware>(), name);
+    }
+    template <class W> static W& item(const char* array, int index) {
+        return part<W>((QByteArray(array) + '(' + QByteArray::number(index) + ')').constData());
+    }
+    static QLineEdit& magnify(int channel) { return item<QLineEdit>("Text_Magnify", channel); }
+    static QComboBox& raise(int channel) { return item<QComboBox>("ComboScale", channel); }
+
+    static void click(const char* name) { QCOMPARE(userClick(&part<QWidget>(name)), QString()); }
+    static void goTo(const char* strip, int tab) {
+        auto& tabs = part<QTabBar>(strip);
+        QCOMPARE(userClick(&tabs, tabs.tabRect(tab).center()), QString());
+    }
+    // Takes an entry of a list and leaves it, as the rules of model and vehicle want it.
+    static void pick(const char* name, int index) {
+        auto& list = part<QComboBox>(name);
+        list.setFocus();
+        QTest::keyClick(&list, Qt::Key_Home);
+        for (int i = 0; i < index; ++i) QTest::keyClick(&list, Qt::Key_Down);
+        QTest::keyClick(&list, Qt::Key_Tab);
+        QCOMPARE(list.currentIndex(), index);
+    }
+    static void type(QLineEdit& into, const QString& text) {
+        into.setFocus();
+        into.selectAll();
+        QTest::keyClicks(&into, text);
+    }
+
+    template <class W> static QList<int> seen(const char* array, int first, int last) {
+        QList<int> indexes;
+        for (int i = first; i <= last; ++i)
+            if (item<W>(array, i).isVisible()) indexes << i;
+        return indexes;
+    }
+    static QList<int> labels() { return seen<QLabel>("Label_Magnify", 0, 24); }
+    static QList<int> magnified() { return seen<QLineEdit>("Text_Magnify", 0, 24); }
+    static QList<int> raised() { return seen<QComboBox>("ComboScale", 0, 24); }
+    static QList<int> from(int first, int last) {
+        QList<int> indexes;
+        for (int i = first; i <= last; ++i) indexes << i;
+        return indexes;
+    }
 
     std::unique_ptr<TestProgram> m_program;
 

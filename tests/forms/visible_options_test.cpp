@@ -12,7 +12,7 @@
 using namespace kvo;
 using namespace kvo::forms;
 using namespace kvo::testing;
-using namespace kvo::testing::optionsForm;
+using namespace kvo::platform_qt;
 
 class VisibleOptionsTest : public QObject, private testing::OptionsWindow {
     Q_OBJECT
