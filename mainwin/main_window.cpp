@@ -1,5 +1,6 @@
 #include "mainwin/main_window.h"
 
+#include "core/config.h"
 #include "core/forms/doors.h"
 #include "core/shared_state.h"
 #include "link/download_session.h"
@@ -148,6 +149,20 @@ void VrnWin32::Mnu_PitRun_Click() {
 void VrnWin32::Mnu_ConfigureComputer_Click() {
     const MainMenusDisabled off;
     doors().configureComputer();
+}
+
+// The configuration is read anew, so that nothing of a setup that was left by Cancel is shown.
+// Where the file is of no use, that reading has shown the form already.
+void VrnWin32::Mnu_SetupSoftware_Click() {
+    const MainMenusDisabled off;
+    core::SharedState& state = core::state();
+    const platform::Services& services = platform::services();
+    if (!core::LoadConfig(state.AppFolder, state.Config, *services.files, *services.dialogs,
+            doors().showSoftwareSetup)) {
+        return;
+    }
+    state.ConfigKnown = true;
+    doors().showSoftwareSetup();
 }
 
 void VrnWin32::Mnu_UpDate_Click() {

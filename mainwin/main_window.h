@@ -48,6 +48,7 @@ private:
     void Mnu_DownloadData_Click();
     void Mnu_PitRun_Click();
     void Mnu_ConfigureComputer_Click();
+    void Mnu_SetupSoftware_Click();
     void Mnu_UpDate_Click();
     void Mnu_AboutVrn_Click();
 

@@ -42,7 +42,7 @@ std::span<const MenuRow<VrnWin32>> VrnWin32::menuRows() {
         {"VrnTools", "&Rpm to Mph", "Speed"},
         {"VrnTools", "&Tyre Diameter", "Mnu_TDiameter"},
         {"VrnTools", "&Metric / Imperial Conversions", "MnuConversions", nullptr, {.line = true}},
-        {"Mnu_Setup", "Setup Software", "Mnu_SetupSoftware"},
+        {"Mnu_Setup", "Setup Software", "Mnu_SetupSoftware", &W::Mnu_SetupSoftware_Click},
         {"Mnu_Setup", "Configure &On Board Computer", "Mnu_ConfigureComputer", &W::Mnu_ConfigureComputer_Click},
         {"Mnu_Setup", "Edit Vehicle Setup Defaults", "Mnu_EditVSetup"},
         {"Mnu_HelpList", "&Index", "Mnu_Help(1)", nullptr, {.shortcut = "F1"}},

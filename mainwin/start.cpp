@@ -16,7 +16,6 @@
 #include "link/port_list.h"
 #include "mainwin/about.h"
 #include "mainwin/main_window.h"
-#include "mainwin/software_setup.h"
 #include "mainwin/splash.h"
 #include "mainwin/toolbar_icons.h"
 #include "platform/qt/application.h"
@@ -24,6 +23,7 @@
 #include "platform/qt/text.h"
 #include "platform/services.h"
 #include "setup/forms/custom_scale.h"
+#include "setup/forms/setup_software.h"
 #include "setup/forms/visible_options.h"
 
 #include <QApplication>
@@ -104,7 +104,8 @@ void openDoors() {
     all.downloadData = [] { showModal(form<DownloadData>()); };
     all.showPitRun = showPitRun;
     all.configureComputer = configureComputer;
-    all.showSoftwareSetup = showSoftwareSetup;
+    // Its Save and its Cancel unload it.
+    all.showSoftwareSetup = [] { showModal(form<SetupSoftware>()); };
     all.findLoggerPort = [] { return PortSearch().search(); };
     all.describePorts = [] { return link::describePorts(*platform::services().port); };
     all.loadLogo = loadLogo;
@@ -120,8 +121,12 @@ bool startProgram() {
     state.AppFolder = currentFolder();
     // What a file that is missing or cut does not give has sensible values.
     state.Config = core::defaultConfig();
-    state.ConfigKnown = core::LoadConfig(state.AppFolder, state.Config, *services.files,
-        *services.dialogs, doors().showSoftwareSetup);
+    // Where the file is of no use, the setup form says whether the user has stated a setup.
+    state.ConfigKnown = false;
+    if (core::LoadConfig(state.AppFolder, state.Config, *services.files, *services.dialogs,
+            doors().showSoftwareSetup)) {
+        state.ConfigKnown = true;
+    }
     showModal(form<frmSplash>());
     const bool mayGoOn = form<frmSplash>().LoginSucceeded;
     unload<frmSplash>();

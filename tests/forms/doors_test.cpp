@@ -8,6 +8,7 @@
 #include "mainwin/main_window.h"
 #include "mainwin/start.h"
 #include "platform/qt/form_kit.h"
+#include "setup/forms/setup_software.h"
 #include "setup/forms/visible_options.h"
 #include "tests/forms/support/form_test_main.h"
 #include "tests/forms/support/own_process.h"
@@ -132,6 +133,9 @@ private slots:
         };
         comes("About");
         doors().showAbout();
+        comes("SetupSoftware");
+        doors().showSoftwareSetup();
+        QVERIFY(!isLoaded<forms::SetupSoftware>());
         comes("LoadFile");
         QVERIFY(!doors().chooseRun("Take", "Load Overlay File").has_value());
         QCOMPARE(form<forms::LoadFile>().windowTitle(), QStringLiteral("Load Overlay File"));

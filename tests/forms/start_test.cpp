@@ -38,6 +38,15 @@ class StartTest : public QObject {
         m_program->files.put(currentFolder() + "/Kvo.Cfg", core::encodeConfig(config));
         config = core::AppConfig();
     }
+    // The setup form comes up next; the user presses that button of it.
+    static void inTheSetup(const char* button, const char* driver = "") {
+        onModal([button, driver](QWidget* modal) {
+            QCOMPARE(modal->objectName(), QStringLiteral("SetupSoftware"));
+            QVERIFY(!isLoaded<frmSplash>());
+            QTest::keyClicks(&control<QLineEdit>(*modal, "Driver"), QLatin1String(driver));
+            QCOMPARE(userClick(&control<QPushButton>(*modal, button)), QString());
+        });
+    }
     // The timer of the splash form does not take its three seconds.
     static void shortenSplash() {
         onModal([](QWidget* modal) {
@@ -97,6 +106,7 @@ private slots:
         m_program->dialogs.expectBox("      Kvo.CfgG file not found"
                                      "You will have to fix the Setup before downloading data. ",
             16, "Kvo");
+        inTheSetup("CancelSetup");
         shortenSplash();
         QVERIFY(forms::startProgram());
         QCOMPARE(m_program->dialogs.beeps(), 1);
@@ -106,12 +116,39 @@ private slots:
         QVERIFY(!m_program->state.ConfigKnown);
     }
 
+    // All that an empty folder needs is one Save, and the next start asks for nothing.
+    void aFirstUserSavesTheSetupAndIsAskedNoMore() {
+        m_program->dialogs.expectBoxTitled("Kvo").contains = "Kvo.CfgG file not found";
+        inTheSetup("SaveSetup", "Ann");
+        shortenSplash();
+        QVERIFY(forms::startProgram());
+        QVERIFY(form<VrnWin32>().isVisible());
+        QVERIFY(m_program->state.ConfigKnown);
+        core::AppConfig wanted = core::defaultConfig();
+        wanted.Driver = "Ann                      ";
+        core::AppConfig file;
+        QVERIFY(core::decodeConfig(*m_program->files.read(currentFolder() + "/Kvo.Cfg"), file));
+        core::AppConfig padded;
+        QVERIFY(core::decodeConfig(core::encodeConfig(wanted), padded));
+        QVERIFY(file == padded);
+        unloadAllForms();
+        m_program->state = core::SharedState();
+        shortenSplash();
+        QVERIFY(forms::startProgram());
+        QVERIFY(m_program->state.ConfigKnown);
+        QVERIFY(m_program->state.Config == padded);
+    }
+
     void aCorruptConfigurationIsToldAndWhatCouldBeReadStays() {
         putConfig("");
         auto file = *m_program->files.read(currentFolder() + "/Kvo.Cfg");
         file.resize(300);
         m_program->files.put(currentFolder() + "/Kvo.Cfg", file);
         m_program->dialogs.expectBoxTitled("Kvo").contains = "Your Kvo.Cfg file is CORRUPT";
+        onModal([](QWidget* modal) {
+            QCOMPARE(control<QLineEdit>(*modal, "Driver").text(), QStringLiteral("Somebody"));
+            QTest::keyClick(modal, Qt::Key_Escape);
+        });
         shortenSplash();
         QVERIFY(forms::startProgram());
         QVERIFY(m_program->state.Config.Driver.starts_with("Somebody"));

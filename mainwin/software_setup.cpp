@@ -1,7 +1,0 @@
-#include "mainwin/software_setup.h"
-
-namespace kvo::forms {
-
-void showSoftwareSetup() {}
-
-} // namespace kvo::forms

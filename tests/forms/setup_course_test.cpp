@@ -1,0 +1,279 @@
+// The setup form on its ways into the program: from the menu, under a download, and between a
+// download and the graph.
+#include "core/config.h"
+#include "core/default_config.h"
+#include "core/forms/doors.h"
+#include "core/run_index.h"
+#include "graph/forms/data_graph.h"
+#include "link/forms/download_data.h"
+#include "link/forms/logger_line.h"
+#include "link/forms/port_search.h"
+#include "mainwin/main_window.h"
+#include "mainwin/start.h"
+#include "setup/forms/setup_software.h"
+#include "tests/forms/support/form_test_main.h"
+#include "tests/forms/support/test_program.h"
+#include "tests/forms/support/user_click.h"
+#include "tests/support/virtual_line.h"
+#include "tools/logger_simulator/model_logger.h"
+
+#include <QAction>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QPushButton>
+
+#include <memory>
+
+using namespace kvo;
+using namespace kvo::platform_qt;
+using namespace kvo::testing;
+using kvo::forms::DataGraph;
+using kvo::forms::DownloadData;
+using kvo::forms::SetupSoftware;
+using kvo::forms::VrnWin32;
+using kvo::platform::Reply;
+
+class SetupCourseTest : public QObject {
+    Q_OBJECT
+
+    struct Line {
+        explicit Line(TestProgram& program) : link(line, line, program.dialogs) {
+            platform::services().port = &line;
+            platform::services().yield = &line;
+            forms::useLoggerLink(&link);
+        }
+        ~Line() { forms::useLoggerLink(nullptr); }
+        simulator::ModelLogger logger{25};
+        VirtualLine line{logger};
+        link::LoggerLink link;
+    };
+    std::unique_ptr<TestProgram> m_program;
+    std::unique_ptr<Line> m_line;
+
+    ScriptedDialogs& dialogs() { return m_program->dialogs; }
+    core::AppConfig& config() { return m_program->state.Config; }
+    static QAction& command(const char* name) { return control<QAction>(form<VrnWin32>(), name); }
+    static bool menusEnabled() {
+        return control<QMenu>(form<VrnWin32>(), "Mnu_Setup").menuAction()->isEnabled();
+    }
+    core::AppConfig saved() {
+        core::AppConfig file;
+        const auto bytes = m_program->files.read("/kvo/Kvo.Cfg");
+        if (!bytes || !core::decodeConfig(*bytes, file)) qFatal("no Kvo.Cfg");
+        return file;
+    }
+    static void press(const char* name) {
+        QCOMPARE(userClick(&control<QPushButton>(form<SetupSoftware>(), name)), QString());
+    }
+    static void type(const char* name, const char* text) {
+        auto& box = control<QLineEdit>(form<SetupSoftware>(), name);
+        QCOMPARE(userClick(&box), QString());
+        box.selectAll();
+        QTest::keyClicks(&box, QLatin1String(text));
+    }
+    // The setup form comes up next; the script presses the button that ends it.
+    static void inTheSetup(std::function<void()> script) {
+        onModal([script = std::move(script)](QWidget* modal) {
+            QCOMPARE(modal->objectName(), QStringLiteral("SetupSoftware"));
+            script();
+        });
+    }
+    void shortTransfer() {
+        config().Date_Prompt = 1;
+        config().SpeedWheel_Prompt = 1;
+        config().LoggerDataType = 25;
+    }
+
+private slots:
+    void init() {
+        m_program = std::make_unique<TestProgram>();
+        m_line = std::make_unique<Line>(*m_program);
+        config() = core::defaultConfig();
+        forms::openDoors();
+        form<VrnWin32>().show();
+    }
+    void cleanup() {
+        const QString problems = modalComplaints() + QString::fromStdString(dialogs().problems());
+        unloadAllForms();
+        m_line.reset();
+        m_program.reset();
+        QCOMPARE(problems, QString());
+    }
+
+    void theMenuReadsTheFileAfreshAndSwitchesTheMenusOff() {
+        m_program->putConfig();
+        config().Driver = "Left in memory";
+        m_program->state.ConfigKnown = false;
+        bool seen = false;
+        inTheSetup([&] {
+            seen = true;
+            QVERIFY(!menusEnabled());
+            QCOMPARE(control<QLineEdit>(form<SetupSoftware>(), "Driver").text(), QString());
+            press("CancelSetup");
+        });
+        command("Mnu_SetupSoftware").trigger();
+        QVERIFY(seen);
+        QVERIFY(menusEnabled());
+        QVERIFY(!isLoaded<SetupSoftware>());
+        QVERIFY(m_program->state.ConfigKnown);
+    }
+
+    void whatWasSavedIsInTheNextSetup() {
+        m_program->putConfig();
+        inTheSetup([] {
+            type("Driver", "First");
+            press("SaveSetup");
+        });
+        command("Mnu_SetupSoftware").trigger();
+        inTheSetup([] {
+            QCOMPARE(control<QLineEdit>(form<SetupSoftware>(), "Driver").text(),
+                QStringLiteral("First"));
+            type("Driver", "Second");
+            press("CancelSetup");
+        });
+        command("Mnu_SetupSoftware").trigger();
+        QVERIFY(saved().Driver.starts_with("First "));
+        QVERIFY(config().Driver.starts_with("First "));
+    }
+
+    // The message leads into the form, and the command does not show it a second time.
+    void withoutAFileTheMenuTellsItAndShowsTheFormOnce() {
+        dialogs().expectBoxTitled("Kvo").contains = "Kvo.CfgG file not found";
+        inTheSetup([] { press("SaveSetup"); });
+        command("Mnu_SetupSoftware").trigger();
+        QVERIFY(m_program->files.exists("/kvo/Kvo.Cfg"));
+        QVERIFY(menusEnabled());
+        inTheSetup([] { press("CancelSetup"); });
+        command("Mnu_SetupSoftware").trigger();
+    }
+
+    void theMainWindowShowsTheVehicleThatWasSaved() {
+        m_program->files.put("/kvo/Kvocar.dll", pictureFile(80, 20, 0xFF0000));
+        m_program->files.put("/kvo/Kvobike.dll", pictureFile(50, 30, 0x00FF00));
+        m_program->putConfig();
+        forms::doors().loadLogo();
+        auto& logo = control<QLabel>(form<VrnWin32>(), "Logo");
+        QCOMPARE(logo.size(), QSize(80, 20));
+        inTheSetup([] {
+            control<QComboBox>(form<SetupSoftware>(), "Vehicle_Type").setCurrentIndex(0);
+            press("SaveSetup");
+        });
+        command("Mnu_SetupSoftware").trigger();
+        QCOMPARE(logo.size(), QSize(50, 30));
+    }
+
+    void theSearchRunsOverTheForm() {
+        m_program->putConfig();
+        m_line->line.plugInto(3);
+        dialogs().expectBoxTitled("Find Logger Comm Port !", Reply::yes);
+        dialogs().expectBoxTitled("Logger Found on Comm Port: 3", Reply::yes).whileShown = [] {
+            // Nothing of the form can be reached in the middle of a search.
+            QVERIFY(
+                !userClick(&control<QPushButton>(form<SetupSoftware>(), "SaveSetup")).isEmpty());
+        };
+        inTheSetup([] {
+            press("But_FindComm");
+            QCOMPARE(control<QComboBox>(form<SetupSoftware>(), "ComPort").currentText(),
+                QStringLiteral("COM3"));
+            press("SaveSetup");
+        });
+        command("Mnu_SetupSoftware").trigger();
+        QCOMPARE(saved().CommPort, 3);
+        QVERIFY(!m_line->line.portOpen());
+    }
+
+    void theListOfPortsAsksTheRealPort() {
+        m_program->putConfig();
+        inTheSetup([] {
+            auto& ports = control<QComboBox>(form<SetupSoftware>(), "ComPort");
+            ports.showPopup();
+            QCOMPARE(ports.itemData(0, Qt::ToolTipRole).toString(),
+                QStringLiteral("COM1: /dev/virtual, free"));
+            QCOMPARE(
+                ports.itemData(1, Qt::ToolTipRole).toString(), QStringLiteral("COM2: no device"));
+            ports.hidePopup();
+            press("CancelSetup");
+        });
+        command("Mnu_SetupSoftware").trigger();
+    }
+
+    // Without a file a download leads into the setup, and then goes on with it.
+    void aDownloadWithoutAFileGoesOnAfterTheSetup() {
+        shortTransfer();
+        dialogs().expectBoxTitled("Kvo").contains = "Kvo.CfgG file not found";
+        dialogs().expectInputTitled("Run Title", "7 Final");
+        dialogs().expectBoxTitled("Download Saved", Reply::no);
+        onModal([](QWidget* modal) {
+            QCOMPARE(modal->objectName(), QStringLiteral("DownloadData"));
+            inTheSetup([] {
+                type("Driver", "At the track");
+                press("SaveSetup");
+            });
+            QCOMPARE(
+                userClick(&control<QPushButton>(form<DownloadData>(), "Command_Send")), QString());
+        });
+        forms::doors().downloadData();
+        QVERIFY(saved().Driver.starts_with("At the track"));
+        QVERIFY(m_program->files.exists("/kvo/Data/26111514.42d"));
+    }
+
+    // The search has closed the port of the download, which tells so and ends.
+    void aSearchUnderADownloadEndsTheDownloadInWords() {
+        shortTransfer();
+        m_line->line.plugInto(2);
+        config().CommPort = 2;
+        dialogs().expectBoxTitled("Kvo").contains = "Kvo.CfgG file not found";
+        dialogs().expectBoxTitled("Find Logger Comm Port !", Reply::yes);
+        dialogs().expectBoxTitled("Logger Found on Comm Port: 2", Reply::yes);
+        dialogs().expectBoxTitled("Download Error");
+        onModal([](QWidget* modal) {
+            QCOMPARE(modal->objectName(), QStringLiteral("DownloadData"));
+            inTheSetup([] {
+                press("But_FindComm");
+                press("SaveSetup");
+            });
+            QCOMPARE(
+                userClick(&control<QPushButton>(form<DownloadData>(), "Command_Send")), QString());
+        });
+        forms::doors().downloadData();
+        QCOMPARE(saved().CommPort, 2);
+        QVERIFY(!m_line->line.portOpen());
+    }
+
+    void setupAfterADownloadAndTheGraphAfterTheSetup() {
+        shortTransfer();
+        m_program->putConfig();
+        dialogs().expectInputTitled("Run Title", "7 Final");
+        dialogs().expectBoxTitled("Download Saved", Reply::no);
+        onModal([](QWidget*) {
+            QCOMPARE(
+                userClick(&control<QPushButton>(form<DownloadData>(), "Command_Send")), QString());
+        });
+        forms::doors().downloadData();
+        forms::doors().chooseRun = [](const std::string&, const std::string&) {
+            core::ChosenRun run;
+            run.path = "/kvo/Data/26111514.42d";
+            run.infoPath = "/kvo/Data/26111514.42i";
+            run.fileName = "26111514.42d";
+            return std::optional(run);
+        };
+        for (const bool car : {false, true}) {
+            inTheSetup([car] {
+                control<QComboBox>(form<SetupSoftware>(), "Vehicle_Type").setCurrentIndex(car);
+                press("SaveSetup");
+            });
+            command("Mnu_SetupSoftware").trigger();
+            command("Mnu_ViewRun").trigger();
+            QTRY_VERIFY(isLoaded<DataGraph>() && form<DataGraph>().isVisible());
+            // A car has no clutch in the graph.
+            QCOMPARE(control<QLabel>(form<DataGraph>(), "Clutch").isHidden(), car);
+            form<DataGraph>().close();
+            QVERIFY(form<VrnWin32>().isVisible());
+        }
+    }
+};
+
+KVO_FORM_TEST_MAIN(SetupCourseTest)
+#include "setup_course_test.moc"
