@@ -142,7 +142,7 @@ TEST(Gearing, ANumberOfAnySizeIsShownAsItIsReadAgain) {
         saveVehicle(values, vehicleCaptions(car), config, again);
         EXPECT_EQ(config.Weight_F, weight) << typed;
         EXPECT_EQ(config.RWheel, wheel) << typed;
-        EXPECT_FALSE(std::signbit(config.Weight_F));
+        EXPECT_FALSE(std::signbit(weight));
     }
 }
 
