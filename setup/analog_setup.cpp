@@ -3,6 +3,7 @@
 #include "core/basic/numbers.h"
 #include "setup/graph_tab.h"
 #include "setup/ordered_save.h"
+#include "setup/plain_number.h"
 #include "setup/sensor_models.h"
 
 #include <algorithm>
@@ -53,18 +54,11 @@ std::optional<float> scaleOf(const AnalogEditor& editor) {
     return scaleOf(Val(editor.AFactor), Val(editor.RangeText1));
 }
 
-template <typename Number, typename... Digits> std::string fixed(Number value, Digits... digits) {
+std::string fixed(double value, int decimals) {
     std::array<char, 512> text{};
     const auto end = std::to_chars(
-        text.data(), text.data() + text.size(), value, std::chars_format::fixed, digits...);
+        text.data(), text.data() + text.size(), value, std::chars_format::fixed, decimals);
     return {text.data(), end.ptr};
-}
-
-// A box reads no exponent, so it is given none.
-template <typename Number> std::string plainNumber(Number value) {
-    if (!std::isfinite(value)) return "0";
-    const std::string text = CStr(value);
-    return text.find('E') == std::string::npos ? text : fixed(value);
 }
 
 bool isDigit(char c) {
@@ -107,6 +101,10 @@ std::string noNumber(std::string_view box, bool onView) {
     return text + "Nothing has been changed.";
 }
 
+std::string pointName(int point) {
+    return "Text9(" + CStr(point) + ")";
+}
+
 void takeSensor(AnalogEditor& editor) {
     const SensorModel* model = sensorModelAt(editor.Sensor_Combo);
     if (model == nullptr) return;
@@ -117,10 +115,11 @@ void takeSensor(AnalogEditor& editor) {
 void takeFields(const AnalogEditor& editor, AppConfig& config, OrderedSave& save) {
     const int c = editor.channel;
     save.takeIndex(config.Analog_Type[c], editor.Analog_Type);
-    save.take(config.AnalogRangeLow[c], core::CInt(Val(editor.RangeText1)), rangeCaption);
-    save.take(config.AnalogScale[c], scaleOf(editor), factorCaption);
+    save.take(
+        config.AnalogRangeLow[c], core::CInt(Val(editor.RangeText1)), rangeCaption, "RangeText1");
+    save.take(config.AnalogScale[c], scaleOf(editor), factorCaption, "AFactor");
     save.takeIndex(config.Decimals[c], editor.Decimals);
-    save.take(config.AnalogOffset[c], asSingle(Val(editor.Zero)), zeroCaption);
+    save.take(config.AnalogOffset[c], asSingle(Val(editor.Zero)), zeroCaption, "Zero");
     save.take(config.SmoothOption[smoothEntry(c)],
         static_cast<std::uint8_t>(editor.SmoothOption ? 1 : 0));
     save.takeIndex(config.Sensor_Combo[c], editor.Sensor_Combo);
@@ -196,7 +195,7 @@ AnalogSave Command2_Click(AnalogEditor& editor, AppConfig& config, const std::st
     if (entries.Analog_Type == pressureInput) takeSensor(entries);
     if (entries.Analog_Type == mappedInput) {
         const int failed = buildMappedTable(entries, table);
-        if (failed != 0) return {noNumber(Label32(failed), true), {}};
+        if (failed != 0) return {noNumber(Label32(failed), true), {}, pointName(failed)};
     }
     AppConfig taken = config;
     OrderedSave save;
@@ -204,18 +203,18 @@ AnalogSave Command2_Click(AnalogEditor& editor, AppConfig& config, const std::st
     if (save.ended()) {
         const AnalogParts parts = analogParts(entries.Analog_Type);
         const bool onView = save.failedBox() == zeroCaption ? parts.Zero : parts.range;
-        return {noNumber(save.failedBox(), onView), {}};
+        return {noNumber(save.failedBox(), onView), {}, save.failedControl()};
     }
     tables[scratchRow] = table;
     const auto written = core::SaveAnalogTable(
         appFolder, core::analogTableName(entries.channel), scratchRow, tables, files);
     if (!written) {
         tables[scratchRow] = before;
-        return {written.message, {}};
+        return {written.message, {}, {}};
     }
     editor = entries;
     config = taken;
-    return {{}, editor.Analog.substr(0, analogNameLength)};
+    return {{}, editor.Analog.substr(0, analogNameLength), {}};
 }
 
 } // namespace kvo::setup

@@ -88,6 +88,7 @@ std::optional<AnalogCurve> mappedCurve(AnalogEditor editor, AnalogTable before);
 struct AnalogSave {
     std::string message; // of a critical box under the program's name; empty: everything is taken
     std::string caption; // of the channel's button from now on
+    std::string control; // whose text does not fit; empty where it is no text
     bool taken() const { return message.empty(); }
 };
 // "Ok": the channel's settings go to the configuration, row 1 to the channel's file, of which the

@@ -277,10 +277,20 @@ void AnalogSetupFrame::Command2_Click() {
     });
     if (!save.taken()) {
         services.dialogs->messageBox(save.message, platform::boxStyle::critical, core::programName);
+        goToBox(save.control);
         return;
     }
     emit captionChanged(m_editor.channel, save.caption);
     leave();
+}
+
+// The text that does not fit, where the kind of input has its box on view.
+void AnalogSetupFrame::goToBox(const std::string& name) {
+    if (name.empty()) return;
+    QLineEdit& box = control<QLineEdit>(*this, name.c_str());
+    if (!box.isVisible()) return;
+    box.setFocus();
+    box.selectAll();
 }
 
 void AnalogSetupFrame::Command1_Click() {

@@ -57,6 +57,7 @@ private:
     // The fields of the kind that is selected.
     void showParts();
     void drawCurve();
+    void goToBox(const std::string& name);
     void leave();
 
     setup::AnalogEditor m_editor;

@@ -143,7 +143,14 @@ private slots:
         QVERIFY(frame().isVisible());
         QVERIFY(!part<QPushButton>("SaveSetup").isEnabled());
         QCOMPARE(controls(), entries);
+        QVERIFY2(box("RangeText1").hasFocus(), "the text that does not fit is selected");
+        QCOMPARE(box("RangeText1").selectedText(), QStringLiteral("99999"));
         QVERIFY(config() == before);
+        pickKind(setup::exhaustInput);
+        dialogs().expectBoxTitled(core::programName).contains = "with \"Custum Input\"";
+        click("Command2");
+        QVERIFY2(!box("RangeText1").hasFocus(), "a box that is not on view has no focus");
+        pickKind(setup::customInput);
         type(box("RangeText1"), "0");
         click("Command2");
         QVERIFY(!frame().isVisible());
@@ -171,6 +178,7 @@ private slots:
         expectRefusal("3.0 v =");
         click("Command2");
         QVERIFY(frame().isVisible());
+        QVERIFY(point(6).hasFocus());
         for (int number = 1; number <= 10; ++number) point(number).setText(QString());
         pickKind(setup::customInput);
         for (const char* name : {"Analog", "RangeText1", "AFactor", "Zero"})

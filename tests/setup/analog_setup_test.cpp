@@ -387,23 +387,25 @@ TEST_F(AnalogSetup, ANumberThatDoesNotFitIsNamedAndNothingChanges) {
         std::string AnalogEditor::*box;
         std::string text;
         std::string message;
+        std::string control;
     };
     const std::string begin = "The text of \"";
     const std::string middle =
         "\" is not a number that can be saved.\n\nCorrect it and try again. ";
     const std::string end = "Nothing has been changed.";
     const std::string away = "It is on view with \"Custum Input\". ";
-    for (const Row& row :
-        {Row{0, &AnalogEditor::RangeText1, "32768", begin + "Reading at 0 Volts:" + middle + end},
-            Row{0, &AnalogEditor::RangeText1, "-32769",
-                begin + "Reading at 0 Volts:" + middle + end},
-            Row{0, &AnalogEditor::AFactor, huge, begin + "Reading at 5 Volts:" + middle + end},
-            Row{4, &AnalogEditor::Zero, "1" + std::string(39, '0'),
-                begin + "Number required to Zero Reading:" + middle + end},
-            Row{1, &AnalogEditor::AFactor, huge,
-                begin + "Reading at 5 Volts:" + middle + away + end},
-            Row{1, &AnalogEditor::Zero, huge,
-                begin + "Number required to Zero Reading:" + middle + away + end}}) {
+    for (const Row& row : {Row{0, &AnalogEditor::RangeText1, "32768",
+                               begin + "Reading at 0 Volts:" + middle + end, "RangeText1"},
+             Row{0, &AnalogEditor::RangeText1, "-32769",
+                 begin + "Reading at 0 Volts:" + middle + end, "RangeText1"},
+             Row{0, &AnalogEditor::AFactor, huge, begin + "Reading at 5 Volts:" + middle + end,
+                 "AFactor"},
+             Row{4, &AnalogEditor::Zero, "1" + std::string(39, '0'),
+                 begin + "Number required to Zero Reading:" + middle + end, "Zero"},
+             Row{1, &AnalogEditor::AFactor, huge,
+                 begin + "Reading at 5 Volts:" + middle + away + end, "AFactor"},
+             Row{1, &AnalogEditor::Zero, huge,
+                 begin + "Number required to Zero Reading:" + middle + away + end, "Zero"}}) {
         putTable(1, 2);
         open(1);
         m_editor.Analog = "New";
@@ -414,6 +416,7 @@ TEST_F(AnalogSetup, ANumberThatDoesNotFitIsNamedAndNothingChanges) {
         const AnalogSave save = ok();
         EXPECT_FALSE(save.taken());
         EXPECT_EQ(save.message, row.message);
+        EXPECT_EQ(save.control, row.control);
         EXPECT_EQ(m_config, before);
         EXPECT_EQ(m_captions[1], "");
         EXPECT_EQ(m_editor, entries);
@@ -434,6 +437,7 @@ TEST_F(AnalogSetup, AReadingThatNoTableHoldsIsNamed) {
     const AnalogSave save = ok();
     EXPECT_EQ(save.message, "The text of \"3.5 v =\" is not a number that can be saved.\n\nCorrect "
                             "it and try again. Nothing has been changed.");
+    EXPECT_EQ(save.control, "Text9(7)");
     EXPECT_EQ(file(1), before);
     EXPECT_EQ((*m_tables)[1][51], 102);
     EXPECT_FALSE(mappedCurve(m_editor, (*m_tables)[1]));
