@@ -63,6 +63,9 @@ public:
     // window draws it once it is arranged.
     bool openFresh(const std::string& path, const std::string& caption);
 
+    // Puts a chosen run into the window. A file that does not load leaves the run that is shown.
+    void show(const core::ChosenRun& chosen);
+
     void Mnu_LoadData();
     // 0 shows the run before in the list, 1 the one behind.
     void GraphChange(int index);
@@ -88,7 +91,6 @@ public:
     std::string analogCaption(int n) const;
 
 private:
-    void show(const core::ChosenRun& chosen);
     void dropOverlay();
     void loadOverlay(const core::ChosenRun& chosen);
     bool takesType(std::uint8_t overlayType);

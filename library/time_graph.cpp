@@ -14,6 +14,7 @@ using platform::paletteColour;
 
 constexpr int mostRows = 25;
 constexpr int hundredthsASecond = 100;
+constexpr int markWidth = 3; // its colour is told apart on any screen
 constexpr int dashDotDot = 4;
 constexpr int brown = 6;
 
@@ -71,6 +72,7 @@ void drawTimeGraph(platform::Surface& graph, const std::vector<TimedRow>& rows) 
         graph.print(core::Str(seconds(t)));
         graph.line(x, 1, x, timeAxisRows, platform::black);
     }
+    graph.setDrawWidth(markWidth);
     for (const TimedRow& row : rows) {
         const auto y = static_cast<float>(row.row);
         for (const TimeMark& mark : row.marks) {
@@ -78,6 +80,7 @@ void drawTimeGraph(platform::Surface& graph, const std::vector<TimedRow>& rows) 
             graph.line(x, y, x, y + 1, paletteColour(mark.colour));
         }
     }
+    graph.setDrawWidth(1);
 }
 
 void GraphLine(platform::Surface& graph, int x) {
@@ -116,6 +119,14 @@ std::string marksAt(const std::vector<TimedRow>& rows, int x, int reach) {
     return text;
 }
 
+std::string markUnder(const std::vector<TimedRow>& rows, double x, double y, int reach) {
+    const auto at = lineAt(x);
+    for (const TimedRow& row : rows) {
+        if (at && row.row == static_cast<int>(std::floor(y))) return marksAt({row}, *at, reach);
+    }
+    return {};
+}
+
 bool opensRun(const core::RunTimesTable& table, int row) {
     // Required: the label of the last run opens none.
     return table.RunTimesCount > row + 1;
@@ -130,6 +141,16 @@ std::optional<std::string> fileOfTimedRun(
         found = entry.FileName;
     }
     return found;
+}
+
+std::optional<core::ChosenRun> chooseTimedRun(
+    const TimedRun& run, RunList& runs, const std::string& appFolder, platform::Files& files) {
+    runs.read(appFolder, files);
+    const auto file = fileOfTimedRun(run, runs.rows());
+    if (!file) return std::nullopt;
+    runs.chooseFile(*file);
+    runs.take();
+    return runs.chosenRun(appFolder, files);
 }
 
 } // namespace kvo::library

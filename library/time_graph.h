@@ -3,6 +3,7 @@
 // line that reads the axis. Drawn on any surface.
 #include "core/run_index.h"
 #include "core/run_times.h"
+#include "library/run_list.h"
 #include "platform/draw/surface.h"
 
 #include <array>
@@ -52,8 +53,7 @@ void GraphLine(platform::Surface& graph, int x);
 // What Time_Label shows of the line at x.
 std::string timeOfLine(int x);
 // Where the line goes from x by an arrow key: by 1, with Shift 100, else with Ctrl 50, else with
-// Alt
-// 10. Nothing outside the axis: the line stays, and the program beeps.
+// Alt 10. Nothing outside the axis: the line stays, and the program beeps.
 std::optional<int> movedLine(int x, bool right, bool shift, bool ctrl, bool alt);
 // The nearest place of the axis to a position on the surface; nothing outside it.
 std::optional<int> lineAt(double x);
@@ -61,6 +61,8 @@ std::optional<int> lineAt(double x);
 // The marks under the line, as words: "ET 7.77: 03 Jan 2026 Run: 1"; empty where there is none
 // within `reach` hundredths.
 std::string marksAt(const std::vector<TimedRow>& rows, int x, int reach);
+// The mark of one row under a position on the surface, in the same words.
+std::string markUnder(const std::vector<TimedRow>& rows, double x, double y, int reach);
 
 // Whether the label of that row opens a run.
 bool opensRun(const core::RunTimesTable& table, int row);
@@ -68,5 +70,8 @@ bool opensRun(const core::RunTimesTable& table, int row);
 // nothing where there is none or more than one.
 std::optional<std::string> fileOfTimedRun(
     const core::TimedRun& run, const std::vector<core::RunIndexEntry>& index);
+// Reads the list of runs anew and makes that run its choice; nothing where there is no such one.
+std::optional<core::ChosenRun> chooseTimedRun(
+    const core::TimedRun& run, RunList& runs, const std::string& appFolder, platform::Files& files);
 
 } // namespace kvo::library

@@ -125,6 +125,11 @@ void VrnWin32::Mnu_ViewRun_Click() {
     doors().showDataGraph();
 }
 
+void VrnWin32::Mnu_TimeGraph_Click() {
+    const MainMenusDisabled off;
+    doors().showTimeGraph(false);
+}
+
 void VrnWin32::Mnu_DeleteRun_Click() {
     const MainMenusDisabled off;
     doors().chooseRunsToDelete("Delete File");

@@ -43,6 +43,7 @@ private:
     static std::span<const platform_qt::ToolRow<VrnWin32>> toolRows();
     void makeCommands();
     void Mnu_ViewRun_Click();
+    void Mnu_TimeGraph_Click();
     void Mnu_DeleteRun_Click();
     void Mnu_Exit_Click();
     void Mnu_DownloadData_Click();

@@ -21,7 +21,7 @@ std::span<const MenuRow<VrnWin32>> VrnWin32::menuRows() {
         {menuBarItself, "&Setup", "Mnu_Setup", nullptr, {.subMenu = true}},
         {menuBarItself, "&Help", "Mnu_HelpList", nullptr, {.subMenu = true}},
         {"Mnu_File", "&Open Data File", "Mnu_ViewRun", &W::Mnu_ViewRun_Click},
-        {"Mnu_File", "&Time Graph", "Mnu_TimeGraph"},
+        {"Mnu_File", "&Time Graph", "Mnu_TimeGraph", &W::Mnu_TimeGraph_Click},
         {"Mnu_File", "&Delete Data File/s", "Mnu_DeleteRun", &W::Mnu_DeleteRun_Click},
         {"Mnu_File", "&Enter Run Info...", "Mnu_EnterRunInfo"},
         {"Mnu_File", "&Copy Data File/s", "Mnu_copydata(0)", nullptr, {.line = true}},

@@ -8,6 +8,7 @@
 #include "graph/forms/data_graph.h"
 #include "library/forms/load_file.h"
 #include "library/forms/run_statistics.h"
+#include "library/forms/time_graph.h"
 #include "library/run_list.h"
 #include "link/forms/download_data.h"
 #include "link/forms/pit_run.h"
@@ -46,6 +47,17 @@ void showFreshRun(const std::string& path, const std::string& caption) {
     graph.openFresh(path, caption);
     graph.show();
     hideMainWindow();
+}
+
+void showChosenRun(const std::optional<core::ChosenRun>& run) {
+    form<DataGraph>().openChosen(run);
+    hideMainWindow();
+}
+
+void showTimeGraph(bool fromGraph) {
+    auto& timeGraph = form<TimeGraph>();
+    if (!fromGraph) hideMainWindow();
+    timeGraph.open(fromGraph);
 }
 
 void showPitRun() {
@@ -90,6 +102,8 @@ void openDoors() {
     all.EnableMainMenus = EnableMainMenus;
     all.showDataGraph = showDataGraph;
     all.showFreshRun = showFreshRun;
+    all.showChosenRun = showChosenRun;
+    all.showTimeGraph = showTimeGraph;
     all.chooseRun = chooseRun;
     all.chooseRunsToDelete = chooseRunsToDelete;
     all.refreshChooser = refreshChooser;

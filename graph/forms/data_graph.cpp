@@ -19,6 +19,8 @@
 #include <QToolBar>
 #include <QToolButton>
 
+#include <utility>
+
 namespace kvo::forms {
 
 using namespace platform_qt;
@@ -106,6 +108,25 @@ void DataGraph::openFresh(const std::string& path, const std::string& caption) {
     TimeLine();
 }
 
+void DataGraph::openChosen(const std::optional<core::ChosenRun>& run) {
+    m_chosenElsewhere = run;
+    m_chooseOnShow = true;
+    if (isMinimized()) setWindowState(windowState() & ~Qt::WindowMinimized);
+    isVisible() ? openAsked() : show();
+    raise();
+    activateWindow();
+}
+
+// The run that is wanted, or the chooser, once the window stands.
+void DataGraph::openAsked() {
+    if (!m_chooseOnShow) return;
+    m_chooseOnShow = false;
+    QTimer::singleShot(0, this, [this] {
+        const auto chosen = std::exchange(m_chosenElsewhere, std::nullopt);
+        chosen ? m_course.show(*chosen) : Mnu_LoadData_Click();
+    });
+}
+
 // The line comes back after another window has covered it.
 void DataGraph::Form_Activate() {
     m_surface->settle();
@@ -123,12 +144,9 @@ void DataGraph::closeEvent(QCloseEvent* event) {
     if (isLoaded<DataGraph>() && &form<DataGraph>() == this) Form_Unload();
 }
 
-// The chooser comes up over the window, once that stands.
 void DataGraph::showEvent(QShowEvent* event) {
     QMainWindow::showEvent(event);
-    if (!m_chooseOnShow) return;
-    m_chooseOnShow = false;
-    QTimer::singleShot(0, this, &DataGraph::Mnu_LoadData_Click);
+    openAsked();
 }
 
 bool DataGraph::event(QEvent* event) {
@@ -246,6 +264,10 @@ void DataGraph::Mnu_Statistics_Click() {
     texts.analogNames = analogCaptions();
     const GraphMenusDisabled off;
     doors().showStatistics(texts);
+}
+
+void DataGraph::Mnu_TimeGraph_Click() {
+    doors().showTimeGraph(true);
 }
 
 void DataGraph::Mnu_Options_Click() {

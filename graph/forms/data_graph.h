@@ -28,6 +28,9 @@ public:
     // The run file that a download has just written, under its caption.
     void openFresh(const std::string& path, const std::string& caption);
 
+    // Comes to the front with a run that was chosen elsewhere; with none it asks the chooser.
+    void openChosen(const std::optional<core::ChosenRun>& run);
+
     // The window's caption; "Data Graph" is the window without a run.
     std::string caption() const { return m_course.caption(); }
     bool hasRun() const { return m_course.hasRun(); }
@@ -55,6 +58,7 @@ public:
     void keepOptions();
 
     void Mnu_Statistics_Click();
+    void Mnu_TimeGraph_Click();
     void Mnu_Print_Click(int item);
     void Mnu_Options_Click();
     void Mnu_Close_Click() { close(); }
@@ -142,7 +146,10 @@ private:
     graph::Course m_course;
     graph::TrendDrawing m_drawing;
     platform_qt::Commands m_commands;
+    void openAsked();
+
     bool m_chooseOnShow = false;
+    std::optional<core::ChosenRun> m_chosenElsewhere;
     QWidget* m_inner = nullptr;
     GraphSurface* m_surface = nullptr;
     ChannelPanel* m_panel = nullptr;

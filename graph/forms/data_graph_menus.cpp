@@ -38,7 +38,7 @@ std::span<const Menus> menuRows() {
         {"Mnu_File", ">>>>", "GraphChange(1)", {&G::GraphChange_Click, 1}, {.needs = runBehind, .shortcut = "Ctrl+PgDown"}},
         {"Mnu_File", "&Info...", "Mnu_Info", {}, {.needs = run, .line = true}},
         {"Mnu_File", "&Statistics", "Mnu_Statistics", &G::Mnu_Statistics_Click, {.needs = run}},
-        {"Mnu_File", "&Time Graph", "Mnu_TimeGraph"},
+        {"Mnu_File", "&Time Graph", "Mnu_TimeGraph", &G::Mnu_TimeGraph_Click},
         {"Mnu_File", "&Delete Run", "Mnu_DeleteRun", &G::Mnu_DeleteRun_Click, {.line = true}},
         {"Mnu_File", "I&mport", "Mnu_ImportMenu", {}, {.subMenu = true}},
         {"Mnu_ImportMenu", "Kvo Data File/s", "Mnu_ImportFiles(0)"},

@@ -44,6 +44,8 @@ std::array<bool, doorCount> openOnes() {
         all.EnableMainMenus.isOpen(),
         all.showDataGraph.isOpen(),
         all.showFreshRun.isOpen(),
+        all.showChosenRun.isOpen(),
+        all.showTimeGraph.isOpen(),
         all.chooseRun.isOpen(),
         all.chooseRunsToDelete.isOpen(),
         all.refreshChooser.isOpen(),

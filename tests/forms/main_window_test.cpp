@@ -1,6 +1,7 @@
 // VrnWin32: menus, toolbar, sizes, and the commands that are its own.
 #include "core/run_index.h"
 #include "graph/forms/data_graph.h"
+#include "library/forms/time_graph.h"
 #include "library/run_list.h"
 #include "link/forms/download_data.h"
 #include "link/forms/logger_line.h"
@@ -38,6 +39,7 @@ using kvo::forms::About;
 using kvo::forms::DataGraph;
 using kvo::forms::DownloadData;
 using kvo::forms::PitRun;
+using kvo::forms::TimeGraph;
 using kvo::forms::VrnWin32;
 
 namespace {
@@ -235,8 +237,8 @@ private slots:
         }
         QVERIFY(menusEnabled());
         // A command without its form stays disabled through all that.
-        QVERIFY(!command("Mnu_TimeGraph").isEnabled());
-        QVERIFY(!control<QToolButton>(form<VrnWin32>(), "TimeGraph").isEnabled());
+        QVERIFY(!command("Mnu_EnterRunInfo").isEnabled());
+        QVERIFY(!control<QToolButton>(form<VrnWin32>(), "EnterRunInfo").isEnabled());
         QVERIFY(!menu("Mnu_ImportMenu").menuAction()->isEnabled()); // nothing in it is alive yet
         QVERIFY(command("Mnu_DownloadData").isEnabled());
         QVERIFY(control<QToolButton>(form<VrnWin32>(), "DownloadData").isEnabled());
@@ -395,6 +397,22 @@ private slots:
         QVERIFY(window.isVisible());
     }
 
+    void theTimeGraphTakesTheMainWindowsPlace_data() { thePitRunTakesTheMainWindowsPlace_data(); }
+    void theTimeGraphTakesTheMainWindowsPlace() {
+        QFETCH(bool, byMenu);
+        VrnWin32& window = shownWindow();
+        if (byMenu)
+            command("Mnu_TimeGraph").trigger();
+        else
+            QCOMPARE(userClick(&control<QToolButton>(window, "TimeGraph")), QString());
+        QVERIFY(isLoaded<TimeGraph>() && form<TimeGraph>().isVisible());
+        QVERIFY(!window.isVisible());
+        QVERIFY(menusEnabled());
+        form<TimeGraph>().close();
+        QVERIFY(!isLoaded<TimeGraph>());
+        QVERIFY(window.isVisible());
+    }
+
     void theOnBoardComputerIsConfiguredOverTheMainWindow() {
         VrnWin32& window = shownWindow();
         bool came = false;
@@ -427,7 +445,7 @@ private slots:
         form<VrnWin32>().commands().press("Download");
         form<VrnWin32>().commands().press("");
         form<VrnWin32>().commands().press("pitrun");
-        form<VrnWin32>().commands().press("TimeGraph"); // has no form yet
+        form<VrnWin32>().commands().press("EnterRunInfo"); // has no form yet
         bool came = false;
         onModal([&came](QWidget* modal) {
             came = true;

@@ -1,5 +1,6 @@
 #include "library/time_graph.h"
 
+#include "tests/support/memory_files.h"
 #include "tests/support/recording_surface.h"
 
 #include <gtest/gtest.h>
@@ -74,6 +75,9 @@ TEST(TimeGraph, rulesSecondsAndMarksAreDrawnInTheirOrder) {
     EXPECT_EQ(lines[48].x2, 691);
     EXPECT_EQ(lines[48].y2, 2);
     EXPECT_EQ(lines[48].colour, 0xFF0000U);
+    EXPECT_EQ(lines[48].drawWidth, 3);
+    EXPECT_EQ(lines[43].drawWidth, 1);
+    EXPECT_EQ(surface.drawWidth(), 1);
     EXPECT_EQ(lines[49].colour, 0xFF00FFU);
     EXPECT_EQ(lines[49].y1, 2);
     const auto texts = surface.ofKind(Kind::text);
@@ -153,6 +157,40 @@ TEST(TimeGraph, aRowStandsForTheOneRunOfItsDateAndNumber) {
     EXPECT_EQ(fileOf("Sun 15 Nov 2026 Run: 4"), std::nullopt);
     // The key does not tell the years of a century apart.
     EXPECT_EQ(fileOf("Sun 15 Nov 2026 Run: 3"), std::nullopt);
+}
+
+TEST(TimeGraph, theMarkUnderThePointerIsThatOfItsRowAlone) {
+    const auto rows = timedRows(tableOf(2));
+    EXPECT_EQ(markUnder(rows, 450.4, 1.5, 3), "660 foot 4.50: 15 Nov 2026 Run: 1");
+    EXPECT_EQ(markUnder(rows, 452, 2.99, 3), "660 foot 4.50: 15 Nov 2026 Run: 2");
+    EXPECT_EQ(markUnder(rows, 454, 1.5, 3), "");
+    EXPECT_EQ(markUnder(rows, 450, 0.99, 3), "");
+    EXPECT_EQ(markUnder(rows, 450, 3, 3), "");
+    EXPECT_EQ(markUnder(rows, 1950, 1.5, 3), "");
+}
+
+TEST(TimeGraph, aTimedRunIsChosenInTheListOfRuns) {
+    testing::MemoryFiles files;
+    const std::vector<core::RunIndexEntry> index{{"26111514.52d", "Sun 15 Nov 2026 Run: 1 First"},
+        {"26111515.10d", "Sun 15 Nov 2026 Run: 2 Second"},
+        {"26111515.30d", "Sun 15 Nov 2026 Run: 3"}, {"26111515.40d", "Sun 15 Nov 2026 Run: 3"}};
+    ASSERT_TRUE(core::writeRunIndex("/kvo", index, files));
+    RunList runs;
+    TimedRun run;
+    run.Key = core::RunDateKey("Sun 15 Nov 2026 Run: 2");
+    const auto chosen = chooseTimedRun(run, runs, "/kvo", files);
+    ASSERT_TRUE(chosen);
+    EXPECT_EQ(chosen->path, "/kvo/Data/26111515.10d");
+    EXPECT_EQ(runs.chosenRow(), 1);
+    // It is the run that the chooser opens on from now on.
+    runs.choose(-1);
+    runs.read("/kvo", files);
+    EXPECT_EQ(runs.chosenRow(), 1);
+    for (const char* unknown : {"Sun 15 Nov 2026 Run: 3", "Sun 15 Nov 2026 Run: 4"}) {
+        run.Key = core::RunDateKey(unknown);
+        EXPECT_FALSE(chooseTimedRun(run, runs, "/kvo", files)) << unknown;
+        EXPECT_EQ(runs.chosenRow(), 1) << unknown;
+    }
 }
 
 } // namespace
