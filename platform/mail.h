@@ -32,6 +32,10 @@ public:
     // Opens the draft in the mail program. Returns as soon as that has taken it; events run
     // meanwhile. On failure no mail program has got anything.
     [[nodiscard]] virtual MailResult compose(const MailDraft& draft) = 0;
+    // A new empty folder for the copies that one draft attaches. Nobody else reads it, and it goes
+    // with the program: a mail program reads an attachment as late as when it sends it. Empty where
+    // none can be made.
+    [[nodiscard]] virtual std::string folderForCopies() = 0;
 };
 
 } // namespace kvo::platform

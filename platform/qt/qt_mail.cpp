@@ -3,6 +3,7 @@
 #include "platform/qt/text.h"
 
 #include <QByteArray>
+#include <QDir>
 #include <QEventLoop>
 #include <QFileInfo>
 #include <QProcess>
@@ -100,6 +101,13 @@ MailResult QtMail::compose(const MailDraft& draft) {
             "This computer has no way to open a mail program (xdg-email is not installed)."};
     }
     return handOver(program, addressOf(draft), m_patienceMs);
+}
+
+std::string QtMail::folderForCopies() {
+    if (!m_copies || !m_copies->isValid()) m_copies.emplace();
+    const QString name = QString::number(++m_mails);
+    if (!m_copies->isValid() || !QDir(m_copies->path()).mkdir(name)) return {};
+    return typedPath(m_copies->filePath(name));
 }
 
 } // namespace kvo::platform_qt

@@ -5,6 +5,7 @@
 #include <QByteArray>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QTemporaryDir>
 
 using namespace kvo;
@@ -160,6 +161,36 @@ private slots:
         QCOMPARE(result.outcome, MailOutcome::failed);
         QVERIFY(result.message.find(missing) != std::string::npos);
         QVERIFY(givenArguments().isEmpty());
+    }
+
+    void copiesLieInAFolderOfTheirOwnThatGoesWithTheProgram() {
+        QString first;
+        {
+            QtMail mail;
+            first = QString::fromStdString(mail.folderForCopies());
+            const QString second = QString::fromStdString(mail.folderForCopies());
+            QVERIFY(!first.isEmpty() && QFileInfo(first).isDir() && QFileInfo(second).isDir());
+            QVERIFY(first != second);
+            const auto others = QFile::ReadGroup | QFile::WriteGroup | QFile::ExeGroup |
+                                QFile::ReadOther | QFile::WriteOther | QFile::ExeOther;
+            QVERIFY(!(QFileInfo(QFileInfo(first).path()).permissions() & others));
+        }
+        QVERIFY(!QFileInfo::exists(first));
+    }
+
+    void aFolderForCopiesThatCannotBeMadeIsNone() {
+        const QByteArray before = qgetenv("TMPDIR");
+        QFile file(at(QStringLiteral("no folder")));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        qputenv("TMPDIR", file.fileName().toUtf8());
+        QtMail mail;
+        QCOMPARE(mail.folderForCopies(), std::string());
+        qputenv("TMPDIR", m_folder.path().toUtf8());
+        QVERIFY(!mail.folderForCopies().empty()); // there is room again
+        if (before.isNull())
+            qunsetenv("TMPDIR");
+        else
+            qputenv("TMPDIR", before);
     }
 
     void doesNotWaitForAMailProgramThatStays() {

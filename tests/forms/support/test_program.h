@@ -35,6 +35,8 @@ public:
         drafts.push_back(draft);
         return result;
     }
+    std::string folderForCopies() override { return folder; }
+    std::string folder = "/copies/1";
     std::vector<platform::MailDraft> drafts;
     platform::MailResult result;
 };
