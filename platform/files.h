@@ -70,6 +70,8 @@ public:
     [[nodiscard]] virtual WriteResult remove(const std::string& path) = 0;
     // Base names of the plain files in a folder, sorted; empty if there is no such folder.
     virtual std::vector<std::string> list(const std::string& folder) const = 0;
+    // Base names of the folders in a folder, sorted; nothing where it is none or cannot be read.
+    virtual std::optional<std::vector<std::string>> folders(const std::string& folder) const = 0;
     // The separator of this system.
     virtual char separator() const = 0;
 };

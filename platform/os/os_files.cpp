@@ -299,6 +299,19 @@ std::vector<std::string> OsFiles::list(const std::string& folder) const {
     return names;
 }
 
+std::optional<std::vector<std::string>> OsFiles::folders(const std::string& folder) const {
+    std::error_code error;
+    fs::directory_iterator it(found(folder), error);
+    if (error) return {};
+    std::vector<std::string> names;
+    for (const fs::directory_iterator end; !error && it != end; it.increment(error)) {
+        std::error_code unknown;
+        if (it->is_directory(unknown)) names.push_back(it->path().filename().string());
+    }
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
 char OsFiles::separator() const {
     return static_cast<char>(fs::path::preferred_separator);
 }

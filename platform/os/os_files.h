@@ -25,6 +25,7 @@ public:
     platform::WriteResult makeFolder(const std::string& path) override;
     platform::WriteResult remove(const std::string& path) override;
     std::vector<std::string> list(const std::string& folder) const override;
+    std::optional<std::vector<std::string>> folders(const std::string& folder) const override;
     char separator() const override;
 
 private:

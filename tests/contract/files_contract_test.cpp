@@ -161,5 +161,16 @@ TYPED_TEST(FilesContract, MakesFoldersAndListsTheirFiles) {
     EXPECT_EQ(this->files().list(this->at("Data")), (std::vector<std::string>{"a", "b"}));
 }
 
+TYPED_TEST(FilesContract, ListsTheFoldersInAFolder) {
+    using Names = std::vector<std::string>;
+    EXPECT_FALSE(this->files().folders(this->at("Data")));
+    const std::string inside = this->at("Data") + this->files().separator();
+    for (const char* name : {"b", "a"}) ASSERT_TRUE(this->files().makeFolder(inside + name));
+    ASSERT_TRUE(this->files().write(inside + "file", Bytes{1}));
+    EXPECT_EQ(this->files().folders(this->at("Data")), (Names{"a", "b"}));
+    EXPECT_EQ(this->files().folders(inside + "a"), Names{});
+    EXPECT_FALSE(this->files().folders(inside + "file"));
+}
+
 } // namespace
 } // namespace kvo

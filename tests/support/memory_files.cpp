@@ -128,4 +128,22 @@ std::vector<std::string> MemoryFiles::list(const std::string& folder) const {
     return names;
 }
 
+std::optional<std::vector<std::string>> MemoryFiles::folders(const std::string& folder) const {
+    for (const auto& [prefix, how] : m_unreadable) {
+        if (folder.rfind(prefix, 0) == 0) return {};
+    }
+    const std::string above = folder == "/" ? folder : folder + "/";
+    std::set<std::string> names;
+    const auto add = [&](const std::string& path, bool isFolder) {
+        if (path.size() <= above.size() || path.rfind(above, 0) != 0) return;
+        const std::size_t end = path.find('/', above.size());
+        if (end == std::string::npos && !isFolder) return;
+        names.insert(path.substr(above.size(), end - above.size()));
+    };
+    for (const std::string& path : m_folders) add(path, true);
+    for (const auto& entry : m_files) add(entry.first, false);
+    if (names.empty() && folder != "/" && !folderExists(folder)) return {};
+    return std::vector<std::string>(names.begin(), names.end());
+}
+
 } // namespace kvo::testing
