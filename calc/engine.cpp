@@ -222,12 +222,13 @@ CalcForm openedCalcForm(const EngineSum& sum) {
     return form;
 }
 
-void Command1_Click(CalcForm& form) {
+bool Command1_Click(CalcForm& form) {
     const bool turned = form.MetricShown == metricShown;
     if (turned) ToggleMetric_Click(form);
-    if (const auto result = form.sum->sum(form.Text))
-        form.Label5 = core::Format(*result, form.sum->picture);
+    const auto result = form.sum->sum(form.Text);
+    if (result) form.Label5 = core::Format(*result, form.sum->picture);
     if (turned) ToggleMetric_Click(form);
+    return result.has_value();
 }
 
 void ToggleMetric_Click(CalcForm& form) {

@@ -58,7 +58,7 @@ struct EngineSum {
     ResultTurn imperial;
     ResultTurn metric;
 };
-// The eight, in the order of the menu.
+// The eight; the menus of the main window name them by their place.
 std::span<const EngineSum> engineSums();
 // By title; nullptr for any other.
 const EngineSum* engineSum(std::string_view title);
@@ -74,8 +74,9 @@ struct CalcForm {
 // The form as a menu command opens it.
 CalcForm openedCalcForm(const EngineSum& sum);
 
-// "Calculate": always in inch-pound units, turned back to metric where those are shown.
-void Command1_Click(CalcForm& form);
+// "Calculate": always in inch-pound units, turned back to metric where those are shown. False where
+// the boxes have no result: Label5 is then that of the sum before.
+bool Command1_Click(CalcForm& form);
 // "Toggle Metric / Imp.": units and values of the rows that have another unit, and the result.
 void ToggleMetric_Click(CalcForm& form);
 

@@ -151,6 +151,17 @@ void VrnWin32::Mnu_PitRun_Click() {
     doors().showPitRun();
 }
 
+// By the place of the sum in its table.
+void VrnWin32::Calculator_Click(int sum) {
+    const MainMenusDisabled off;
+    doors().showCalculator(sum);
+}
+
+void VrnWin32::MnuConversions_Click() {
+    const MainMenusDisabled off;
+    doors().showConversions();
+}
+
 void VrnWin32::Mnu_ConfigureComputer_Click() {
     const MainMenusDisabled off;
     doors().configureComputer();

@@ -48,6 +48,8 @@ private:
     void Mnu_Exit_Click();
     void Mnu_DownloadData_Click();
     void Mnu_PitRun_Click();
+    void Calculator_Click(int sum);
+    void MnuConversions_Click();
     void Mnu_ConfigureComputer_Click();
     void Mnu_SetupSoftware_Click();
     void Mnu_UpDate_Click();

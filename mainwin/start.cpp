@@ -1,5 +1,7 @@
 #include "mainwin/start.h"
 
+#include "calc/forms/calc_form.h"
+#include "calc/forms/conversions.h"
 #include "core/config.h"
 #include "core/default_config.h"
 #include "core/forms/doors.h"
@@ -123,6 +125,9 @@ void openDoors() {
     all.findLoggerPort = [] { return PortSearch().search(); };
     all.describePorts = [] { return link::describePorts(*platform::services().port); };
     all.loadLogo = loadLogo;
+    all.showCalculator = [](int sum) { form<CalcForm>().open(sum); };
+    all.showConversions = [] { form<Conversions>().showForMainWindow(); };
+    all.openConversions = [] { form<Conversions>().showOverForm(); };
     all.showAbout = [] { showModal(form<About>()); };
 }
 

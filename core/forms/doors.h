@@ -107,6 +107,12 @@ struct Doors {
     Door<std::optional<int>()> findLoggerPort{"findLoggerPort"};
     // What stands behind the ports 1 to 16 now, and whether it is free: a line each, UTF-8.
     Door<std::vector<std::string>()> describePorts{"describePorts"};
+    // A calculator, modal: the sum at this place of the table of calc/engine.
+    Door<void(int)> showCalculator{"showCalculator"};
+    // The unit convertor in the main window's place, not modal.
+    Door<void()> showConversions{"showConversions"};
+    // The same over the form that asks for it, modal.
+    Door<void()> openConversions{"openConversions"};
     // Name and version of the program, modal.
     Door<void()> showAbout{"showAbout"};
 };

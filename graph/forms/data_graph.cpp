@@ -270,6 +270,11 @@ void DataGraph::Mnu_TimeGraph_Click() {
     doors().showTimeGraph(true);
 }
 
+void DataGraph::Convertor_Mnu_Click() {
+    const GraphMenusDisabled off;
+    doors().openConversions();
+}
+
 void DataGraph::Mnu_Options_Click() {
     const GraphMenusDisabled off;
     doors().showVisibleOptions(analogCaptions());

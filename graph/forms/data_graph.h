@@ -62,6 +62,7 @@ public:
     void Mnu_Print_Click(int item);
     void Mnu_Options_Click();
     void Mnu_Close_Click() { close(); }
+    void Convertor_Mnu_Click();
     void Mnu_GraphFile_Click();
     void Graph_Colour_Invert_Click();
     void Resolution_Click(int step);

@@ -59,7 +59,7 @@ std::span<const Menus> menuRows() {
         {"Mnu_Scale", "1/2 Screen", "Mnu_ScaleItem(1)", {&G::Mnu_ScaleItem_Click, 1}, {.checkable = true}},
         {"Mnu_Scale", "1/4 Screen", "Mnu_ScaleItem(2)", {&G::Mnu_ScaleItem_Click, 2}, {.checkable = true}},
         {"Mnu_Scale", "Custom", "Mnu_ScaleItem(3)", {&G::Mnu_ScaleItem_Click, 3}, {.checkable = true}},
-        {"Mnu_Tools", "Unit &Convertor", "Convertor_Mnu"},
+        {"Mnu_Tools", "Unit &Convertor", "Convertor_Mnu", &G::Convertor_Mnu_Click},
         {"Mnu_Help", "&Help", "Mnu_HelpItem"},
         {"Mnu_Help", "&About KVO", "Mnu_GraphFile", &G::Mnu_GraphFile_Click},
     });

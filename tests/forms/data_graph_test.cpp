@@ -1,6 +1,7 @@
 // The graph window through its real widgets: a fresh run of each data type, the channels, the
 // cursor, colours, and what a close leaves.
 #include "core/config.h"
+#include "core/forms/doors.h"
 #include "core/run_file.h"
 #include "core/run_index.h"
 #include "core/run_info.h"
@@ -362,10 +363,23 @@ private slots:
         QVERIFY(menuEnabled("Mnu_File"));
     }
 
+    void theConvertorComesOverTheWindow() {
+        DataGraph& graph = open(32);
+        bool asked = false;
+        doors().openConversions = [&] {
+            asked = true;
+            QVERIFY(graph.isVisible());
+            QVERIFY(!menuEnabled("Mnu_File"));
+        };
+        command("Convertor_Mnu").trigger();
+        QVERIFY(asked);
+        QVERIFY(menuEnabled("Mnu_File"));
+    }
+
     // The name stands for a command that shows its form in a later version of the program.
     void commandsWithoutAFormAreDisabled() {
         open(32);
-        for (const char* name : {"Mnu_Info", "Convertor_Mnu", "Mnu_HelpItem", "Mnu_ImportFiles(0)"})
+        for (const char* name : {"Mnu_Info", "Mnu_HelpItem", "Mnu_ImportFiles(0)"})
             QVERIFY2(!command(name).isEnabled(), name);
         QVERIFY(!part<QToolButton>("Info").isEnabled());
     }

@@ -61,6 +61,9 @@ std::array<bool, doorCount> openOnes() {
         all.loadLogo.isOpen(),
         all.findLoggerPort.isOpen(),
         all.describePorts.isOpen(),
+        all.showCalculator.isOpen(),
+        all.showConversions.isOpen(),
+        all.openConversions.isOpen(),
         all.showAbout.isOpen(),
     };
     // clang-format on

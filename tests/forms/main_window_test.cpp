@@ -1,4 +1,6 @@
 // VrnWin32: menus, toolbar, sizes, and the commands that are its own.
+#include "calc/engine.h"
+#include "calc/forms/conversions.h"
 #include "core/run_index.h"
 #include "graph/forms/data_graph.h"
 #include "library/forms/time_graph.h"
@@ -297,6 +299,32 @@ private slots:
         });
         command("Mnu_DeleteRun").trigger();
         QVERIFY(menusEnabled());
+    }
+
+    void everyCalculatorOpensOnItsSum() {
+        shownWindow();
+        for (const calc::EngineSum& sum : calc::engineSums()) {
+            const std::string menu(sum.menu);
+            onModal([this, &sum](QWidget* modal) {
+                QCOMPARE(modal->windowTitle().toStdString(), std::string(sum.title));
+                QVERIFY(menusDisabled());
+                modal->close();
+            });
+            command(menu.c_str()).trigger();
+            QVERIFY(menusEnabled());
+        }
+    }
+
+    void theConvertorTakesTheMainWindowsPlace() {
+        VrnWin32& window = shownWindow();
+        command("MnuConversions").trigger();
+        QVERIFY(form<forms::Conversions>().isVisible());
+        QVERIFY(!form<forms::Conversions>().isModal());
+        QVERIFY(!window.isVisible());
+        QVERIFY(menusEnabled());
+        form<forms::Conversions>().close();
+        QVERIFY(!isLoaded<forms::Conversions>());
+        QVERIFY(window.isVisible());
     }
 
     void theUpdateQuestionOpensThePageOnYesOnly() {
