@@ -63,8 +63,8 @@ struct Doors {
     // The same on the run file that was just downloaded: its path, and the caption of the window.
     Door<void(const std::string&, const std::string&)> showFreshRun{"showFreshRun"};
 
-    // The same on a run that was chosen elsewhere, also where the window is there already. Where it is
-    // none the chooser comes up.
+    // The same on a run that was chosen elsewhere, also where the window is there already. Where it
+    // is none the chooser comes up.
     Door<void(const std::optional<core::ChosenRun>&)> showChosenRun{"showChosenRun"};
     // The times of the newest runs, not modal: in the main window's place, or opened from the graph
     // (true), which stays.
