@@ -52,6 +52,7 @@ QWidget* GraphPage::makeScales() {
     TabStrip2 = named(new QTabBar, "TabStrip2");
     TabStrip2->setAccessibleName(QStringLiteral("Scales of the channels"));
     TabStrip2->setElideMode(Qt::ElideNone);
+    TabStrip2->setUsesScrollButtons(false);
     for (const std::string_view tab : setup::rowsTabs) TabStrip2->addTab(shown(tab));
     connect(TabStrip2, &QTabBar::currentChanged, this, &GraphPage::TabStrip2_Click);
     m_rows = new ScaleRows({"Magnify", "FrameAnalog", "FrameExhaust"});

@@ -41,6 +41,7 @@ void Visible_Options::makeLayout() {
     TabStrip1 = named(new QTabBar, "TabStrip1");
     TabStrip1->setAccessibleName(QStringLiteral("Kinds of options"));
     TabStrip1->setElideMode(Qt::ElideNone);
+    TabStrip1->setUsesScrollButtons(false); // the form is as wide as its tabs
     for (const std::string_view tab : setup::visibleTabs) TabStrip1->addTab(shown(tab));
     connect(TabStrip1, &QTabBar::currentChanged, this, &Visible_Options::TabStrip1_Click);
     m_frames = new QStackedWidget;

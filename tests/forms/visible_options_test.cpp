@@ -429,6 +429,9 @@ private slots:
         options([] {
             auto& form = platform_qt::form<Visible_Options>();
             const QSize size = form.size();
+            // No tab is behind an arrow, however small the form may be made.
+            QVERIFY(form.minimumSizeHint().width() >=
+                    control<QTabBar>(form, "TabStrip1").sizeHint().width());
             QVERIFY(size.width() <= 960 && size.height() <= 500);
             for (int tab = 0; tab < 4; ++tab) {
                 goTo(tab);
