@@ -76,7 +76,13 @@ struct PitRig {
     explicit PitRig(int dataType, simulator::Fault fault = {})
         : logger(platform::Bytes{0, static_cast<std::uint8_t>(dataType)}), faulty(logger, fault),
           line(faulty), config(pitConfig(dataType)), link(line, line, dialogs),
-          session(link, {config, folder, tables}, view, dialogs, files) {}
+          session(link, {config, folder, tables}, view, dialogs, files) {
+        // A run that nothing stops must not hang its test.
+        line.at(200L * 1000 * platform::turnsPerMillisecond, [this] {
+            link.LinkFailed = -1;
+            link.CloseLoggerPort();
+        });
+    }
 
     void expectNote() { dialogs.expectBox(resetNote, platform::boxStyle::critical, "Info"); }
     // Presses Start, and Stop as soon as that turn has come.
