@@ -43,10 +43,12 @@ std::string_view monthNumber(std::string_view name) {
     return numbers[static_cast<std::size_t>(found - names.begin())];
 }
 
-platform::Bytes record(const RunIndexEntry& entry) {
+platform::Bytes encoded(std::span<const RunIndexEntry> entries) {
     ByteWriter writer;
-    writer.text(entry.FileName, fileNameWidth);
-    writer.text(entry.Description, descriptionWidth);
+    for (const RunIndexEntry& entry : entries) {
+        writer.text(entry.FileName, fileNameWidth);
+        writer.text(entry.Description, descriptionWidth);
+    }
     return writer.take();
 }
 
@@ -60,16 +62,18 @@ std::string_view textAt(const platform::Bytes& index, std::size_t offset, std::s
     return {reinterpret_cast<const char*>(index.data()) + offset, width};
 }
 
-// An index that is read, and one record behind it; not put together, since the whole may be large.
+// An index that is read, and the records behind it; not put together, since the whole may be large.
 struct LongerIndex {
     platform::Bytes records;
     platform::Bytes added;
 
-    std::size_t count() const { return records.size() / entryWidth + 1; }
+    std::size_t readCount() const { return records.size() / entryWidth; }
+    std::size_t count() const { return readCount() + added.size() / entryWidth; }
     // Record i, counted from 0.
     std::span<const std::uint8_t> record(std::size_t i) const {
-        return i + 1 < count() ? std::span(records).subspan(i * entryWidth, entryWidth)
-                               : std::span(added);
+        return i < readCount()
+                   ? std::span(records).subspan(i * entryWidth, entryWidth)
+                   : std::span(added).subspan((i - readCount()) * entryWidth, entryWidth);
     }
     std::int32_t key(std::size_t i) const {
         const auto text = record(i).subspan(fileNameWidth);
@@ -174,17 +178,16 @@ std::vector<RunIndexEntry> readRunIndex(const std::string& path, const platform:
 
 platform::WriteResult writeRunIndex(const std::string& appFolder,
     const std::vector<RunIndexEntry>& entries, platform::Files& files) {
-    platform::Bytes index;
-    index.reserve(entries.size() * entryWidth);
-    for (const RunIndexEntry& entry : entries) {
-        const platform::Bytes one = record(entry);
-        index.insert(index.end(), one.begin(), one.end());
-    }
-    return replaceKept(appFolder, indexPath(appFolder, files), index, files);
+    return replaceKept(appFolder, indexPath(appFolder, files), encoded(entries), files);
 }
 
 platform::WriteResult AddRunToIndex(const std::string& appFolder, const RunIndexEntry& entry,
     IndexOrder order, platform::Files& files) {
+    return AddRunsToIndex(appFolder, {&entry, 1}, order, files);
+}
+
+platform::WriteResult AddRunsToIndex(const std::string& appFolder,
+    std::span<const RunIndexEntry> entries, IndexOrder order, platform::Files& files) {
     const std::string folder = dataFolder(appFolder, files);
     if (!files.folderExists(folder)) {
         if (auto made = files.makeFolder(folder); !made) return made;
@@ -192,7 +195,7 @@ platform::WriteResult AddRunToIndex(const std::string& appFolder, const RunIndex
     const std::string path = indexPath(appFolder, files);
     auto old = files.read(path);
     if (!old && files.exists(path)) return {false, path + " cannot be read."};
-    LongerIndex index{old ? std::move(*old) : platform::Bytes{}, record(entry)};
+    LongerIndex index{old ? std::move(*old) : platform::Bytes{}, encoded(entries)};
     completeLastRecord(index.records);
     // Every record that was there is there again, so no copy of the old index is kept.
     return files.write(path, inOrder(index, order == IndexOrder::sorted));

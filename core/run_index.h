@@ -4,6 +4,7 @@
 #include "platform/files.h"
 
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -41,6 +42,9 @@ enum class IndexOrder { sorted, asItIs };
 // Adds a run to the index; read once, written once.
 [[nodiscard]] platform::WriteResult AddRunToIndex(const std::string& appFolder,
     const RunIndexEntry& entry, IndexOrder order, platform::Files& files);
+// The same for several runs at once; the index that adding them one after another would leave.
+[[nodiscard]] platform::WriteResult AddRunsToIndex(const std::string& appFolder,
+    std::span<const RunIndexEntry> entries, IndexOrder order, platform::Files& files);
 
 // The title offered for the next download: from the last description ("" for none) and today.
 std::string suggestTitle(std::string_view lastDescription, const platform::DateTime& today);

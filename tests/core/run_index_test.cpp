@@ -262,5 +262,27 @@ TEST(SafeBaseName, RefusesWhatLeadsOutOfTheFolder) {
     EXPECT_TRUE(isSafeBaseName("CONTROL.52d"));
 }
 
+// Many at once leave the index that one after another leaves, ties and all.
+TEST(RunIndex, SeveralRunsAreAddedAsOneAfterAnother) {
+    const std::vector<RunIndexEntry> fresh{{"26061512.01d", "Mon 15 Jun 2026 Run: 2 a"},
+        {"26111512.02d", "Sun 15 Nov 2026 Run: 1"}, {"26061512.03d", "Mon 15 Jun 2026 Run: 2 b"},
+        {"27061512.03d", "Tue 15 Jun 2027 Run: 2 c"}};
+    for (const IndexOrder order : {IndexOrder::sorted, IndexOrder::asItIs}) {
+        Index one;
+        Index many;
+        for (Index* index : {&one, &many}) {
+            ASSERT_TRUE(index->add("Wed 01 Jul 2026 Run: 3", IndexOrder::asItIs));
+            ASSERT_TRUE(index->add("Mon 15 Jun 2026 Run: 2 old", IndexOrder::asItIs));
+        }
+        for (const RunIndexEntry& entry : fresh)
+            ASSERT_TRUE(AddRunToIndex("/kvo", entry, order, one.files));
+        const int before = many.files.writes();
+        ASSERT_TRUE(AddRunsToIndex("/kvo", fresh, order, many.files));
+        EXPECT_EQ(many.files.writes(), before + 1);
+        EXPECT_EQ(many.descriptions(), one.descriptions());
+        EXPECT_EQ(many.descriptions().size(), 6U);
+    }
+}
+
 } // namespace
 } // namespace kvo::core
