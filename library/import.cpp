@@ -23,7 +23,7 @@ using platform::DateTime;
 using platform::Reply;
 
 constexpr const char* longDate = "ddd dd mmm yyyy";
-constexpr std::size_t runNameLength = 12; // what the index and the chooser keep of a name
+constexpr std::size_t importNameLength = 12; // what the index and the chooser keep of a name
 constexpr std::size_t longestIndexText = 160;
 
 std::string trimmedBothSides(std::string_view text) {
@@ -149,7 +149,7 @@ bool Import::importFile(ImportMode mode, const Source& source) {
     target.name = importName(*date, source.name);
     target.path = core::joined(core::dataFolder(m_in.AppFolder, m_files), target.name, m_files);
     target.dateText = core::Format(*date, longDate);
-    if (target.name.size() != runNameLength) {
+    if (target.name.size() != importNameLength) {
         failed(source, "It cannot be named after its date and the end of its name.");
         return false;
     }

@@ -135,6 +135,11 @@ void VrnWin32::Mnu_DeleteRun_Click() {
     doors().chooseRunsToDelete("Delete File");
 }
 
+void VrnWin32::Mnu_Import_Click(int item) {
+    const MainMenusDisabled off;
+    doors().importRuns(item == 0);
+}
+
 void VrnWin32::Mnu_Exit_Click() {
     close();
 }

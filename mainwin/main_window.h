@@ -45,6 +45,7 @@ private:
     void Mnu_ViewRun_Click();
     void Mnu_TimeGraph_Click();
     void Mnu_DeleteRun_Click();
+    void Mnu_Import_Click(int item);
     void Mnu_Exit_Click();
     void Mnu_DownloadData_Click();
     void Mnu_PitRun_Click();

@@ -8,6 +8,7 @@
 #include "core/shared_state.h"
 #include "core/start.h"
 #include "graph/forms/data_graph.h"
+#include "library/forms/import_form.h"
 #include "library/forms/load_file.h"
 #include "library/forms/run_statistics.h"
 #include "library/forms/time_graph.h"
@@ -109,6 +110,10 @@ void openDoors() {
     all.chooseRun = chooseRun;
     all.chooseRunsToDelete = chooseRunsToDelete;
     all.refreshChooser = refreshChooser;
+    all.importRuns = [](bool ofThisProgram) {
+        form<Import>().open(
+            ofThisProgram ? library::ImportMode::windows : library::ImportMode::dos);
+    };
     all.showStatistics = [](const GraphTexts& texts) { form<Statistics>().showRun(texts); };
     all.showVisibleOptions = showVisibleOptions;
     all.redrawGraph = redrawGraph;

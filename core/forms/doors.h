@@ -79,6 +79,8 @@ struct Doors {
     // The index has a fresh run of that file name: the list of runs is read again, and that run is
     // its choice. A file that is not in the list leaves the choice as it was.
     Door<void(const std::string&)> refreshChooser{"refreshChooser"};
+    // The import of runs, modal: files of this program (true), or texts of the older one.
+    Door<void(bool)> importRuns{"importRuns"};
     // The statistics of the run in the graph window, modal.
     Door<void(const GraphTexts&)> showStatistics{"showStatistics"};
 

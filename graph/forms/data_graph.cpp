@@ -275,6 +275,14 @@ void DataGraph::Convertor_Mnu_Click() {
     doors().openConversions();
 }
 
+void DataGraph::Mnu_ImportFiles_Click(int item) {
+    {
+        const GraphMenusDisabled off;
+        doors().importRuns(item == 0);
+    }
+    showState(); // the list of runs may go on from the one that is shown
+}
+
 void DataGraph::Mnu_Options_Click() {
     const GraphMenusDisabled off;
     doors().showVisibleOptions(analogCaptions());

@@ -59,6 +59,7 @@ public:
 
     void Mnu_Statistics_Click();
     void Mnu_TimeGraph_Click();
+    void Mnu_ImportFiles_Click(int item);
     void Mnu_Print_Click(int item);
     void Mnu_Options_Click();
     void Mnu_Close_Click() { close(); }

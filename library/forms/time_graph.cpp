@@ -19,6 +19,7 @@
 #include <QSignalBlocker>
 #include <QStyleOptionFocusRect>
 #include <QStylePainter>
+#include <QTextDocument>
 
 namespace kvo::forms {
 
@@ -37,6 +38,11 @@ constexpr int swatchMarkPx = 3;
 
 QColor shownTimeColour(platform::Colour colour) {
     return QColor::fromRgb(platform::rgb32(colour));
+}
+
+// A title with < and > in it stays text.
+QString plainTip(const QString& text) {
+    return text.isEmpty() ? text : Qt::convertFromPlainText(text);
 }
 
 // The label of a run: it looks like a label, and is pressed like a button.
@@ -292,7 +298,7 @@ int TimeGraph::reach() const {
 void TimeGraph::showMarks() {
     const QString marks = shown(library::marksAt(m_rows, m_line, reach()));
     Label7->setText(fontMetrics().elidedText(marks, Qt::ElideRight, Label7->width()));
-    Label7->setToolTip(marks.toHtmlEscaped());
+    Label7->setToolTip(plainTip(marks));
 }
 
 void TimeGraph::Graph_KeyDown(int key, Qt::KeyboardModifiers modifiers) {
@@ -302,7 +308,7 @@ void TimeGraph::Graph_KeyDown(int key, Qt::KeyboardModifiers modifiers) {
 
 // The mark under the pointer says its value.
 void TimeGraph::Graph_MouseMove(float x, float y) {
-    Graph->setToolTip(shown(library::markUnder(m_rows, x, y, reach())));
+    Graph->setToolTip(plainTip(shown(library::markUnder(m_rows, x, y, reach()))));
 }
 
 } // namespace kvo::forms

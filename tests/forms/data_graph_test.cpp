@@ -376,10 +376,26 @@ private slots:
         QVERIFY(menuEnabled("Mnu_File"));
     }
 
+    void bothItemsOfTheImportOpenItsFormInTheirMode() {
+        open(32);
+        for (const char* item : {"Mnu_ImportFiles(0)", "Mnu_ImportFiles(1)"}) {
+            QString caption;
+            testing::onModal([&](QWidget* modal) {
+                caption = modal->windowTitle();
+                QVERIFY(!menuEnabled("Mnu_File"));
+                pressIn(modal, "Butten_Cancel");
+            });
+            command(item).trigger();
+            QCOMPARE(caption, item[16] == '0' ? QStringLiteral("Import Windows Data")
+                                              : QStringLiteral("Import VRN Dos Data"));
+            QVERIFY(menuEnabled("Mnu_File"));
+        }
+    }
+
     // The name stands for a command that shows its form in a later version of the program.
     void commandsWithoutAFormAreDisabled() {
         open(32);
-        for (const char* name : {"Mnu_Info", "Mnu_HelpItem", "Mnu_ImportFiles(0)"})
+        for (const char* name : {"Mnu_Info", "Mnu_HelpItem"})
             QVERIFY2(!command(name).isEnabled(), name);
         QVERIFY(!part<QToolButton>("Info").isEnabled());
     }

@@ -49,6 +49,7 @@ std::array<bool, doorCount> openOnes() {
         all.chooseRun.isOpen(),
         all.chooseRunsToDelete.isOpen(),
         all.refreshChooser.isOpen(),
+        all.importRuns.isOpen(),
         all.showStatistics.isOpen(),
         all.showVisibleOptions.isOpen(),
         all.redrawGraph.isOpen(),

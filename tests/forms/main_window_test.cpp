@@ -241,7 +241,6 @@ private slots:
         // A command without its form stays disabled through all that.
         QVERIFY(!command("Mnu_EnterRunInfo").isEnabled());
         QVERIFY(!control<QToolButton>(form<VrnWin32>(), "EnterRunInfo").isEnabled());
-        QVERIFY(!menu("Mnu_ImportMenu").menuAction()->isEnabled()); // nothing in it is alive yet
         QVERIFY(command("Mnu_DownloadData").isEnabled());
         QVERIFY(control<QToolButton>(form<VrnWin32>(), "DownloadData").isEnabled());
     }
@@ -439,6 +438,22 @@ private slots:
         form<TimeGraph>().close();
         QVERIFY(!isLoaded<TimeGraph>());
         QVERIFY(window.isVisible());
+    }
+
+    void bothItemsOfTheImportOpenItsFormInTheirMode() {
+        VrnWin32& window = shownWindow();
+        QStringList captions;
+        for (const char* item : {"Mnu_Import(0)", "Mnu_Import(1)"}) {
+            onModal([&captions](QWidget* modal) {
+                captions << modal->windowTitle();
+                QVERIFY(menusDisabled());
+                QTest::keyClick(modal, Qt::Key_Escape);
+            });
+            command(item).trigger();
+        }
+        QCOMPARE(captions, QStringList({"Import Windows Data", "Import VRN Dos Data"}));
+        QVERIFY(window.isVisible());
+        QVERIFY(menusEnabled());
     }
 
     void theOnBoardComputerIsConfiguredOverTheMainWindow() {

@@ -1,0 +1,237 @@
+#include "library/forms/import_form.h"
+
+#include "core/shared_state.h"
+#include "library/run_list.h"
+#include "platform/qt/folder_lists.h"
+#include "platform/qt/text.h"
+#include "platform/services.h"
+
+#include <QComboBox>
+#include <QDir>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListView>
+#include <QListWidget>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QTextDocument>
+
+namespace kvo::forms {
+
+using namespace platform_qt;
+using library::ImportMode;
+
+namespace {
+
+constexpr int wholePercent = 100;
+constexpr int yieldStep = 10; // percent between two looks at what the user does
+
+QString importPattern(ImportMode mode) {
+    return mode == ImportMode::windows ? QStringLiteral("*.??d") : QStringLiteral("*");
+}
+
+QString importCaption(ImportMode mode) {
+    return mode == ImportMode::windows ? QStringLiteral("Import Windows Data")
+                                       : QStringLiteral("Import VRN Dos Data");
+}
+
+// What became of a batch, in words.
+QString importSummary(const library::ImportedBatch& batch) {
+    const QString done = QStringLiteral("%1 of %2 imported").arg(batch.imported).arg(batch.files);
+    return batch.cancelled ? done + QStringLiteral(", then cancelled") : done;
+}
+
+} // namespace
+
+Import::Import()
+    : m_import({core::state().Config, core::state().AppFolder, library::runList()}, *this,
+          *platform::services().dialogs, *platform::services().files) {
+    setObjectName(QStringLiteral("Import"));
+    makeControls();
+    makeLayout();
+}
+
+void Import::makeControls() {
+    Drive_Dos = named(new QComboBox, "Drive_Dos");
+    Dir_Dos = named(new QListWidget, "Dir_Dos");
+    Dir_Dos->setAccessibleName(QStringLiteral("Folders"));
+    Dir_Dos->setToolTip(QStringLiteral("Double click or press Return to open a folder."));
+    Files_Dos = named(new QListWidget, "Files_Dos");
+    Files_Dos->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    Data_Files_List = named(new QListView, "Data_Files_List");
+    Data_Files_List->setModel(&m_runs);
+    Data_Files_List->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    for (QListView* list :
+        {static_cast<QListView*>(Dir_Dos), static_cast<QListView*>(Files_Dos), Data_Files_List})
+        list->setUniformItemSizes(true);
+    LAB_CurrentDir = named(new QLabel, "LAB_CurrentDir");
+    LAB_CurrentDir->setTextFormat(Qt::PlainText);
+    LAB_CurrentDir->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    Import_Name = named(new QLineEdit, "Import_Name");
+    Import_Name->setReadOnly(true);
+    m_all = named(new QPushButton(QStringLiteral("Select &All")), "BTN_SelectAll");
+    Butten_Import = named(new QPushButton(QStringLiteral("&Import")), "Butten_Import");
+    Butten_Cancel = named(new QPushButton(QStringLiteral("Cancel")), "Butten_Cancel");
+    for (QPushButton* button : {m_all, Butten_Import, Butten_Cancel}) button->setAutoDefault(false);
+    connect(m_all, &QPushButton::clicked, Files_Dos, &QListWidget::selectAll);
+    connect(Butten_Import, &QPushButton::clicked, this, &Import::Butten_Import_Click);
+    connect(Butten_Cancel, &QPushButton::clicked, this, &Import::Butten_Cancel_Click);
+    connect(Drive_Dos, &QComboBox::activated, this, &Import::Drive_Dos_Change);
+    connect(Dir_Dos, &QListWidget::itemActivated, this, &Import::Dir_Dos_DblClick);
+    connect(Files_Dos, &QListWidget::itemSelectionChanged, this, &Import::Files_Dos_Click);
+}
+
+QLayout* Import::makeProgress() {
+    Import_Ind = named(new QLabel, "Import_Ind");
+    Import_Ind->setTextFormat(Qt::PlainText);
+    Import_Bar = named(new QProgressBar, "Import_Bar");
+    Import_Bar->setTextVisible(false);
+    Import_Bar->setAccessibleName(QStringLiteral("Progress of the file"));
+    Import_Percent = named(valueLabel(QStringLiteral("100%")), "Import_Percent");
+    return row({{Import_Ind, 1}, {Import_Bar, 1}, Import_Percent});
+}
+
+void Import::makeLayout() {
+    const int letter = fontMetrics().averageCharWidth();
+    Dir_Dos->setMinimumSize(letter * 26, 260);
+    Files_Dos->setMinimumSize(letter * 26, 260);
+    Data_Files_List->setMinimumSize(letter * 42, 260);
+    auto* lists = new QGridLayout;
+    lists->setHorizontalSpacing(12);
+    lists->addLayout(row({buddyLabel(QStringLiteral("&Drive:"), Drive_Dos), {Drive_Dos, 1}}), 0, 0);
+    lists->addWidget(Dir_Dos, 1, 0);
+    lists->addLayout(
+        row({buddyLabel(QStringLiteral("&Files:"), Files_Dos), LayoutPart::room(), m_all}), 0, 1);
+    lists->addWidget(Files_Dos, 1, 1);
+    lists->addWidget(buddyLabel(QStringLiteral("&Known runs:"), Data_Files_List), 0, 2);
+    lists->addWidget(Data_Files_List, 1, 2);
+    lists->setColumnStretch(0, 2);
+    lists->setColumnStretch(1, 2);
+    lists->setColumnStretch(2, 3);
+    lists->setRowStretch(1, 1);
+    auto* all = column({LAB_CurrentDir, {lists, 1},
+        row({buddyLabel(QStringLiteral("&Name:"), Import_Name), {Import_Name, 1}}), makeProgress(),
+        row({LayoutPart::room(), Butten_Import, Butten_Cancel})});
+    all->setContentsMargins(16, 14, 16, 14);
+    all->setSpacing(10);
+    setLayout(all);
+    for (QWidget* next = Drive_Dos;
+         QWidget * widget : {static_cast<QWidget*>(Dir_Dos), static_cast<QWidget*>(Files_Dos),
+             static_cast<QWidget*>(m_all), static_cast<QWidget*>(Data_Files_List),
+             static_cast<QWidget*>(Import_Name), static_cast<QWidget*>(Butten_Import),
+             static_cast<QWidget*>(Butten_Cancel)}) {
+        setTabOrder(next, widget);
+        next = widget;
+    }
+}
+
+// --- Opening and closing
+
+void Import::open(ImportMode mode) {
+    m_mode = mode;
+    setWindowTitle(importCaption(mode));
+    m_import.Data_File();
+    clearProgress();
+    Import_Ind->clear();
+    Drive_Dos->clear();
+    const QStringList drives = driveList();
+    for (const QString& drive : drives) Drive_Dos->addItem(QDir::toNativeSeparators(drive), drive);
+    const QString last = kept<Import>().folder;
+    goTo(QDir(last).exists() && !last.isEmpty() ? last : QDir::homePath());
+    Files_Dos->setFocus();
+    showModal(*this);
+}
+
+// While a batch is at work it ends that, and the form stays to say what is in.
+void Import::Butten_Cancel_Click() {
+    if (m_import.running()) return m_import.Cancel();
+    unload<Import>();
+}
+
+// --- Drives, folders and files
+
+void Import::goTo(const QString& folder) {
+    m_folder = folder;
+    kept<Import>().folder = folder;
+    LAB_CurrentDir->setText(QDir::toNativeSeparators(folder));
+    LAB_CurrentDir->setToolTip(Qt::convertFromPlainText(LAB_CurrentDir->text()));
+    QStringList drives;
+    for (int i = 0; i < Drive_Dos->count(); ++i) drives << Drive_Dos->itemData(i).toString();
+    Drive_Dos->setCurrentIndex(Drive_Dos->findData(driveOf(folder, drives)));
+    Dir_Dos->clear();
+    Dir_Dos->addItems(folderList(folder));
+    Dir_Dos->setCurrentRow(0);
+    Files_Dos->clear();
+    Files_Dos->addItems(fileList(folder, importPattern(m_mode)));
+    Files_Dos_Click();
+}
+
+void Import::Drive_Dos_Change() {
+    goTo(Drive_Dos->currentData().toString());
+}
+
+void Import::Dir_Dos_DblClick() {
+    if (const QListWidgetItem* item = Dir_Dos->currentItem())
+        goTo(subFolder(m_folder, item->text()));
+}
+
+void Import::Files_Dos_Click() {
+    const auto selected = Files_Dos->selectedItems();
+    Butten_Import->setEnabled(!selected.isEmpty());
+    m_all->setEnabled(Files_Dos->count() > 0);
+    Import_Name->setText(selected.size() == 1 ? selected.front()->text()
+                         : selected.isEmpty() ? QString()
+                                              : QStringLiteral("%1 files").arg(selected.size()));
+}
+
+// --- The import
+
+void Import::setBusy(bool busy) {
+    for (QWidget* widget : {static_cast<QWidget*>(Drive_Dos), static_cast<QWidget*>(Dir_Dos),
+             static_cast<QWidget*>(Files_Dos), static_cast<QWidget*>(m_all),
+             static_cast<QWidget*>(Butten_Import)})
+        widget->setEnabled(!busy);
+    if (!busy) Files_Dos_Click();
+}
+
+void Import::Butten_Import_Click() {
+    std::vector<std::string> names;
+    for (int i = 0; i < Files_Dos->count(); ++i) {
+        if (Files_Dos->item(i)->isSelected())
+            names.push_back(typedPath(Files_Dos->item(i)->text()));
+    }
+    if (names.empty() || m_import.running()) return;
+    setBusy(true);
+    Butten_Cancel->setFocus();
+    const auto batch = m_import.Butten_Import(m_mode, typedPath(m_folder), names);
+    setBusy(false);
+    Import_Ind->setText(importSummary(batch));
+    Files_Dos->setFocus();
+}
+
+void Import::showFile(const std::string& name, int number, int files) {
+    Import_Name->setText(shownPath(name));
+    Import_Ind->setText(QStringLiteral("File %1 of %2").arg(number).arg(files));
+}
+
+void Import::setProgress(int row, int rows) {
+    const int percent = row * wholePercent / rows;
+    Import_Bar->setRange(0, rows);
+    Import_Bar->setValue(row);
+    Import_Percent->setText(QStringLiteral("%1%").arg(percent));
+    if (percent % yieldStep == 0) platform::services().yield->turns(1);
+}
+
+void Import::clearProgress() {
+    Import_Bar->reset();
+    Import_Percent->clear();
+}
+
+void Import::showRuns() {
+    QStringList descriptions;
+    for (const core::RunIndexEntry& one : library::runList().rows())
+        descriptions << shown(one.Description);
+    m_runs.setStringList(descriptions);
+}
+
+} // namespace kvo::forms

@@ -1,0 +1,74 @@
+#pragma once
+// Import: the form on which the user picks files from elsewhere that become runs of this program.
+// The course is library/import; the form shows drives, folders, files, the known runs and how far
+// the import is.
+#include "library/import.h"
+#include "platform/qt/form_kit.h"
+
+#include <QDialog>
+#include <QStringListModel>
+
+class QComboBox;
+class QLabel;
+class QLineEdit;
+class QListView;
+class QListWidget;
+class QProgressBar;
+class QPushButton;
+
+namespace kvo::forms {
+
+class Import : public QDialog, private library::ImportView {
+    Q_OBJECT
+
+public:
+    // The folder that was looked at last.
+    struct Kept {
+        QString folder;
+    };
+
+    Import();
+
+    // Form_Load: sets the form for files of this program, or for those of the older one.
+    void open(library::ImportMode mode);
+    // The folder that the lists show.
+    void goTo(const QString& folder);
+
+    void Butten_Import_Click();
+    void Butten_Cancel_Click();
+    void reject() override { Butten_Cancel_Click(); }
+
+private:
+    void makeControls();
+    void makeLayout();
+    QLayout* makeProgress();
+    void Drive_Dos_Change();
+    void Dir_Dos_DblClick();
+    void Files_Dos_Click();
+    void setBusy(bool busy);
+
+    // library::ImportView
+    void showFile(const std::string& name, int number, int files) override;
+    void setProgress(int row, int rows) override;
+    void clearProgress() override;
+    void showRuns() override;
+
+    library::ImportMode m_mode = library::ImportMode::windows;
+    library::Import m_import;
+    QString m_folder;
+    QStringListModel m_runs;
+    QComboBox* Drive_Dos = nullptr;
+    QListWidget* Dir_Dos = nullptr;
+    QListWidget* Files_Dos = nullptr;
+    QListView* Data_Files_List = nullptr;
+    QLabel* LAB_CurrentDir = nullptr;
+    QLineEdit* Import_Name = nullptr;
+    QLabel* Import_Ind = nullptr;
+    QProgressBar* Import_Bar = nullptr;
+    QLabel* Import_Percent = nullptr;
+    QPushButton* m_all = nullptr;
+    QPushButton* Butten_Import = nullptr;
+    QPushButton* Butten_Cancel = nullptr;
+};
+
+} // namespace kvo::forms
