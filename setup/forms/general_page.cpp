@@ -78,6 +78,7 @@ GeneralPage::GeneralPage() {
     all->setContentsMargins(0, 6, 0, 0);
     all->setSpacing(12);
     setLayout(all);
+    setFocusProxy(Driver); // who opens the form may type a name at once
 }
 
 QWidget* GeneralPage::makeVehicle() {

@@ -113,6 +113,7 @@ void SetupSoftware::Form_Load() {
     m_values = setup::loadSetup(core::state().Config);
     for (SetupPage* page : pages()) page->showValues(m_values);
     Edit_Gears->load();
+    General->setFocus();
 }
 
 void SetupSoftware::collect() {

@@ -51,6 +51,13 @@ private slots:
         }
     }
 
+    void theFirstLettersAreTheDriversName() {
+        auto& setup = open();
+        QVERIFY(box("Driver").hasFocus());
+        QTest::keyClicks(setup.focusWidget(), QStringLiteral("Ann"));
+        QCOMPARE(box("Driver").text(), QStringLiteral("Ann"));
+    }
+
     void theKeysOfATabbedWindowTurnThePages() {
         auto& setup = open();
         auto& tabs = part<QTabBar>("TabStrip1");
