@@ -6,7 +6,6 @@
 #include <QEvent>
 #include <QFocusEvent>
 #include <QLineEdit>
-#include <QValidator>
 
 #include <utility>
 
@@ -35,29 +34,6 @@ public:
 
 private:
     bool m_byMouse = false;
-};
-
-bool inFiles(QChar letter) {
-    return letter == QLatin1Char('?') || typed(QString(letter)) != "?";
-}
-
-class FileLetters : public QValidator {
-public:
-    explicit FileLetters(QLineEdit* box) : QValidator(box), m_before(box->text()) {
-        connect(box, &QLineEdit::textChanged, this, [this](const QString& now) { m_before = now; });
-    }
-    State validate(QString& text, int&) const override {
-        const bool oneKey = text.size() <= m_before.size() + 1;
-        for (QChar& letter : text) {
-            if (inFiles(letter)) continue;
-            if (oneKey) return Invalid;
-            letter = QLatin1Char('?');
-        }
-        return Acceptable;
-    }
-
-private:
-    QString m_before;
 };
 
 class CheckFilter : public QObject {
@@ -98,10 +74,6 @@ private:
 
 void selectOnFocus(QLineEdit* box) {
     box->installEventFilter(new SelectFilter(box));
-}
-
-void onlyFileLetters(QLineEdit* box) {
-    box->setValidator(new FileLetters(box));
 }
 
 void checkOnLeave(QLineEdit* box, LeaveCheck check) {

@@ -1,6 +1,7 @@
 #pragma once
 // Text boxes of the option forms: what they select when the focus comes, what they take while the
 // user types, and the checks as the user leaves them.
+#include "platform/qt/file_letters.h"
 #include "setup/option_rows.h"
 
 #include <functional>
@@ -14,10 +15,6 @@ namespace kvo::forms {
 // GotFocus: the whole text is selected, also where the mouse brought the focus without marking a
 // part of the text.
 void selectOnFocus(QLineEdit* box);
-
-// The box takes the letters that a file can hold. A key with another one does nothing; in a text
-// that is pasted it becomes "?".
-void onlyFileLetters(QLineEdit* box);
 
 // LostFocus: `check` judges the text. What it refuses is set as it says, with its beep, and the
 // focus goes back into the box.

@@ -46,7 +46,7 @@ private slots:
         }
         for (QLineEdit* box : {m_first, m_second}) {
             forms::selectOnFocus(box);
-            forms::onlyFileLetters(box);
+            platform_qt::onlyFileLetters(box);
             forms::checkOnLeave(box, atMostThree);
         }
         m_window->show();
