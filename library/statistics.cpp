@@ -162,6 +162,13 @@ StatisticsRow temperatureRow(const ChannelStatistics& channel, int exhaustUnit) 
     return {text(channel.Min), text(channel.Max), channel.Ave ? text(*channel.Ave) : "", true};
 }
 
+// What stands behind "Data File:", up to the overlay's name.
+std::string nameInGraph(std::string_view graphCaption) {
+    constexpr std::size_t first = 10;
+    const std::string_view named = graphCaption.substr(0, graphCaption.find("Overlay File:"));
+    return named.size() > first ? std::string(named.substr(first)) : std::string();
+}
+
 } // namespace
 
 RunStatistics Cal(const core::OpenRun& run, std::string_view Text_ET) {
@@ -190,11 +197,11 @@ StatisticsTexts statisticsTexts(const RunStatistics& statistics, const core::Ope
 }
 
 std::string statisticsCaption(std::string_view graphCaption) {
-    constexpr std::size_t first = 10; // the name begins behind "Data File:"
-    const std::string_view named = graphCaption.substr(0, graphCaption.find("Overlay File:"));
-    std::string caption = " Statistics For : ";
-    if (named.size() > first) caption += named.substr(first);
-    return caption;
+    return " Statistics For : " + nameInGraph(graphCaption);
+}
+
+std::string infoCaption(std::string_view graphCaption) {
+    return "Info For : " + nameInGraph(graphCaption);
 }
 
 std::optional<std::string> horsepower(std::string_view Et, float Weight_F) {

@@ -58,6 +58,8 @@ StatisticsTexts statisticsTexts(const RunStatistics& statistics, const core::Ope
 
 // Caption of the form from that of the graph.
 std::string statisticsCaption(std::string_view graphCaption);
+// Caption of the info of the run in the graph, from that of the graph.
+std::string infoCaption(std::string_view graphCaption);
 
 // Rear wheel horsepower from elapsed time (seconds, as typed) and weight; nothing unless both are
 // above 0: the label then stays as it is.

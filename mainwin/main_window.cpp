@@ -1,5 +1,6 @@
 #include "mainwin/main_window.h"
 
+#include "core/basic/numbers.h"
 #include "core/config.h"
 #include "core/forms/doors.h"
 #include "core/shared_state.h"
@@ -140,6 +141,12 @@ void VrnWin32::Mnu_Import_Click(int item) {
     doors().importRuns(item == 0);
 }
 
+void VrnWin32::Mnu_EnterRunInfo_Click() {
+    const MainMenusDisabled off;
+    if (const auto run = doors().chooseRun("Load", "Load Data File"))
+        doors().showInfo(run->path, "Info For: " + core::rightTrimmed(run->description));
+}
+
 void VrnWin32::Mnu_Exit_Click() {
     close();
 }
@@ -184,6 +191,11 @@ void VrnWin32::Mnu_SetupSoftware_Click() {
     }
     state.ConfigKnown = true;
     doors().showSoftwareSetup();
+}
+
+void VrnWin32::Mnu_EditVSetup_Click() {
+    const MainMenusDisabled off;
+    doors().editVehicleSetup();
 }
 
 void VrnWin32::Mnu_UpDate_Click() {

@@ -46,6 +46,7 @@ private:
     void Mnu_TimeGraph_Click();
     void Mnu_DeleteRun_Click();
     void Mnu_Import_Click(int item);
+    void Mnu_EnterRunInfo_Click();
     void Mnu_Exit_Click();
     void Mnu_DownloadData_Click();
     void Mnu_PitRun_Click();
@@ -53,6 +54,7 @@ private:
     void MnuConversions_Click();
     void Mnu_ConfigureComputer_Click();
     void Mnu_SetupSoftware_Click();
+    void Mnu_EditVSetup_Click();
     void Mnu_UpDate_Click();
     void Mnu_AboutVrn_Click();
 

@@ -9,6 +9,7 @@
 #include "core/start.h"
 #include "graph/forms/data_graph.h"
 #include "library/forms/import_form.h"
+#include "library/forms/info.h"
 #include "library/forms/load_file.h"
 #include "library/forms/run_statistics.h"
 #include "library/forms/time_graph.h"
@@ -130,6 +131,10 @@ void openDoors() {
     all.findLoggerPort = [] { return PortSearch().search(); };
     all.describePorts = [] { return link::describePorts(*platform::services().port); };
     all.loadLogo = loadLogo;
+    all.showInfo = [](const std::string& runPath, const std::string& caption) {
+        form<Info>().editRun(runPath, caption);
+    };
+    all.editVehicleSetup = [] { form<Info>().editSetupDefaults(); };
     all.showCalculator = [](int sum) { form<CalcForm>().open(sum); };
     all.showConversions = [] { form<Conversions>().showForMainWindow(); };
     all.openConversions = [] { form<Conversions>().showOverForm(); };

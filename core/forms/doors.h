@@ -109,6 +109,11 @@ struct Doors {
     Door<std::optional<int>()> findLoggerPort{"findLoggerPort"};
     // What stands behind the ports 1 to 16 now, and whether it is free: a line each, UTF-8.
     Door<std::vector<std::string>()> describePorts{"describePorts"};
+    // What the user records of a run file, by its path, modal under this caption. Whoever shows the
+    // run's times reads them again afterwards.
+    Door<void(const std::string&, const std::string&)> showInfo{"showInfo"};
+    // The defaults of the vehicle's setup, modal.
+    Door<void()> editVehicleSetup{"editVehicleSetup"};
     // A calculator, modal: the sum at this place of the table of calc/engine.
     Door<void(int)> showCalculator{"showCalculator"};
     // The unit convertor in the main window's place, not modal.

@@ -2,11 +2,13 @@
 #include "graph/forms/data_graph.h"
 
 #include "core/forms/doors.h"
+#include "core/run_info.h"
 #include "core/shared_state.h"
 #include "graph/forms/channel_panel.h"
 #include "graph/forms/data_graph_needs.h"
 #include "graph/forms/graph_surface.h"
 #include "graph/layout.h"
+#include "library/statistics.h"
 #include "platform/qt/form_kit.h"
 #include "platform/qt/text.h"
 #include "platform/services.h"
@@ -257,6 +259,15 @@ void DataGraph::showChannelsForType(int dataType) {
 
 // --- Commands
 
+// The times that were typed there stand in the window at once.
+void DataGraph::Mnu_Info_Click() {
+    core::OpenRun& run = core::state().Run;
+    const GraphMenusDisabled off;
+    doors().showInfo(run.path, library::infoCaption(caption()));
+    run.times = core::LoadRunTimes(run.infoPath, *platform::services().files);
+    showState();
+}
+
 void DataGraph::Mnu_Statistics_Click() {
     GraphTexts texts;
     texts.caption = caption();
@@ -264,6 +275,7 @@ void DataGraph::Mnu_Statistics_Click() {
     texts.analogNames = analogCaptions();
     const GraphMenusDisabled off;
     doors().showStatistics(texts);
+    showState(); // the info may have been opened from there
 }
 
 void DataGraph::Mnu_TimeGraph_Click() {

@@ -57,6 +57,7 @@ public:
     // The configuration is saved when the window goes.
     void keepOptions();
 
+    void Mnu_Info_Click();
     void Mnu_Statistics_Click();
     void Mnu_TimeGraph_Click();
     void Mnu_ImportFiles_Click(int item);

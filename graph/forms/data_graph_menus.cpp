@@ -36,7 +36,7 @@ std::span<const Menus> menuRows() {
         {"Mnu_File", "&Overlay Data File", "Mnu_Overlay", &G::Mnu_Overlay_Click, {.needs = run}},
         {"Mnu_File", "<<<<", "GraphChange(0)", {&G::GraphChange_Click, 0}, {.needs = runBefore, .shortcut = "Ctrl+PgUp"}},
         {"Mnu_File", ">>>>", "GraphChange(1)", {&G::GraphChange_Click, 1}, {.needs = runBehind, .shortcut = "Ctrl+PgDown"}},
-        {"Mnu_File", "&Info...", "Mnu_Info", {}, {.needs = run, .line = true}},
+        {"Mnu_File", "&Info...", "Mnu_Info", &G::Mnu_Info_Click, {.needs = run, .line = true}},
         {"Mnu_File", "&Statistics", "Mnu_Statistics", &G::Mnu_Statistics_Click, {.needs = run}},
         {"Mnu_File", "&Time Graph", "Mnu_TimeGraph", &G::Mnu_TimeGraph_Click},
         {"Mnu_File", "&Delete Run", "Mnu_DeleteRun", &G::Mnu_DeleteRun_Click, {.line = true}},

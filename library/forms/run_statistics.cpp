@@ -1,5 +1,6 @@
 #include "library/forms/run_statistics.h"
 
+#include "core/run_info.h"
 #include "core/shared_state.h"
 #include "library/statistics.h"
 #include "platform/qt/qt_printer.h"
@@ -98,10 +99,10 @@ QWidget* Statistics::makeChannels() {
 
 void Statistics::makeLayout() {
     Buttin_Info = named(new QPushButton(QStringLiteral("&Info...")), "Buttin_Info");
-    Buttin_Info->setEnabled(false); // the info form is not there yet
     Print_Button = named(new QPushButton(QStringLiteral("&Print")), "Print_Button");
     BUT_Close = named(new QPushButton(QStringLiteral("&Close")), "BUT_Close");
     BUT_Close->setDefault(true);
+    connect(Buttin_Info, &QPushButton::clicked, this, &Statistics::Buttin_Info_Click);
     connect(Print_Button, &QPushButton::clicked, this, &Statistics::Print_Button_Click);
     connect(BUT_Close, &QPushButton::clicked, this, &Statistics::BUT_Close_Click);
     auto* all = column({{row({makeTrack(), {makeChannels(), 1}}), 1},
@@ -119,9 +120,15 @@ void Statistics::fill(const Line& line, const library::StatisticsRow& row) {
 }
 
 void Statistics::showRun(const GraphTexts& graph) {
-    core::SharedState& state = core::state();
+    m_graph = graph;
     setWindowTitle(shown(library::statisticsCaption(graph.caption)));
-    const core::TrackTimes& times = graph.times;
+    fillLabels();
+    showModal(*this);
+}
+
+void Statistics::fillLabels() {
+    core::SharedState& state = core::state();
+    const core::TrackTimes& times = m_graph.times;
     const library::RunStatistics statistics = library::Cal(state.Run, times.Text_ET);
     const library::StatisticsTexts texts =
         library::statisticsTexts(statistics, state.Run, state.Config.Exhaust, state.AnalogPicture);
@@ -137,13 +144,22 @@ void Statistics::showRun(const GraphTexts& graph) {
     fill(m_input, texts.Input);
     fill(m_pinion, texts.Pinion);
     for (int c = 1; c <= 8; ++c) {
-        m_analog[c].name->setText(shown(graph.analogNames[c]));
+        m_analog[c].name->setText(shown(m_graph.analogNames[c]));
         fill(m_analog[c], texts.A[c]);
         fill(m_exhaust[c], texts.E[c]);
     }
     if (const auto power = library::horsepower(times.Text_ET, state.Config.Weight_F))
         Horsepower->setText(shown(*power));
-    showModal(*this);
+}
+
+// Times that are typed there change the range, and with it every figure.
+void Statistics::Buttin_Info_Click() {
+    core::OpenRun& run = core::state().Run;
+    doors().showInfo(run.path, library::infoCaption(m_graph.caption));
+    run.times = core::LoadRunTimes(run.infoPath, *platform::services().files);
+    m_graph.times = run.times;
+    Horsepower->clear();
+    fillLabels();
 }
 
 void Statistics::BUT_Close_Click() {

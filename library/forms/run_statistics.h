@@ -29,6 +29,7 @@ public:
 
     void reject() override { BUT_Close_Click(); }
 
+    void Buttin_Info_Click();
     void BUT_Close_Click();
     void Print_Button_Click();
 
@@ -45,8 +46,10 @@ private:
     QWidget* makeChannels();
     Line makeLine(QGridLayout& grid, const QString& caption, const QString& name, int index);
     QLabel* makeTrackLine(QGridLayout& grid, const QString& caption, const char* name);
+    void fillLabels();
     static void fill(const Line& line, const library::StatisticsRow& row);
 
+    GraphTexts m_graph;
     QLabel* ET60 = nullptr;
     QLabel* Et330 = nullptr;
     QLabel* ET660 = nullptr;

@@ -1,5 +1,7 @@
 // How the parts of the graph window hang together: what must follow a click, a load, a delete or a
 // change of size, so that no call between them can be dropped without a red test.
+#include "core/forms/doors.h"
+#include "core/paths.h"
 #include "core/run_file.h"
 #include "core/run_info.h"
 #include "graph/forms/channel_cell.h"
@@ -73,9 +75,61 @@ class DataGraphWiringTest : public QObject, private testing::GraphWindow {
         }
     }
 
+    // What the user does in the info form: times are typed and saved.
+    void infoTakes(const core::RunInfo& info, std::string& caption) {
+        doors().showInfo = [&, info](const std::string& path, const std::string& title) {
+            caption = title;
+            QVERIFY(!menuEnabled("Mnu_File"));
+            QVERIFY(core::SaveRunInfo("/kvo", core::infoFilePath(path), path, info, files()).done);
+        };
+    }
+
 private slots:
     void init() { begin(); }
     void cleanup() { QCOMPARE(end(), QString()); }
+
+    // --- The info of the run
+
+    void timesTypedInTheInfoStandInTheBoxes() {
+        store(32, 1);
+        openByChooser(taking(1));
+        core::RunInfo info;
+        const std::vector<std::pair<const char*, std::string core::RunInfo::*>> times{
+            {"Text_60FootTime", &core::RunInfo::Text_60FootTime},
+            {"Text_330FootTime", &core::RunInfo::Text_330FootTime},
+            {"Text_660FootTime", &core::RunInfo::Text_660FootTime},
+            {"Text_660FootSpeed", &core::RunInfo::Text_660FootSpeed},
+            {"Text_1000FootTime", &core::RunInfo::Text_1000FootTime},
+            {"Text_ET", &core::RunInfo::Text_ET}};
+        for (const auto& [name, member] : times) info.*member = std::string("1.") + name[5];
+        info.Text_ET = "7.31";
+        std::string caption;
+        infoTakes(info, caption);
+        command("Mnu_Info").trigger();
+        QCOMPARE(caption, "Info For :  " + core::baseName(pathOf(1)));
+        QVERIFY(menuEnabled("Mnu_File"));
+        for (const auto& [name, member] : times) QCOMPARE(text(name).toStdString(), info.*member);
+        info.Text_ET = "7.44";
+        infoTakes(info, caption);
+        press("Info");
+        QCOMPARE(text("Text_ET"), QStringLiteral("7.44"));
+    }
+
+    void theInfoIsOfTheRunUnderAnOverlay() {
+        for (const int number : {1, 2}) store(32, number);
+        openOverlaid();
+        std::string caption;
+        infoTakes({}, caption);
+        command("Mnu_Info").trigger();
+        QCOMPARE(caption, "Info For :  " + core::baseName(pathOf(2)) + "    ");
+    }
+
+    void timesTypedFromTheStatisticsStandInTheBoxes() {
+        open(32);
+        doors().showStatistics = [this](const GraphTexts&) { state().Run.times.Text_ET = "9.9"; };
+        command("Mnu_Statistics").trigger();
+        QCOMPARE(text("Text_ET"), QStringLiteral("9.9"));
+    }
 
     // --- Channels and colours
 

@@ -62,6 +62,8 @@ std::array<bool, doorCount> openOnes() {
         all.loadLogo.isOpen(),
         all.findLoggerPort.isOpen(),
         all.describePorts.isOpen(),
+        all.showInfo.isOpen(),
+        all.editVehicleSetup.isOpen(),
         all.showCalculator.isOpen(),
         all.showConversions.isOpen(),
         all.openConversions.isOpen(),

@@ -1,6 +1,7 @@
 // VrnWin32: menus, toolbar, sizes, and the commands that are its own.
 #include "calc/engine.h"
 #include "calc/forms/conversions.h"
+#include "core/forms/doors.h"
 #include "core/run_index.h"
 #include "graph/forms/data_graph.h"
 #include "library/forms/time_graph.h"
@@ -239,8 +240,8 @@ private slots:
         }
         QVERIFY(menusEnabled());
         // A command without its form stays disabled through all that.
-        QVERIFY(!command("Mnu_EnterRunInfo").isEnabled());
-        QVERIFY(!control<QToolButton>(form<VrnWin32>(), "EnterRunInfo").isEnabled());
+        QVERIFY(!command("Mnu_Help(1)").isEnabled());
+        QVERIFY(!control<QToolButton>(form<VrnWin32>(), "Help").isEnabled());
         QVERIFY(command("Mnu_DownloadData").isEnabled());
         QVERIFY(control<QToolButton>(form<VrnWin32>(), "DownloadData").isEnabled());
     }
@@ -488,7 +489,7 @@ private slots:
         form<VrnWin32>().commands().press("Download");
         form<VrnWin32>().commands().press("");
         form<VrnWin32>().commands().press("pitrun");
-        form<VrnWin32>().commands().press("EnterRunInfo"); // has no form yet
+        form<VrnWin32>().commands().press("Help"); // has no form yet
         bool came = false;
         onModal([&came](QWidget* modal) {
             came = true;

@@ -1,4 +1,5 @@
 // Statistics: its labels, its print, and a range that fails.
+#include "core/run_info.h"
 #include "library/forms/run_statistics.h"
 #include "tests/forms/support/form_test_main.h"
 #include "tests/forms/support/test_program.h"
@@ -117,6 +118,36 @@ private slots:
             escape(dialog);
         });
         form<Statistics>().showRun(m_texts);
+    }
+
+    // Times typed in the info change the range, and with it the figures.
+    void theInfoIsEditedFromHere() {
+        core::OpenRun& run = m_program->state.Run;
+        run.path = "/kvo/Data/26111514.52d";
+        run.infoPath = core::infoFilePath(run.path);
+        core::RunInfo info;
+        int opened = 0;
+        forms::doors().showInfo = [&](const std::string& path, const std::string& caption) {
+            ++opened;
+            QCOMPARE(path, run.path);
+            QCOMPARE(caption, std::string("Info For :  26111514.52d"));
+            QVERIFY(core::SaveRunInfo("/kvo", run.infoPath, path, info, m_program->files).done);
+        };
+        onModal([&](QWidget*) {
+            info.Text_ET = "9.5";
+            click("Buttin_Info");
+            QCOMPARE(label("Et"), QStringLiteral("9.5"));
+            QCOMPARE(label("ET60"), QString());
+            QCOMPARE(label("Rpm_Max"), QStringLiteral(" 950"));
+            QCOMPARE(label("Range"), QStringLiteral("0.00 to 8.70 s"));
+            QCOMPARE(run.times.Text_ET, std::string("9.5"));
+            info.Text_ET.clear();
+            click("Buttin_Info");
+            QCOMPARE(label("Horsepower"), QString());
+            click("BUT_Close");
+        });
+        form<Statistics>().showRun(m_texts);
+        QCOMPARE(opened, 2);
     }
 
     void printsAPictureOfItself() {

@@ -198,6 +198,11 @@ TEST_F(Statistics, captionDropsTheOverlay) {
     EXPECT_EQ(statisticsCaption("short"), " Statistics For : ");
 }
 
+TEST_F(Statistics, theInfoIsOfTheSameName) {
+    EXPECT_EQ(infoCaption("Data File: 26111514.52d"), "Info For :  26111514.52d");
+    EXPECT_EQ(infoCaption("Data File: one    Overlay File: two"), "Info For :  one    ");
+}
+
 TEST_F(Statistics, horsepowerWantsTimeAndWeight) {
     EXPECT_EQ(horsepower("8.5", 2000), "643");
     EXPECT_EQ(horsepower("", 2000), std::nullopt);
