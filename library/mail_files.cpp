@@ -13,6 +13,8 @@ namespace {
 using platform::MailOutcome;
 using platform::WriteResult;
 
+constexpr const char* untilTheEnd = "\nThey stay there until Kvo is closed.";
+
 bool isPlain(char c) {
     return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '.' ||
            c == '_' || c == '-';
@@ -98,6 +100,21 @@ std::string mailBody(const MailProduct& product, std::string_view text) {
            "  ( Kvo available at: " + product.address + " )\r\n\r\n" + linesWithCrLf(text) + "\r\n";
 }
 
+std::string handedOverText(const SentMail& sent) {
+    std::string text =
+        "The message was handed to your mail program. Complete it and send it there.";
+    if (sent.folder.empty()) return text;
+    return text +
+           "\n\nSome mail programs leave the files out. If they are missing, attach them from\n" +
+           sent.folder + untilTheEnd;
+}
+
+std::string notHandedOverText(const SentMail& sent) {
+    const std::string text = sent.result.message + "\n\nCopy the text into a mail of your own";
+    if (sent.folder.empty()) return text + ".";
+    return text + " and attach the files from\n" + sent.folder + untilTheEnd;
+}
+
 SentMail SendFile(const MailOrder& order, platform::Files& files, platform::Mail& mail) {
     SentMail sent;
     sent.draft.subject = "Kvo Data File/s.";
@@ -111,6 +128,8 @@ SentMail SendFile(const MailOrder& order, platform::Files& files, platform::Mail
     for (const core::RunIndexEntry& run : order.runs) {
         if (const auto copied = copies.add(run); !copied) {
             sent.result = failedMail(copied.message);
+            sent.folder.clear(); // what is there is not all
+            sent.draft.attachments.clear();
             return sent;
         }
     }

@@ -30,12 +30,16 @@ struct MailOrder {
 struct SentMail {
     platform::MailResult result;
     platform::MailDraft draft;
-    std::string folder; // empty where no copies were made
+    std::string folder; // empty where there are no whole copies
 };
 
 // Copies each run and its info file, where it has one, and hands them to the mail program. A run
 // that cannot be copied fails the whole, and no mail program gets anything.
 SentMail SendFile(const MailOrder& order, platform::Files& files, platform::Mail& mail);
+
+// What the user is told of a mail that the mail program took, and of one that it did not; UTF-8.
+std::string handedOverText(const SentMail& sent);
+std::string notHandedOverText(const SentMail& sent);
 
 // The text of the mail; its lines end with CR LF. The version's last two numbers have no point
 // between them.

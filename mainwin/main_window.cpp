@@ -147,6 +147,14 @@ void VrnWin32::Mnu_EnterRunInfo_Click() {
         doors().showInfo(run->path, "Info For: " + core::rightTrimmed(run->description));
 }
 
+void VrnWin32::Mnu_copydata_Click(int index) {
+    const MainMenusDisabled off;
+    if (index == 0)
+        doors().copyRuns();
+    else
+        doors().mailRuns();
+}
+
 void VrnWin32::Mnu_Exit_Click() {
     close();
 }

@@ -47,6 +47,7 @@ private:
     void Mnu_DeleteRun_Click();
     void Mnu_Import_Click(int item);
     void Mnu_EnterRunInfo_Click();
+    void Mnu_copydata_Click(int index);
     void Mnu_Exit_Click();
     void Mnu_DownloadData_Click();
     void Mnu_PitRun_Click();

@@ -12,8 +12,16 @@ QString versionText() {
     return QStringLiteral("Version " KVO_VERSION);
 }
 
+std::string versionNumbers() {
+    return KVO_VERSION;
+}
+
+std::string makersPage() {
+    return "https://kvo.example";
+}
+
 std::string updatePage() {
-    return "https://kvo.example/update";
+    return makersPage() + "/update";
 }
 
 QPixmap vehiclePicture() {

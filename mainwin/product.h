@@ -3,10 +3,16 @@
 #include <QPixmap>
 #include <QString>
 
+#include <string>
+
 namespace kvo::forms {
 
 // "Version " and the program's three version numbers.
 QString versionText();
+// The three numbers joined by ".".
+std::string versionNumbers();
+// The makers' web address.
+std::string makersPage();
 // Address of the maker's update page.
 std::string updatePage();
 // The picture of the vehicle that the configuration names, from the program's folder; null if there

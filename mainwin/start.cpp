@@ -8,6 +8,8 @@
 #include "core/shared_state.h"
 #include "core/start.h"
 #include "graph/forms/data_graph.h"
+#include "library/forms/browser.h"
+#include "library/forms/copy.h"
 #include "library/forms/import_form.h"
 #include "library/forms/info.h"
 #include "library/forms/load_file.h"
@@ -21,6 +23,7 @@
 #include "link/port_list.h"
 #include "mainwin/about.h"
 #include "mainwin/main_window.h"
+#include "mainwin/product.h"
 #include "mainwin/splash.h"
 #include "mainwin/toolbar_icons.h"
 #include "platform/qt/application.h"
@@ -97,6 +100,16 @@ void refreshChooser(const std::string& fileName) {
     runs.chooseFile(fileName);
 }
 
+void mailRuns() {
+    form<Copy>().mailFiles({versionNumbers(), makersPage()});
+}
+
+std::optional<std::string> browseFolder() {
+    const auto folder = form<Browser>().browse();
+    unload<Browser>();
+    return folder;
+}
+
 } // namespace
 
 void openDoors() {
@@ -115,6 +128,9 @@ void openDoors() {
         form<Import>().open(
             ofThisProgram ? library::ImportMode::windows : library::ImportMode::dos);
     };
+    all.copyRuns = [] { form<Copy>().copyFiles(); };
+    all.mailRuns = mailRuns;
+    all.browseFolder = browseFolder;
     all.showStatistics = [](const GraphTexts& texts) { form<Statistics>().showRun(texts); };
     all.showVisibleOptions = showVisibleOptions;
     all.redrawGraph = redrawGraph;

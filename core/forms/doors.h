@@ -81,6 +81,11 @@ struct Doors {
     Door<void(const std::string&)> refreshChooser{"refreshChooser"};
     // The import of runs, modal: files of this program (true), or texts of the older one.
     Door<void(bool)> importRuns{"importRuns"};
+    // The form that copies runs to a folder, and the same form to send them by mail, modal.
+    Door<void()> copyRuns{"copyRuns"};
+    Door<void()> mailRuns{"mailRuns"};
+    // Looks for a folder, modal: its path, UTF-8. Empty where it was left without one.
+    Door<std::optional<std::string>()> browseFolder{"browseFolder"};
     // The statistics of the run in the graph window, modal.
     Door<void(const GraphTexts&)> showStatistics{"showStatistics"};
 

@@ -34,27 +34,6 @@ void tell(const platform::WriteResult& result) {
 
 } // namespace
 
-void RunRows::show(const std::vector<core::RunIndexEntry>* rows) {
-    beginResetModel();
-    m_rows = rows;
-    endResetModel();
-}
-
-int RunRows::rowCount(const QModelIndex& parent) const {
-    return parent.isValid() || m_rows == nullptr ? 0 : static_cast<int>(m_rows->size());
-}
-
-QVariant RunRows::data(const QModelIndex& index, int role) const {
-    if (role != Qt::DisplayRole || m_rows == nullptr) return {};
-    const core::RunIndexEntry& row = (*m_rows)[static_cast<std::size_t>(index.row())];
-    return shown(m_column == Column::description ? row.Description : row.FileName);
-}
-
-void RunRows::changed() {
-    beginResetModel();
-    endResetModel();
-}
-
 LoadFile::LoadFile() {
     setObjectName(QStringLiteral("LoadFile"));
     m_typedTimer.setSingleShot(true);

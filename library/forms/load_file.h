@@ -2,14 +2,12 @@
 // LoadFile: the modal form on which the user picks a run from the list of runs, deletes runs or
 // changes a run's description. It shows library/run_list, where the rows and the choice are.
 #include "core/open_run.h"
-#include "core/run_index.h"
+#include "library/forms/run_rows.h"
 
-#include <QAbstractListModel>
 #include <QDialog>
 #include <QTimer>
 
 #include <optional>
-#include <vector>
 
 class QLabel;
 class QLineEdit;
@@ -17,24 +15,6 @@ class QListView;
 class QPushButton;
 
 namespace kvo::forms {
-
-// The rows of the chooser; one column of the index at a time, so that 100,000 runs open at once.
-class RunRows : public QAbstractListModel {
-    Q_OBJECT
-
-public:
-    enum class Column { description, fileName };
-    explicit RunRows(Column column) : m_column(column) {}
-    void show(const std::vector<core::RunIndexEntry>* rows);
-    int rowCount(const QModelIndex& parent = {}) const override;
-    QVariant data(const QModelIndex& index, int role) const override;
-    // A row or the whole list has changed.
-    void changed();
-
-private:
-    Column m_column;
-    const std::vector<core::RunIndexEntry>* m_rows = nullptr;
-};
 
 class LoadFile : public QDialog {
     Q_OBJECT

@@ -327,6 +327,54 @@ private slots:
         QVERIFY(window.isVisible());
     }
 
+    void copyAndMailOpenTheOneFormInItsTwoLayouts() {
+        shownWindow();
+        const auto expectForm = [](const char* caption) {
+            onModal([caption](QWidget* modal) {
+                QVERIFY(menusDisabled());
+                QCOMPARE(modal->objectName(), QStringLiteral("Copy"));
+                QCOMPARE(modal->windowTitle(), QLatin1String(caption));
+                modal->close();
+            });
+        };
+        expectForm("Data File Copy");
+        command("Mnu_copydata(0)").trigger();
+        QVERIFY(menusEnabled());
+        expectForm("Email Files");
+        command("Mnu_copydata(1)").trigger();
+        QVERIFY(menusEnabled());
+        expectForm("Data File Copy");
+        QCOMPARE(userClick(&control<QToolButton>(form<VrnWin32>(), "CopyData")), QString());
+        QVERIFY(menusEnabled());
+    }
+
+    void aMailTellsTheProgramsVersionAndPage() {
+        shownWindow();
+        m_program->dialogs.expectBoxTitled("Email Files");
+        onModal([](QWidget* modal) {
+            QCOMPARE(userClick(&control<QPushButton>(*modal, "But_Copy")), QString());
+        });
+        command("Mnu_copydata(1)").trigger();
+        QCOMPARE(m_program->mail.drafts.size(), std::size_t(1));
+        QVERIFY(m_program->mail.drafts[0].body.find(
+                    "KVO Version 1.00  ( Kvo available at: https://kvo.example )") !=
+                std::string::npos);
+    }
+
+    void browseOpensTheFolderDialogue() {
+        shownWindow();
+        onModal([](QWidget* copy) {
+            onModal([](QWidget* modal) {
+                QCOMPARE(modal->objectName(), QStringLiteral("Browser"));
+                modal->close();
+            });
+            QCOMPARE(userClick(&control<QPushButton>(*copy, "But_Browse")), QString());
+            copy->close();
+        });
+        command("Mnu_copydata(0)").trigger();
+        QVERIFY(menusEnabled());
+    }
+
     void theUpdateQuestionOpensThePageOnYesOnly() {
         shownWindow();
         const std::string text =

@@ -89,6 +89,22 @@ TEST_F(MailFilesTest, aMissingRunSendsNothing) {
     EXPECT_NE(sent.draft.body.find("my words"), std::string::npos);
 }
 
+TEST_F(MailFilesTest, saysWhereTheFilesAreWhereThereAreAny) {
+    const std::string place = "from\n/copies/1\nThey stay there until Kvo is closed.";
+    const std::string handedOver = "handed to your mail program";
+    EXPECT_NE(handedOverText(send({"26111514.52d"})).find(handedOver), std::string::npos);
+    EXPECT_NE(handedOverText(send({"26111514.52d"})).find(place), std::string::npos);
+    EXPECT_EQ(handedOverText(send({})).find("from"), std::string::npos);
+    mail.result = {MailOutcome::noMailProgram, "none here"};
+    EXPECT_EQ(notHandedOverText(send({"26111514.52d"})),
+        "none here\n\nCopy the text into a mail of your own and attach the files " + place);
+    EXPECT_EQ(notHandedOverText(send({})), "none here\n\nCopy the text into a mail of your own.");
+    // Half of the files is no folder to attach from.
+    const SentMail half = send({"26111514.52d", "99123123.59d"});
+    EXPECT_EQ(half.folder, "");
+    EXPECT_TRUE(half.draft.attachments.empty());
+}
+
 TEST_F(MailFilesTest, aFullDiskOrNoFolderSendsNothing) {
     files.failWrites("/copies", MemoryFiles::Failure::fullDisk);
     SentMail sent = send({"26111514.52d"});

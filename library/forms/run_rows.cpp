@@ -1,0 +1,29 @@
+#include "library/forms/run_rows.h"
+
+#include "platform/qt/text.h"
+
+namespace kvo::forms {
+
+void RunRows::show(const std::vector<core::RunIndexEntry>* rows) {
+    beginResetModel();
+    m_rows = rows;
+    endResetModel();
+}
+
+int RunRows::rowCount(const QModelIndex& parent) const {
+    return parent.isValid() || m_rows == nullptr ? 0 : static_cast<int>(m_rows->size());
+}
+
+QVariant RunRows::data(const QModelIndex& index, int role) const {
+    if (role != Qt::DisplayRole || m_rows == nullptr) return {};
+    const core::RunIndexEntry& row = (*m_rows)[static_cast<std::size_t>(index.row())];
+    const std::string& text = m_column == Column::description ? row.Description : row.FileName;
+    return platform_qt::shown(text);
+}
+
+void RunRows::changed() {
+    beginResetModel();
+    endResetModel();
+}
+
+} // namespace kvo::forms
