@@ -60,7 +60,7 @@ void Copy::makeLists() {
     File_List->setAlternatingRowColors(true);
     File_List->setToolTip(
         QStringLiteral("Ctrl or Shift and a click select several runs, Ctrl+A selects all."));
-    File_List->setMinimumSize(File_List->fontMetrics().averageCharWidth() * 70, 200);
+    File_List->setMinimumSize(File_List->fontMetrics().averageCharWidth() * 90, 200);
     Path_List = list(m_names, "Path_List");
     Path_List->hide();
     Path_List->setParent(this);
@@ -84,9 +84,6 @@ void Copy::makeBoxes() {
     Copy_Label->setWordWrap(true);
     Copy_Label->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     Copy_Label->setMinimumHeight(Copy_Label->fontMetrics().lineSpacing() * 3);
-    QSizePolicy place(QSizePolicy::Ignored, QSizePolicy::Fixed);
-    place.setRetainSizeWhenHidden(true); // nothing moves when the first file is copied
-    Copy_Label->setSizePolicy(place);
     Copy_Label->hide();
 }
 
@@ -119,6 +116,9 @@ void Copy::showPurpose() {
         std::initializer_list<QWidget*>{Label_Destination, Text_Destination, But_Browse}) {
         one->setVisible(!mail);
     }
+    QSizePolicy place(QSizePolicy::Ignored, QSizePolicy::Fixed);
+    place.setRetainSizeWhenHidden(!mail); // nothing moves when the first file is copied
+    Copy_Label->setSizePolicy(place);
     Email_Text_label->setVisible(mail);
     Text1->setVisible(mail);
     File_List->setFocus();
