@@ -12,9 +12,6 @@ namespace {
 // Shorter periods are noise. The third channel gives two pulses a revolution, hence its halves.
 constexpr double shaftThreshold = 0.00192;
 constexpr double outputThreshold = 0.00096;
-// At one pulse a revolution and a period of t seconds a wheel of D inches does D / t x this / 200
-// mph.
-constexpr double wheelConstant = 35.69991652;
 constexpr std::uint8_t throughTable = 2;
 
 void convertShaft(std::int16_t& rpm, std::int32_t period, double threshold, double correction,

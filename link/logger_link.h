@@ -14,6 +14,9 @@
 namespace kvo::link {
 
 inline constexpr double tickSeconds = 4e-06; // period counts are in these
+// At one pulse a revolution and a period of t seconds a wheel of D inches does D / t x this / 200
+// mph.
+inline constexpr double wheelConstant = 35.69991652;
 
 // What the computer sends.
 namespace command {

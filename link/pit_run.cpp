@@ -34,9 +34,7 @@ constexpr int lambdaKind = 3;
 constexpr int lastLinearKind = 4;
 constexpr int mostDecimals = 2;
 
-// 200 is the unit of the speeds of a run. See link/decode.cpp for the other one.
-constexpr double wheelConstant = 35.69991652;
-constexpr double speedUnits = 200;
+constexpr double speedUnits = 200; // of the speeds of a run, a mph
 
 // A frame by its positions, counted from 1.
 class Frame {

@@ -86,10 +86,10 @@ struct PtyPitRun {
     PitRunSession session;
 };
 
-constexpr std::initializer_list<int> pitTypes{12, 17, 20, 25, 32, 43};
+constexpr std::initializer_list<int> typesOnThePty{12, 17, 20, 25, 32, 43};
 
 TEST(PtyPitRun, FramesOfEveryTypeComeInTheirOrder) {
-    for (const int type : pitTypes) {
+    for (const int type : typesOnThePty) {
         PtyPitRun run(type);
         run.runFor(350);
         const auto& readings = run.rig.view.readings;
@@ -107,7 +107,7 @@ TEST(PtyPitRun, FramesOfEveryTypeComeInTheirOrder) {
 }
 
 TEST(PtyPitRun, EveryFaultRunsUntilStopAndNeverSpins) {
-    for (const int type : pitTypes) {
+    for (const int type : typesOnThePty) {
         for (const Fault fault : {Fault{Fault::Kind::silent, 0}, Fault{Fault::Kind::flood, 0},
                  Fault{Fault::Kind::stopAfter, 60}, Fault{Fault::Kind::hangUpAt, 60},
                  Fault{Fault::Kind::hangUpAt, 1}, Fault{Fault::Kind::drop, 30},
