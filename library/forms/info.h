@@ -2,7 +2,6 @@
 // Info: what the user records of a run (notes, weather, track times, the vehicle's setup), or the
 // names and values that the setup of a new run starts from.
 #include "core/run_info.h"
-#include "platform/files.h"
 #include "platform/qt/commands.h"
 #include "platform/qt/form_kit.h"
 

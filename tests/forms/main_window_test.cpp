@@ -14,6 +14,7 @@
 #include "mainwin/splash.h"
 #include "mainwin/start.h"
 #include "tests/forms/support/form_test_main.h"
+#include "tests/forms/support/main_window.h"
 #include "tests/forms/support/test_program.h"
 #include "tests/forms/support/user_click.h"
 #include "tests/support/virtual_line.h"
@@ -65,61 +66,12 @@ QStringList itemsOf(const QMenu& menu) {
 
 } // namespace
 
-class MainWindowTest : public QObject {
+class MainWindowTest : public QObject, private testing::MainWindow {
     Q_OBJECT
 
-    struct Line {
-        explicit Line(TestProgram& program) : link(line, line, program.dialogs) {
-            platform::services().port = &line;
-            platform::services().yield = &line;
-            forms::useLoggerLink(&link);
-        }
-        ~Line() { forms::useLoggerLink(nullptr); }
-        simulator::ModelLogger logger{25};
-        VirtualLine line{logger};
-        link::LoggerLink link;
-    };
-    std::unique_ptr<TestProgram> m_program;
-    std::unique_ptr<Line> m_line;
-
-    static VrnWin32& shownWindow() {
-        auto& window = form<VrnWin32>();
-        window.show();
-        window.activateWindow();
-        if (!QTest::qWaitForWindowActive(&window)) qWarning("the main window did not come up");
-        return window;
-    }
-    static QMenu& menu(const char* name) { return control<QMenu>(form<VrnWin32>(), name); }
-    static QAction& command(const char* name) { return control<QAction>(form<VrnWin32>(), name); }
-    static bool menusEnabled() {
-        bool all = true;
-        for (const char* name :
-            {"Mnu_File", "Mnu_Communications", "VrnTools", "Mnu_Setup", "Mnu_HelpList"})
-            all = all && menu(name).menuAction()->isEnabled();
-        return all && control<QToolBar>(form<VrnWin32>(), "Toolbar1").isEnabled();
-    }
-    static bool menusDisabled() {
-        bool any = false;
-        for (const char* name :
-            {"Mnu_File", "Mnu_Communications", "VrnTools", "Mnu_Setup", "Mnu_HelpList"})
-            any = any || menu(name).menuAction()->isEnabled();
-        return !any && !control<QToolBar>(form<VrnWin32>(), "Toolbar1").isEnabled();
-    }
-
 private slots:
-    void init() {
-        m_program = std::make_unique<TestProgram>();
-        m_line = std::make_unique<Line>(*m_program);
-        forms::openDoors();
-    }
-    void cleanup() {
-        const QString problems =
-            modalComplaints() + QString::fromStdString(m_program->dialogs.problems());
-        unloadAllForms();
-        m_line.reset();
-        m_program.reset();
-        QCOMPARE(problems, QString());
-    }
+    void init() { open(); }
+    void cleanup() { QCOMPARE(closeAndTell(), QString()); }
 
     void everyMenuStandsAsNamed() {
         QStringList bar;
@@ -325,40 +277,6 @@ private slots:
         form<forms::Conversions>().close();
         QVERIFY(!isLoaded<forms::Conversions>());
         QVERIFY(window.isVisible());
-    }
-
-    void copyAndMailOpenTheOneFormInItsTwoLayouts() {
-        shownWindow();
-        const auto expectForm = [](const char* caption) {
-            onModal([caption](QWidget* modal) {
-                QVERIFY(menusDisabled());
-                QCOMPARE(modal->objectName(), QStringLiteral("Copy"));
-                QCOMPARE(modal->windowTitle(), QLatin1String(caption));
-                modal->close();
-            });
-        };
-        expectForm("Data File Copy");
-        command("Mnu_copydata(0)").trigger();
-        QVERIFY(menusEnabled());
-        expectForm("Email Files");
-        command("Mnu_copydata(1)").trigger();
-        QVERIFY(menusEnabled());
-        expectForm("Data File Copy");
-        QCOMPARE(userClick(&control<QToolButton>(form<VrnWin32>(), "CopyData")), QString());
-        QVERIFY(menusEnabled());
-    }
-
-    void aMailTellsTheProgramsVersionAndPage() {
-        shownWindow();
-        m_program->dialogs.expectBoxTitled("Email Files");
-        onModal([](QWidget* modal) {
-            QCOMPARE(userClick(&control<QPushButton>(*modal, "But_Copy")), QString());
-        });
-        command("Mnu_copydata(1)").trigger();
-        QCOMPARE(m_program->mail.drafts.size(), std::size_t(1));
-        QVERIFY(m_program->mail.drafts[0].body.find(
-                    "KVO Version 1.00  ( Kvo available at: https://kvo.example )") !=
-                std::string::npos);
     }
 
     void browseOpensTheFolderDialogue() {
