@@ -98,6 +98,7 @@ void Import::makeLayout() {
     Data_Files_List->setMinimumSize(letter * 42, 260);
     auto* lists = new QGridLayout;
     lists->setHorizontalSpacing(12);
+    lists->setVerticalSpacing(6);
     lists->addLayout(row({buddyLabel(QStringLiteral("&Drive:"), Drive_Dos), {Drive_Dos, 1}}), 0, 0);
     lists->addWidget(Dir_Dos, 1, 0);
     lists->addLayout(

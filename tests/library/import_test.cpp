@@ -39,6 +39,18 @@ public:
     void showRuns() override { ++runsShown; }
 };
 
+// A disk whose next writes of runs fail, while it still deletes.
+class RefusingFiles : public MemoryFiles {
+public:
+    int refusals = 0;
+    platform::WriteResult write(const std::string& path, const platform::Bytes& content) override {
+        if (refusals == 0 || !path.starts_with("/kvo/Data"))
+            return MemoryFiles::write(path, content);
+        --refusals;
+        return {false, "The disk is full.", platform::FileFailure::full};
+    }
+};
+
 platform::Bytes asBytes(const std::string& text) {
     return {text.begin(), text.end()};
 }
@@ -106,7 +118,7 @@ protected:
         return core::decodeHeaderLine(core::runRecord(*file, 1)).value_or("no line");
     }
 
-    MemoryFiles files;
+    RefusingFiles files;
     ScriptedDialogs dialogs;
     RecordingImportView view;
     core::AppConfig config;
@@ -414,9 +426,9 @@ TEST_F(ImportCourse, aFullDiskPutsTheOldRunBackAndNamesTheFile) {
     expectDate("run.012");
     dialogs.expectBoxTitled("WARNING", Reply::yes);
     auto& input = dialogs.expectInputTitled("VRN Dos Import", "1");
-    input.whileShown = [this] { files.failWrites("/kvo/Data", MemoryFiles::Failure::fullDisk, 1); };
+    input.whileShown = [this] { files.refusals = 1; };
     auto& box = dialogs.expectBoxTitled("Kvo", Reply::ok);
-    box.contains = "run.012\n";
+    box.contains = "run.012\nThe disk is full.";
     box.style = 49;
     expectText("run.013", "2");
     EXPECT_EQ(dos({"run.012", "run.013"}).imported, 1);
