@@ -37,7 +37,7 @@ using platform::Orientation;
 
 namespace {
 
-constexpr std::array<int, 7> allTypes{8, 12, 17, 20, 25, 32, 43};
+constexpr std::array<int, 7> printedTypes{8, 12, 17, 20, 25, 32, 43};
 constexpr std::array<const char*, 3> items{"Mnu_Print(0)", "Mnu_Print(1)", "Mnu_Print(2)"};
 constexpr double margin = 17; // points, of the paper
 
@@ -303,7 +303,7 @@ private slots:
     void everyCellOfTheTableReadsBack_data() {
         QTest::addColumn<int>("type");
         QTest::addColumn<bool>("letter");
-        for (const int type : allTypes) {
+        for (const int type : printedTypes) {
             QTest::addRow("%d on A4", type) << type << false;
             if (type == 12 || type == 32) QTest::addRow("%d on Letter", type) << type << true;
         }
@@ -345,7 +345,7 @@ private slots:
     void curvesStandWhereTheyStandInTheWindow_data() {
         QTest::addColumn<int>("type");
         QTest::addColumn<bool>("white");
-        for (const int type : allTypes) {
+        for (const int type : printedTypes) {
             QTest::addRow("%d on white", type) << type << true;
             QTest::addRow("%d as the screen", type) << type << false;
         }
@@ -386,7 +386,7 @@ private slots:
             printPdf(name + QStringLiteral("-screen.pdf"), items[0], false);
             QVERIFY(platform_qt::form<DataGraph>().saveWindowPicture(pathOf(name + ".png")));
         };
-        for (const int type : allTypes) {
+        for (const int type : printedTypes) {
             open(type);
             look(QStringLiteral("type%1").arg(type));
             platform_qt::unload<DataGraph>();

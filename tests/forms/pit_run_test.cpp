@@ -31,7 +31,7 @@ QLabel& label(const char* name) {
 QLabel& label(const char* name, int i) {
     return label(qPrintable(QStringLiteral("%1(%2)").arg(QLatin1String(name)).arg(i)));
 }
-QPushButton& startButton() {
+QPushButton& pitStartButton() {
     return control<QPushButton>(form<PitRun>(), "Command1");
 }
 QPushButton& cancelButton() {
@@ -92,8 +92,8 @@ class PitRunTest : public QObject {
     static void click(QPushButton& button) { QCOMPARE(userClick(&button), QString()); }
     void runUntil(int turn) {
         expectNote();
-        at(turn, [] { click(startButton()); });
-        click(startButton());
+        at(turn, [] { click(pitStartButton()); });
+        click(pitStartButton());
     }
 
 private slots:
@@ -140,8 +140,8 @@ private slots:
         }
         QCOMPARE(label("Temps_Label").isVisible(), exhausts);
         QCOMPARE(label("Text_Analog", 2).text(), QStringLiteral("Oil Prs "));
-        QCOMPARE(startButton().text(), QStringLiteral("&Start"));
-        QVERIFY(startButton().isEnabled());
+        QCOMPARE(pitStartButton().text(), QStringLiteral("&Start"));
+        QVERIFY(pitStartButton().isEnabled());
         QCOMPARE(cancelButton().text(), QStringLiteral("Cancel"));
         QCOMPARE(label("Label_Port").text(), QStringLiteral("Port 1: /dev/virtual"));
         QCOMPARE(status(), QString());
@@ -153,7 +153,7 @@ private slots:
         dialogs().expectBox("This is not available for your data loger type",
             platform::boxStyle::critical, "Pit Run Canceled");
         open();
-        QCOMPARE(userClick(&startButton()), QStringLiteral("disabled"));
+        QCOMPARE(userClick(&pitStartButton()), QStringLiteral("disabled"));
         QVERIFY(label("Analog", 8).isVisible());
         QVERIFY(label("T", 8).isVisible());
         click(cancelButton());
@@ -180,7 +180,7 @@ private slots:
         open();
         label("Analog", 7).setText(QStringLiteral("before"));
         QStringList numbers;
-        at(second, [] { QCOMPARE(startButton().text(), QStringLiteral("&Stop")); });
+        at(second, [] { QCOMPARE(pitStartButton().text(), QStringLiteral("&Stop")); });
         for (int frame = 0; frame < 3; ++frame) {
             // A byte behind the frame, and a little.
             const double ms = (28 * (frame + 1) + 1) * simulator::byteTimeMs + 1;
@@ -197,7 +197,7 @@ private slots:
         QCOMPARE(label("Analog", 4).text(), QStringLiteral("174"));
         QCOMPARE(label("Analog", 7).text(), QStringLiteral("before"));
         QVERIFY(label("T", 8).text().toInt() > 250);
-        QCOMPARE(startButton().text(), QStringLiteral("&Start"));
+        QCOMPARE(pitStartButton().text(), QStringLiteral("&Start"));
         QCOMPARE(m_line->line.closings(), 1);
     }
 
@@ -257,7 +257,7 @@ private slots:
         at(3 * second + 6400, [&said] { said << status(); });
         at(4 * second + 6400, [&said] {
             said << status();
-            QCOMPARE(startButton().text(), QStringLiteral("&Stop"));
+            QCOMPARE(pitStartButton().text(), QStringLiteral("&Stop"));
             QVERIFY(!label("ERpm").text().isEmpty());
         });
         at(5 * second, [this] { m_line->logger.receive('P'); });
@@ -282,8 +282,8 @@ private slots:
         m_line->line.failToOpen(1, platform::PortError::busy);
         open();
         dialogs().expectBoxTitled("Communications Error");
-        click(startButton());
-        QCOMPARE(startButton().text(), QStringLiteral("&Start"));
+        click(pitStartButton());
+        QCOMPARE(pitStartButton().text(), QStringLiteral("&Start"));
         QCOMPARE(m_line->line.bytesSent(), 0);
     }
 
@@ -291,12 +291,12 @@ private slots:
         connectLogger(25);
         open();
         dialogs().expectBoxTitled("Info").whileShown = [this] {
-            QCOMPARE(startButton().text(), QStringLiteral("&Stop"));
+            QCOMPARE(pitStartButton().text(), QStringLiteral("&Stop"));
             QVERIFY(!m_line->line.portOpen());
         };
-        at(second, [] { click(startButton()); });
-        click(startButton());
-        QCOMPARE(startButton().text(), QStringLiteral("&Start"));
+        at(second, [] { click(pitStartButton()); });
+        click(pitStartButton());
+        QCOMPARE(pitStartButton().text(), QStringLiteral("&Start"));
         QCOMPARE(dialogs().beeps(), 1);
         QVERIFY(form<PitRun>().isVisible());
     }
@@ -318,7 +318,7 @@ private slots:
             if (how == 2) form<PitRun>().close();
             QVERIFY(!isLoaded<PitRun>());
         });
-        click(startButton());
+        click(pitStartButton());
         QCOMPARE(m_line->line.everythingSent(), std::string("Pp"));
         QCOMPARE(m_line->line.closings(), 1);
         QCOMPARE(m_mainShown, 1);
@@ -336,15 +336,16 @@ private slots:
     void everythingWorksFromTheKeyboard() {
         connectLogger(25);
         open();
-        QVERIFY(startButton().isDefault());
+        QVERIFY(pitStartButton().isDefault());
         expectNote();
         at(second, [] {
             QTest::keyClick(&form<PitRun>(), Qt::Key_S, Qt::AltModifier);
-            QTRY_COMPARE(startButton().text(), QStringLiteral("&Start")); // it is let go in a while
+            QTRY_COMPARE(
+                pitStartButton().text(), QStringLiteral("&Start")); // it is let go in a while
         });
         QTest::keyClick(&form<PitRun>(), Qt::Key_Return);
         QCOMPARE(m_line->line.everythingSent(), std::string("Pp"));
-        startButton().setFocus();
+        pitStartButton().setFocus();
         QTest::keyClick(&form<PitRun>(), Qt::Key_Tab);
         QVERIFY(cancelButton().hasFocus());
         QTest::keyClick(&cancelButton(), Qt::Key_Space);
