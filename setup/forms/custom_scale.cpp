@@ -61,14 +61,16 @@ QSlider* CustomScale::makeSlider(
 
 std::optional<SizeInTwips> CustomScale::choose(const SizeInTwips& graphInner) {
     m_graphInner = graphInner;
+    // The form is gone once it was left.
+    const auto answer = m_answer;
     showModal(*this);
-    return m_answer;
+    return *answer;
 }
 
 void CustomScale::OKButton_Click() {
     const setup::CustomSurface surface = setup::CustomScaleOK({Slider1->value(), Slider2->value()},
         m_graphInner.height, m_graphInner.width, core::state().Config);
-    m_answer = {surface.Width, surface.Height};
+    *m_answer = {surface.Width, surface.Height};
     unload<CustomScale>();
 }
 

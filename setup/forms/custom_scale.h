@@ -4,6 +4,7 @@
 
 #include <QDialog>
 
+#include <memory>
 #include <optional>
 
 class QGridLayout;
@@ -31,7 +32,8 @@ private:
     void CancelButton_Click();
 
     SizeInTwips m_graphInner;
-    std::optional<SizeInTwips> m_answer;
+    std::shared_ptr<std::optional<SizeInTwips>> m_answer =
+        std::make_shared<std::optional<SizeInTwips>>();
     QSlider* Slider1 = nullptr;
     QSlider* Slider2 = nullptr;
 };
