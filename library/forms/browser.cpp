@@ -1,13 +1,12 @@
 #include "library/forms/browser.h"
 
 #include "core/shared_state.h"
+#include "library/forms/drive_box.h"
 #include "platform/qt/application.h"
 #include "platform/qt/form_kit.h"
 #include "platform/qt/text.h"
 #include "platform/services.h"
 
-#include <QComboBox>
-#include <QDir>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QListWidget>
@@ -26,7 +25,7 @@ void fillNames(QListWidget& list, const std::vector<std::string>& names) {
 
 } // namespace
 
-Browser::Browser() : m_walk(*platform::services().files), m_drives(drives()) {
+Browser::Browser() : m_walk(*platform::services().files) {
     setObjectName(QStringLiteral("Browser"));
     setWindowTitle(QStringLiteral("Browser"));
     makeLayout();
@@ -47,8 +46,7 @@ QLayout* Browser::makeLists() {
 }
 
 void Browser::makeLayout() {
-    Drive1 = named(new QComboBox, "Drive1");
-    for (const Drive& drive : m_drives) Drive1->addItem(shownPath(drive.caption));
+    Drive1 = named(new DriveBox, "Drive1");
     connect(Drive1, &QComboBox::activated, this, &Browser::Drive1_Change);
     LAB_CurrentDir = named(new QLabel, "LAB_CurrentDir");
     LAB_CurrentDir->setTextFormat(Qt::PlainText);
@@ -70,7 +68,7 @@ void Browser::makeLayout() {
 // It opens where it was left, else in the program's folder, else on the first drive that is ready.
 void Browser::Form_Load() {
     bool entered = m_walk.enter(kept<Browser>().folder) || m_walk.enter(core::state().AppFolder);
-    for (const Drive& drive : m_drives) entered = entered || m_walk.enter(drive.root);
+    for (const Drive& drive : Drive1->drives()) entered = entered || m_walk.enter(drive.root);
     Dir1_Change();
 }
 
@@ -82,7 +80,7 @@ std::optional<std::string> Browser::browse() {
     // A disk that is the current folder could not be taken out.
     changeFolder(core::state().AppFolder);
     if (!m_taken) return {};
-    return typedPath(LAB_CurrentDir->text());
+    return m_walk.folder();
 }
 
 void Browser::Dir1_Change() {
@@ -91,23 +89,15 @@ void Browser::Dir1_Change() {
     Dir1->setCurrentRow(0);
     LAB_CurrentDir->setText(shownPath(m_walk.folder()));
     changeFolder(m_walk.folder());
-    showDrive();
-}
-
-void Browser::showDrive() {
-    std::vector<std::string> roots;
-    for (const Drive& drive : m_drives) roots.push_back(drive.root);
-    const auto drive = library::driveOf(roots, m_walk.folder(), QDir::separator().toLatin1());
-    Drive1->setCurrentIndex(drive ? static_cast<int>(*drive) : -1);
+    Drive1->showDriveOf(m_walk.folder());
 }
 
 // An unreadable drive leaves all as it was.
 void Browser::Drive1_Change() {
-    const int chosen = Drive1->currentIndex();
-    if (chosen < 0 || m_walk.enter(m_drives[static_cast<std::size_t>(chosen)].root))
-        return Dir1_Change();
+    const std::string root = Drive1->chosenRoot();
+    if (root.empty() || m_walk.enter(root)) return Dir1_Change();
     platform::services().dialogs->beep();
-    showDrive();
+    Drive1->showDriveOf(m_walk.folder());
 }
 
 void Browser::enterChosen() {
@@ -117,7 +107,7 @@ void Browser::enterChosen() {
 }
 
 void Browser::Ok_Click() {
-    m_taken = !LAB_CurrentDir->text().isEmpty();
+    m_taken = !m_walk.folder().empty();
     hide();
 }
 

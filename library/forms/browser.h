@@ -2,20 +2,19 @@
 // Browser: the modal dialogue that looks for a folder to copy to, by drive, folder and the files
 // that lie there.
 #include "library/folder_browser.h"
-#include "platform/qt/drives.h"
 
 #include <QDialog>
 
 #include <optional>
 #include <string>
-#include <vector>
 
-class QComboBox;
 class QLabel;
 class QListWidget;
 class QPushButton;
 
 namespace kvo::forms {
+
+class DriveBox;
 
 class Browser : public QDialog {
     Q_OBJECT
@@ -45,13 +44,11 @@ private:
     void makeLayout();
     QLayout* makeLists();
     void enterChosen();
-    void showDrive();
 
     library::FolderBrowser m_walk;
-    std::vector<platform_qt::Drive> m_drives;
     bool m_taken = false;
 
-    QComboBox* Drive1 = nullptr;
+    DriveBox* Drive1 = nullptr;
     QListWidget* Dir1 = nullptr;
     QListWidget* Fil_Files = nullptr;
     QLabel* LAB_CurrentDir = nullptr;

@@ -1,12 +1,11 @@
 #include "library/forms/import_form.h"
 
 #include "core/shared_state.h"
+#include "library/forms/drive_box.h"
 #include "library/run_list.h"
-#include "platform/qt/folder_lists.h"
 #include "platform/qt/text.h"
 #include "platform/services.h"
 
-#include <QComboBox>
 #include <QDir>
 #include <QLabel>
 #include <QLineEdit>
@@ -45,14 +44,15 @@ QString importSummary(const library::ImportedBatch& batch) {
 
 Import::Import()
     : m_import({core::state().Config, core::state().AppFolder, library::runList()}, *this,
-          *platform::services().dialogs, *platform::services().files) {
+          *platform::services().dialogs, *platform::services().files),
+      m_walk(*platform::services().files) {
     setObjectName(QStringLiteral("Import"));
     makeControls();
     makeLayout();
 }
 
 void Import::makeControls() {
-    Drive_Dos = named(new QComboBox, "Drive_Dos");
+    Drive_Dos = named(new DriveBox, "Drive_Dos");
     Dir_Dos = named(new QListWidget, "Dir_Dos");
     Dir_Dos->setAccessibleName(QStringLiteral("Folders"));
     Dir_Dos->setToolTip(QStringLiteral("Double click or press Return to open a folder."));
@@ -76,7 +76,7 @@ void Import::makeControls() {
     connect(m_all, &QPushButton::clicked, Files_Dos, &QListWidget::selectAll);
     connect(Butten_Import, &QPushButton::clicked, this, &Import::Butten_Import_Click);
     connect(Butten_Cancel, &QPushButton::clicked, this, &Import::Butten_Cancel_Click);
-    connect(Drive_Dos, &QComboBox::activated, this, &Import::Drive_Dos_Change);
+    connect(Drive_Dos, &DriveBox::activated, this, &Import::Drive_Dos_Change);
     connect(Dir_Dos, &QListWidget::itemActivated, this, &Import::Dir_Dos_DblClick);
     connect(Files_Dos, &QListWidget::itemSelectionChanged, this, &Import::Files_Dos_Click);
 }
@@ -134,11 +134,8 @@ void Import::open(ImportMode mode) {
     m_import.Data_File();
     clearProgress();
     Import_Ind->clear();
-    Drive_Dos->clear();
-    const QStringList drives = driveList();
-    for (const QString& drive : drives) Drive_Dos->addItem(QDir::toNativeSeparators(drive), drive);
-    const QString last = kept<Import>().folder;
-    goTo(QDir(last).exists() && !last.isEmpty() ? last : QDir::homePath());
+    showFolder(m_walk.enter(kept<Import>().folder) ||
+               m_walk.enter(typedPath(QDir::toNativeSeparators(QDir::homePath()))));
     Files_Dos->setFocus();
     showModal(*this);
 }
@@ -151,29 +148,38 @@ void Import::Butten_Cancel_Click() {
 
 // --- Drives, folders and files
 
-void Import::goTo(const QString& folder) {
-    m_folder = folder;
-    kept<Import>().folder = folder;
-    LAB_CurrentDir->setText(QDir::toNativeSeparators(folder));
+void Import::goTo(const std::string& folder) {
+    showFolder(m_walk.enter(folder));
+}
+
+// A place that cannot be read leaves all as it was.
+void Import::showFolder(bool entered) {
+    Drive_Dos->showDriveOf(m_walk.folder());
+    if (!entered) return platform::services().dialogs->beep();
+    kept<Import>().folder = m_walk.folder();
+    LAB_CurrentDir->setText(shownPath(m_walk.folder()));
     LAB_CurrentDir->setToolTip(Qt::convertFromPlainText(LAB_CurrentDir->text()));
-    QStringList drives;
-    for (int i = 0; i < Drive_Dos->count(); ++i) drives << Drive_Dos->itemData(i).toString();
-    Drive_Dos->setCurrentIndex(Drive_Dos->findData(driveOf(folder, drives)));
     Dir_Dos->clear();
-    Dir_Dos->addItems(folderList(folder));
+    for (const std::string& row : m_walk.rows()) Dir_Dos->addItem(shownPath(row));
     Dir_Dos->setCurrentRow(0);
+    m_files.clear();
     Files_Dos->clear();
-    Files_Dos->addItems(fileList(folder, importPattern(m_mode)));
+    for (std::string& name : m_walk.files()) {
+        const QString text = shownPath(name);
+        if (!QDir::match(importPattern(m_mode), text)) continue;
+        Files_Dos->addItem(text);
+        m_files.push_back(std::move(name));
+    }
     Files_Dos_Click();
 }
 
 void Import::Drive_Dos_Change() {
-    goTo(Drive_Dos->currentData().toString());
+    goTo(Drive_Dos->chosenRoot());
 }
 
 void Import::Dir_Dos_DblClick() {
-    if (const QListWidgetItem* item = Dir_Dos->currentItem())
-        goTo(subFolder(m_folder, item->text()));
+    if (const int row = Dir_Dos->currentRow(); row >= 0)
+        showFolder(m_walk.enterRow(static_cast<std::size_t>(row)));
 }
 
 void Import::Files_Dos_Click() {
@@ -198,13 +204,12 @@ void Import::setBusy(bool busy) {
 void Import::Butten_Import_Click() {
     std::vector<std::string> names;
     for (int i = 0; i < Files_Dos->count(); ++i) {
-        if (Files_Dos->item(i)->isSelected())
-            names.push_back(typedPath(Files_Dos->item(i)->text()));
+        if (Files_Dos->item(i)->isSelected()) names.push_back(m_files[static_cast<std::size_t>(i)]);
     }
     if (names.empty() || m_import.running()) return;
     setBusy(true);
     Butten_Cancel->setFocus();
-    const auto batch = m_import.Butten_Import(m_mode, typedPath(m_folder), names);
+    const auto batch = m_import.Butten_Import(m_mode, m_walk.folder(), names);
     setBusy(false);
     Import_Ind->setText(importSummary(batch));
     Files_Dos->setFocus();

@@ -2,13 +2,16 @@
 // Import: the form on which the user picks files from elsewhere that become runs of this program.
 // The course is library/import; the form shows drives, folders, files, the known runs and how far
 // the import is.
+#include "library/folder_browser.h"
 #include "library/import.h"
 #include "platform/qt/form_kit.h"
 
 #include <QDialog>
 #include <QStringListModel>
 
-class QComboBox;
+#include <string>
+#include <vector>
+
 class QLabel;
 class QLineEdit;
 class QListView;
@@ -18,21 +21,23 @@ class QPushButton;
 
 namespace kvo::forms {
 
+class DriveBox;
+
 class Import : public QDialog, private library::ImportView {
     Q_OBJECT
 
 public:
-    // The folder that was looked at last.
+    // The folder that was looked at last, UTF-8.
     struct Kept {
-        QString folder;
+        std::string folder;
     };
 
     Import();
 
     // Form_Load: sets the form for files of this program, or for those of the older one.
     void open(library::ImportMode mode);
-    // The folder that the lists show.
-    void goTo(const QString& folder);
+    // The folder that the lists show, UTF-8. One that cannot be read leaves them, with a beep.
+    void goTo(const std::string& folder);
 
     void Butten_Import_Click();
     void Butten_Cancel_Click();
@@ -45,6 +50,7 @@ private:
     void Drive_Dos_Change();
     void Dir_Dos_DblClick();
     void Files_Dos_Click();
+    void showFolder(bool entered);
     void setBusy(bool busy);
 
     // library::ImportView
@@ -55,9 +61,10 @@ private:
 
     library::ImportMode m_mode = library::ImportMode::windows;
     library::Import m_import;
-    QString m_folder;
+    library::FolderBrowser m_walk;
+    std::vector<std::string> m_files; // that the list shows, in its order
     QStringListModel m_runs;
-    QComboBox* Drive_Dos = nullptr;
+    DriveBox* Drive_Dos = nullptr;
     QListWidget* Dir_Dos = nullptr;
     QListWidget* Files_Dos = nullptr;
     QListView* Data_Files_List = nullptr;

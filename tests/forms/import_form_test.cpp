@@ -5,7 +5,8 @@
 #include "library/forms/import_form.h"
 #include "library/run_list.h"
 #include "platform/os/os_files.h"
-#include "platform/qt/folder_lists.h"
+#include "platform/qt/drives.h"
+#include "platform/qt/text.h"
 #include "platform/yield.h"
 #include "tests/forms/support/form_test_main.h"
 #include "tests/forms/support/test_program.h"
@@ -105,7 +106,7 @@ class ImportFormTest : public QObject {
     void open(ImportMode mode, std::function<void()> script) {
         onModal([=, this](QWidget* modal) {
             QCOMPARE(modal->objectName(), QStringLiteral("Import"));
-            importForm().goTo(disk());
+            importForm().goTo(typedPath(disk()));
             script();
             if (isLoaded<ImportForm>()) press("Butten_Cancel");
         });
@@ -269,13 +270,15 @@ private slots:
             drives.setFocus();
             for (int i = 0; i < drives.count(); ++i) {
                 QTest::keyClick(&drives, i == 0 ? Qt::Key_End : Qt::Key_Up);
-                QCOMPARE(part<QLabel>("LAB_CurrentDir").text(), drives.currentText());
+                const auto row = static_cast<std::size_t>(drives.currentIndex());
+                QCOMPARE(part<QLabel>("LAB_CurrentDir").text(),
+                    shownPath(platform_qt::drives()[row].root));
             }
-            const QString drive = drives.currentData().toString();
-            importForm().goTo(QDir::homePath());
-            QCOMPARE(drives.currentData().toString(), driveOf(QDir::homePath(), driveList()));
-            QVERIFY(drives.count() < 2 || drives.currentData().toString() != drive);
-            importForm().goTo(disk());
+            const int drive = drives.currentIndex();
+            importForm().goTo(typedPath(QDir::homePath()));
+            QCOMPARE(drives.currentText(), QStringLiteral("Home"));
+            QVERIFY(drives.count() < 2 || drives.currentIndex() != drive);
+            importForm().goTo(typedPath(disk()));
         });
         // The next visit begins where the last one ended.
         onModal([&](QWidget*) {
