@@ -63,6 +63,12 @@ void bareWrite(const std::string& path, const platform::Bytes& content) {
     writeInSteps(path, content, 1U << 30);
 }
 
+void syncFolder(const std::string& folder) {
+    const int opened = openOrEnd(folder, O_RDONLY | O_DIRECTORY);
+    demand(fsync(opened) == 0, "fsync");
+    close(opened);
+}
+
 void writeByRecord(
     const std::string& path, const platform::Bytes& content, std::size_t recordBytes) {
     writeInSteps(path, content, recordBytes);

@@ -13,6 +13,8 @@ platform::Bytes bareRead(const std::string& path);
 platform::Bytes readByRecord(const std::string& path, std::size_t recordBytes);
 // Written in one write, synced.
 void bareWrite(const std::string& path, const platform::Bytes& content);
+// Makes what stands in a folder outlive a power cut.
+void syncFolder(const std::string& folder);
 // Written with one write for each `recordBytes`, synced.
 void writeByRecord(
     const std::string& path, const platform::Bytes& content, std::size_t recordBytes);

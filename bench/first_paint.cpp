@@ -5,6 +5,7 @@
 #include "bench/timing.h"
 #include "core/config.h"
 #include "mainwin/start.h"
+#include "platform/os/heap.h"
 #include "platform/os/os_files.h"
 #include "platform/qt/application.h"
 #include "platform/services.h"
@@ -112,6 +113,7 @@ int runStart(Starter starter, int argc, char** argv) {
         window.show();
         return QApplication::exec();
     }
+    platform_os::keepFreedMemory();
     platform_qt::prepareApplication(application);
     platform_os::OsFiles files;
     SilentDialogs dialogs;

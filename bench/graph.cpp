@@ -82,20 +82,6 @@ void measureRedraw(Table& table, bool overlay) {
     table.add(job, "QCustomPlot as it comes", seconds[0], seconds[3], Goal{0.25, "0.27"});
 }
 
-// A second run on the same graph costs its curves, but ground, grid and read-outs only once.
-void measureOverlay(Table& table) {
-    auto one = std::make_unique<core::SharedState>();
-    fillRun(*one, runType, runRows, true);
-    auto two = std::make_unique<core::SharedState>();
-    fillRun(*two, runType, runRows, true);
-    addOverlay(*two);
-    TrendImage alone(*one, false, 1920, 1080);
-    TrendImage both(*two, true, 1920, 1080);
-    const auto seconds =
-        medianSeconds({{[&] { both.redraw(); }}, {[&] { alone.redraw(); }}}, rounds);
-    table.add("redraw with an overlay", "one without", seconds[0], seconds[1], Goal{1.6, "-"});
-}
-
 void measureBars(Table& table) {
     auto state = std::make_unique<core::SharedState>();
     fillRun(*state, runType, runRows, true);
@@ -119,7 +105,6 @@ void measureBars(Table& table) {
 void measureGraph(Table& table) {
     measureRedraw(table, false);
     measureRedraw(table, true);
-    measureOverlay(table);
     measureBars(table);
 }
 

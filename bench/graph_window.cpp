@@ -4,6 +4,7 @@
 #include "bench/program.h"
 #include "bench/timing.h"
 #include "bench/trend_image.h"
+#include "core/forms/doors.h"
 #include "graph/forms/data_graph.h"
 #include "library/run_list.h"
 #include "platform/qt/form_kit.h"
@@ -115,6 +116,30 @@ void measureZoom(Table& table) {
         "zoom step, key held down", "repainting the window", seconds[0], seconds[1], Goal{4, "9"});
 }
 
+// A command that draws all anew, up to the painted window: a second run costs its curves, while
+// ground, read-outs and panel are there once.
+void measureOverlay(Table& table) {
+    Program program;
+    auto& graph = shownGraph();
+    library::runList().read(program.folder(), program.files());
+    library::runList().choose(0);
+    forms::doors().chooseRun = [&](const std::string&, const std::string&) {
+        return library::runList().chosenRun(program.folder(), program.files());
+    };
+    const auto overlay = [&](bool on) {
+        if ((graph.view().OverlayLoaded != 0) == on) return;
+        graph.Mnu_Overlay_Click();
+        QApplication::processEvents();
+    };
+    const auto redraw = [&] {
+        graph.takeOptions();
+        QApplication::processEvents();
+    };
+    const auto seconds = medianSeconds(
+        {{redraw, [&] { overlay(true); }}, {redraw, [&] { overlay(false); }}}, rounds);
+    table.add("redraw with an overlay", "one without", seconds[0], seconds[1], Goal{1.6, "-"});
+}
+
 void measureChannel(Table& table) {
     const Program program;
     auto& graph = shownGraph();
@@ -138,6 +163,7 @@ void measureGraphWindow(Table& table) {
     measureCursor(table);
     measureScroll(table);
     measureZoom(table);
+    measureOverlay(table);
     measureChannel(table);
     measureOpen(table);
 }

@@ -16,6 +16,8 @@ void measureGraphWindow(Table& table);
 void measureWindow(Table& table);
 // The printed table and picture, to PDF files; only with Qt.
 void measurePrinting(Table& table);
+// The import and the copy of many runs, and the time graph; only with Qt.
+void measureLibrary(Table& table);
 // Whole transfers over a pseudo-terminal that is as slow as the line: minutes.
 void measureDownload(Table& table);
 // The pit run's form at the full rate of the line; only with Qt.

@@ -17,6 +17,9 @@ struct Contender {
 // contender as often as fills about twenty milliseconds.
 std::vector<double> medianSeconds(const std::vector<Contender>& contenders, int rounds);
 
+// The same by the clock on the wall, for work that waits for a disk: a call a round.
+std::vector<double> medianWallSeconds(const std::vector<Contender>& contenders, int rounds);
+
 // Seconds of processor time this thread has used.
 double threadSeconds();
 // Seconds of a clock that only goes forward.

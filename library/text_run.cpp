@@ -28,7 +28,9 @@ public:
     explicit Lines(std::string_view text) : m_rest(text) {}
     std::optional<std::string_view> next() {
         if (m_rest.empty()) return std::nullopt;
-        const std::size_t end = std::min(m_rest.find_first_of("\r\n"), m_rest.size());
+        const auto ends = [](char c) { return c == '\r' || c == '\n'; };
+        const auto at = std::find_if(m_rest.begin(), m_rest.end(), ends);
+        const auto end = static_cast<std::size_t>(at - m_rest.begin());
         const std::string_view line = m_rest.substr(0, end);
         m_rest.remove_prefix(end);
         m_rest.remove_prefix(m_rest.starts_with("\r\n") ? 2 : m_rest.empty() ? 0 : 1);
@@ -69,7 +71,9 @@ public:
 
 private:
     std::string_view next() {
-        const std::size_t end = std::min(m_rest.find(' '), m_rest.size());
+        // A token is a few letters long, too few for find() to pay.
+        const auto at = std::find(m_rest.begin(), m_rest.end(), ' ');
+        const auto end = static_cast<std::size_t>(at - m_rest.begin());
         const std::string_view token = m_rest.substr(0, end);
         m_rest.remove_prefix(std::min(end + 1, m_rest.size()));
         return token;

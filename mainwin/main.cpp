@@ -2,6 +2,7 @@
 #include "core/shared_state.h"
 #include "link/forms/logger_line.h"
 #include "mainwin/start.h"
+#include "platform/os/heap.h"
 #include "platform/os/os_clock.h"
 #include "platform/os/os_files.h"
 #include "platform/qt/application.h"
@@ -19,6 +20,7 @@
 using namespace kvo;
 
 int main(int argc, char* argv[]) {
+    platform_os::keepFreedMemory();
     QApplication application(argc, argv);
     platform_qt::prepareApplication(application);
 

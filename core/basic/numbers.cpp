@@ -70,6 +70,19 @@ std::string significant(double value, int digits) {
     return text;
 }
 
+// Up to nine digits and nothing else, as nearly all numbers of a text file are: exact as they
+// stand.
+std::optional<double> plainWhole(std::string_view text) {
+    constexpr std::size_t mostDigits = 9;
+    if (text.empty() || text.size() > mostDigits) return {};
+    int value = 0;
+    for (const char c : text) {
+        if (c < '0' || c > '9') return {};
+        value = value * 10 + (c - '0');
+    }
+    return value;
+}
+
 // "0.5" as ".5", and a blank where a minus would stand.
 std::string withBlank(std::string text) {
     const bool negative = text.front() == '-';
@@ -91,6 +104,7 @@ double Val(std::string_view text) {
 }
 
 std::optional<double> strictNumber(std::string_view text) {
+    if (const auto whole = plainWhole(text)) return whole;
     const std::size_t start = text.find_first_not_of(' ');
     if (start == std::string_view::npos) return {};
     text = text.substr(start, text.find_last_not_of(' ') + 1 - start);

@@ -37,6 +37,10 @@ bool sameButForCase(const std::string& a, const std::string& b) {
         [&](char x, char y) { return lower(x) == lower(y); });
 }
 
+bool isSeparator(fs::path::value_type c) {
+    return c == '/' || c == fs::path::preferred_separator;
+}
+
 bool isThere(const fs::path& path) {
     std::error_code error;
     return fs::exists(fs::symlink_status(path, error));
@@ -48,6 +52,11 @@ fs::path inAnotherCase(const fs::path& folder, const std::string& name) {
     std::string best;
     const fs::path shown = folder.empty() ? fs::path(".") : folder;
     for (fs::directory_iterator it(shown, error), end; !error && it != end; it.increment(error)) {
+        // Asked once for every run of a library: a name of another length is left out at once.
+        const auto& whole = it->path().native();
+        if (whole.size() < name.size() ||
+            (whole.size() > name.size() && !isSeparator(whole[whole.size() - name.size() - 1])))
+            continue;
         std::string entry = it->path().filename().string();
         if (sameButForCase(entry, name) && (best.empty() || entry < best)) best = std::move(entry);
     }
@@ -55,16 +64,18 @@ fs::path inAnotherCase(const fs::path& folder, const std::string& name) {
 }
 
 // The path as it stands on the disk: each part in the case that is there. What is not there at all
-// stays as it was given.
+// stays as it was given, with all that would lie in it.
 fs::path found(const std::string& path) {
-    if (const fs::path given(path); isThere(given)) return given;
+    const fs::path given(path);
+    if (isThere(given)) return given;
     fs::path result;
-    for (const fs::path& part : fs::path(path)) {
+    bool known = true;
+    for (const fs::path& part : given) {
         fs::path next = result / part;
-        if (!isThere(next)) {
-            if (fs::path other = inAnotherCase(result, part.string()); !other.empty()) {
-                next = std::move(other);
-            }
+        if (known && !isThere(next)) {
+            fs::path other = inAnotherCase(result, part.string());
+            known = !other.empty();
+            if (known) next = std::move(other);
         }
         result = std::move(next);
     }
@@ -83,12 +94,10 @@ bool isFolder(const fs::path& path) {
 
 // Whether the file is marked as not to be written. Asked of the marks and not of the system, which
 // lets an administrator write everything.
-bool isReadOnly(const fs::path& path) {
+bool isReadOnly(const fs::file_status& status) {
     constexpr fs::perms anyWrite =
         fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write;
-    std::error_code error;
-    const fs::file_status status = fs::status(path, error);
-    return !error && (status.permissions() & anyWrite) == fs::perms::none;
+    return (status.permissions() & anyWrite) == fs::perms::none;
 }
 
 // Whether the file belongs to somebody who does not let this user write it.
@@ -106,16 +115,19 @@ WriteResult failure(const fs::path& path, const Cause& cause) {
 }
 
 WriteResult refusal(const fs::path& path) {
-    if (isFolder(path)) {
+    std::error_code error;
+    const fs::file_status status = fs::status(path, error);
+    if (status.type() == fs::file_type::directory) {
         return failure(path, {FileFailure::other, "There is a folder of this name."});
     }
-    if (isThere(path) && !isFile(path)) {
+    if (status.type() != fs::file_type::regular) {
+        if (!isThere(path)) return {};
         return failure(path, {FileFailure::other, "What is there is no plain file."});
     }
-    if (isFile(path) && isReadOnly(path)) {
+    if (isReadOnly(status)) {
         return failure(path, {FileFailure::readOnly, "The file is marked as read-only."});
     }
-    if (isFile(path) && isForbidden(path)) {
+    if (isForbidden(path)) {
         return failure(
             path, {FileFailure::notPermitted,
                       "It belongs to somebody else, and you are not permitted to write it."});
