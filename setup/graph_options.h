@@ -14,9 +14,9 @@
 namespace kvo::setup {
 
 // Tabs of TabStrip2 in the order of RowsTab, of TabStrip1 in that of VisibleTab.
-inline constexpr std::array<std::string_view, 2> rowsTabs{"Magnify Data", "Raise Scale (0) Point"};
 inline constexpr std::array<std::string_view, 4> visibleTabs{
     "Graph Line/s ( On/ Off )", "Magnify Data", "Raise Scale (0) Point", "Smooth Graph Line/s"};
+inline constexpr std::array<std::string_view, 2> rowsTabs{visibleTabs[1], visibleTabs[2]};
 // The list of each ComboScale; an entry is worth 20 graph units.
 inline constexpr std::array<std::string_view, 11> raiseList{
     "0%", "1%", "2%", "3%", "4%", "5%", "6%", "7%", "8%", "9%", "10%"};

@@ -1,8 +1,10 @@
 #include "setup/setup_values.h"
 
 #include "core/basic/numbers.h"
+#include "setup/plain_number.h"
 
 #include <cstdint>
+#include <utility>
 
 namespace kvo::setup {
 
@@ -84,7 +86,7 @@ SetupValues loadSetup(const AppConfig& config) {
     Vehicle_Type_Change(values.rows, values.Vehicle_Type);
     values.gearing = loadGearing(config);
     values.graph = loadGraphTab(config);
-    values.FlowRange = CStr(config.FlowRange * countsOfFlow);
+    values.FlowRange = plainNumber(config.FlowRange * countsOfFlow);
     values.Date_Prompt = isTicked(config.Date_Prompt);
     values.SpeedWheel_Prompt = isTicked(config.SpeedWheel_Prompt);
     // Two option buttons of one group: the one set last takes the dot from the other.
@@ -97,17 +99,19 @@ SetupValues loadSetup(const AppConfig& config) {
 SetupSave saveSetup(SetupValues& values, AppConfig& config) {
     // Required: in front of the password, so that a refused save has changed the channel.
     forceBattery(values, config);
-    const std::string refusal = takePassword(values.password, config);
+    AppConfig taken = config; // what is refused may not be left to the next writer of the file
+    const std::string refusal = takePassword(values.password, taken);
     if (!refusal.empty()) return {refusal, "NPassword"};
     OrderedSave save;
-    saveGeneral(values, config, save);
-    save.take(config.FlowRange, CSng(Val(values.FlowRange) / 255), "Flow Range", "FlowRange");
-    saveVehicle(values.gearing, vehicleCaptions(values.Vehicle_Type), config, save);
-    saveGraphLists(values.graph, config, save);
-    saveGears(values.gearing, config, save);
-    for (int n = 1; n <= 8; ++n) save.take(config.Analog_Check[n], tick(values.Analog_Check[n]));
-    saveScales(values.graph.scales, config, save);
+    saveGeneral(values, taken, save);
+    save.take(taken.FlowRange, CSng(Val(values.FlowRange) / 255), "Flow Range", "FlowRange");
+    saveVehicle(values.gearing, vehicleCaptions(values.Vehicle_Type), taken, save);
+    saveGraphLists(values.graph, taken, save);
+    saveGears(values.gearing, taken, save);
+    for (int n = 1; n <= 8; ++n) save.take(taken.Analog_Check[n], tick(values.Analog_Check[n]));
+    saveScales(values.graph.scales, taken, save);
     if (save.ended()) return stoppedAt(save);
+    config = std::move(taken);
     return {};
 }
 

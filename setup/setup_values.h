@@ -53,9 +53,9 @@ struct SetupSave {
     std::string box;     // the control that is to be looked at then
     bool taken() const { return message.empty(); }
 };
-// SaveSetup up to the writing of the file. A refused password leaves the configuration as it was
-// but for analog channel 6 of a model with a battery; a number that does not fit ends the save
-// where it stands. Nothing may be written then and the form stays.
+// SaveSetup up to the writing of the file. A refused password and a number that does not fit leave
+// the configuration as it was but for analog channel 6 of a model with a battery. Nothing may be
+// written then and the form stays.
 SetupSave saveSetup(SetupValues& values, core::AppConfig& config);
 
 // Leaving DriverNo: a number above 0 stays.

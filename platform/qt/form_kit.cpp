@@ -9,6 +9,7 @@
 #include <QFontMetrics>
 #include <QLabel>
 #include <QPixmap>
+#include <QTabBar>
 #include <QThread>
 #include <QTimer>
 
@@ -146,6 +147,14 @@ private:
 
 void onLeave(QWidget* box, std::function<void()> handler) {
     box->installEventFilter(new LeaveFilter(box, std::move(handler)));
+}
+
+void onClickOfTheTabInView(QTabBar* tabs, std::function<void(int tab)> handler) {
+    // The strip says so as the button goes down, before it turns to another tab.
+    QObject::connect(
+        tabs, &QTabBar::tabBarClicked, tabs, [tabs, handler = std::move(handler)](int tab) {
+            if (tab >= 0 && tab == tabs->currentIndex()) handler(tab);
+        });
 }
 
 bool saveScreenshot(QWidget& window, const QString& path) {

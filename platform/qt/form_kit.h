@@ -21,6 +21,7 @@
 
 class QDialog;
 class QLabel;
+class QTabBar;
 
 namespace kvo::platform_qt {
 
@@ -162,6 +163,10 @@ QLabel* valueLabel(const QString& widest);
 // Runs `handler` when the user leaves a box, not when another window or a menu takes the focus for
 // a while.
 void onLeave(QWidget* box, std::function<void()> handler);
+
+// Runs `handler` on a click of the tab that is in view already, of which a strip of tabs tells no
+// change.
+void onClickOfTheTabInView(QTabBar* tabs, std::function<void(int tab)> handler);
 
 // The hourglass for as long as the object lives.
 class Hourglass {

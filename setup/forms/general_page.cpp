@@ -93,7 +93,7 @@ QWidget* GeneralPage::makeVehicle() {
     auto* box = new QGroupBox(QStringLiteral("Vehicle"));
     auto* grid = new QGridLayout(box);
     addLine(*grid, Label_DriverNumber, Driver);
-    addLine(*grid, buddyLabel(QStringLiteral("V&ehicle:"), Vehicle_Type), Vehicle_Type);
+    addLine(*grid, buddyLabel(QStringLiteral("&Vehicle:"), Vehicle_Type), Vehicle_Type);
     return box;
 }
 
@@ -143,7 +143,7 @@ QWidget* GeneralPage::makePassword() {
     VPassword = makeMaskedBox("VPassword");
     connect(OPassword, &QLineEdit::textChanged, this, &GeneralPage::OPassword_Change);
     m_oldLabel = buddyLabel(QStringLiteral("Enter O&ld Password:"), OPassword);
-    m_newLabel = buddyLabel(QStringLiteral("New Passwor&d:"), NPassword);
+    m_newLabel = buddyLabel(QStringLiteral("N&ew Password:"), NPassword);
     m_verifyLabel = buddyLabel(QStringLiteral("Verif&y Password:"), VPassword);
     auto* note = new QLabel(QStringLiteral(
         "Stored readable in Kvo.Cfg. It keeps others from changing things by mistake; it "

@@ -54,7 +54,10 @@ QWidget* GraphPage::makeScales() {
     TabStrip2->setElideMode(Qt::ElideNone);
     TabStrip2->setUsesScrollButtons(false);
     for (const std::string_view tab : setup::rowsTabs) TabStrip2->addTab(shown(tab));
-    connect(TabStrip2, &QTabBar::currentChanged, this, &GraphPage::TabStrip2_Click);
+    connect(TabStrip2, &QTabBar::currentChanged, this, [this](int tab) {
+        if (tab != static_cast<int>(m_shown.TabStrip2)) TabStrip2_Click(tab);
+    });
+    onClickOfTheTabInView(TabStrip2, [this](int tab) { TabStrip2_Click(tab); });
     m_rows = new ScaleRows({"Magnify", "FrameAnalog", "FrameExhaust"});
     connect(m_rows, &ScaleRows::Command3_Click, this, &GraphPage::Command3_Click);
     auto* scales = new QWidget;
@@ -91,11 +94,12 @@ void GraphPage::collect(setup::SetupValues& values) const {
     values.graph.scales = m_rows->values();
 }
 
-// A click on a tab takes no focus; the box that has it is left all the same.
+// A click on a tab takes no focus; the box that has it is left all the same. Box after box goes
+// then, so the focus stays with the tabs and wanders into none that is judged on leaving.
 void GraphPage::TabStrip2_Click(int tab) {
     const int before = static_cast<int>(m_shown.TabStrip2);
-    if (tab == before) return;
     if (!mayLeaveBox(*window())) return TabStrip2->setCurrentIndex(before);
+    if (m_rows->isAncestorOf(window()->focusWidget())) TabStrip2->setFocus();
     emit TabStrip2_Clicked(static_cast<setup::RowsTab>(tab));
 }
 

@@ -163,6 +163,8 @@ bool SetupSoftware::lockFor(QWidget* button) {
     if (!mayLeaveBox(*this)) return false;
     collect();
     m_opener = button;
+    // Box after box is disabled: the focus must not wander into one that is judged on leaving.
+    if (QWidget* box = focusWidget()) box->clearFocus();
     EnableSetupControls(false);
     return true;
 }
@@ -219,6 +221,7 @@ void SetupSoftware::SaveSetup_Click() {
     if (!mayLeaveBox(*this)) return;
     collect();
     core::SharedState& state = core::state();
+    const core::AppConfig before = state.Config;
     const setup::SetupSave save = setup::saveSetup(m_values, state.Config);
     showRows(); // a refused save too has named the battery
     if (!save.taken()) {
@@ -227,7 +230,11 @@ void SetupSoftware::SaveSetup_Click() {
         return lookAt(save.box);
     }
     doors().loadLogo();
-    if (!writeConfig()) return;
+    if (!writeConfig()) {
+        // The entries stay in the form alone: after a Cancel no other writer finds them.
+        state.Config = before;
+        return doors().loadLogo();
+    }
     kept<SetupSoftware>().DialogCancelled = false;
     unload<SetupSoftware>();
 }
@@ -246,8 +253,10 @@ bool SetupSoftware::writeConfig() {
     platform::Services& services = platform::services();
     const platform::WriteResult saved =
         core::SaveConfig(state.AppFolder, state.Config, *services.files);
-    state.ConfigKnown = true; // what counts from now on is what the user has stated
-    if (saved) return true;
+    if (saved) {
+        state.ConfigKnown = true; // what counts from now on is what the user has stated
+        return true;
+    }
     services.dialogs->beep();
     services.dialogs->messageBox("The setup could NOT be saved to Disk.\r\n" + saved.message +
                                      "\r\n\r\nIt stays in the form: make room and save again.",

@@ -43,7 +43,10 @@ void Visible_Options::makeLayout() {
     TabStrip1->setElideMode(Qt::ElideNone);
     TabStrip1->setUsesScrollButtons(false); // the form is as wide as its tabs
     for (const std::string_view tab : setup::visibleTabs) TabStrip1->addTab(shown(tab));
-    connect(TabStrip1, &QTabBar::currentChanged, this, &Visible_Options::TabStrip1_Click);
+    connect(TabStrip1, &QTabBar::currentChanged, this, [this](int tab) {
+        if (tab != m_tab) TabStrip1_Click(tab);
+    });
+    onClickOfTheTabInView(TabStrip1, [this](int tab) { TabStrip1_Click(tab); });
     m_frames = new QStackedWidget;
     m_frames->addWidget(makeBoxes(0, "Frame(0)"));
     m_frames->addWidget(makeScales());
@@ -173,10 +176,11 @@ void Visible_Options::changed() {
     Command1[1].setEnabled(true);
 }
 
-// A click on a tab takes no focus; the box that has it is left all the same.
+// A click on a tab takes no focus; the box that has it is left all the same. Box after box goes
+// then, so the focus stays with the tabs and wanders into none that is judged on leaving.
 void Visible_Options::TabStrip1_Click(int tab) {
-    if (tab == m_tab) return;
     if (!mayLeaveBox(*this)) return TabStrip1->setCurrentIndex(m_tab);
+    if (m_rows->isAncestorOf(focusWidget())) TabStrip1->setFocus();
     m_tab = tab;
     const int vehicle = core::state().Config.Vehicle_Type;
     runRule([=, this](setup::VisibleOptions& form) {

@@ -282,6 +282,43 @@ private slots:
         }
     }
 
+    // The boxes go one after another; none is judged but the one that the user was in.
+    void aTabJudgesNoBoxThatTheUserWasNeverIn() {
+        for (int i = 5; i <= 24; ++i) config().Text_Magnify[static_cast<std::size_t>(i)] = 200;
+        open();
+        type(magnify(4), QStringLiteral("7"));
+        goTo("TabStrip2", raiseTab);
+        QCOMPARE(part<QTabBar>("TabStrip2").currentIndex(), raiseTab);
+        QCOMPARE(magnify(4).text(), QStringLiteral("7"));
+        for (int i = 5; i <= 24; ++i) QCOMPARE(magnify(i).text(), QStringLiteral("199"));
+        QCOMPARE(m_program->dialogs.beeps(), 0);
+    }
+
+    // The keys of the tabs go on working as the tab in view has gone.
+    void theKeysOfTheTabsKeepTheFocus() {
+        config().LoggerDataType = 25;
+        open();
+        part<QTabBar>("TabStrip2").setFocus();
+        QTest::keyClick(&part<QTabBar>("TabStrip2"), Qt::Key_Right);
+        QCOMPARE(part<QTabBar>("TabStrip2").currentIndex(), raiseTab);
+        QVERIFY(part<QTabBar>("TabStrip2").hasFocus());
+        QCOMPARE(magnified(), QList<int>());
+    }
+
+    void aClickOnTheTabInViewRunsItsRuleAgain() {
+        config().LoggerDataType = 25;
+        open();
+        goTo("TabStrip2", raiseTab);
+        goTo("TabStrip1", 0);
+        pick("D_Modal", 0);
+        pick("D_Modal", 4);
+        goTo("TabStrip1", 1);
+        QCOMPARE(magnified(), from(12, 15)); // the model shows them on either tab
+        goTo("TabStrip2", raiseTab);
+        QCOMPARE(magnified(), QList<int>());
+        QCOMPARE(raised(), from(0, 24));
+    }
+
     void restoreDefaultsChangesTheHalfInView() {
         config().Text_Magnify.fill(21);
         config().ComboScale.fill(60);

@@ -18,11 +18,13 @@
 #include "tools/logger_simulator/model_logger.h"
 
 #include <QAction>
+#include <QCheckBox>
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
+#include <QTabBar>
 
 #include <memory>
 
@@ -66,6 +68,10 @@ class SetupCourseTest : public QObject {
     }
     static void press(const char* name) {
         QCOMPARE(userClick(&control<QPushButton>(form<SetupSoftware>(), name)), QString());
+    }
+    static void goToDataLogger() {
+        auto& tabs = control<QTabBar>(form<SetupSoftware>(), "TabStrip1");
+        QCOMPARE(userClick(&tabs, tabs.tabRect(2).center()), QString());
     }
     static void type(const char* name, const char* text) {
         auto& box = control<QLineEdit>(form<SetupSoftware>(), name);
@@ -136,6 +142,56 @@ private slots:
         command("Mnu_SetupSoftware").trigger();
         QVERIFY(saved().Driver.starts_with("First "));
         QVERIFY(config().Driver.starts_with("First "));
+    }
+
+    // What a Save took that was refused, or whose file could not be written, lives as long as the
+    // form: no later writer of the configuration finds it.
+    void whatWasNotSavedIsNotLeftToAnother_data() {
+        QTest::addColumn<QString>("weight");
+        QTest::addColumn<bool>("fullDisk");
+        QTest::newRow("a number that does not fit") << QString(40, QLatin1Char('9')) << false;
+        QTest::newRow("a full disk") << QStringLiteral("2000") << true;
+    }
+    void whatWasNotSavedIsNotLeftToAnother() {
+        QFETCH(QString, weight);
+        QFETCH(bool, fullDisk);
+        m_program->putConfig();
+        const auto before = m_program->files.read("/kvo/Kvo.Cfg");
+        dialogs().expectBoxTitled("Kvo").contains = fullDisk ? "NOT be saved" : "Weight";
+        inTheSetup([&] {
+            type("Driver", "Nobody");
+            control<QCheckBox>(form<SetupSoftware>(), "Check_Password").setChecked(true);
+            type("NPassword", "dropped");
+            type("VPassword", "dropped");
+            goToDataLogger();
+            type("Weight_F", qPrintable(weight));
+            if (fullDisk) m_program->files.failWrites("/kvo", MemoryFiles::Failure::fullDisk, 1);
+            press("SaveSetup");
+            press("CancelSetup");
+        });
+        command("Mnu_SetupSoftware").trigger();
+        QCOMPARE(config().Password, std::string());
+        form<DataGraph>().show();
+        forms::doors().keepGraphOptions();
+        form<DataGraph>().close();
+        QVERIFY(m_program->files.read("/kvo/Kvo.Cfg") == before);
+    }
+
+    // The picture of the vehicle is that of the setup that counts.
+    void aSaveWithoutAFileShowsTheOldVehicleAgain() {
+        m_program->files.put("/kvo/Kvocar.dll", pictureFile(80, 20, 0xFF0000));
+        m_program->files.put("/kvo/Kvobike.dll", pictureFile(50, 30, 0x00FF00));
+        dialogs().expectBoxTitled("Kvo").contains = "Kvo.CfgG file not found";
+        dialogs().expectBoxTitled("Kvo").contains = "NOT be saved";
+        m_program->state.ConfigKnown = false;
+        inTheSetup([&] {
+            control<QComboBox>(form<SetupSoftware>(), "Vehicle_Type").setCurrentIndex(0);
+            m_program->files.failWrites("/kvo", MemoryFiles::Failure::fullDisk, 1);
+            press("SaveSetup");
+            press("CancelSetup");
+        });
+        command("Mnu_SetupSoftware").trigger();
+        QCOMPARE(control<QLabel>(form<VrnWin32>(), "Logo").size(), QSize(80, 20));
     }
 
     // The message leads into the form, and the command does not show it a second time.

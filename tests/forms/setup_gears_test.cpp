@@ -190,6 +190,27 @@ private slots:
         QCOMPARE(saved().Speed_Correction, 1.0F);
     }
 
+    // As the form is locked, no box is judged that the user was never in.
+    void aFrameThatComesUpLeavesTheBoxesAlone_data() {
+        QTest::addColumn<QByteArray>("button");
+        QTest::newRow("gears") << QByteArray("GearRatios");
+        QTest::newRow("an analog input") << QByteArray("AnalogSetup(3)");
+    }
+    void aFrameThatComesUpLeavesTheBoxesAlone() {
+        QFETCH(QByteArray, button);
+        config() = core::AppConfig();
+        config().DriverNo = 1;
+        open(dataLogger);
+        box("Weight_F").setFocus();
+        press(button.constData());
+        for (const char* name : corrections) QCOMPARE(box(name).text(), QStringLiteral("0.00"));
+        QCOMPARE(dialogs().beeps(), 0);
+        QVERIFY(allEnabled(false));
+        press(button == "GearRatios" ? "Cancel" : "Command1");
+        for (const char* name : corrections) QCOMPARE(box(name).text(), QStringLiteral("0.00"));
+        QCOMPARE(dialogs().beeps(), 0);
+    }
+
     void theLabelsShowTheGearsOfTheFile_data() {
         QTest::addColumn<int>("gears");
         QTest::addColumn<int>("shown");

@@ -9,6 +9,8 @@
 
 #include <QAbstractItemView>
 #include <QGroupBox>
+#include <QKeySequence>
+#include <QMap>
 #include <QTabBar>
 
 using namespace kvo;
@@ -520,6 +522,43 @@ private slots:
             "But_FindComm", "OptionDownloadMode(0)", "Date_Prompt", "SpeedWheel_Prompt",
             "Check_Password", "NPassword", "VPassword", "SaveSetup", "CancelSetup", "TabStrip1"};
         QVERIFY2(order == wanted, qPrintable(order.join(' ')));
+    }
+
+    // A letter of the keyboard leads to one control of those on view.
+    void noLetterStandsForTwoControls_data() {
+        QTest::addColumn<int>("vehicle");
+        QTest::addColumn<bool>("withAPassword");
+        for (const int vehicle : {0, 1}) {
+            for (const bool password : {false, true}) {
+                QTest::addRow(
+                    "%s, %s password", vehicle == 0 ? "bike" : "car", password ? "a" : "no")
+                    << vehicle << password;
+            }
+        }
+    }
+    void noLetterStandsForTwoControls() {
+        QFETCH(int, vehicle);
+        QFETCH(bool, withAPassword);
+        config().Vehicle_Type = static_cast<std::uint8_t>(vehicle);
+        if (withAPassword) withPassword("secret");
+        open();
+        for (const Tab tab : {general, graph, dataLogger}) {
+            goTo(tab);
+            QMap<QString, QString> taken;
+            const auto count = [&taken](const QWidget& widget, const QString& caption) {
+                const QKeySequence letter = QKeySequence::mnemonic(caption);
+                if (letter.isEmpty() || !widget.isVisible()) return;
+                QVERIFY2(!taken.contains(letter.toString()),
+                    qPrintable(caption + " and " + taken.value(letter.toString())));
+                taken.insert(letter.toString(), caption);
+            };
+            const auto& setup = form<SetupSoftware>();
+            for (const auto* label : setup.findChildren<QLabel*>())
+                if (label->buddy() != nullptr) count(*label, label->text());
+            for (const auto* button : setup.findChildren<QAbstractButton*>())
+                count(*button, button->text());
+            QVERIFY(taken.size() > 3);
+        }
     }
 
     void everyBoxHasANameForAssistiveTools() {

@@ -332,6 +332,24 @@ private slots:
         });
     }
 
+    // The boxes go one after another; none is judged but the one that the user was in.
+    void aTabJudgesNoBoxThatTheUserWasNeverIn() {
+        open(32);
+        state().Config.Text_Magnify.fill(0);
+        options([this] {
+            for (const int tab : {2, 3, 0}) {
+                goTo(1);
+                type(magnify(4), QStringLiteral("7"));
+                goTo(tab);
+                QCOMPARE(
+                    control<QTabBar>(form<Visible_Options>(), "TabStrip1").currentIndex(), tab);
+                QCOMPARE(magnify(4).text(), QStringLiteral("7"));
+                for (int i = 5; i <= 24; ++i) QCOMPARE(magnify(i).text(), QStringLiteral("-1"));
+            }
+            QCOMPARE(dialogs().beeps(), 0);
+        });
+    }
+
     void restoreDefaultsChangesTheHalfInView() {
         open(32);
         state().Config.Text_Magnify.fill(21);

@@ -4,9 +4,11 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <iterator>
 #include <random>
 #include <string>
+#include <utility>
 
 namespace kvo::setup {
 namespace {
@@ -184,18 +186,33 @@ TEST(SetupValues, ClearingTheCheckBehindTheOldPasswordSaves) {
 TEST(SetupValues, ANumberThatDoesNotFitNamesItsBox) {
     core::AppConfig config = someSetup();
     SetupValues values = loadSetup(config);
+    const core::AppConfig before = config;
     values.Driver = "Somebody";
     values.DriverNo = "40000";
+    values.password.Check_Password = true;
+    values.password.NPassword = values.password.VPassword = "dropped";
     values.ComPort = 0;
     const SetupSave save = saveSetup(values, config);
     EXPECT_FALSE(save.taken());
     EXPECT_NE(save.message.find("\"Serial Number:\""), std::string::npos);
-    EXPECT_EQ(config.DriverNo, 123);
-    EXPECT_EQ(config.Driver, core::padded("Somebody", 25)) << "what came before is taken";
-    EXPECT_EQ(config.CommPort, 16) << "what comes behind is not";
+    EXPECT_EQ(config, before) << "nothing is taken of a save that was refused";
     values.DriverNo = "1";
     values.FlowRange = std::string(60, '9');
     EXPECT_NE(saveSetup(values, config).message.find("\"Flow Range\""), std::string::npos);
+}
+
+// The box is read up to the first letter that no number has, so an exponent would be lost.
+TEST(SetupValues, TheFlowRangePassesThroughWithoutAnExponent) {
+    const std::pair<float, const char*> cases[] = {
+        {1e-7F, "0.0000255"}, {5e4F, "12750000"}, {NAN, "0"}, {0.1F, "25.5"}};
+    for (const auto& [stored, shown] : cases) {
+        core::AppConfig config = someSetup();
+        config.FlowRange = stored;
+        SetupValues values = loadSetup(config);
+        EXPECT_EQ(values.FlowRange, shown);
+        ASSERT_TRUE(saveSetup(values, config).taken());
+        EXPECT_FLOAT_EQ(config.FlowRange, std::isnan(stored) ? 0 : stored);
+    }
 }
 
 TEST(SetupValues, ASerialNumberIsAboveZero) {
