@@ -195,4 +195,114 @@ std::vector<Function> functionsOf(std::string_view text) {
     return FunctionFinder(tokensOf(withoutComments(text))).find();
 }
 
+namespace {
+
+// Reads class bodies from declaration to declaration.
+class ClassFinder {
+public:
+    explicit ClassFinder(std::vector<Token> tokens) : m_tokens(std::move(tokens)) {}
+
+    std::vector<Class> find() {
+        while (m_at < m_tokens.size())
+            if (!openClass()) ++m_at;
+        return m_found;
+    }
+
+private:
+    const std::string& text(std::size_t at) const {
+        static const std::string none;
+        return at < m_tokens.size() ? m_tokens[at].text : none;
+    }
+
+    // Reads the class that begins here. False, and nothing read, where none does.
+    bool openClass() {
+        const bool key = text(m_at) == "class" || text(m_at) == "struct";
+        const std::string before = m_at > 0 ? text(m_at - 1) : std::string();
+        if (!key || before == "enum" || before == "<" || before == ",") return false;
+        std::size_t brace = m_at + 1;
+        while (brace < m_tokens.size() && text(brace) != "{" && text(brace) != ";" &&
+               text(brace) != "(" && text(brace) != "=")
+            ++brace;
+        if (text(brace) != "{") return false;
+        const std::size_t place = m_found.size();
+        m_found.push_back({text(m_at + 1), m_tokens[m_at].line, text(m_at) == "struct", 0, 0});
+        m_at = brace + 1;
+        while (m_at < m_tokens.size() && text(m_at) != "}") declaration(place);
+        ++m_at;
+        return true;
+    }
+
+    // One declaration of the class's body, counted.
+    void declaration(std::size_t place) {
+        if (isAccess(text(m_at)) || text(m_at) == ":") return void(++m_at);
+        if (text(m_at) == "Q_OBJECT") return void(++m_at);
+        if (openClass()) return skipTo(";");
+        const std::size_t start = m_at;
+        bool function = false;
+        int commas = 0;
+        while (m_at < m_tokens.size() && text(m_at) != ";" && text(m_at) != "}") {
+            if (text(m_at) == "<") {
+                skip("<", ">");
+            } else if (text(m_at) == "(") {
+                function = function || !hasBefore(start, "=") || hasBefore(start, "operator");
+                skip("(", ")");
+            } else if (text(m_at) == "{") {
+                skip("{", "}");
+                if (function && !initialises()) break;
+            } else {
+                commas += text(m_at++) == "," ? 1 : 0;
+            }
+        }
+        const std::size_t end = m_at;
+        if (text(m_at) == ";") ++m_at;
+        count(m_found[place], start, end, function ? 0 : commas, function);
+    }
+
+    void count(Class& one, std::size_t start, std::size_t end, int commas, bool function) const {
+        if (start == end) return;
+        for (const char* word : {"using", "typedef", "friend", "static_assert", "enum", "template"})
+            if (text(start) == word && (word != std::string_view("template") || !function)) return;
+        if (!function) {
+            one.data += 1 + commas;
+            return;
+        }
+        for (std::size_t at = start; at < end && text(at) != "("; ++at)
+            if (text(at) == one.name && text(at + 1) == "(") return;
+        if (text(end - 1) == "delete") return;
+        ++one.functions;
+    }
+
+    bool hasBefore(std::size_t start, std::string_view word) const {
+        return std::any_of(m_tokens.begin() + static_cast<std::ptrdiff_t>(start),
+            m_tokens.begin() + static_cast<std::ptrdiff_t>(m_at),
+            [&](const Token& token) { return token.text == word; });
+    }
+
+    // Whether braces that were just read initialise a member: another or the body follows them.
+    bool initialises() const { return text(m_at) == "," || text(m_at) == "{"; }
+
+    void skip(std::string_view open, std::string_view close) {
+        int depth = 0;
+        do {
+            if (text(m_at) == open) ++depth;
+            if (text(m_at) == close) --depth;
+        } while (++m_at < m_tokens.size() && depth > 0);
+    }
+
+    void skipTo(std::string_view sign) {
+        while (m_at < m_tokens.size() && text(m_at) != sign) ++m_at;
+        ++m_at;
+    }
+
+    std::vector<Token> m_tokens;
+    std::vector<Class> m_found;
+    std::size_t m_at = 0;
+};
+
+} // namespace
+
+std::vector<Class> classesOf(std::string_view text) {
+    return ClassFinder(tokensOf(withoutComments(text))).find();
+}
+
 } // namespace kvo::structure

@@ -31,4 +31,17 @@ struct Function {
 // do not count. The text is as written, comments included.
 std::vector<Function> functionsOf(std::string_view text);
 
+// A class or struct with a body.
+struct Class {
+    std::string name;
+    int line = 0;
+    bool isStruct = false; // by its key
+    int functions = 0;     // that it declares, but for constructors, destructor and deleted ones
+    int data = 0;          // its own and static ones
+};
+
+// The classes of namespaces and, behind the one that they are in, of classes. Types, names of
+// types and friends that a class declares are no members. The text is as written.
+std::vector<Class> classesOf(std::string_view text);
+
 } // namespace kvo::structure

@@ -70,5 +70,51 @@ TEST(CodeText, NamesAMemberWithItsClass) {
     EXPECT_EQ(found[1].name, "Form::~Form");
 }
 
+TEST(CodeText, CountsTheMembersOfClasses) {
+    const auto found = classesOf("class Later;\n"
+                                 "enum class E { one, two };\n"
+                                 "template <class T> class A : public B<T, int>, private C {\n"
+                                 "    Q_OBJECT\n"
+                                 "\n"
+                                 "public:\n"
+                                 "    A(int x) : m_x{x}, m_y(2) { f(); }\n"
+                                 "    explicit A();\n"
+                                 "    ~A() override;\n"
+                                 "    A(const A&) = delete;\n"
+                                 "    A& operator=(const A&) = delete;\n"
+                                 "    using Base::Base;\n"
+                                 "    friend class D;\n"
+                                 "    std::vector<int> one() const { return {1, 2}; }\n"
+                                 "    virtual void two() = 0;\n"
+                                 "    template <class W> W& three(const std::map<W, int>& m);\n"
+                                 "    bool operator==(const A&) const = default;\n"
+                                 "signals:\n"
+                                 "    void four(int a, int b = f(1));\n"
+                                 "\n"
+                                 "private:\n"
+                                 "    struct Inner {\n"
+                                 "        int a, b;\n"
+                                 "        int c = 0;\n"
+                                 "    };\n"
+                                 "    enum class Kind { x, y };\n"
+                                 "    std::map<int, int> m_x{{1, 2}, {3, 4}};\n"
+                                 "    int m_y = f(1, 2), m_z[2] = {1, 2};\n"
+                                 "    std::function<void(int)> m_call;\n"
+                                 "};\n"
+                                 "struct Record {};\n");
+    ASSERT_EQ(found.size(), 3U);
+    EXPECT_EQ(found[0].name, "A");
+    EXPECT_EQ(found[0].line, 3);
+    EXPECT_FALSE(found[0].isStruct);
+    EXPECT_EQ(found[0].functions, 5);
+    EXPECT_EQ(found[0].data, 4);
+    EXPECT_EQ(found[1].name, "Inner");
+    EXPECT_TRUE(found[1].isStruct);
+    EXPECT_EQ(found[1].functions, 0);
+    EXPECT_EQ(found[1].data, 3);
+    EXPECT_EQ(found[2].name, "Record");
+    EXPECT_EQ(found[2].data, 0);
+}
+
 } // namespace
 } // namespace kvo::structure

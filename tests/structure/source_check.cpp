@@ -14,6 +14,7 @@ namespace {
 
 constexpr int longestFunction = 60;
 constexpr int longestFile = 600;
+constexpr int mostMembers = 60;
 
 bool isProduct(std::string_view file) {
     return !file.starts_with("tests/") && !file.starts_with("bench/");
@@ -128,6 +129,20 @@ std::vector<Breach> lengthBreaches(const Sources& sources) {
             if (function.lines() > longestFunction)
                 result.push_back({file + ":" + function.name, function.firstLine,
                     std::to_string(function.lines()) + " lines in a function"});
+    }
+    return result;
+}
+
+std::vector<Breach> classBreaches(const Sources& sources) {
+    std::vector<Breach> result;
+    for (const auto& [file, text] : sources) {
+        if (!isProduct(file) || !file.ends_with(".h")) continue;
+        for (const Class& one : classesOf(text)) {
+            const int members = one.functions + one.data;
+            if (members <= mostMembers || (one.isStruct && one.functions == 0)) continue;
+            result.push_back(
+                {file + ":" + one.name, one.line, std::to_string(members) + " members of a class"});
+        }
     }
     return result;
 }

@@ -1,7 +1,7 @@
 #pragma once
 // What the code of the program must keep to and no compiler looks at: names that a layer must not
-// use, the length of functions and files, a test file for each unit, the data types' numbers in
-// their one table. Used by the program structure_check and by its tests.
+// use, the size of functions, files and classes, a test file for each unit, the data types' numbers
+// in their one table. Used by the program structure_check and by its tests.
 #include "layer_check.h"
 
 #include <filesystem>
@@ -34,6 +34,10 @@ std::vector<Breach> nameBreaches(const std::vector<Layer>& table,
 
 // Functions of more than 60 lines and files of more than 600.
 std::vector<Breach> lengthBreaches(const Sources& sources);
+
+// Classes of the program's headers that declare more than 60 functions and data, constructors
+// aside. A struct without a function is a record, and as long as what it records.
+std::vector<Breach> classBreaches(const Sources& sources);
 
 // Units (folder/unit.cpp of a layer) without their test file. What knows Qt or is in a folder of
 // forms has its tests in tests/forms, the interfaces to the machine and their bodies in

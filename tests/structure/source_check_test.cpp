@@ -75,6 +75,22 @@ TEST(LengthCheck, MeasuresFunctionsAndFiles) {
         (Texts{"a.cpp:f:1: 61 lines in a function", "b.h: 601 lines in a file"}));
 }
 
+TEST(ClassCheck, FindsClassesOfTooManyMembers) {
+    const auto body = [](int functions, int data) {
+        std::string text = " C {\npublic:\n    C();\n    ~C();\n";
+        for (int i = 0; i < functions; ++i) text += "    void f(int a, int b) const;\n";
+        for (int i = 0; i < data; ++i) text += "    int m_x = 0;\n";
+        return text + "};\n";
+    };
+    EXPECT_EQ(texts(classBreaches({{"a.h", "class" + body(30, 30)}, {"b.h", "struct" + body(0, 99)},
+                  {"tests/c.h", "class" + body(99, 0)}, {"d.cpp", "class" + body(99, 0)}})),
+        Texts{});
+    EXPECT_EQ(texts(classBreaches({{"a.h", "class" + body(30, 31)}, {"b.h", "struct" + body(1, 60)},
+                  {"c.h", "class Outer {\n    class" + body(61, 0) + "};\n"}})),
+        (Texts{"a.h:C:1: 61 members of a class", "b.h:C:1: 61 members of a class",
+            "c.h:C:2: 61 members of a class"}));
+}
+
 TEST(TestCheck, WantsATestFileForEachUnit) {
     const auto table = readTable(tableText);
     const Sources sources = {{"core/basic/numbers.cpp", ""}, {"core/records.h", ""},

@@ -31,6 +31,8 @@ bool judge(const std::string& rule, const Tree& tree, std::vector<Breach>& found
         found = nameBreaches(table, readNames(contentOf(root / "tools" / "names.txt")), sources);
     else if (rule == "lengths")
         found = lengthBreaches(sources);
+    else if (rule == "classes")
+        found = classBreaches(sources);
     else if (rule == "tests")
         found = testBreaches(table, sources);
     else if (rule == "data_types")
@@ -46,8 +48,8 @@ bool judge(const std::string& rule, const Tree& tree, std::vector<Breach>& found
 
 int main(int argc, char** argv) {
     const kvo::command_line::Syntax syntax{"structure_check RULE ROOT",
-        "Prints every breach of a rule below ROOT. Rules: includes names lengths tests\n"
-        "data_types. The exit code is 1 if there is a breach.\n",
+        "Prints every breach of a rule below ROOT. Rules: includes names lengths\n"
+        "classes tests data_types. The exit code is 1 if there is a breach.\n",
         2, 2};
     const auto arguments = kvo::command_line::read(syntax, argc, argv);
     if (arguments.exitCode) return *arguments.exitCode;
