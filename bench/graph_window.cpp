@@ -54,7 +54,7 @@ void measureScroll(Table& table) {
     const Program program;
     auto& graph = shownGraph();
     constexpr int quarter = 2; // four windows wide and high
-    graph.Mnu_ScaleItem_Click(quarter);
+    graph.commands().Mnu_ScaleItem_Click(quarter);
     QApplication::processEvents();
     auto& bar = control<QScrollBar>(graph, "HScroll");
     int step = 1;
@@ -77,7 +77,7 @@ void measureOpen(Table& table) {
     library::runList().choose(0);
     int direction = 1;
     const auto open = [&] {
-        graph.GraphChange_Click(direction);
+        graph.commands().GraphChange_Click(direction);
         QApplication::processEvents();
         direction = 1 - direction;
     };
@@ -93,7 +93,7 @@ void measureZoom(Table& table) {
     auto& graph = shownGraph();
     const auto& trend = control<QWidget>(graph, "Trend");
     const auto step = [&](bool in) {
-        in ? graph.ZoomIn_Click() : graph.ZoomOut_Click();
+        in ? graph.commands().ZoomIn_Click() : graph.commands().ZoomOut_Click();
         QApplication::processEvents();
     };
     bool in = true;
@@ -107,7 +107,7 @@ void measureZoom(Table& table) {
     };
     const auto makeWhole = [&] {
         if (trend.width() <= graph.width()) return;
-        graph.CancelZoom_Click();
+        graph.commands().CancelZoom_Click();
         QApplication::processEvents();
     };
     const auto seconds =
@@ -128,7 +128,7 @@ void measureOverlay(Table& table) {
     };
     const auto overlay = [&](bool on) {
         if ((graph.view().OverlayLoaded != 0) == on) return;
-        graph.Mnu_Overlay_Click();
+        graph.commands().Mnu_Overlay_Click();
         QApplication::processEvents();
     };
     const auto redraw = [&] {
@@ -146,7 +146,7 @@ void measureChannel(Table& table) {
     constexpr int channel = channels::inputChannel;
     const auto turn = [&](bool on) {
         if (channels::channelOn(core::state().Config, channel) == on) return;
-        graph.Toggle_Click(channel);
+        graph.channels().Toggle_Click(channel);
         QApplication::processEvents();
     };
     const auto seconds =

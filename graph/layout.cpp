@@ -51,6 +51,10 @@ const char* scaleCaption(int setting) {
     return captions[static_cast<std::size_t>(setting)];
 }
 
+int openedSidePx(int screenPx) {
+    return screenPx * 9 / 10;
+}
+
 int surfaceHeightPx(int innerHeightPx, int aboveInnerPx, int panelNeedsPx) {
     const int panel = std::max(panelNeedsPx, outsideTrendPx - aboveInnerPx - toolbarHeightPx);
     return std::max(lowestSurfacePx, innerHeightPx - toolbarHeightPx - panel);

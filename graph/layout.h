@@ -41,6 +41,13 @@ const char* scaleCaption(int setting);
 inline constexpr int toolbarHeightPx = 34;
 inline constexpr int scrollBarWidthPx = 17;
 
+// The lowest that the window gets, and the least width, twips, at which the text under the pointer
+// has a label; on a narrower window it is a tool tip.
+inline constexpr int lowestWindowPx = 420;
+inline constexpr int widestWithToolTip = 15400;
+// The side of a window that opens, of the screen's.
+int openedSidePx(int screenPx);
+
 // The room between toolbar and panel, pixels.
 struct Room {
     int widthPx = 0;

@@ -1,21 +1,15 @@
-// The window itself, how it opens and closes, and what its menus do.
 #include "graph/forms/data_graph.h"
 
 #include "core/forms/doors.h"
-#include "core/run_info.h"
 #include "core/shared_state.h"
 #include "graph/forms/channel_panel.h"
-#include "graph/forms/data_graph_needs.h"
 #include "graph/forms/graph_surface.h"
 #include "graph/layout.h"
-#include "library/statistics.h"
 #include "platform/qt/form_kit.h"
 #include "platform/qt/text.h"
 #include "platform/services.h"
 
-#include <QAction>
 #include <QCloseEvent>
-#include <QMenu>
 #include <QScreen>
 #include <QTimer>
 #include <QToolBar>
@@ -27,46 +21,36 @@ namespace kvo::forms {
 
 using namespace platform_qt;
 
-namespace {
-
-constexpr int lowestWindowPx = 420;
-
-} // namespace
-
 DataGraph::DataGraph()
-    : m_course({core::state().Config, core::state().ConfigKnown, core::state().AppFolder,
+    : m_inner(named(new QWidget, "Inner")), m_surface(new GraphSurface(m_inner)),
+      m_panel(new ChannelPanel(m_inner)),
+      m_course({core::state().Config, core::state().ConfigKnown, core::state().AppFolder,
                    core::state().Run, core::state().Overlay, library::runList()},
           m_view, *this, *platform::services().dialogs, *platform::services().files),
-      m_drawing(core::state().Config, core::state().Run, core::state().Overlay, m_view, *this) {
+      m_shown(*m_surface, *m_panel),
+      m_drawing(core::state().Config, core::state().Run, core::state().Overlay, m_view, m_shown),
+      m_cursor(m_view, m_course, *m_surface, *m_panel),
+      m_scale(m_view, m_course, *this, *m_surface),
+      m_channels(m_view, m_course, *this, m_drawing, m_shown, *m_panel),
+      m_printing(m_view, m_course, m_shown, *m_surface, *m_panel),
+      m_commands({m_view, m_course, *this, *m_surface, m_scale, m_channels, m_printing}) {
     setObjectName(QStringLiteral("DataGraph"));
     makeControls();
     Form_Load();
 }
 
 void DataGraph::makeControls() {
-    m_inner = named(new QWidget, "Inner");
-    makeCommands();
-    m_surface = new GraphSurface(m_inner);
-    m_panel = new ChannelPanel(m_inner);
+    m_commands.make(*this).setParent(m_inner);
     setCentralWidget(m_inner);
     m_inner->installEventFilter(this);
-    connect(m_surface, &GraphSurface::scrolled, this, &DataGraph::TimeLine);
     connect(m_surface, &GraphSurface::zoomWanted, this, [this](int direction) {
-        if (hasRun()) direction > 0 ? ZoomIn_Click() : ZoomOut_Click();
+        if (hasRun()) direction > 0 ? m_scale.ZoomIn() : m_scale.ZoomOut();
     });
-    connect(m_panel, &ChannelPanel::toggled, this, &DataGraph::Toggle_Click);
-    connect(m_panel, &ChannelPanel::colourWanted, this, &DataGraph::Value_DblClick);
     connect(m_panel, &ChannelPanel::heightChanged, this, &DataGraph::Form_Resize);
-    SurfaceWidget& surface = m_surface->trend();
-    connect(&surface, &SurfaceWidget::keyDown, this, &DataGraph::Trend_KeyDown);
-    connect(&surface, &SurfaceWidget::mouseDown, this, &DataGraph::Trend_MouseDown);
-    connect(&surface, &SurfaceWidget::mouseUp, this, &DataGraph::Trend_MouseUp);
-    connect(&surface, &SurfaceWidget::mouseMoved, this, &DataGraph::Trend_MouseMove);
-    connect(&surface, &SurfaceWidget::mouseLeft, this, [this] { Label_DataChanel_Change({}); });
     setTabOrders();
     const QSize room = screen()->availableSize();
-    setMinimumSize(qMin(m_panel->leastWidth(), room.width()), lowestWindowPx);
-    resize(room.width() * 9 / 10, room.height() * 9 / 10);
+    setMinimumSize(qMin(m_panel->leastWidth(), room.width()), graph::lowestWindowPx);
+    resize(graph::openedSidePx(room.width()), graph::openedSidePx(room.height()));
     setWindowState(Qt::WindowMaximized);
 }
 
@@ -89,9 +73,9 @@ void DataGraph::setTabOrders() {
 void DataGraph::Form_Load() {
     const core::AppConfig& config = core::state().Config;
     m_course.openEmpty();
-    Resolution_Change(config.G_Res);
-    Change_Colour();
-    ChanaleEnable();
+    m_commands.Resolution_Change(config.G_Res);
+    m_channels.Change_Colour();
+    m_channels.ChanaleEnable();
     if (config.Exhaust != core::flagOn)
         m_panel->setExhaustHeading(QStringLiteral("Exhaust Temps Deg C"));
     showChannelsForType(config.LoggerDataType);
@@ -106,8 +90,8 @@ void DataGraph::openFresh(const std::string& path, const std::string& caption) {
     ArrangeGraph();
     if (!opened) return;
     showChannelsForType(core::state().Run.DataType);
-    DrawTrend();
-    TimeLine();
+    drawTrend();
+    timeLine();
 }
 
 void DataGraph::openChosen(const std::optional<core::ChosenRun>& run) {
@@ -125,14 +109,14 @@ void DataGraph::openAsked() {
     m_chooseOnShow = false;
     QTimer::singleShot(0, this, [this] {
         const auto chosen = std::exchange(m_chosenElsewhere, std::nullopt);
-        chosen ? m_course.show(*chosen) : Mnu_LoadData_Click();
+        chosen ? m_course.show(*chosen) : m_course.Mnu_LoadData();
     });
 }
 
 // The line comes back after another window has covered it.
 void DataGraph::Form_Activate() {
     m_surface->settle();
-    if (hasRun()) TimeLine();
+    if (hasRun()) timeLine();
 }
 
 void DataGraph::Form_Unload() {
@@ -178,11 +162,9 @@ void DataGraph::placePanels() {
 }
 
 void DataGraph::ArrangeGraph() {
-    const core::AppConfig& config = core::state().Config;
     layout()->activate(); // also while the window is not shown yet
     placePanels();
-    takeScale(
-        m_surface->ArrangeGraph(config.ScaleCustom, config.CustomScaleLow, config.CustomScaleHigh));
+    m_scale.ArrangeGraph();
 }
 
 void DataGraph::Form_Resize() {
@@ -205,34 +187,20 @@ void DataGraph::keyPressEvent(QKeyEvent* event) {
 // --- What the course asks for
 
 std::optional<core::ChosenRun> DataGraph::chooseRun(const std::string& title) {
-    const GraphMenusDisabled off;
+    const GraphMenusDisabled off(m_commands);
     return doors().chooseRun("Load", title);
 }
 
 void DataGraph::chooseRunsToDelete() {
-    const GraphMenusDisabled off;
+    const GraphMenusDisabled off(m_commands);
     doors().chooseRunsToDelete("Delete File");
 }
 
 void DataGraph::showState() {
     setWindowTitle(shown(caption()));
-    const bool overlay = m_course.overlayLoaded();
-    m_commands.command("Mnu_Overlay").setText(shown(m_course.overlayCommand()));
-    m_commands.key("OverlayData").setText(QLatin1String(m_course.overlayKey()));
     for (int n = 1; n <= 8; ++n) m_panel->setAnalogCaption(n, m_course.analogCaption(n));
     m_panel->showTimes(core::state().Run.times);
-    const int setting = core::state().Config.ScaleCustom;
-    m_commands.menu("Mnu_Scale").setTitle(QLatin1String(graph::scaleCaption(m_view.ScaleShown)));
-    m_commands.check("Mnu_ScaleItem", setting);
-    using namespace graphNeeds;
-    Needs met = 0;
-    if (setting != graph::scaleZoomed) met |= notZoomed;
-    if (m_view.CancelZoomOffered) met |= zoomed;
-    if (hasRun()) met |= run;
-    if (!overlay) met |= noOverlay;
-    if (m_course.canChange(0)) met |= runBefore;
-    if (m_course.canChange(1)) met |= runBehind;
-    m_commands.setMet(met);
+    m_commands.showState();
 }
 
 void DataGraph::emptyLabels() {
@@ -254,54 +222,27 @@ void DataGraph::setScaleRight(int right) {
 }
 
 void DataGraph::showChannelsForType(int dataType) {
-    showLabels(graph::ShowChannelsForType(dataType, core::state().Config.Vehicle_Type));
+    m_panel->showLabels(graph::ShowChannelsForType(dataType, core::state().Config.Vehicle_Type));
 }
 
-// --- Commands
-
-// The times that were typed there stand in the window at once.
-void DataGraph::Mnu_Info_Click() {
-    core::OpenRun& run = core::state().Run;
-    const GraphMenusDisabled off;
-    doors().showInfo(run.path, library::infoCaption(caption()));
-    run.times = core::LoadRunTimes(run.infoPath, *platform::services().files);
-    showState();
-}
-
-void DataGraph::Mnu_Statistics_Click() {
-    GraphTexts texts;
-    texts.caption = caption();
-    texts.times = core::state().Run.times;
-    texts.analogNames = analogCaptions();
-    const GraphMenusDisabled off;
-    doors().showStatistics(texts);
-    showState(); // the info may have been opened from there
-}
-
-void DataGraph::Mnu_TimeGraph_Click() {
-    doors().showTimeGraph(true);
-}
-
-void DataGraph::Convertor_Mnu_Click() {
-    const GraphMenusDisabled off;
-    doors().openConversions();
-}
-
-void DataGraph::Mnu_ImportFiles_Click(int item) {
-    {
-        const GraphMenusDisabled off;
-        doors().importRuns(item == 0);
+// A surface that there is no memory for goes back a step of the zoom, or into its frame.
+void DataGraph::drawTrend() {
+    if (m_drawing.DrawTrend()) return;
+    platform::services().dialogs->messageBox(
+        "There isn't enough video memory to display at this resolution.",
+        platform::boxStyle::critical, "Memory Error");
+    if (hasRun() && m_view.CancelZoomOffered) {
+        m_scale.ZoomOut();
+    } else {
+        m_scale.showFull();
+        drawTrend();
     }
-    showState(); // the list of runs may go on from the one that is shown
 }
 
-void DataGraph::Mnu_Options_Click() {
-    const GraphMenusDisabled off;
-    doors().showVisibleOptions(analogCaptions());
-}
+// --- What other forms ask for
 
 void DataGraph::takeOptions() {
-    ChanaleEnable();
+    m_channels.ChanaleEnable();
     clearSurface();
     m_course.redraw();
 }
@@ -310,84 +251,12 @@ void DataGraph::keepOptions() {
     m_view.GraphDirty = core::flagOn;
 }
 
-core::FromOne<std::string, 8> DataGraph::analogCaptions() const {
-    core::FromOne<std::string, 8> captions;
-    for (int n = 1; n <= 8; ++n) captions[n] = m_course.analogCaption(n);
-    return captions;
+void redrawGraph() {
+    if (isLoaded<DataGraph>()) form<DataGraph>().takeOptions();
 }
 
-void DataGraph::Mnu_GraphFile_Click() {
-    const GraphMenusDisabled off;
-    doors().showAbout();
-}
-
-void DataGraph::Resolution_Change(int step) {
-    const graph::ResolutionChoice choice = graph::Resolution_Change(step);
-    m_commands.check("Resolution", choice.checkedItem);
-    m_commands.menu("Mnu_Resolution").setTitle(QString::fromStdString(choice.caption));
-}
-
-void DataGraph::Resolution_Click(int step) {
-    core::state().Config.G_Res = static_cast<std::uint8_t>(step);
-    Resolution_Change(step);
-    m_view.GraphDirty = core::flagOn;
-    m_course.redraw();
-}
-
-void DataGraph::takeScale(std::optional<int> setting) {
-    if (setting) m_view.ScaleShown = *setting;
-    showState();
-}
-
-// The setting that Mnu_Scale names from now on; none where the question was left by Cancel.
-std::optional<int> DataGraph::chooseCustomScale() {
-    const GraphMenusDisabled off;
-    const graph::Size inner = m_surface->innerSize();
-    const auto chosen = doors().chooseCustomScale({inner.width, inner.height});
-    if (chosen) m_surface->setTrendSize({chosen->width, chosen->height});
-    m_surface->Graph_scale(graph::scaleCustom);
-    return chosen ? std::optional(graph::scaleCustom) : std::nullopt;
-}
-
-void DataGraph::Mnu_ScaleItem_Click(int item) {
-    core::state().Config.ScaleCustom = static_cast<std::int16_t>(item);
-    const std::optional<int> setting =
-        item == graph::scaleCustom ? chooseCustomScale() : m_surface->Graph_scale(item);
-    const Hourglass busy(*platform::services().dialogs);
-    takeScale(setting);
-    applyTrendScale();
-    m_course.redraw();
-}
-
-void DataGraph::zoom(double factor) {
-    core::SharedState& state = core::state();
-    const Hourglass busy(*platform::services().dialogs);
-    m_surface->surface().setAutoRedraw(true);
-    state.Config.ScaleCustom = graph::scaleZoomed;
-    takeScale(m_surface->Graph_scale(graph::scaleZoomed, factor));
-    applyTrendScale();
-    m_course.redraw();
-    m_surface->ScrollToCursor(state.Run.SampleCount, m_view.CursorSample);
-    m_view.CancelZoomOffered = true;
-    showState();
-}
-
-void DataGraph::ZoomIn_Click() {
-    zoom(1.2);
-}
-
-void DataGraph::ZoomOut_Click() {
-    zoom(0.8);
-}
-
-void DataGraph::CancelZoom_Click() {
-    core::SharedState& state = core::state();
-    state.Config.ScaleCustom = static_cast<std::int16_t>(m_view.ScaleShown);
-    m_view.CancelZoomOffered = false;
-    ArrangeGraph();
-    applyTrendScale();
-    m_course.redraw();
-    m_surface->ScrollToCursor(state.Run.SampleCount, m_view.CursorSample);
+void keepGraphOptions() {
+    if (isLoaded<DataGraph>()) form<DataGraph>().keepOptions();
 }
 
 // --- Screenshots

@@ -126,16 +126,22 @@ public:
         addMenus(bar, std::move(entries));
     }
 
-    // Makes "Toolbar1" with a key a row, after the menus; its place and look are the window's.
+    // Makes "Toolbar1" with a key a row, after the menus; its place and look are the window's. The
+    // routines are the window's own, or those of an object that lives as long.
     template <class W>
     QToolBar* makeToolbar(W& window, std::type_identity_t<std::span<const ToolRow<W>>> rows) {
+        return makeToolbar(window, window, rows);
+    }
+    template <class W>
+    QToolBar* makeToolbar(
+        QWidget& parent, W& window, std::type_identity_t<std::span<const ToolRow<W>>> rows) {
         std::vector<ToolEntry> entries;
         for (const ToolRow<W>& row : rows) {
             const KeyOptions<W>& more = row.options;
             entries.push_back({row.key, row.caption, row.presses, row.icon, more.routine.on(window),
                 more.needs, more.line, more.shortcut});
         }
-        return addKeys(window, std::move(entries));
+        return addKeys(parent, std::move(entries));
     }
 
     // By control name, and a key by its text. A name that no row has is an error of the program.

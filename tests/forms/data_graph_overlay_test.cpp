@@ -233,10 +233,10 @@ private slots:
     void aZoomAndItsEndDrawBothRuns() {
         DataGraph& graph = overlaid(32, 32);
         const std::size_t all = kept().size();
-        for (const auto change :
-            {&DataGraph::ZoomIn_Click, &DataGraph::ZoomOut_Click, &DataGraph::CancelZoom_Click}) {
+        for (const auto change : {&GraphCommands::ZoomIn_Click, &GraphCommands::ZoomOut_Click,
+                 &GraphCommands::CancelZoom_Click}) {
             const std::uint32_t before = kept().generation();
-            (graph.*change)();
+            (graph.commands().*change)();
             QVERIFY(kept().generation() != before);
             QCOMPARE(kept().size(), all);
             QCOMPARE(onTop(), 1U);

@@ -59,9 +59,9 @@ private slots:
         QCOMPARE(QString::fromStdString(state().Run.path).right(4), QStringLiteral(".31d"));
         QVERIFY(!part<QToolButton>("NextData").isEnabled());
         const std::uint32_t generation = kept().generation();
-        graph.GraphChange_Click(1); // at the end nothing at all happens
+        graph.commands().GraphChange_Click(1); // at the end nothing at all happens
         QCOMPARE(kept().generation(), generation);
-        graph.GraphChange_Click(0);
+        graph.commands().GraphChange_Click(0);
         QCOMPARE(QString::fromStdString(state().Run.path).right(4), QStringLiteral(".32d"));
     }
 
@@ -155,7 +155,7 @@ private slots:
         graph.activateWindow(); // off-screen nothing gives the focus back behind the chooser
         QVERIFY(QTest::qWaitForWindowActive(&graph));
         for (int press = 0; press < 2; ++press) {
-            graph.GraphChange_Click(1);
+            graph.commands().GraphChange_Click(1);
             QTest::keyClick(&trend(), Qt::Key_PageDown, Qt::ControlModifier);
         }
         QCOMPARE(graph.caption(), caption);
@@ -170,7 +170,7 @@ private slots:
         QVERIFY(graph.caption().find("Overlay") == std::string::npos);
         QVERIFY(!part<QToolButton>("PreviousData").isEnabled());
         const std::uint32_t drawn = kept().generation();
-        graph.GraphChange_Click(0);
+        graph.commands().GraphChange_Click(0);
         QTest::keyClick(&trend(), Qt::Key_PageUp, Qt::ControlModifier);
         QCOMPARE(kept().generation(), drawn);
         QCOMPARE(state().Run.path, shown);

@@ -25,17 +25,6 @@ using namespace kvo::platform_qt;
 class DataGraphWiringTest : public QObject, private testing::GraphWindow {
     Q_OBJECT
 
-    void looksOff(const char* name) {
-        const auto& label = part<ValueLabel>(name);
-        QVERIFY2(!label.isEnabled(), name);
-        QCOMPARE(label.backgroundRole(), QPalette::Button);
-    }
-    void looksOn(const char* name, QColor ground) {
-        const auto& label = part<ValueLabel>(name);
-        QVERIFY2(label.isEnabled(), name);
-        QCOMPARE(label.backgroundRole(), QPalette::Window);
-        QCOMPARE(label.palette().color(QPalette::Window), ground);
-    }
     std::vector<ValueLabel*> visibleLabels() {
         std::vector<ValueLabel*> all;
         for (auto* label : part<QWidget>("Frame3").findChildren<ValueLabel*>()) {
@@ -75,120 +64,9 @@ class DataGraphWiringTest : public QObject, private testing::GraphWindow {
         }
     }
 
-    // What the user does in the info form: times are typed and saved.
-    void infoTakes(const core::RunInfo& info, std::string& caption) {
-        doors().showInfo = [&, info](const std::string& path, const std::string& title) {
-            caption = title;
-            QVERIFY(!menuEnabled("Mnu_File"));
-            QVERIFY(core::SaveRunInfo("/kvo", core::infoFilePath(path), path, info, files()).done);
-        };
-    }
-
 private slots:
     void init() { begin(); }
     void cleanup() { QCOMPARE(end(), QString()); }
-
-    // --- The info of the run
-
-    void timesTypedInTheInfoStandInTheBoxes() {
-        store(32, 1);
-        openByChooser(taking(1));
-        core::RunInfo info;
-        const std::vector<std::pair<const char*, std::string core::RunInfo::*>> times{
-            {"Text_60FootTime", &core::RunInfo::Text_60FootTime},
-            {"Text_330FootTime", &core::RunInfo::Text_330FootTime},
-            {"Text_660FootTime", &core::RunInfo::Text_660FootTime},
-            {"Text_660FootSpeed", &core::RunInfo::Text_660FootSpeed},
-            {"Text_1000FootTime", &core::RunInfo::Text_1000FootTime},
-            {"Text_ET", &core::RunInfo::Text_ET}};
-        for (const auto& [name, member] : times) info.*member = std::string("1.") + name[5];
-        info.Text_ET = "7.31";
-        std::string caption;
-        infoTakes(info, caption);
-        command("Mnu_Info").trigger();
-        QCOMPARE(caption, "Info For :  " + core::baseName(pathOf(1)));
-        QVERIFY(menuEnabled("Mnu_File"));
-        for (const auto& [name, member] : times) QCOMPARE(text(name).toStdString(), info.*member);
-        info.Text_ET = "7.44";
-        infoTakes(info, caption);
-        press("Info");
-        QCOMPARE(text("Text_ET"), QStringLiteral("7.44"));
-    }
-
-    void theInfoIsOfTheRunUnderAnOverlay() {
-        for (const int number : {1, 2}) store(32, number);
-        openOverlaid();
-        std::string caption;
-        infoTakes({}, caption);
-        command("Mnu_Info").trigger();
-        QCOMPARE(caption, "Info For :  " + core::baseName(pathOf(2)) + "    ");
-    }
-
-    void timesTypedFromTheStatisticsStandInTheBoxes() {
-        open(32);
-        doors().showStatistics = [this](const GraphTexts&) { state().Run.times.Text_ET = "9.9"; };
-        command("Mnu_Statistics").trigger();
-        QCOMPARE(text("Text_ET"), QStringLiteral("9.9"));
-    }
-
-    // --- Channels and colours
-
-    void coloursAreSavedWithTheWindow() {
-        DataGraph& graph = open(32);
-        dialogs().expectColour(0x00FF00U);
-        QTest::mouseDClick(&part<QWidget>("Rpm"), Qt::LeftButton);
-        QCOMPARE(int(view().GraphDirty), -1);
-        graph.close();
-        QCOMPARE(savedConfig().EngineColour, 0x00FF00);
-    }
-
-    void theBackgroundIsSavedWithTheWindow() {
-        DataGraph& graph = open(32);
-        chooseBackground(0x404040U);
-        QCOMPARE(int(view().GraphDirty), -1);
-        graph.close();
-        QCOMPARE(savedConfig().GraphBackColour, 0x404040);
-    }
-
-    void anOffChannelKeepsTheGroundOfTheDesktop() {
-        open(32);
-        press("Label10(0)");
-        for (const char* name : {"Rpm", "OverlayRpm"}) looksOff(name);
-        chooseBackground(0x404040U);
-        for (const char* name : {"Rpm", "OverlayRpm"}) looksOff(name);
-        for (const char* name : {"InputRpm", "OverlayInputRpm", "Exhaust(8)"})
-            looksOn(name, QColor(0x40, 0x40, 0x40));
-        press("Label10(0)");
-        for (const char* name : {"Rpm", "OverlayRpm"}) looksOn(name, QColor(0x40, 0x40, 0x40));
-    }
-
-    void aWindowOpensWithTheChannelsAsTheyAreStored() {
-        testing::storeModelRun(state(), files(), 32);
-        state().Config.EngineVisible = 0;
-        state().Config.ExhaustVisible[8] = 0;
-        openFresh();
-        for (const char* name : {"Rpm", "Exhaust(8)"}) looksOff(name);
-        QVERIFY(!part<ChannelToggle>("Label10(0)").isChecked());
-        looksOn("InputRpm", Qt::black);
-        QCOMPARE(part<QWidget>("InputRpm").palette().color(QPalette::WindowText),
-            QColor(0x40, 0xFF, 0x40));
-    }
-
-    void aDoubleClickDrawsTheChannelOnTop() {
-        DataGraph& graph = open(32);
-        const std::size_t all = kept().size();
-        dialogs().expectColour(0x123456U);
-        QTest::mouseDClick(&part<QWidget>("InputRpm"), Qt::LeftButton);
-        QCOMPARE(kept().size(), all + 1);
-        QVERIFY(pixels(qRgb(0x56, 0x34, 0x12)) > 1000);
-        QCOMPARE(onTop(), 1U);
-        // A channel that is off takes its colour and draws it another time.
-        press("Label10(2)");
-        dialogs().expectColour(0x345678U);
-        graph.Value_DblClick(channels::inputChannel);
-        QCOMPARE(kept().size(), all - 1);
-        QCOMPARE(state().Config.InputColour, 0x345678);
-    }
 
     // --- What a load and a delete take along
 
@@ -227,14 +105,14 @@ private slots:
             "/kvo", core::infoFilePath(state().Run.path), state().Run.path, info, files()));
         DataGraph& graph = openByChooser(taking(1));
         clickAt(700);
-        graph.GraphChange_Click(0);
+        graph.commands().GraphChange_Click(0);
         QCOMPARE(trend().surface().scaleWidth(), 1214.0F);
         QCOMPARE(int(view().CursorSample), 80);
         QCOMPARE(part<ChannelToggle>("Text_Analog(1)").caption(), QStringLiteral("Other   "));
         QCOMPARE(text("Text_ET"), QStringLiteral("7.31"));
         QCOMPARE(text("LoggerTime"), QStringLiteral("Time: 0.00 sec"));
         QCOMPARE(onTop(), 1U);
-        graph.GraphChange_Click(1);
+        graph.commands().GraphChange_Click(1);
         QCOMPARE(trend().surface().scaleWidth(), 1361.0F);
         QCOMPARE(text("Text_ET"), QString());
     }
@@ -248,133 +126,19 @@ private slots:
         QCOMPARE(filledExhausts(), 8);
         pointAtTheEngine();
         QVERIFY(text("Label_DataChanel").startsWith(QLatin1String(" Engine Rpm = ")));
-        graph.GraphChange_Click(1);
+        graph.commands().GraphChange_Click(1);
         QCOMPARE(int(state().Run.DataType), 20);
         QCOMPARE(filledExhausts(), 1);
         QCOMPARE(text("Label_DataChanel"), QString());
         for (int sample = 300; sample < 330; ++sample) clickAt(static_cast<float>(sample));
         QCOMPARE(filledExhausts(), 8);
-        graph.GraphChange_Click(0);
-        graph.GraphChange_Click(0);
+        graph.commands().GraphChange_Click(0);
+        graph.commands().GraphChange_Click(0);
         QCOMPARE(int(state().Run.DataType), 20);
         QCOMPARE(filledExhausts(), 1);
     }
 
-    // --- The pointer
-
-    void thePointersTextGoesWithThePointer() {
-        open(32);
-        pointAtTheEngine();
-        QVERIFY(!text("Label_DataChanel").isEmpty());
-        QEvent leave(QEvent::Leave);
-        QCoreApplication::sendEvent(&trend(), &leave);
-        QCOMPARE(text("Label_DataChanel"), QString());
-    }
-
-    // 15400 twips lie between 1026 and 1027 pixels.
-    void theToolTipBelongsToANarrowWindow() {
-        store(32, 1);
-        store(32, 2);
-        DataGraph& graph = openByChooser(taking(1), {1027, 700});
-        QCOMPARE(graph.width(), 1027);
-        pointAtTheEngine();
-        QVERIFY(part<QWidget>("Label_DataChanel").isVisible());
-        QCOMPARE(trend().toolTip(), QString());
-        const auto narrow = [&](int sample) {
-            pointAtTheEngine(sample);
-            QVERIFY(!part<QWidget>("Label_DataChanel").isVisible());
-            QVERIFY(trend().toolTip().startsWith(QLatin1String(" Engine Rpm = ")));
-        };
-        graph.resize(1026, 700);
-        QCOMPARE(graph.width(), 1026);
-        narrow(600);
-        QEvent leave(QEvent::Leave);
-        QCoreApplication::sendEvent(&trend(), &leave);
-        QCOMPARE(trend().toolTip(), QString());
-        narrow(700);
-        graph.GraphChange_Click(0);
-        QCOMPARE(state().Run.path, pathOf(2));
-        QCOMPARE(trend().toolTip(), QString());
-        // What a wide window shows beside the time lies on no tool tip as well.
-        narrow(600);
-        graph.resize(1027, 700);
-        pointAtTheEngine(700);
-        QCOMPARE(trend().toolTip(), QString());
-        QVERIFY(part<QWidget>("Label_DataChanel").isVisible());
-    }
-
-    void aClickTakesTheNearestSample() {
-        DataGraph& graph = open(32);
-        const auto cursorAt = [&](float x) {
-            clickAt(x);
-            return int(graph.view().CursorSample);
-        };
-        QCOMPARE(cursorAt(300.4F), 300);
-        QCOMPARE(cursorAt(300.6F), 301);
-        QCOMPARE(cursorAt(300.5F), 300); // a tie goes to the even one
-        QCOMPARE(cursorAt(301.5F), 302);
-        QCOMPARE(text("Rpm"), QString::number(state().Run.image.samples[302].EngineRpm));
-        QCOMPARE(cursorAt(40000), 302); // beyond 16 bits there is no sample
-        QCOMPARE(dialogs().beeps(), 0);
-        // And so does the pointer.
-        const core::RunSample& row = state().Run.image.samples[700];
-        pointAt(699.6F, static_cast<float>(row.EngineRpm) / 10);
-        QCOMPARE(text("Label_DataChanel"), QStringLiteral(" Engine Rpm = %1").arg(row.EngineRpm));
-    }
-
-    void theMarkOfAnAverageNeedsARun() {
-        store(32, 1);
-        DataGraph& graph = openByChooser(cancelling());
-        emit trend().mouseDown(Qt::RightButton, 300, 700);
-        emit trend().mouseUp(Qt::RightButton, 600, 400);
-        emit trend().mouseDown(Qt::LeftButton, 300, 700);
-        emit trend().keyDown(Qt::Key_Right, Qt::NoModifier);
-        emit trend().mouseMoved(Qt::NoButton, 300, 700);
-        QCOMPARE(onTop(), 0U);
-        QCOMPARE(int(graph.view().CursorSample), 0);
-        QCOMPARE(dialogs().beeps(), 0);
-        QCOMPARE(text("LoggerTime"), QString());
-    }
-
-    // The left button's release is no end of a drag, and a held right button finds no curve.
-    void onlyTheRightButtonAverages() {
-        open(32);
-        QTest::mouseClick(&trend(), Qt::LeftButton, {}, place(300, 700));
-        QCOMPARE(onTop(), 1U);
-        emit trend().mouseDown(Qt::RightButton, 300, 700);
-        emit trend().mouseMoved(Qt::RightButton, 500,
-            static_cast<float>(state().Run.image.samples[500].EngineRpm) / 10);
-        QCOMPARE(text("Label_DataChanel"), QString());
-        emit trend().mouseUp(Qt::RightButton, 700, 400);
-        QCOMPARE(onTop(), 5U);
-        // A drag to the left is the same stretch.
-        const QMap<QString, QString> rightwards = texts();
-        clickAt(400);
-        QVERIFY(texts() != rightwards);
-        emit trend().mouseDown(Qt::RightButton, 700, 700);
-        emit trend().mouseUp(Qt::RightButton, 300, 400);
-        QCOMPARE(texts(), rightwards);
-        QCOMPARE(dialogs().beeps(), 0);
-    }
-
-    void aCarsHiddenClutchIsNotFound_data() {
-        QTest::addColumn<int>("vehicle");
-        QTest::addColumn<bool>("found");
-        QTest::newRow("car") << 1 << false;
-        QTest::newRow("motorcycle") << 2 << true;
-    }
-    void aCarsHiddenClutchIsNotFound() {
-        QFETCH(int, vehicle);
-        QFETCH(bool, found);
-        testing::storeModelRun(state(), files(), 25);
-        state().Config.Vehicle_Type = static_cast<std::uint8_t>(vehicle);
-        onlyChannel(channels::clutchChannel);
-        openFresh();
-        const QSet<QString> hits = hitsAt(600);
-        QCOMPARE(std::any_of(hits.begin(), hits.end(),
-                     [](const QString& hit) { return hit.startsWith(QLatin1String(" Clutch")); }),
-            found);
-    }
+    // --- The wheel
 
     void theWheelZoomsARun() {
         const auto turn = [this](int delta) {
@@ -429,10 +193,10 @@ private slots:
         command("Mnu_ScaleItem(0)").trigger();
         standsAfter("full screen");
         // Nothing to scroll to: the line must come by itself.
-        graph.ZoomOut_Click();
+        graph.commands().ZoomOut_Click();
         standsAfter("zoom out");
         QCOMPARE(part<QScrollBar>("HScroll").maximum(), 0);
-        graph.CancelZoom_Click();
+        graph.commands().CancelZoom_Click();
         standsAfter("cancel zoom");
         command("Resolution(4)").trigger();
         standsAfter("resolution");
@@ -459,8 +223,8 @@ private slots:
         DataGraph& graph = openFresh();
         QCOMPARE(trend().surface().scaleWidth(), 2442.0F);
         if (step == 0) command("Mnu_ScaleItem(1)").trigger();
-        if (step == 1) graph.ZoomIn_Click();
-        if (step == 2) graph.CancelZoom_Click();
+        if (step == 1) graph.commands().ZoomIn_Click();
+        if (step == 2) graph.commands().CancelZoom_Click();
         QCOMPARE(trend().surface().scaleWidth(), 2521.0F);
     }
 

@@ -43,7 +43,7 @@ constexpr double margin = 17; // points, of the paper
 
 } // namespace
 
-class DataGraphPrintTest : public QObject, private testing::GraphWindow {
+class GraphPrintingTest : public QObject, private testing::GraphWindow {
     Q_OBJECT
 
     QTemporaryDir m_folder;
@@ -94,7 +94,7 @@ private slots:
         QVERIFY(!menuEnabled("Mnu_Printer"));
         for (const char* item : items) QVERIFY(!command(item).isEnabled());
         QVERIFY(!part<QWidget>("PrintScreen").isEnabled());
-        platform_qt::form<DataGraph>().Mnu_Print_Click(0);
+        platform_qt::form<DataGraph>().commands().Mnu_Print_Click(0);
         QVERIFY(printer().documents.empty());
         platform_qt::unload<DataGraph>();
         open(32);
@@ -497,5 +497,5 @@ private:
     }
 };
 
-KVO_FORM_TEST_MAIN(DataGraphPrintTest)
-#include "data_graph_print_test.moc"
+KVO_FORM_TEST_MAIN(GraphPrintingTest)
+#include "graph_printing_test.moc"

@@ -29,7 +29,7 @@ using namespace kvo::forms;
 using namespace kvo::platform_qt;
 using platform::boxStyle::critical;
 
-class DataGraphSizeTest : public QObject, private testing::GraphWindow {
+class GraphScaleTest : public QObject, private testing::GraphWindow {
     Q_OBJECT
 
     // 0 where the system does not tell, or where a sanitizer's own memory is in the figure.
@@ -128,7 +128,7 @@ private slots:
         QCOMPARE(int(state().Config.ScaleCustom), 4);
         QVERIFY(!menuEnabled("Mnu_Scale"));
         QVERIFY(part<QToolButton>("CancelZoom").isEnabled());
-        for (int i = 0; i < 8; ++i) graph.ZoomIn_Click();
+        for (int i = 0; i < 8; ++i) graph.commands().ZoomIn_Click();
         // The cursor is in view.
         const int at = trend().x() + place(graph.view().CursorSample, 0).x();
         QVERIFY2(at >= 0 && at <= part<QWidget>("Frame1").width(), qPrintable(QString::number(at)));
@@ -147,7 +147,7 @@ private slots:
         for (int step = 0; step < 6; ++step) {
             QCoreApplication::processEvents();
             const int paints = trend().fullPaints();
-            graph.ZoomIn_Click();
+            graph.commands().ZoomIn_Click();
             QCoreApplication::processEvents();
             QCOMPARE(trend().fullPaints(), paints + 1);
         }
@@ -157,7 +157,7 @@ private slots:
     void aShortLoadingShowsNoPanel() {
         DataGraph& graph = open(32);
         auto& frame = part<QWidget>("LoadingFrame");
-        graph.Resolution_Click(4);
+        graph.commands().Resolution_Click(4);
         QVERIFY(!frame.isVisible());
         ReadOutLine& line = part<ReadOutLine>("ReadOuts");
         line.startLoading(QStringLiteral("Loading:"), QStringLiteral("x"));
@@ -188,7 +188,7 @@ private slots:
 
     void surfaceWithoutMemoryGoesBackAStep() {
         DataGraph& graph = open(32);
-        graph.ZoomIn_Click();
+        graph.commands().ZoomIn_Click();
         trend().surface().setUsable(false);
         dialogs().expectBox("There isn't enough video memory to display at this resolution.",
             critical, "Memory Error");
@@ -223,7 +223,7 @@ private slots:
         DataGraph& graph = open(32);
         QTest::mouseClick(&trend(), Qt::LeftButton, {}, place(1360, 500));
         command("Mnu_ScaleItem(1)").trigger();
-        for (int i = 0; i < 4; ++i) graph.ZoomIn_Click();
+        for (int i = 0; i < 4; ++i) graph.commands().ZoomIn_Click();
         QScrollBar& along = part<QScrollBar>("HScroll");
         QScrollBar& down = part<QScrollBar>("VScroll");
         along.setValue(along.maximum());
@@ -242,5 +242,5 @@ private slots:
     }
 };
 
-KVO_FORM_TEST_MAIN(DataGraphSizeTest)
-#include "data_graph_size_test.moc"
+KVO_FORM_TEST_MAIN(GraphScaleTest)
+#include "graph_scale_test.moc"

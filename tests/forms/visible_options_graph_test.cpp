@@ -92,7 +92,7 @@ private slots:
 
     void aZoomStaysAsItIs() {
         DataGraph& graph = open(32);
-        for (int i = 0; i < 3; ++i) graph.ZoomIn_Click();
+        for (int i = 0; i < 3; ++i) graph.commands().ZoomIn_Click();
         const QRect place = trend().geometry();
         options([&] {
             tick(0);
@@ -104,7 +104,7 @@ private slots:
         });
         QCOMPARE(int(state().Config.ScaleCustom), 4);
         QVERIFY(!menuEnabled("Mnu_Scale"));
-        graph.CancelZoom_Click();
+        graph.commands().CancelZoom_Click();
         QVERIFY(menuEnabled("Mnu_Scale"));
     }
 

@@ -1,0 +1,280 @@
+#include "graph/forms/graph_commands.h"
+
+#include "core/forms/doors.h"
+#include "core/run_info.h"
+#include "core/shared_state.h"
+#include "graph/forms/graph_channels.h"
+#include "graph/forms/graph_icons.h"
+#include "graph/forms/graph_printing.h"
+#include "graph/forms/graph_scale.h"
+#include "graph/forms/graph_surface.h"
+#include "library/statistics.h"
+#include "platform/services.h"
+
+#include <QAction>
+#include <QMainWindow>
+#include <QMenu>
+#include <QMenuBar>
+#include <QToolBar>
+
+#include <array>
+
+namespace kvo::forms {
+
+using namespace platform_qt;
+
+namespace {
+
+// What a row needs; each bit is met or not by the state of the window.
+constexpr Needs run = 1;        // a run in the window
+constexpr Needs noOverlay = 2;  // no second run over it
+constexpr Needs runBefore = 4;  // a run before the choice of the list
+constexpr Needs runBehind = 8;  // and one behind it
+constexpr Needs zoomed = 16;    // a zoom that can be cancelled
+constexpr Needs notZoomed = 32; // one of the sizes of Mnu_Scale
+
+using Menus = MenuRow<GraphCommands>;
+using Keys = ToolRow<GraphCommands>;
+
+// clang-format off
+// A row without a routine is a command whose form does not exist yet.
+std::span<const Menus> menuRows() {
+    using G = GraphCommands;
+    static constexpr auto rows = std::to_array<Menus>({
+        {menuBarItself, "&File", "Mnu_File", {}, {.subMenu = true}},
+        {menuBarItself, "&Options", "Mnu_View", {}, {.subMenu = true}},
+        {menuBarItself, "&Graph Resolution (Med)  ", "Mnu_Resolution", {}, {.subMenu = true}},
+        {menuBarItself, "&Graph Scale(Full)  ", "Mnu_Scale", {}, {.needs = run | notZoomed, .subMenu = true}},
+        {menuBarItself, "&Tools", "Mnu_Tools", {}, {.subMenu = true}},
+        {menuBarItself, "&Help", "Mnu_Help", {}, {.subMenu = true}},
+        {"Mnu_File", "&Load Data File", "Mnu_LoadData", &G::Mnu_LoadData_Click, {.shortcut = "Ctrl+O"}},
+        {"Mnu_File", "&Overlay Data File", "Mnu_Overlay", &G::Mnu_Overlay_Click, {.needs = run}},
+        {"Mnu_File", "<<<<", "GraphChange(0)", {&G::GraphChange_Click, 0}, {.needs = runBefore, .shortcut = "Ctrl+PgUp"}},
+        {"Mnu_File", ">>>>", "GraphChange(1)", {&G::GraphChange_Click, 1}, {.needs = runBehind, .shortcut = "Ctrl+PgDown"}},
+        {"Mnu_File", "&Info...", "Mnu_Info", &G::Mnu_Info_Click, {.needs = run, .line = true}},
+        {"Mnu_File", "&Statistics", "Mnu_Statistics", &G::Mnu_Statistics_Click, {.needs = run}},
+        {"Mnu_File", "&Time Graph", "Mnu_TimeGraph", &G::Mnu_TimeGraph_Click},
+        {"Mnu_File", "&Delete Run", "Mnu_DeleteRun", &G::Mnu_DeleteRun_Click, {.line = true}},
+        {"Mnu_File", "I&mport", "Mnu_ImportMenu", {}, {.subMenu = true}},
+        {"Mnu_ImportMenu", "Kvo Data File/s", "Mnu_ImportFiles(0)", {&G::Mnu_ImportFiles_Click, 0}},
+        {"Mnu_ImportMenu", "Vrn Dos File", "Mnu_ImportFiles(1)", {&G::Mnu_ImportFiles_Click, 1}},
+        {"Mnu_File", "&Print", "Mnu_Printer", {}, {.needs = run, .subMenu = true, .line = true}},
+        {"Mnu_Printer", "Screen", "Mnu_Print(0)", {&G::Mnu_Print_Click, 0}, {.needs = run, .shortcut = "Ctrl+P"}},
+        {"Mnu_Printer", "Data", "Mnu_Print(1)", {&G::Mnu_Print_Click, 1}, {.needs = run}},
+        {"Mnu_Printer", "Screen && Data", "Mnu_Print(2)", {&G::Mnu_Print_Click, 2}, {.needs = run}},
+        {"Mnu_File", "&Close", "Mnu_Close", &G::Mnu_Close_Click, {.line = true}},
+        {"Mnu_View", "&Visible Options", "Mnu_Options", &G::Mnu_Options_Click},
+        {"Mnu_View", "Graph BackColour", "Graph_Colour_Invert", &G::Graph_Colour_Invert_Click},
+        {"Mnu_View", "Redo Clutch Rpm", "Mnu_RedoClutch", &G::Mnu_RedoClutch_Click, {.needs = run | noOverlay, .line = true}},
+        {"Mnu_View", "Redo Time Offset", "Mnu_TimeOffset", &G::Mnu_TimeOffset_Click, {.needs = run | noOverlay}},
+        {"Mnu_Resolution", "High", "Resolution(1)", {&G::Resolution_Click, 1}, {.checkable = true}},
+        {"Mnu_Resolution", "Medium", "Resolution(4)", {&G::Resolution_Click, 4}, {.checkable = true}},
+        {"Mnu_Resolution", "Low", "Resolution(8)", {&G::Resolution_Click, 8}, {.checkable = true}},
+        {"Mnu_Scale", "Full Screen", "Mnu_ScaleItem(0)", {&G::Mnu_ScaleItem_Click, 0}, {.checkable = true}},
+        {"Mnu_Scale", "1/2 Screen", "Mnu_ScaleItem(1)", {&G::Mnu_ScaleItem_Click, 1}, {.checkable = true}},
+        {"Mnu_Scale", "1/4 Screen", "Mnu_ScaleItem(2)", {&G::Mnu_ScaleItem_Click, 2}, {.checkable = true}},
+        {"Mnu_Scale", "Custom", "Mnu_ScaleItem(3)", {&G::Mnu_ScaleItem_Click, 3}, {.checkable = true}},
+        {"Mnu_Tools", "Unit &Convertor", "Convertor_Mnu", &G::Convertor_Mnu_Click},
+        {"Mnu_Help", "&Help", "Mnu_HelpItem"},
+        {"Mnu_Help", "&About KVO", "Mnu_GraphFile", &G::Mnu_GraphFile_Click},
+    });
+    return rows;
+}
+
+std::span<const Keys> toolRows() {
+    using G = GraphCommands;
+    static constexpr auto rows = std::to_array<Keys>({
+        {"LoadData", "Load", "Mnu_LoadData", drawLoadIcon},
+        {"OverlayData", "Overlay", "Mnu_Overlay", drawOverlayIcon},
+        {"Statistics", "Statistics", "Mnu_Statistics", drawStatisticsIcon, {.line = true}},
+        {"Info", "Info", "Mnu_Info", drawSheetIcon},
+        {"PrintScreen", "Print", "Mnu_Print(0)", drawPrinterIcon},
+        {"TimeGraph", "Time Graph", "Mnu_TimeGraph", drawTimesIcon},
+        {"ZoomOut", "Zoom Out", "", drawZoomOutIcon, {.routine = &G::ZoomOut_Click, .needs = run, .line = true, .shortcut = "Ctrl+-"}},
+        {"CancelZoom", "Cancel Zoom", "", drawCancelZoomIcon, {.routine = &G::CancelZoom_Click, .needs = run | zoomed, .shortcut = "Ctrl+0"}},
+        {"ZoomIn", "Zoom In", "", drawZoomInIcon, {.routine = &G::ZoomIn_Click, .needs = run, .shortcut = "Ctrl++"}},
+        {"PreviousData", "Previous", "GraphChange(0)", drawPreviousIcon, {.line = true}},
+        {"NextData", "Next", "GraphChange(1)", drawNextIcon},
+    });
+    return rows;
+}
+// clang-format on
+
+} // namespace
+
+GraphCommands::GraphCommands(const GraphParts& parts) : m_parts(parts) {}
+
+QToolBar& GraphCommands::make(QMainWindow& window) {
+    m_commands.makeMenus(*window.menuBar(), *this, menuRows());
+    QToolBar* toolbar = m_commands.makeToolbar(window, *this, toolRows());
+    toolbar->setIconSize({20, 20});
+    return *toolbar;
+}
+
+void GraphCommands::EnableGraphMenus(bool on) {
+    m_commands.setMenusEnabled(
+        {"Mnu_File", "Mnu_Options", "Convertor_Mnu", "Mnu_Help", "Mnu_Resolution"}, on);
+    // Only with a run in the window, which is when Mnu_Overlay is enabled.
+    if (m_parts.course.hasRun()) m_commands.setMenusEnabled({"Mnu_Scale", "Mnu_RedoClutch"}, on);
+}
+
+// --- What the state means to menus and toolbar
+
+void GraphCommands::showCaptions() {
+    const graph::Course& course = m_parts.course;
+    m_commands.command("Mnu_Overlay").setText(QString::fromStdString(course.overlayCommand()));
+    m_commands.key("OverlayData").setText(QLatin1String(course.overlayKey()));
+    const int scale = m_parts.view.ScaleShown;
+    m_commands.menu("Mnu_Scale").setTitle(QLatin1String(graph::scaleCaption(scale)));
+    m_commands.check("Mnu_ScaleItem", core::state().Config.ScaleCustom);
+}
+
+void GraphCommands::Resolution_Change(int step) {
+    const graph::ResolutionChoice choice = graph::Resolution_Change(step);
+    m_commands.check("Resolution", choice.checkedItem);
+    m_commands.menu("Mnu_Resolution").setTitle(QString::fromStdString(choice.caption));
+}
+
+void GraphCommands::showState() {
+    showCaptions();
+    const graph::Course& course = m_parts.course;
+    Needs met = 0;
+    if (core::state().Config.ScaleCustom != graph::scaleZoomed) met |= notZoomed;
+    if (m_parts.view.CancelZoomOffered) met |= zoomed;
+    if (course.hasRun()) met |= run;
+    if (!course.overlayLoaded()) met |= noOverlay;
+    if (course.canChange(0)) met |= runBefore;
+    if (course.canChange(1)) met |= runBehind;
+    m_commands.setMet(met);
+}
+
+core::FromOne<std::string, 8> GraphCommands::analogCaptions() const {
+    core::FromOne<std::string, 8> captions;
+    for (int n = 1; n <= 8; ++n) captions[n] = m_parts.course.analogCaption(n);
+    return captions;
+}
+
+// --- Commands of the run
+
+void GraphCommands::Mnu_LoadData_Click() {
+    m_parts.course.Mnu_LoadData();
+}
+
+void GraphCommands::GraphChange_Click(int index) {
+    m_parts.course.GraphChange(index);
+}
+
+void GraphCommands::Mnu_Overlay_Click() {
+    m_parts.course.Mnu_Overlay();
+}
+
+void GraphCommands::Mnu_DeleteRun_Click() {
+    m_parts.course.Mnu_DeleteRun();
+}
+
+void GraphCommands::Mnu_RedoClutch_Click() {
+    m_parts.course.Mnu_RedoClutch();
+}
+
+void GraphCommands::Mnu_TimeOffset_Click() {
+    m_parts.course.Mnu_TimeOffset();
+}
+
+// The times that were typed there stand in the window at once.
+void GraphCommands::Mnu_Info_Click() {
+    core::OpenRun& shownRun = core::state().Run;
+    const GraphMenusDisabled off(*this);
+    doors().showInfo(shownRun.path, library::infoCaption(m_parts.course.caption()));
+    shownRun.times = core::LoadRunTimes(shownRun.infoPath, *platform::services().files);
+    m_parts.window.showState();
+}
+
+void GraphCommands::Mnu_Statistics_Click() {
+    GraphTexts texts;
+    texts.caption = m_parts.course.caption();
+    texts.times = core::state().Run.times;
+    texts.analogNames = analogCaptions();
+    const GraphMenusDisabled off(*this);
+    doors().showStatistics(texts);
+    m_parts.window.showState(); // the info may have been opened from there
+}
+
+void GraphCommands::Mnu_TimeGraph_Click() {
+    doors().showTimeGraph(true);
+}
+
+void GraphCommands::Mnu_ImportFiles_Click(int item) {
+    {
+        const GraphMenusDisabled off(*this);
+        doors().importRuns(item == 0);
+    }
+    m_parts.window.showState(); // the list of runs may go on from the one that is shown
+}
+
+void GraphCommands::Mnu_Print_Click(int item) {
+    const GraphMenusDisabled off(*this);
+    m_parts.printing.Mnu_Print(item);
+}
+
+void GraphCommands::Mnu_Close_Click() {
+    m_parts.surface.window()->close();
+}
+
+// --- Commands of the picture
+
+void GraphCommands::Mnu_Options_Click() {
+    const GraphMenusDisabled off(*this);
+    doors().showVisibleOptions(analogCaptions());
+}
+
+void GraphCommands::Graph_Colour_Invert_Click() {
+    m_parts.channels.Graph_Colour_Invert();
+}
+
+void GraphCommands::Resolution_Click(int step) {
+    core::state().Config.G_Res = static_cast<std::uint8_t>(step);
+    Resolution_Change(step);
+    m_parts.view.GraphDirty = core::flagOn;
+    m_parts.course.redraw();
+}
+
+// The size that the user chose, twips; none where the question was left by Cancel.
+std::optional<graph::Size> GraphCommands::askForSize() {
+    const GraphMenusDisabled off(*this);
+    const graph::Size inner = m_parts.surface.innerSize();
+    const auto chosen = doors().chooseCustomScale({inner.width, inner.height});
+    if (!chosen) return std::nullopt;
+    return graph::Size{chosen->width, chosen->height};
+}
+
+void GraphCommands::Mnu_ScaleItem_Click(int item) {
+    core::state().Config.ScaleCustom = static_cast<std::int16_t>(item);
+    if (item == graph::scaleCustom) return m_parts.scale.chooseCustom(askForSize());
+    m_parts.scale.choose(item);
+}
+
+void GraphCommands::ZoomIn_Click() {
+    m_parts.scale.ZoomIn();
+}
+
+void GraphCommands::ZoomOut_Click() {
+    m_parts.scale.ZoomOut();
+}
+
+void GraphCommands::CancelZoom_Click() {
+    m_parts.scale.CancelZoom();
+}
+
+// --- Commands of the program
+
+void GraphCommands::Convertor_Mnu_Click() {
+    const GraphMenusDisabled off(*this);
+    doors().openConversions();
+}
+
+void GraphCommands::Mnu_GraphFile_Click() {
+    const GraphMenusDisabled off(*this);
+    doors().showAbout();
+}
+
+} // namespace kvo::forms

@@ -1,0 +1,49 @@
+#pragma once
+// Cursor, pointer and average of the graph window: what keys and mouse do on the surface, and the
+// read-outs that follow them. What a place means is worked out in graph/cursor and graph/read_outs.
+#include "channels/run_view.h"
+#include "graph/course.h"
+#include "graph/read_outs.h"
+#include "graph/view.h"
+
+#include <QObject>
+#include <QString>
+
+namespace kvo::forms {
+
+class ChannelPanel;
+class GraphSurface;
+
+class GraphCursor : public QObject {
+    Q_OBJECT
+
+public:
+    // Listens to the surface from then on. What is handed in must outlive it.
+    GraphCursor(graph::GraphView& view, const graph::Course& course, GraphSurface& surface,
+        ChannelPanel& panel);
+
+    // The line at the cursor and its read-outs; a beep where the cursor lies outside of the run.
+    // The keys go to the surface.
+    void TimeLine();
+    // The text under the pointer; a narrow window shows it as a tool tip.
+    void Label_DataChanel_Change(const QString& text);
+
+private:
+    graph::ReadOutInput readOutInput(const channels::ShownRuns& runs);
+    channels::ShownRuns shownRuns() const;
+    void showTimeLine();
+    void placeCursor(double sample);
+    void Trend_KeyDown(int key, Qt::KeyboardModifiers modifiers);
+    void Trend_MouseDown(Qt::MouseButton button, float x, float y);
+    void Trend_MouseUp(Qt::MouseButton button, float x, float y);
+    void Trend_MouseMove(Qt::MouseButtons buttons, float x, float y);
+    void startAverage(float x);
+    void finishAverage(float x);
+
+    graph::GraphView& m_view;
+    const graph::Course& m_course;
+    GraphSurface& m_surface;
+    ChannelPanel& m_panel;
+};
+
+} // namespace kvo::forms
