@@ -4,6 +4,7 @@
 #include "core/basic/byte_reader.h"
 #include "core/basic/byte_writer.h"
 #include "core/basic/numbers.h"
+#include "core/own_file.h"
 #include "core/paths.h"
 
 namespace kvo::core {
@@ -12,17 +13,14 @@ std::string analogTableName(int channel) {
     return "Analog" + CStr(channel) + ".Dat";
 }
 
-void LoadAnalogTable(const std::string& appFolder, const std::string& name, int channel,
+std::string LoadAnalogTable(const std::string& appFolder, const std::string& name, int channel,
     AnalogTables& tables, platform::Files& files) {
-    if (channel < 1 || channel > AnalogTables::size) return;
-    const std::string path = joined(appFolder, name, files);
-    const auto file = files.read(path);
-    if (!file) {
-        if (!files.exists(path)) (void)files.write(path, {});
-        return;
-    }
-    ByteReader reader(*file);
+    if (channel < 1 || channel > AnalogTables::size) return {};
+    std::string unread;
+    const platform::Bytes file = readOrCreate(joined(appFolder, name, files), files, &unread);
+    ByteReader reader(file);
     for (double& entry : tables[channel]) keepOnFailure(entry, reader.f64le());
+    return unread;
 }
 
 platform::WriteResult SaveAnalogTable(const std::string& appFolder, const std::string& name,

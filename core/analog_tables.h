@@ -16,8 +16,8 @@ using AnalogTables = FromOne<std::array<double, 256>, 8>;
 // "AnalogN.Dat" of a channel, 1 to 8.
 std::string analogTableName(int channel);
 // Reads the table of a channel. A missing file is created empty; entries that are not there keep
-// what they held.
-void LoadAnalogTable(const std::string& appFolder, const std::string& name, int channel,
+// what they held. Gives why a file that is there could not be read; empty else.
+std::string LoadAnalogTable(const std::string& appFolder, const std::string& name, int channel,
     AnalogTables& tables, platform::Files& files);
 // Writes the table of a channel; the old file is kept in Backup/. A file that holds the same
 // already is left alone, so one that is marked as read-only stands in nobody's way.

@@ -10,6 +10,7 @@
 #include <array>
 #include <cstddef>
 #include <numeric>
+#include <optional>
 #include <span>
 
 namespace kvo::core {
@@ -60,6 +61,33 @@ void completeLastRecord(platform::Bytes& index) {
 
 std::string_view textAt(const platform::Bytes& index, std::size_t offset, std::size_t width) {
     return {reinterpret_cast<const char*>(index.data()) + offset, width};
+}
+
+RunIndexEntry entryAt(const platform::Bytes& index, std::size_t offset) {
+    return {rightTrimmed(textAt(index, offset, fileNameWidth)),
+        rightTrimmed(textAt(index, offset + fileNameWidth, descriptionWidth))};
+}
+
+std::vector<RunIndexEntry> entriesOf(platform::Bytes index) {
+    completeLastRecord(index);
+    std::vector<RunIndexEntry> entries;
+    entries.reserve(index.size() / entryWidth);
+    for (std::size_t at = 0; at < index.size(); at += entryWidth)
+        entries.push_back(entryAt(index, at));
+    return entries;
+}
+
+// Where the record of a row begins; nothing where there is no such row.
+std::optional<std::size_t> placeOfRow(const platform::Bytes& index, const RunIndexEntry& row) {
+    for (std::size_t at = 0; at < index.size(); at += entryWidth)
+        if (entryAt(index, at) == row) return at;
+    return {};
+}
+
+platform::WriteResult makeDataFolder(const std::string& appFolder, platform::Files& files) {
+    const std::string folder = dataFolder(appFolder, files);
+    if (files.folderExists(folder)) return {};
+    return files.makeFolder(folder);
 }
 
 // An index that is read, and the records behind it; not put together, since the whole may be large.
@@ -164,21 +192,61 @@ std::string indexPath(const std::string& appFolder, const platform::Files& files
 }
 
 std::vector<RunIndexEntry> readRunIndex(const std::string& path, const platform::Files& files) {
-    auto index = files.read(path);
-    if (!index) return {};
-    completeLastRecord(*index);
-    std::vector<RunIndexEntry> entries;
-    entries.reserve(index->size() / entryWidth);
-    for (std::size_t at = 0; at < index->size(); at += entryWidth) {
-        entries.push_back({rightTrimmed(textAt(*index, at, fileNameWidth)),
-            rightTrimmed(textAt(*index, at + fileNameWidth, descriptionWidth))});
+    return entriesOf(files.read(path).value_or(platform::Bytes{}));
+}
+
+ReadIndex readOrCreateRunIndex(const std::string& appFolder, platform::Files& files) {
+    const std::string path = indexPath(appFolder, files);
+    ReadIndex index;
+    auto file = files.readOrReason(path);
+    if (file) {
+        index.entries = entriesOf(std::move(*file.content));
+    } else if (file.failure != platform::FileFailure::notFound) {
+        index.unread = file.message;
+    } else if (makeDataFolder(appFolder, files)) {
+        // A folder that cannot be made or written shows the same empty list.
+        (void)files.createEmpty(path);
     }
-    return entries;
+    return index;
 }
 
 platform::WriteResult writeRunIndex(const std::string& appFolder,
     const std::vector<RunIndexEntry>& entries, platform::Files& files) {
     return replaceKept(appFolder, indexPath(appFolder, files), encoded(entries), files);
+}
+
+platform::WriteResult removeFromIndex(
+    const std::string& appFolder, const RunIndexEntry& row, platform::Files& files) {
+    const std::string path = indexPath(appFolder, files);
+    auto index = files.readOrReason(path);
+    if (!index) return {false, index.message, index.failure};
+    completeLastRecord(*index.content);
+    const auto at = placeOfRow(*index.content, row);
+    if (!at) return {}; // somebody else has taken it off
+    const auto begin = index.content->begin() + static_cast<std::ptrdiff_t>(*at);
+    index.content->erase(begin, begin + static_cast<std::ptrdiff_t>(entryWidth));
+    return replaceKept(appFolder, path, *index.content, files);
+}
+
+platform::WriteResult describeInIndex(const std::string& appFolder, const RunIndexEntry& row,
+    const std::string& description, platform::Files& files) {
+    const std::string path = indexPath(appFolder, files);
+    auto index = files.readOrReason(path);
+    if (!index) return {false, index.message, index.failure};
+    completeLastRecord(*index.content);
+    const auto at = placeOfRow(*index.content, row);
+    if (!at) {
+        return {false,
+            path +
+                "\nThe run does not stand in the list any more as it is shown. Open the list anew.",
+            platform::FileFailure::notFound};
+    }
+    const RunIndexEntry changed{row.FileName, description};
+    const platform::Bytes record = encoded({&changed, 1});
+    const auto begin = index.content->begin() + static_cast<std::ptrdiff_t>(*at);
+    // Its file name stays byte for byte: a row may hold a whole path.
+    std::copy(record.begin() + fileNameWidth, record.end(), begin + fileNameWidth);
+    return replaceKept(appFolder, path, *index.content, files);
 }
 
 platform::WriteResult AddRunToIndex(const std::string& appFolder, const RunIndexEntry& entry,
@@ -188,14 +256,12 @@ platform::WriteResult AddRunToIndex(const std::string& appFolder, const RunIndex
 
 platform::WriteResult AddRunsToIndex(const std::string& appFolder,
     std::span<const RunIndexEntry> entries, IndexOrder order, platform::Files& files) {
-    const std::string folder = dataFolder(appFolder, files);
-    if (!files.folderExists(folder)) {
-        if (auto made = files.makeFolder(folder); !made) return made;
-    }
+    if (auto made = makeDataFolder(appFolder, files); !made) return made;
     const std::string path = indexPath(appFolder, files);
-    auto old = files.read(path);
-    if (!old && files.exists(path)) return {false, path + " cannot be read."};
-    LongerIndex index{old ? std::move(*old) : platform::Bytes{}, encoded(entries)};
+    auto old = files.readOrReason(path);
+    if (!old && old.failure != platform::FileFailure::notFound)
+        return {false, old.message, old.failure};
+    LongerIndex index{old ? std::move(*old.content) : platform::Bytes{}, encoded(entries)};
     completeLastRecord(index.records);
     // Every record that was there is there again, so no copy of the old index is kept.
     return files.write(path, inOrder(index, order == IndexOrder::sorted));

@@ -33,6 +33,22 @@ std::string indexPath(const std::string& appFolder, const platform::Files& files
 // All records in file order; padding kept off. A missing index is empty. A record cut short at the
 // end is taken with what it has.
 std::vector<RunIndexEntry> readRunIndex(const std::string& path, const platform::Files& files);
+// The same for the program's own index, where a missing one is created empty.
+struct ReadIndex {
+    std::vector<RunIndexEntry> entries;
+    std::string unread; // why an index that is there could not be read; nothing is created then
+};
+ReadIndex readOrCreateRunIndex(const std::string& appFolder, platform::Files& files);
+
+// Takes one row off the index, or gives it another description. The index is read anew and every
+// other record stays as it is, so that what somebody else has added in the meantime is kept; a copy
+// of the old one goes to Backup/. A row that is not there any more is off already, and cannot be
+// described.
+[[nodiscard]] platform::WriteResult removeFromIndex(
+    const std::string& appFolder, const RunIndexEntry& row, platform::Files& files);
+[[nodiscard]] platform::WriteResult describeInIndex(const std::string& appFolder,
+    const RunIndexEntry& row, const std::string& description, platform::Files& files);
+
 // Rewrites the whole index; a copy of the old one is kept in Backup/ first.
 [[nodiscard]] platform::WriteResult writeRunIndex(const std::string& appFolder,
     const std::vector<RunIndexEntry>& entries, platform::Files& files);

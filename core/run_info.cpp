@@ -4,6 +4,7 @@
 #include "core/basic/byte_reader.h"
 #include "core/basic/byte_writer.h"
 #include "core/basic/numbers.h"
+#include "core/own_file.h"
 #include "core/run_records.h"
 
 #include <algorithm>
@@ -34,12 +35,6 @@ std::string textOf(const platform::Bytes& file, std::size_t n) {
     return length ? reader.text(*length).value_or("") : "";
 }
 
-platform::Bytes readOrCreate(const std::string& path, platform::Files& files) {
-    if (auto file = files.read(path)) return std::move(*file);
-    if (!files.exists(path)) (void)files.write(path, {});
-    return {};
-}
-
 void takeUnlessEmpty(std::string& target, std::string text) {
     if (!text.empty()) target = std::move(text);
 }
@@ -50,6 +45,12 @@ void writeText(ByteWriter& writer, const std::string& text) {
     writer.u16le(static_cast<std::uint16_t>(cut.size()));
     writer.characters(cut);
     writer.fillTo(end);
+}
+
+// Without its line nothing says which run it is, and no entry may be made up for it.
+InfoWriteResult lineNotRead(const std::string& runPath, const platform::ReadResult& run) {
+    const std::string reason = run ? runPath + "\nhas no header line." : run.message;
+    return {{false, reason, run.failure}};
 }
 
 platform::Bytes encodeInfo(const RunInfo& info) {
@@ -70,9 +71,9 @@ std::string infoFilePath(const std::string& dataFilePath) {
     return path;
 }
 
-RunInfo LoadRunInfo(
-    const std::string& infoPath, const VehicleSetup& defaults, platform::Files& files) {
-    const platform::Bytes file = readOrCreate(infoPath, files);
+RunInfo LoadRunInfo(const std::string& infoPath, const VehicleSetup& defaults,
+    platform::Files& files, std::string* unread) {
+    const platform::Bytes file = readOrCreate(infoPath, files, unread);
     RunInfo info;
     std::size_t record = 1;
     for (std::string* text : head(info)) *text = textOf(file, record++);
@@ -90,20 +91,17 @@ TrackTimes LoadRunTimes(const std::string& infoPath, platform::Files& files) {
         textOf(file, 10)};
 }
 
-platform::WriteResult SaveRunInfo(const std::string& appFolder, const std::string& infoPath,
+InfoWriteResult SaveRunInfo(const std::string& appFolder, const std::string& infoPath,
     const std::string& runPath, const RunInfo& info, platform::Files& files) {
-    if (auto saved = replaceKept(appFolder, infoPath, encodeInfo(info), files); !saved) {
-        return saved;
-    }
+    if (auto saved = replaceKept(appFolder, infoPath, encodeInfo(info), files); !saved)
+        return {std::move(saved), false};
     if (rightTrimmed(info.Text_ET).empty()) return {};
-    const auto run = files.read(runPath);
-    const auto line = run ? decodeHeaderLine(runRecord(*run, 1)) : std::nullopt;
-    // Without its line nothing says which run it is, and no entry may be made up for it.
-    if (!line) return {};
-    return updateTimesTable(appFolder, *line,
-        {info.Text_60FootTime, info.Text_330FootTime, info.Text_660FootTime, info.Text_1000FootTime,
-            info.Text_ET},
-        files);
+    const auto run = files.readOrReason(runPath);
+    const auto line = run ? decodeHeaderLine(runRecord(*run.content, 1)) : std::nullopt;
+    if (!line) return lineNotRead(runPath, run);
+    const TypedTimes times{info.Text_60FootTime, info.Text_330FootTime, info.Text_660FootTime,
+        info.Text_1000FootTime, info.Text_ET};
+    return {updateTimesTable(appFolder, *line, times, files)};
 }
 
 } // namespace kvo::core

@@ -30,15 +30,19 @@ struct RunInfo {
 std::string infoFilePath(const std::string& dataFilePath);
 
 // The whole info file. Names and values that it leaves empty are those of `defaults`. A missing
-// file is created empty.
-RunInfo LoadRunInfo(
-    const std::string& infoPath, const VehicleSetup& defaults, platform::Files& files);
+// file is created empty. `unread` as in readOrCreate().
+RunInfo LoadRunInfo(const std::string& infoPath, const VehicleSetup& defaults,
+    platform::Files& files, std::string* unread = nullptr);
 // Records 5 to 10, as LoadRun shows them. A missing file is created empty.
 TrackTimes LoadRunTimes(const std::string& infoPath, platform::Files& files);
-// Writes the info file, then, if there is an elapsed time, the run's entry in KvoTimes. Texts are
-// right-trimmed, and cut to the 398 characters of a record.
-[[nodiscard]] platform::WriteResult SaveRunInfo(const std::string& appFolder,
-    const std::string& infoPath, const std::string& runPath, const RunInfo& info,
-    platform::Files& files);
+// What became of the two files that hold a run's notes and times.
+struct InfoWriteResult : platform::WriteResult {
+    bool notesDone = true; // only the times may be missing then
+};
+// Writes the info file, then, if there is an elapsed time, the run's entry in KvoTimes; a run whose
+// line cannot be read fails, since nothing says which entry is its. Texts are right-trimmed, and
+// cut to the 398 characters of a record.
+[[nodiscard]] InfoWriteResult SaveRunInfo(const std::string& appFolder, const std::string& infoPath,
+    const std::string& runPath, const RunInfo& info, platform::Files& files);
 
 } // namespace kvo::core

@@ -4,6 +4,7 @@
 #include "core/basic/byte_reader.h"
 #include "core/basic/byte_writer.h"
 #include "core/basic/numbers.h"
+#include "core/own_file.h"
 #include "core/paths.h"
 #include "core/run_index.h"
 
@@ -109,11 +110,10 @@ bool addRun(std::vector<TimedRun>& table, const TimedRun& run) {
 
 RunTimesTable LoadTimesTable(const std::string& appFolder, platform::Files& files) {
     const std::string path = timesPath(appFolder, files);
-    const auto file = files.read(path);
-    if (!file && !files.exists(path)) (void)files.write(path, {});
     RunTimesTable table;
+    const platform::Bytes file = readOrCreate(path, files, &table.unread);
     table.RunTimesCount = 1;
-    for (TimedRun& run : readTable(file.value_or(platform::Bytes{}))) {
+    for (TimedRun& run : readTable(file)) {
         if (table.RunTimesCount > table.entries.size) break;
         table.entries[table.RunTimesCount++] = std::move(run);
     }
@@ -125,9 +125,10 @@ RunTimesTable LoadTimesTable(const std::string& appFolder, platform::Files& file
 platform::WriteResult updateTimesTable(const std::string& appFolder, std::string_view runHeaderLine,
     const TypedTimes& times, platform::Files& files) {
     const std::string path = timesPath(appFolder, files);
-    const auto file = files.read(path);
-    if (!file && files.exists(path)) return {false, path + " cannot be read."};
-    std::vector<TimedRun> table = readTable(file.value_or(platform::Bytes{}));
+    const auto file = files.readOrReason(path);
+    if (!file && file.failure != platform::FileFailure::notFound)
+        return {false, file.message, file.failure};
+    std::vector<TimedRun> table = readTable(file.content.value_or(platform::Bytes{}));
     const std::string text = dateAndRun(runHeaderLine);
     const std::int32_t key = RunDateKey(text);
     const std::string label = padded(withoutDayName(text), labelWidth);

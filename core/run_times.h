@@ -27,6 +27,7 @@ struct RunTimesTable {
     // users go up to one less.
     int RunTimesCount = 0;
     FromOne<TimedRun, 26> entries; // labels right-trimmed
+    std::string unread;            // why a file that is there could not be read
 };
 
 // The times of a run as typed.

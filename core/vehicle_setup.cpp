@@ -4,22 +4,19 @@
 #include "core/basic/byte_reader.h"
 #include "core/basic/byte_writer.h"
 #include "core/basic/numbers.h"
+#include "core/own_file.h"
 #include "core/paths.h"
 
 namespace kvo::core {
 
 static constexpr std::size_t textWidth = 17;
 
-VehicleSetup LoadVehicleSetup(const std::string& appFolder, platform::Files& files) {
-    const std::string path = joined(appFolder, "VSetup.Dat", files);
-    const auto file = files.read(path);
+VehicleSetup LoadVehicleSetup(
+    const std::string& appFolder, platform::Files& files, std::string* unread) {
+    const platform::Bytes file =
+        readOrCreate(joined(appFolder, "VSetup.Dat", files), files, unread);
     VehicleSetup setup;
-    if (!file) {
-        // The file is there from now on; where it cannot be, the lines are empty all the same.
-        if (!files.exists(path)) (void)files.write(path, {});
-        return setup;
-    }
-    ByteReader reader(*file);
+    ByteReader reader(file);
     for (VehicleSetupLine& line : setup) {
         const auto name = reader.text(textWidth);
         const auto value = reader.text(textWidth);

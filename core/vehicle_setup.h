@@ -14,7 +14,9 @@ struct VehicleSetupLine {
 using VehicleSetup = FromOne<VehicleSetupLine, 25>;
 
 // A missing file is created empty and gives empty lines; texts come right-trimmed.
-VehicleSetup LoadVehicleSetup(const std::string& appFolder, platform::Files& files);
+// `unread` as in readOrCreate().
+VehicleSetup LoadVehicleSetup(
+    const std::string& appFolder, platform::Files& files, std::string* unread = nullptr);
 [[nodiscard]] platform::WriteResult SaveVehicleSetup(
     const std::string& appFolder, const VehicleSetup& setup, platform::Files& files);
 

@@ -66,8 +66,9 @@ std::string retitled(std::string_view line, std::string_view newText) {
 platform::WriteResult retitleRunFile(const std::string& appFolder, const std::string& path,
     std::string_view newText, core::OpenRun& openRun, platform::Files& files) {
     if (path.empty()) return {false, "The list of runs names no file that can be this run's."};
-    auto file = files.read(path);
-    if (!file) return {false, path + " cannot be read."};
+    auto read = files.readOrReason(path);
+    if (!read) return {false, read.message, read.failure};
+    auto& file = read.content;
     const auto line = core::decodeHeaderLine(core::runRecord(*file, 1));
     if (!line) return {false, path + " has no header line."};
     const std::string newLine = retitled(*line, newText);
@@ -82,17 +83,6 @@ platform::WriteResult retitleRunFile(const std::string& appFolder, const std::st
 }
 
 } // namespace
-
-std::vector<core::RunIndexEntry> Data_File(const std::string& appFolder, platform::Files& files) {
-    const std::string path = core::indexPath(appFolder, files);
-    if (!files.exists(path)) {
-        // A folder that cannot be made or written shows the same empty list.
-        const std::string folder = core::dataFolder(appFolder, files);
-        if (files.folderExists(folder) || files.makeFolder(folder)) (void)files.write(path, {});
-        return {};
-    }
-    return core::readRunIndex(path, files);
-}
 
 std::string dataFilePath(
     const std::string& appFolder, std::string_view fileName, const platform::Files& files) {
@@ -134,8 +124,9 @@ platform::WriteResult DeleteFile(const std::string& appFolder,
             if (auto removed = core::removeKept(appFolder, each, files); !removed) return removed;
         }
     }
+    const core::RunIndexEntry gone = rows[row];
     rows.erase(rows.begin() + static_cast<std::ptrdiff_t>(row));
-    return core::writeRunIndex(appFolder, rows, files);
+    return core::removeFromIndex(appFolder, gone, files);
 }
 
 std::string editableDescription(std::string_view description) {
@@ -158,12 +149,9 @@ platform::WriteResult editDescription(const std::string& appFolder,
     if (row >= rows.size()) return {};
     const auto changed = changedDescription(rows[row].Description, newText);
     if (!changed) return {};
-    const std::string before = rows[row].Description;
-    rows[row].Description = *changed;
-    if (auto written = core::writeRunIndex(appFolder, rows, files); !written) {
-        rows[row].Description = before;
+    if (auto written = core::describeInIndex(appFolder, rows[row], *changed, files); !written)
         return written;
-    }
+    rows[row].Description = *changed;
     return retitleRunFile(appFolder, dataFilePath(appFolder, rows[row].FileName, files),
         core::leftTrimmed(newText), openRun, files);
 }

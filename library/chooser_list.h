@@ -12,10 +12,6 @@
 
 namespace kvo::library {
 
-// The rows of the index in file order, both columns right-trimmed. A missing index is created
-// empty.
-std::vector<core::RunIndexEntry> Data_File(const std::string& appFolder, platform::Files& files);
-
 // Full path (UTF-8) of the run a row names: the last 12 characters of its file name in the Data
 // folder, so that a row that holds a whole path finds its run too. Where these are no plain base
 // name there is no path: empty, which loads like a missing file.

@@ -113,10 +113,11 @@ Import::Import(
     : m_in(input), m_view(view), m_dialogs(dialogs), m_files(files) {}
 
 void Import::Data_File() {
-    m_in.runs.read(m_in.AppFolder, m_files);
+    const std::string unread = m_in.runs.read(m_in.AppFolder, m_files);
     m_known.clear();
     for (const core::RunIndexEntry& row : m_in.runs.rows()) m_known.insert(row.Description);
     m_view.showRuns();
+    if (!unread.empty()) m_dialogs.messageBox(unread, boxStyle::critical, "Run index");
 }
 
 ImportedBatch Import::Butten_Import(

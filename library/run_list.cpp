@@ -7,11 +7,13 @@
 
 namespace kvo::library {
 
-void RunList::read(const std::string& appFolder, platform::Files& files) {
+std::string RunList::read(const std::string& appFolder, platform::Files& files) {
     const std::string selected = chosen().FileName;
-    m_rows = Data_File(appFolder, files);
+    core::ReadIndex index = core::readOrCreateRunIndex(appFolder, files);
+    m_rows = std::move(index.entries);
     const auto row = rowToOpenOn(m_rows, selected.empty() ? m_lastTaken : selected);
     choose(row ? static_cast<int>(*row) : -1);
+    return index.unread;
 }
 
 void RunList::choose(int row) {

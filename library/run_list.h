@@ -14,8 +14,9 @@ namespace kvo::library {
 class RunList {
 public:
     // Reads the index; a missing one is created empty. The choice stays on its run, else it goes to
-    // the run that was taken last, else to the newest one.
-    void read(const std::string& appFolder, platform::Files& files);
+    // the run that was taken last, else to the newest one. Gives why an index that is there could
+    // not be read, which leaves the list empty; empty else.
+    std::string read(const std::string& appFolder, platform::Files& files);
 
     const std::vector<core::RunIndexEntry>& rows() const { return m_rows; }
     int rowCount() const { return static_cast<int>(m_rows.size()); }

@@ -67,14 +67,18 @@ void convertAnalogChannel(core::OpenRun& run, const core::AppConfig& config,
     }
 }
 
-void convertAnalogTables(core::OpenRun& run, const core::AppConfig& config,
+std::string convertAnalogTables(core::OpenRun& run, const core::AppConfig& config,
     core::AnalogTables& tables, const std::string& appFolder, platform::Files& files) {
     const int channels = analogChannelsWithTables(run.DataType);
+    std::string unread;
     for (int c = 1; c <= channels; ++c) {
         if (config.Analog_Type[c] != throughTable) continue;
-        core::LoadAnalogTable(appFolder, core::analogTableName(c), c, tables, files);
+        const std::string why =
+            core::LoadAnalogTable(appFolder, core::analogTableName(c), c, tables, files);
+        if (unread.empty()) unread = why;
         convertAnalogChannel(run, config, tables, c);
     }
+    return unread;
 }
 
 } // namespace kvo::link

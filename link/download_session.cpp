@@ -68,9 +68,13 @@ void DownloadSession::run() {
     if (m_cancelled) return;
     show("Now checked data for errors");
     convertPulses(m_in.Run, m_in.Config, m_periods);
-    convertAnalogTables(m_in.Run, m_in.Config, m_in.Tables, m_in.AppFolder, m_files);
+    const std::string unread =
+        convertAnalogTables(m_in.Run, m_in.Config, m_in.Tables, m_in.AppFolder, m_files);
     m_link.CloseLoggerPort();
     if (m_link.LinkFailed == -1) return;
+    if (!unread.empty()) {
+        m_dialogs.messageBox(unread + tableUnread, boxStyle::critical, core::programName);
+    }
     std::string title;
     if (askTitle(title)) save(title);
 }

@@ -132,12 +132,16 @@ PitRunLayout pitRunLayout(const core::AppConfig& config) {
     return layout;
 }
 
-void loadPitRunTables(const core::AppConfig& config, core::AnalogTables& tables,
+std::string loadPitRunTables(const core::AppConfig& config, core::AnalogTables& tables,
     const std::string& appFolder, platform::Files& files) {
+    std::string unread;
     for (int c = 1; c <= config.Analog_Check.size; ++c) {
         if (config.Analog_Check[c] == 0 || config.Analog_Type[c] != tableKind) continue;
-        core::LoadAnalogTable(appFolder, core::analogTableName(c), c, tables, files);
+        const std::string why =
+            core::LoadAnalogTable(appFolder, core::analogTableName(c), c, tables, files);
+        if (unread.empty()) unread = why;
     }
+    return unread;
 }
 
 // Required: one byte more than a frame must be there, and one more than four for the jump.

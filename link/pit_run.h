@@ -46,8 +46,9 @@ void Type12(PitRunLayout& layout, bool shown);
 void Type17(PitRunLayout& layout, bool shown);
 PitRunLayout pitRunLayout(const core::AppConfig& config);
 
-// Reads the table of each channel in use that goes through one.
-void loadPitRunTables(const core::AppConfig& config, core::AnalogTables& tables,
+// Reads the table of each channel in use that goes through one. Gives why the first that is there
+// could not be read; empty where all were.
+std::string loadPitRunTables(const core::AppConfig& config, core::AnalogTables& tables,
     const std::string& appFolder, platform::Files& files);
 
 // How many frames one turn takes of so many waiting bytes: none, one, or four where the display has

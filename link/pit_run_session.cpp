@@ -1,6 +1,7 @@
 #include "link/pit_run_session.h"
 
 #include "core/basic/numbers.h"
+#include "link/decode.h"
 
 namespace kvo::link {
 namespace {
@@ -32,7 +33,8 @@ void PitRunSession::Form_Load() {
     if (!m_canRun)
         m_dialogs.messageBox("This is not available for your data loger type", boxStyle::critical,
             "Pit Run Canceled");
-    loadPitRunTables(m_in.Config, m_in.Tables, m_in.AppFolder, m_files);
+    const std::string unread = loadPitRunTables(m_in.Config, m_in.Tables, m_in.AppFolder, m_files);
+    if (!unread.empty()) m_dialogs.messageBox(unread + tableUnread, boxStyle::critical, "Pit Run");
 }
 
 void PitRunSession::setRunning(bool running) {

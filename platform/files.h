@@ -52,6 +52,9 @@ public:
     // Replaces the file with `content`, or leaves what was there as it was: written beside it,
     // flushed, synced, its size read back, then renamed. A read-only file is not replaced.
     [[nodiscard]] virtual WriteResult write(const std::string& path, const Bytes& content) = 0;
+    // Makes an empty file. Where something of that name is there already, even something that came
+    // this very moment, it stays as it is, and that counts as done.
+    [[nodiscard]] virtual WriteResult createEmpty(const std::string& path) = 0;
     // Whether what is there now refuses to be replaced or deleted, and why. A path where there is
     // nothing refuses nothing; what only the disk can refuse shows at the write.
     [[nodiscard]] virtual WriteResult replaceable(const std::string& path) const = 0;

@@ -6,6 +6,20 @@ fail() {
     exit 1
 }
 
+# For a script that takes no arguments: says its usage, and ends where there are some.
+no_arguments() {
+    local usage="usage: $1"
+    shift
+    [ $# -gt 0 ] || return 0
+    case $1 in
+    --help | -h)
+        echo "$usage"
+        exit 0
+        ;;
+    *) fail "$usage" ;;
+    esac
+}
+
 # Packages of the sections "$@" of packaging/debian-packages.txt, one a line.
 packages_of() {
     awk -v wanted=" $* " '

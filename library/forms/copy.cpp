@@ -5,6 +5,7 @@
 #include "core/shared_state.h"
 #include "library/chooser_list.h"
 #include "library/forms/mail_text.h"
+#include "library/forms/unread.h"
 #include "platform/qt/form_kit.h"
 #include "platform/qt/text.h"
 #include "platform/services.h"
@@ -138,9 +139,12 @@ void Copy::mailFiles(const library::MailProduct& product) {
 }
 
 void Copy::Data_File() {
-    m_rows = library::Data_File(core::state().AppFolder, *platform::services().files);
+    core::ReadIndex index =
+        core::readOrCreateRunIndex(core::state().AppFolder, *platform::services().files);
+    m_rows = std::move(index.entries);
     m_descriptions.changed();
     m_names.changed();
+    tellUnread(index.unread);
 }
 
 std::vector<std::size_t> Copy::selectedRows() const {

@@ -5,6 +5,7 @@
 #include "core/paths.h"
 #include "core/shared_state.h"
 #include "library/forms/notes_edit.h"
+#include "library/forms/unread.h"
 #include "platform/qt/file_letters.h"
 #include "platform/qt/qt_printer.h"
 #include "platform/qt/text.h"
@@ -188,8 +189,10 @@ void Info::editSetupDefaults() {
 
 void Info::Form_Load() {
     platform::Services& services = platform::services();
+    std::string unread;
     const core::VehicleSetup defaults =
-        core::LoadVehicleSetup(core::state().AppFolder, *services.files);
+        core::LoadVehicleSetup(core::state().AppFolder, *services.files, &unread);
+    tellUnread(unread);
     for (QWidget* part : {static_cast<QWidget*>(Command1), static_cast<QWidget*>(PrintGraph),
              static_cast<QWidget*>(Save_Info), m_runControls})
         part->setVisible(!m_infoNamesOnly);
@@ -203,7 +206,9 @@ void Info::Form_Load() {
     if (m_infoNamesOnly)
         showSetup(defaults);
     else
-        showRun(core::LoadRunInfo(core::infoFilePath(m_runPath), defaults, *services.files));
+        showRun(
+            core::LoadRunInfo(core::infoFilePath(m_runPath), defaults, *services.files, &unread));
+    tellUnread(unread);
     setChanged(false);
 }
 
@@ -269,21 +274,24 @@ void Info::Save_Info_Click() {
     save();
 }
 
-platform::WriteResult Info::write() const {
+core::InfoWriteResult Info::write() const {
     const core::SharedState& state = core::state();
     platform::Services& services = platform::services();
     if (!m_infoNamesOnly) {
         return core::SaveRunInfo(state.AppFolder, core::infoFilePath(m_runPath), m_runPath,
             collectRun(), *services.files);
     }
-    const auto saved = core::SaveVehicleSetup(state.AppFolder, collectSetup(), *services.files);
+    platform::WriteResult saved =
+        core::SaveVehicleSetup(state.AppFolder, collectSetup(), *services.files);
     // A configuration that was not read is not written over.
-    if (!saved || !state.ConfigKnown) return saved;
-    return core::SaveConfig(state.AppFolder, state.Config, *services.files);
+    if (saved && state.ConfigKnown)
+        saved = core::SaveConfig(state.AppFolder, state.Config, *services.files);
+    const bool done = saved.done;
+    return {std::move(saved), done};
 }
 
 bool Info::save() {
-    const platform::WriteResult saved = write();
+    const core::InfoWriteResult saved = write();
     if (saved) {
         setChanged(false);
         Label_Status->setText(QStringLiteral("Saved."));
@@ -291,8 +299,12 @@ bool Info::save() {
     }
     platform::Dialogs& dialogs = *platform::services().dialogs;
     dialogs.beep();
-    dialogs.messageBox("The info could NOT be saved to Disk.\r\n" + saved.message +
-                           "\r\n\r\nIt stays in the form: make room and save again.",
+    const std::string what = saved.notesDone
+                                 ? "The notes are saved, but the times could NOT be saved for the "
+                                   "time graph.\r\n"
+                                 : "The info could NOT be saved to Disk.\r\n";
+    dialogs.messageBox(
+        what + saved.message + "\r\n\r\nIt stays in the form: make room and save again.",
         platform::boxStyle::critical, core::programName);
     return false;
 }

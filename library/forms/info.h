@@ -71,7 +71,7 @@ private:
 
     // False where the disk did not take it, which the user is told: all stays in the form.
     bool save();
-    platform::WriteResult write() const;
+    core::InfoWriteResult write() const;
 
     std::string m_runPath;
     bool m_infoNamesOnly = false;

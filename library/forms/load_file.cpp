@@ -2,6 +2,7 @@
 
 #include "core/shared_state.h"
 #include "library/chooser_list.h"
+#include "library/forms/unread.h"
 #include "library/run_list.h"
 #include "platform/qt/form_kit.h"
 #include "platform/qt/text.h"
@@ -95,8 +96,9 @@ void LoadFile::setCaptions(const QString& button, const QString& label, const QS
 }
 
 void LoadFile::Data_File() {
-    runList().read(core::state().AppFolder, *platform::services().files);
+    const std::string unread = runList().read(core::state().AppFolder, *platform::services().files);
     listChanged();
+    tellUnread(unread);
 }
 
 // The views read the rows again and go to the choice.

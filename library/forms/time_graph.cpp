@@ -2,6 +2,7 @@
 
 #include "core/forms/doors.h"
 #include "core/shared_state.h"
+#include "library/forms/unread.h"
 #include "library/run_list.h"
 #include "platform/qt/plain_scroll_bar.h"
 #include "platform/qt/qt_printer.h"
@@ -185,6 +186,7 @@ void TimeGraph::Form_Load() {
     m_rows = library::timedRows(m_table);
     Draw_TimeGraph();
     GraphLine(0);
+    tellUnread(m_table.unread);
 }
 
 void TimeGraph::Draw_TimeGraph() {

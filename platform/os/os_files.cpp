@@ -252,6 +252,17 @@ WriteResult OsFiles::write(const std::string& path, const Bytes& content) {
     return replace(target, content);
 }
 
+WriteResult OsFiles::createEmpty(const std::string& path) {
+    const fs::path place = found(path);
+    errno = 0;
+    const int file = m_writer.create(place); // exclusively: never over something
+    if (file < 0 && errno == EEXIST) return {};
+    if (file < 0) return failure(place, causeOfWrite(errno));
+    errno = 0;
+    if (!m_writer.close(file)) return failure(place, causeOfWrite(errno == 0 ? EIO : errno));
+    return {};
+}
+
 WriteResult OsFiles::replaceable(const std::string& path) const {
     return refusal(found(path));
 }

@@ -161,6 +161,19 @@ TEST(OsFiles, LeaveNoHalfCopy) {
     }
 }
 
+TEST(OsFiles, CreateAnEmptyFileOnlyWhereThereIsNone) {
+    TemporaryFolder folder;
+    OsFiles files;
+    ASSERT_TRUE(files.createEmpty(folder / "KvoTimes"));
+    EXPECT_EQ(files.read(folder / "KvoTimes"), Bytes{});
+    ASSERT_TRUE(files.write(folder / "KvoTimes", {1, 2}));
+    EXPECT_TRUE(files.createEmpty(folder / "KvoTimes"));
+    EXPECT_TRUE(files.createEmpty(folder / "KVOTIMES"));
+    EXPECT_EQ(files.read(folder / "KvoTimes"), (Bytes{1, 2}));
+    EXPECT_EQ(files.list(folder.path().string()).size(), 1U);
+    EXPECT_EQ(files.createEmpty(folder / "none/KvoTimes").failure, FileFailure::noSuchPath);
+}
+
 TEST(OsFiles, TellAMissingFolderFromAMissingFile) {
     TemporaryFolder folder;
     OsFiles files;

@@ -123,7 +123,7 @@ struct FullBench : Bench {
     FullBench() {
         RunInfo info;
         info.Text_ET = "8.50";
-        EXPECT_TRUE(SaveRunInfo("/kvo", infoOfRun, runPath, info, files));
+        EXPECT_TRUE(SaveRunInfo("/kvo", infoOfRun, runPath, info, files).notesDone);
         EXPECT_TRUE(load(fileOf(25, 1213)));
         EXPECT_TRUE(loadOverlay(fileOf(20, 2048)));
         runBefore = std::make_unique<OpenRun>(*run);
@@ -169,7 +169,7 @@ TEST(LoadRun, KnowsItsFilesAndItsTimes) {
     RunInfo info;
     info.Text_60FootTime = "1.05";
     info.Text_ET = "8.50";
-    ASSERT_TRUE(SaveRunInfo("/kvo", infoOfRun, runPath, info, bench.files));
+    ASSERT_TRUE(SaveRunInfo("/kvo", infoOfRun, runPath, info, bench.files).notesDone);
     bench.files.put(runPath, fileOf(32, 1360));
     ASSERT_TRUE(LoadRun(std::string(runPath) + "   ", *bench.run, bench.files));
     EXPECT_EQ(bench.run->path, runPath);

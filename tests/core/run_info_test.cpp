@@ -38,7 +38,7 @@ struct Disk {
         writer.fillTo(84);
         files.put(ownRun, writer.take());
     }
-    platform::WriteResult save(const RunInfo& info) {
+    InfoWriteResult save(const RunInfo& info) {
         return SaveRunInfo("/kvo", infoPath, ownRun, info, files);
     }
 };
@@ -185,12 +185,35 @@ TEST(SaveRunInfo, OnlyARunWithAnElapsedTimeEntersTheTable) {
 TEST(SaveRunInfo, MakesUpNoEntryForARunWithoutALine) {
     Disk disk;
     disk.files.put(ownRun, {});
-    ASSERT_TRUE(disk.save(someInfo()));
+    const auto withoutALine = disk.save(someInfo());
+    EXPECT_FALSE(withoutALine) << "the times are not saved, and that is told";
+    EXPECT_TRUE(withoutALine.notesDone);
+    EXPECT_NE(withoutALine.message.find(ownRun), std::string::npos);
     EXPECT_TRUE(disk.files.exists(infoPath));
     EXPECT_FALSE(disk.files.exists(timesPath));
     ASSERT_TRUE(disk.files.remove(ownRun));
-    ASSERT_TRUE(disk.save(someInfo()));
+    EXPECT_FALSE(disk.save(someInfo()));
     EXPECT_FALSE(disk.files.exists(timesPath));
+}
+
+TEST(SaveRunInfo, TellsThatTheRunCannotBeReadNow) {
+    Disk disk;
+    disk.files.failReads(ownRun, MemoryFiles::Failure::diskError);
+    const auto saved = disk.save(someInfo());
+    EXPECT_FALSE(saved);
+    EXPECT_TRUE(saved.notesDone);
+    EXPECT_EQ(LoadRunInfo(infoPath, {}, disk.files).Info_Text, "notes");
+    EXPECT_FALSE(disk.files.exists(timesPath));
+}
+
+TEST(SaveRunInfo, LeavesATableThatCannotBeReadNow) {
+    Disk disk;
+    disk.files.put(timesPath, {1, 2, 3});
+    disk.files.failReads(timesPath, MemoryFiles::Failure::notReady);
+    const auto saved = disk.save(someInfo());
+    EXPECT_FALSE(saved);
+    EXPECT_TRUE(saved.notesDone);
+    EXPECT_EQ(saved.failure, platform::FileFailure::notReady);
 }
 
 TEST(SaveRunInfo, KeepsACopyOfTheNotesItReplaces) {
@@ -209,7 +232,7 @@ TEST(SaveRunInfo, TellsOfAFullDiskAndLeavesTheNotes) {
     disk.files.failWrites("/kvo", MemoryFiles::Failure::fullDisk);
     RunInfo info = someInfo();
     info.Info_Text = "other notes";
-    EXPECT_FALSE(disk.save(info));
+    EXPECT_FALSE(disk.save(info).notesDone);
     EXPECT_EQ(LoadRunInfo(infoPath, {}, disk.files).Info_Text, "notes");
 }
 

@@ -131,7 +131,8 @@ private slots:
             ++opened;
             QCOMPARE(path, run.path);
             QCOMPARE(caption, std::string("Info For :  26111514.52d"));
-            QVERIFY(core::SaveRunInfo("/kvo", run.infoPath, path, info, m_program->files).done);
+            QVERIFY(
+                core::SaveRunInfo("/kvo", run.infoPath, path, info, m_program->files).notesDone);
         };
         onModal([&](QWidget*) {
             info.Text_ET = "9.5";

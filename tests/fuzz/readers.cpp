@@ -104,10 +104,10 @@ void readInfo(Input file) {
     files.put(infoPath, Bytes(file.begin(), file.end()));
     (void)core::LoadRunTimes(infoPath, files);
     const core::RunInfo info = core::LoadRunInfo(infoPath, {}, files);
-    require(SaveRunInfo("/kvo", infoPath, runPath, info, files).done, "notes are not saved");
+    require(SaveRunInfo("/kvo", infoPath, runPath, info, files).notesDone, "notes are not saved");
     const Bytes saved = files.read(infoPath).value_or(Bytes{});
     const core::RunInfo again = core::LoadRunInfo(infoPath, {}, files);
-    require(SaveRunInfo("/kvo", infoPath, runPath, again, files).done, "nor saved again");
+    require(SaveRunInfo("/kvo", infoPath, runPath, again, files).notesDone, "nor saved again");
     require(files.read(infoPath) == saved, "what was written is not read");
 }
 

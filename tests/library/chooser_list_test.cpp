@@ -53,12 +53,12 @@ protected:
 };
 
 TEST_F(ChooserList, fillsFromTheIndexInItsOrder) {
-    EXPECT_EQ(Data_File(folder, files), rows);
+    EXPECT_EQ(core::readOrCreateRunIndex(folder, files).entries, rows);
 }
 
 TEST_F(ChooserList, createsAMissingIndexEmpty) {
     testing::MemoryFiles fresh;
-    EXPECT_TRUE(Data_File(folder, fresh).empty());
+    EXPECT_TRUE(core::readOrCreateRunIndex(folder, fresh).entries.empty());
     ASSERT_TRUE(fresh.read("/kvo/Data/KvoData.Ini"));
     EXPECT_TRUE(fresh.read("/kvo/Data/KvoData.Ini")->empty());
 }
@@ -145,6 +145,7 @@ TEST_F(ChooserList, deletingARowWhoseFileIsGoneTakesTheRowOff) {
 TEST_F(ChooserList, deletingAHostileRowTouchesNoFile) {
     files.put("/kvo/Kvo.Cfg", {1});
     rows[1].FileName = "../Kvo.Cfg";
+    ASSERT_TRUE(core::writeRunIndex(folder, rows, files));
     ASSERT_TRUE(DeleteFile(folder, rows, 1, files));
     EXPECT_TRUE(files.exists("/kvo/Kvo.Cfg"));
     EXPECT_EQ(rows.size(), 2u);
@@ -152,6 +153,7 @@ TEST_F(ChooserList, deletingAHostileRowTouchesNoFile) {
 
 TEST_F(ChooserList, deletingARowThatHoldsAPathDeletesItsRun) {
     rows[1].FileName = "C:\\KVO\\Data\\26111515.10d";
+    ASSERT_TRUE(core::writeRunIndex(folder, rows, files));
     ASSERT_TRUE(DeleteFile(folder, rows, 1, files));
     EXPECT_FALSE(files.exists("/kvo/Data/26111515.10d"));
     EXPECT_EQ(onDisk().size(), 2u);
@@ -160,6 +162,7 @@ TEST_F(ChooserList, deletingARowThatHoldsAPathDeletesItsRun) {
 TEST_F(ChooserList, renamingAHostileRowTouchesNoFile) {
     files.put("/kvo/Kvo.Cfg", {1});
     rows[1].FileName = "../Kvo.Cfg";
+    ASSERT_TRUE(core::writeRunIndex(folder, rows, files));
     core::OpenRun none; // without a path, as the row is
     const auto result = editDescription(folder, rows, 1, "5 Semi final", none, files);
     EXPECT_EQ(result.message, "The list of runs names no file that can be this run's.");
@@ -172,6 +175,48 @@ TEST_F(ChooserList, aDeleteThatCannotKeepACopyTakesNothingOff) {
     EXPECT_FALSE(DeleteFile(folder, rows, 1, files));
     EXPECT_EQ(rows.size(), 3u);
     EXPECT_TRUE(files.exists("/kvo/Data/26111515.10d"));
+}
+
+// Somebody else has downloaded a run and taken one off since the list was shown.
+TEST_F(ChooserList, aDeleteKeepsTheRowsThatItDoesNotKnow) {
+    const RunIndexEntry fresh{"26111611.00d", "Mon 16 Nov 2026 Run: 2 From next door"};
+    ASSERT_TRUE(core::removeFromIndex(folder, rows[0], files));
+    ASSERT_TRUE(core::AddRunToIndex(folder, fresh, core::IndexOrder::asItIs, files));
+    const std::vector<RunIndexEntry> left{rows[2], fresh};
+    ASSERT_TRUE(DeleteFile(folder, rows, 1, files));
+    EXPECT_EQ(onDisk(), left);
+}
+
+TEST_F(ChooserList, anEditKeepsTheRowsThatItDoesNotKnow) {
+    const RunIndexEntry fresh{"26111611.00d", "Mon 16 Nov 2026 Run: 2 From next door"};
+    ASSERT_TRUE(core::AddRunToIndex(folder, fresh, core::IndexOrder::asItIs, files));
+    core::OpenRun run = openOn("x");
+    ASSERT_TRUE(editDescription(folder, rows, 2, "4 Mine", run, files));
+    std::vector<RunIndexEntry> all = rows;
+    all.push_back(fresh);
+    EXPECT_EQ(onDisk(), all);
+}
+
+TEST_F(ChooserList, anEditOfARowThatIsGoneIsRefused) {
+    ASSERT_TRUE(core::removeFromIndex(folder, rows[1], files));
+    const auto before = rows;
+    core::OpenRun run = openOn("x");
+    EXPECT_FALSE(editDescription(folder, rows, 1, "4 Mine", run, files));
+    EXPECT_EQ(rows, before);
+    EXPECT_EQ(onDisk().size(), 2u);
+    EXPECT_EQ(headerOnDisk("26111515.10d").find("Mine"), std::string::npos);
+}
+
+TEST_F(ChooserList, anIndexThatCannotBeReadNowIsLeftByEveryWriter) {
+    const auto index = files.read("/kvo/Data/KvoData.Ini");
+    files.failReads("/kvo/Data/KvoData.Ini", testing::MemoryFiles::Failure::diskError);
+    core::OpenRun run = openOn("x");
+    EXPECT_FALSE(core::AddRunToIndex(folder, rows[0], core::IndexOrder::sorted, files));
+    EXPECT_FALSE(DeleteFile(folder, rows, 0, files));
+    EXPECT_FALSE(editDescription(folder, rows, 0, "4 Mine", run, files));
+    EXPECT_NE(core::readOrCreateRunIndex(folder, files).unread, "");
+    files.allowReads();
+    EXPECT_EQ(files.read("/kvo/Data/KvoData.Ini"), index);
 }
 
 TEST_F(ChooserList, offersThePartBehindTheFirstColon) {

@@ -64,6 +64,10 @@ platform::ReadResult MemoryFiles::readOrReason(const std::string& path) const {
     return {found->second, {}, {}};
 }
 
+platform::WriteResult MemoryFiles::createEmpty(const std::string& path) {
+    return exists(path) ? platform::WriteResult{} : write(path, {});
+}
+
 platform::WriteResult MemoryFiles::replaceable(const std::string& path) const {
     if (!exists(path)) return {};
     for (const auto& place : m_failures) {

@@ -18,6 +18,7 @@ public:
     void allowWrites() { m_failures.clear(); }
     // Files below `prefix` are there and cannot be read.
     void failReads(const std::string& prefix, Failure how) { m_unreadable[prefix] = how; }
+    void allowReads() { m_unreadable.clear(); }
     void setCreatedOn(const std::string& path, const platform::DateTime& date) {
         m_dates[path] = date;
     }
@@ -29,6 +30,7 @@ public:
 
     platform::ReadResult readOrReason(const std::string& path) const override;
     platform::WriteResult write(const std::string& path, const platform::Bytes& content) override;
+    platform::WriteResult createEmpty(const std::string& path) override;
     platform::WriteResult replaceable(const std::string& path) const override;
     // The date that was set, else one and the same for all files.
     std::optional<platform::DateTime> createdOn(const std::string& path) const override;

@@ -87,7 +87,7 @@ Json saveInfoFile(const Case& c) {
         line.Name = textOf(texts.at(at++));
         line.Value = textOf(texts.at(at++));
     }
-    if (!SaveRunInfo(folder, infoPath, runPath, info, files)) return {};
+    if (!SaveRunInfo(folder, infoPath, runPath, info, files).notesDone) return {};
     const platform::Bytes file = files.read(infoPath).value_or(platform::Bytes{});
     Json payloads = Json::array();
     for (std::size_t i = 0; i < at; ++i) {
@@ -147,7 +147,8 @@ Json saveRunInfo(const Case& c) {
     Json counts = Json::array();
     for (const Json& run : c.in.at("runs")) {
         putRun(run, files);
-        if (!SaveRunInfo(folder, infoPath, runPath, infoOf(run.at("times")), files)) return {};
+        if (!SaveRunInfo(folder, infoPath, runPath, infoOf(run.at("times")), files).notesDone)
+            return {};
         counts.push_back(recordsOf(files).size());
     }
     const Json records = recordsOf(files);
