@@ -9,7 +9,6 @@ constexpr int solidStyle = 0;
 constexpr int averageStyle = 2;
 constexpr int timeLineStyle = 4;
 constexpr float wordSize = 25;    // points
-constexpr float sizeBehind = 7;   // points, of what is printed next
 constexpr float wordHeight = 600; // units of the surface
 constexpr double halfTheWord = 137;
 
@@ -58,7 +57,7 @@ void drawAverage(platform::Surface& trend, float from, float to, std::int32_t gr
     trend.setCurrentY(wordHeight);
     trend.setFontSize(wordSize);
     trend.print("AVERAGE");
-    trend.setFontSize(sizeBehind);
+    trend.setFontSize(trendPoints);
 }
 
 } // namespace kvo::graph

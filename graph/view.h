@@ -43,6 +43,10 @@ struct GraphView {
 
 // The y scale of Trend in every case.
 inline constexpr float trendTop = 1100;
+// Of a window that has had no run yet: the right edge of the scale, and the size of the grid's
+// numbers in points, which every run keeps.
+inline constexpr int trendRightAtFirst = 1361;
+inline constexpr float trendPoints = 7;
 
 // What a routine does to a group of labels.
 enum class Show { leave, hide, show };

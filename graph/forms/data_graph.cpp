@@ -72,6 +72,8 @@ void DataGraph::setTabOrders() {
 
 void DataGraph::Form_Load() {
     const core::AppConfig& config = core::state().Config;
+    m_surface->surface().setFontSize(graph::trendPoints);
+    setScaleRight(graph::trendRightAtFirst);
     m_course.openEmpty();
     m_commands.Resolution_Change(config.G_Res);
     m_channels.Change_Colour();

@@ -117,14 +117,14 @@ public:
 };
 
 // A surface that keeps two pictures: the kept one, and on top of it what was drawn with autoRedraw
-// off, which lasts until the next refresh or the next drawing on the kept one.
+// off, which lasts until the next refresh or the next drawing on the kept one. Its scale is
+// (0, 0)-(1, 1) and its font 8 points at first.
 class DisplayListSurface : public Surface {
 public:
     const DisplayList& kept() const { return m_kept; }
     const DisplayList& upper() const { return m_upper; }
     DisplayList& kept() { return m_kept; }
     Colour backColor() const { return m_backColor; }
-    Colour foreColor() const { return m_foreColor; }
     const UserScale& scale() const { return m_scale; }
     // Nobody watches where it is null. The watcher must outlive the surface or be taken off.
     void setWatcher(DisplayListWatcher* watcher) { m_watcher = watcher; }
@@ -165,14 +165,14 @@ private:
     DisplayList m_kept;
     DisplayList m_upper;
     DisplayListWatcher* m_watcher = nullptr;
-    UserScale m_scale{0, 1100, 1361, 0};
+    UserScale m_scale{0, 0, 1, 1};
     Point m_current;
     Colour m_foreColor = black;
     Colour m_backColor = white;
     int m_heightPx = 1;
     int m_drawStyle = 0;
     int m_drawWidth = 1;
-    float m_fontPoints = 7;
+    float m_fontPoints = 8;
     bool m_autoRedraw = true;
     bool m_usable = true;
 };

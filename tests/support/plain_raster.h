@@ -95,7 +95,7 @@ private:
     platform::Colour m_foreColor = platform::black;
     int m_drawStyle = 0;
     int m_drawWidth = 1;
-    float m_fontPoints = 7;
+    float m_fontPoints = 8;
 };
 
 } // namespace kvo::testing
