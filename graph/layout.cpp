@@ -17,6 +17,11 @@ constexpr double panelRoom = 129;     // toolbar and label panels together
 constexpr double outsideTrend = 3200; // twips of the form's height that are not Trend's
 constexpr int outsideTrendPx = 213;   // the same in pixels
 constexpr int lowestSurfacePx = 160;
+constexpr int cellMarginPx = 2;    // between value and overlay, and above and below both together
+constexpr int behindCaptionPx = 4; // of a toggle
+constexpr int beforeNumberPx = 5;  // of a value with the label's margins
+constexpr int readOutGapPx = 12;
+constexpr int loadingBarPx = 180;
 // Twips that one step of a scroll bar moves Trend.
 constexpr double horizontalStep = 8;
 constexpr double verticalStep = 4;
@@ -157,6 +162,49 @@ std::optional<int> ScrollToCursor(int hScrollMax, int sampleCount, int cursorSam
     if (sampleCount == 0 || cursorSample == 0) return std::nullopt;
     const double quotient = static_cast<double>(sampleCount) / cursorSample;
     return core::CLng(hScrollMax / quotient);
+}
+
+// --- The panel under the surface
+
+int panelColumns(int channelCount, int rows) {
+    return (channelCount + rows - 1) / rows;
+}
+
+int panelWidthPx(int columns, int groups, int cellPx, std::optional<int> timesPx) {
+    const int times = timesPx ? groupGapPx + *timesPx : 0;
+    return columns * cellPx + (columns - groups) * columnGapPx + groups * groupGapPx + times +
+           2 * sideMarginPx;
+}
+
+int groupWidthPx(int columns, int cellPx) {
+    return columns * cellPx + (columns - 1) * columnGapPx;
+}
+
+int toggleWidthPx(int textPx) {
+    return squareSidePx + 2 * squareGapPx + textPx + behindCaptionPx;
+}
+
+int cellWidthPx(int togglePx, int valuePx, bool withOverlay) {
+    const int number = valuePx + beforeNumberPx;
+    return togglePx + (withOverlay ? 2 * number + cellMarginPx : number);
+}
+
+CellPlaces cellPlaces(int widthPx, int heightPx, int togglePx, bool withOverlay) {
+    const int room = widthPx - togglePx;
+    const int line = heightPx - cellMarginPx;
+    const int half = (room - cellMarginPx) / 2;
+    return {{0, 0, togglePx, heightPx},
+        {togglePx, cellMarginPx / 2, withOverlay ? half : room, line},
+        {togglePx + room - half, cellMarginPx / 2, half, line}};
+}
+
+ReadOutPlaces readOutPlaces(int widthPx, int heightPx, int timePx, int textPx, int filePx) {
+    const int loading = textPx + filePx + loadingBarPx + 2 * readOutGapPx;
+    const int pointer = std::max(0, widthPx - timePx - loading - 2 * readOutGapPx);
+    return {{0, 0, timePx, heightPx}, {timePx + readOutGapPx, 0, pointer, heightPx},
+        {widthPx - loading, 0, loading, heightPx}, {0, 0, textPx, heightPx},
+        {textPx + readOutGapPx, 0, filePx, heightPx},
+        {loading - loadingBarPx, 2, loadingBarPx, heightPx - 4}};
 }
 
 } // namespace kvo::graph

@@ -118,4 +118,66 @@ ScrollSteps scrollSteps(int frameWidthPx, int frameHeightPx);
 // Value of HScroll that brings the cursor into view; nothing without samples or a cursor.
 std::optional<int> ScrollToCursor(int hScrollMax, int sampleCount, int cursorSample);
 
+// --- The panel under the surface, pixels
+
+// Rows of the panel: few where there is width for all columns, more where there is not.
+inline constexpr int fewRows = 5;
+inline constexpr int manyRows = 8;
+// Columns that so many channels take.
+int panelColumns(int channelCount, int rows);
+
+inline constexpr int groupGapPx = 10;  // between two groups of channels
+inline constexpr int columnGapPx = 6;  // between two columns of a group
+inline constexpr int sideMarginPx = 6; // of the panel
+inline constexpr int lineGapPx = 3;    // above, below and under the line of time and read-out
+inline constexpr int timesGapPx = 2;   // between two lines of the track times
+// Width of all columns in their groups, each column as wide as a cell; `timesPx` is that of the
+// track times, none where they do not show.
+int panelWidthPx(int columns, int groups, int cellPx, std::optional<int> timesPx);
+int groupWidthPx(int columns, int cellPx);
+
+struct BoxPx {
+    int left = 0;
+    int top = 0;
+    int width = 0;
+    int height = 0;
+    friend bool operator==(const BoxPx&, const BoxPx&) = default;
+};
+
+// The cell of a channel: a toggle with a square of the channel's colour, a value, an overlay's
+// value.
+inline constexpr int squareSidePx = 11;
+inline constexpr int squareGapPx = 5;
+inline constexpr int squareLeftPx = squareGapPx - 2;
+inline constexpr int cellPaddingPx = 4; // above and below the letters together
+inline constexpr int cellSparePx = 70;  // of width that a cell takes beyond what it needs
+inline constexpr int cellGrowthPx = 6;  // of height likewise
+// Left and right of a value's letters, and those of a time's both together.
+inline constexpr int valueLeftPx = 1;
+inline constexpr int valueRightPx = 3;
+inline constexpr int timePaddingPx = 6;
+// Width of a toggle whose caption takes `textPx`, and of a cell whose longest value takes
+// `valuePx`.
+int toggleWidthPx(int textPx);
+int cellWidthPx(int togglePx, int valuePx, bool withOverlay);
+struct CellPlaces {
+    BoxPx toggle;
+    BoxPx value; // over the overlay's where that does not show
+    BoxPx overlay;
+};
+CellPlaces cellPlaces(int widthPx, int heightPx, int togglePx, bool withOverlay);
+
+// The line of time and read-out, with the loading panel at its right end.
+inline constexpr int leastReadOutPx = 400;
+struct ReadOutPlaces {
+    BoxPx time;
+    BoxPx pointer;
+    BoxPx loading; // the next three lie in it
+    BoxPx loadingText;
+    BoxPx loadingFile;
+    BoxPx progress;
+};
+// By the widths of the texts.
+ReadOutPlaces readOutPlaces(int widthPx, int heightPx, int timePx, int textPx, int filePx);
+
 } // namespace kvo::graph

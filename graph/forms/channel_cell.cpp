@@ -1,5 +1,6 @@
 #include "graph/forms/channel_cell.h"
 
+#include "graph/layout.h"
 #include "platform/draw/raster.h"
 #include "platform/qt/application.h"
 
@@ -12,11 +13,9 @@
 namespace kvo::forms {
 namespace {
 
-constexpr int squareSide = 11;
-constexpr int squareGap = 5;
-constexpr int cellPadding = 4; // above and below the letters together
-constexpr int margin = 2;
-constexpr int spareRoom = 70; // that a cell takes beyond what it needs
+void placeAtBox(QWidget& widget, const graph::BoxPx& box) {
+    widget.setGeometry(box.left, box.top, box.width, box.height);
+}
 
 QColor shownColour(platform::Colour colour) {
     return QColor::fromRgb(platform::rgb32(colour));
@@ -54,13 +53,13 @@ void ChannelToggle::setColour(platform::Colour colour) {
 QSize ChannelToggle::sizeHint() const {
     // Room for the longest name of a channel that the program gives itself.
     const int text = fontMetrics().horizontalAdvance(QStringLiteral("Tyre Growth"));
-    return {squareSide + 2 * squareGap + text + 4, fontMetrics().height() + cellPadding};
+    return {graph::toggleWidthPx(text), fontMetrics().height() + graph::cellPaddingPx};
 }
 
 void ChannelToggle::paintEvent(QPaintEvent*) {
     QStylePainter painter(this);
-    const int top = (height() - squareSide) / 2;
-    const QRect square(squareGap - 2, top, squareSide, squareSide);
+    const int top = (height() - graph::squareSidePx) / 2;
+    const QRect square(graph::squareLeftPx, top, graph::squareSidePx, graph::squareSidePx);
     const QColor line = palette().color(QPalette::WindowText);
     painter.setPen(line);
     if (isChecked()) {
@@ -72,7 +71,7 @@ void ChannelToggle::paintEvent(QPaintEvent*) {
         painter.setPen(faint);
         painter.drawRect(square.adjusted(0, 0, -1, -1));
     }
-    const int textLeft = square.right() + squareGap;
+    const int textLeft = square.right() + graph::squareGapPx;
     const QRect textRect(textLeft, 0, width() - textLeft, height());
     const QString shortened = fontMetrics().elidedText(toolTip(), Qt::ElideRight, textRect.width());
     const auto group = isChecked() && isEnabled() ? QPalette::Active : QPalette::Disabled;
@@ -92,7 +91,7 @@ ValueLabel::ValueLabel(QWidget* parent) : QLabel(parent) {
     setTextFormat(Qt::PlainText);
     setFont(platform_qt::tabularFont());
     setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    setContentsMargins(1, 0, 3, 0);
+    setContentsMargins(graph::valueLeftPx, 0, graph::valueRightPx, 0);
     setAutoFillBackground(true);
 }
 
@@ -133,22 +132,22 @@ ChannelCell::ChannelCell(const channels::ChannelFacts& facts, QWidget* parent)
     overlay->setObjectName(objectNameOf(facts.overlayLabel));
     overlay->lower(); // the value label covers it
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
-    setMaximumSize(minimumSizeHint().width() + spareRoom, minimumSizeHint().height() + 6);
+    const QSize least = minimumSizeHint();
+    setMaximumSize(least.width() + graph::cellSparePx, least.height() + graph::cellGrowthPx);
 }
 
 void ChannelCell::uncoverOverlay(bool on) {
     if (on == m_uncovered) return;
     m_uncovered = on;
-    setMaximumWidth(minimumSizeHint().width() + spareRoom);
+    setMaximumWidth(minimumSizeHint().width() + graph::cellSparePx);
     updateGeometry();
     place();
 }
 
 QSize ChannelCell::minimumSizeHint() const {
     const QSize name = toggle->sizeHint();
-    // The longest read-out with the label's margins.
-    const int number = value->fontMetrics().horizontalAdvance(QStringLiteral("-00.00 in")) + 5;
-    return {name.width() + (m_uncovered ? 2 * number + margin : number), name.height()};
+    const int longest = value->fontMetrics().horizontalAdvance(QStringLiteral("-00.00 in"));
+    return {graph::cellWidthPx(name.width(), longest, m_uncovered), name.height()};
 }
 
 void ChannelCell::resizeEvent(QResizeEvent*) {
@@ -156,13 +155,11 @@ void ChannelCell::resizeEvent(QResizeEvent*) {
 }
 
 void ChannelCell::place() {
-    const int left = toggle->sizeHint().width();
-    const int room = width() - left;
-    const int line = height() - margin;
-    const int half = (room - margin) / 2;
-    toggle->setGeometry(0, 0, left, height());
-    value->setGeometry(left, margin / 2, m_uncovered ? half : room, line);
-    overlay->setGeometry(left + room - half, margin / 2, half, line);
+    const graph::CellPlaces places =
+        graph::cellPlaces(width(), height(), toggle->sizeHint().width(), m_uncovered);
+    placeAtBox(*toggle, places.toggle);
+    placeAtBox(*value, places.value);
+    placeAtBox(*overlay, places.overlay);
 }
 
 } // namespace kvo::forms

@@ -1,5 +1,6 @@
 #include "graph/forms/channel_panel.h"
 
+#include "graph/layout.h"
 #include "platform/qt/form_kit.h"
 #include "platform/qt/text.h"
 
@@ -14,13 +15,6 @@ namespace kvo::forms {
 using namespace platform_qt;
 
 namespace {
-
-// Rows of the panel: few where there is width for all columns, more where there is not.
-constexpr int fewRows = 5;
-constexpr int manyRows = 8;
-constexpr int groupGap = 10;
-constexpr int columnGap = 6;
-constexpr int sideMargin = 6;
 
 struct GroupFacts {
     const char* heading;
@@ -48,7 +42,7 @@ const GroupFacts& factsOf(int group) {
 }
 
 int columnsOf(int group, int rows) {
-    return (static_cast<int>(factsOf(group).channels.size()) + rows - 1) / rows;
+    return graph::panelColumns(static_cast<int>(factsOf(group).channels.size()), rows);
 }
 
 struct TimeBox {
@@ -95,16 +89,17 @@ ChannelPanel::ChannelPanel(QWidget* parent) : QFrame(parent) {
     setObjectName(QStringLiteral("Frame3"));
     m_readOuts = named(new ReadOutLine, "ReadOuts");
     auto* panels = row({});
-    panels->setSpacing(groupGap);
+    panels->setSpacing(graph::groupGapPx);
     for (int group = 0; group < static_cast<int>(groups().size()); ++group)
         makeGroup(*panels, group);
     panels->addStretch(1);
     panels->addWidget(makeTimes());
     auto* all = column({LayoutPart(m_readOuts), LayoutPart(panels, 1)});
-    all->setContentsMargins(sideMargin, 3, sideMargin, 3);
-    all->setSpacing(3);
+    all->setContentsMargins(
+        graph::sideMarginPx, graph::lineGapPx, graph::sideMarginPx, graph::lineGapPx);
+    all->setSpacing(graph::lineGapPx);
     setLayout(all);
-    setRows(fewRows);
+    setRows(graph::fewRows);
 }
 
 void ChannelPanel::makeGroup(QHBoxLayout& panels, int group) {
@@ -112,11 +107,11 @@ void ChannelPanel::makeGroup(QHBoxLayout& panels, int group) {
     made.box = new QWidget;
     made.grid = new QGridLayout(made.box);
     made.grid->setContentsMargins(0, 0, 0, 0);
-    made.grid->setHorizontalSpacing(columnGap);
+    made.grid->setHorizontalSpacing(graph::columnGapPx);
     made.grid->setVerticalSpacing(0);
     QLabel* heading = headingLabel(factsOf(group).heading);
     if (group == exhaustGroup) Label15 = named(heading, "Label15");
-    made.grid->addWidget(heading, 0, 0, 1, columnsOf(group, fewRows));
+    made.grid->addWidget(heading, 0, 0, 1, columnsOf(group, graph::fewRows));
     for (const int channel : factsOf(group).channels) makeCell(channel, made.box);
     panels.addWidget(made.box, 10);
     m_groups.push_back(made);
@@ -142,8 +137,8 @@ QWidget* ChannelPanel::makeTimes() {
     Frame_Times = named(new QWidget, "Frame_Times");
     auto* grid = new QGridLayout(Frame_Times);
     grid->setContentsMargins(0, 0, 0, 0);
-    grid->setHorizontalSpacing(columnGap);
-    grid->setVerticalSpacing(2);
+    grid->setHorizontalSpacing(graph::columnGapPx);
+    grid->setVerticalSpacing(graph::timesGapPx);
     grid->addWidget(headingLabel("Times"), 0, 0, 1, 4);
     int place = 0;
     for (const TimeBox& box : timeBoxes) {
@@ -151,14 +146,15 @@ QWidget* ChannelPanel::makeTimes() {
         time->setObjectName(QLatin1String(box.control));
         time->setBackgroundRole(QPalette::Base);
         time->setForegroundRole(QPalette::Text);
-        time->setFixedWidth(time->fontMetrics().horizontalAdvance(QStringLiteral("000.000")) + 6);
+        time->setFixedWidth(time->fontMetrics().horizontalAdvance(QStringLiteral("000.000")) +
+                            graph::timePaddingPx);
         time->setMaximumHeight(m_cells[0]->maximumHeight());
-        time->setContentsMargins(1, 1, 3, 1);
+        time->setContentsMargins(graph::valueLeftPx, 1, graph::valueRightPx, 1);
         grid->addWidget(new QLabel(QLatin1String(box.caption)), 1 + place % 3, place / 3 * 2);
         grid->addWidget(time, 1 + place % 3, place / 3 * 2 + 1);
         ++place;
     }
-    for (int line = 1; line <= fewRows; ++line) grid->setRowStretch(line, 1);
+    for (int line = 1; line <= graph::fewRows; ++line) grid->setRowStretch(line, 1);
     return Frame_Times;
 }
 
@@ -184,18 +180,17 @@ int ChannelPanel::widthNeeded(int rows) const {
     for (int group = 0; group < static_cast<int>(groups().size()); ++group)
         columns += columnsOf(group, rows);
     const int groupCount = static_cast<int>(groups().size());
-    const int times =
-        Frame_Times->isHidden() ? 0 : groupGap + Frame_Times->minimumSizeHint().width();
-    return columns * m_cells[0]->minimumSizeHint().width() + (columns - groupCount) * columnGap +
-           groupCount * groupGap + times + 2 * sideMargin;
+    std::optional<int> times;
+    if (!Frame_Times->isHidden()) times = Frame_Times->minimumSizeHint().width();
+    return graph::panelWidthPx(columns, groupCount, m_cells[0]->minimumSizeHint().width(), times);
 }
 
 int ChannelPanel::leastWidth() const {
-    return widthNeeded(manyRows);
+    return widthNeeded(graph::manyRows);
 }
 
 int ChannelPanel::rowsFor(int widthPx) const {
-    return widthNeeded(fewRows) <= widthPx ? fewRows : manyRows;
+    return widthNeeded(graph::fewRows) <= widthPx ? graph::fewRows : graph::manyRows;
 }
 
 int ChannelPanel::heightNeeded(int widthPx) {
@@ -211,7 +206,7 @@ void ChannelPanel::setRows(int rows) {
         Group& one = m_groups[static_cast<std::size_t>(group)];
         one.columns = columnsOf(group, rows);
         for (const int channel : factsOf(group).channels) one.grid->removeWidget(&cell(channel));
-        for (int line = 1; line <= manyRows; ++line)
+        for (int line = 1; line <= graph::manyRows; ++line)
             one.grid->setRowStretch(line, line <= rows ? 1 : 0);
         placeCells(group);
         limitWidth(one);
@@ -244,8 +239,7 @@ void ChannelPanel::placeCells(int group) {
 
 // Cells that are as wide as they get leave the rest of the panel empty.
 void ChannelPanel::limitWidth(const Group& group) const {
-    group.box->setMaximumWidth(
-        group.columns * m_cells[0]->maximumWidth() + (group.columns - 1) * columnGap);
+    group.box->setMaximumWidth(graph::groupWidthPx(group.columns, m_cells[0]->maximumWidth()));
 }
 
 void ChannelPanel::resizeEvent(QResizeEvent* event) {

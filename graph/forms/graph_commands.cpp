@@ -122,7 +122,7 @@ void GraphCommands::EnableGraphMenus(bool on) {
 
 void GraphCommands::showCaptions() {
     const graph::Course& course = m_parts.course;
-    m_commands.command("Mnu_Overlay").setText(QString::fromStdString(course.overlayCommand()));
+    m_commands.command("Mnu_Overlay").setText(QLatin1String(course.overlayCommand()));
     m_commands.key("OverlayData").setText(QLatin1String(course.overlayKey()));
     const int scale = m_parts.view.ScaleShown;
     m_commands.menu("Mnu_Scale").setTitle(QLatin1String(graph::scaleCaption(scale)));

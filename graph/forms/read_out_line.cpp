@@ -1,5 +1,6 @@
 #include "graph/forms/read_out_line.h"
 
+#include "graph/layout.h"
 #include "platform/qt/application.h"
 #include "platform/qt/form_kit.h"
 
@@ -11,9 +12,11 @@ using namespace platform_qt;
 
 namespace {
 
-constexpr int gap = 12;
-constexpr int barWidth = 180;
 constexpr int patienceMs = 100;
+
+void placeInLine(QWidget& widget, const graph::BoxPx& box) {
+    widget.setGeometry(box.left, box.top, box.width, box.height);
+}
 
 } // namespace
 
@@ -38,7 +41,7 @@ ReadOutLine::ReadOutLine(QWidget* parent)
 }
 
 QSize ReadOutLine::minimumSizeHint() const {
-    return {400, fontMetrics().height() + 4};
+    return {graph::leastReadOutPx, fontMetrics().height() + graph::cellPaddingPx};
 }
 
 void ReadOutLine::startLoading(const QString& text, const QString& file) {
@@ -71,16 +74,14 @@ void ReadOutLine::resizeEvent(QResizeEvent*) {
 void ReadOutLine::place() {
     const int time =
         QFontMetrics(LoggerTime->font()).horizontalAdvance(QStringLiteral("Time:-00.00 / -00.00 "));
-    const int text = LoadingText->sizeHint().width();
-    const int file = LoadingFile->sizeHint().width();
-    const int loading = text + file + barWidth + 2 * gap;
-    LoggerTime->setGeometry(0, 0, time, height());
-    Label_DataChanel->setGeometry(
-        time + gap, 0, qMax(0, width() - time - loading - 2 * gap), height());
-    LoadingFrame->setGeometry(width() - loading, 0, loading, height());
-    LoadingText->setGeometry(0, 0, text, height());
-    LoadingFile->setGeometry(text + gap, 0, file, height());
-    ProgressBar1->setGeometry(loading - barWidth, 2, barWidth, height() - 4);
+    const graph::ReadOutPlaces places = graph::readOutPlaces(
+        width(), height(), time, LoadingText->sizeHint().width(), LoadingFile->sizeHint().width());
+    placeInLine(*LoggerTime, places.time);
+    placeInLine(*Label_DataChanel, places.pointer);
+    placeInLine(*LoadingFrame, places.loading);
+    placeInLine(*LoadingText, places.loadingText);
+    placeInLine(*LoadingFile, places.loadingFile);
+    placeInLine(*ProgressBar1, places.progress);
 }
 
 } // namespace kvo::forms

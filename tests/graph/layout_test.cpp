@@ -110,3 +110,42 @@ TEST(Layout, TheCursorIsScrolledIntoView) {
     EXPECT_FALSE(ScrollToCursor(10000, 0, 100));
     EXPECT_FALSE(ScrollToCursor(10000, 2520, 0));
 }
+
+TEST(Layout, AWindowOpensOnNineTenthsOfTheScreen) {
+    EXPECT_EQ(openedSidePx(1920), 1728);
+    EXPECT_EQ(openedSidePx(1079), 971);
+}
+
+TEST(Layout, ThePanelsColumnsAndTheirWidth) {
+    EXPECT_EQ(panelColumns(4, fewRows), 1);
+    EXPECT_EQ(panelColumns(5, fewRows), 1);
+    EXPECT_EQ(panelColumns(8, fewRows), 2);
+    EXPECT_EQ(panelColumns(8, manyRows), 1);
+    // Six columns in four groups: two gaps inside, one behind each group, both margins.
+    EXPECT_EQ(panelWidthPx(6, 4, 100, std::nullopt), 600 + 12 + 40 + 12);
+    EXPECT_EQ(panelWidthPx(6, 4, 100, 80), 600 + 12 + 40 + 12 + 90);
+    EXPECT_EQ(groupWidthPx(2, 100), 206);
+}
+
+TEST(Layout, AnOverlaysValueTakesHalfOfTheRoom) {
+    EXPECT_EQ(toggleWidthPx(60), 85);
+    EXPECT_EQ(cellWidthPx(85, 40, false), 130);
+    EXPECT_EQ(cellWidthPx(85, 40, true), 177);
+    const CellPlaces covered = cellPlaces(185, 20, 85, false);
+    EXPECT_EQ(covered.toggle, (BoxPx{0, 0, 85, 20}));
+    EXPECT_EQ(covered.value, (BoxPx{85, 1, 100, 18}));
+    const CellPlaces both = cellPlaces(185, 20, 85, true);
+    EXPECT_EQ(both.value, (BoxPx{85, 1, 49, 18}));
+    EXPECT_EQ(both.overlay, (BoxPx{136, 1, 49, 18}));
+}
+
+TEST(Layout, TheLoadingPanelStandsAtTheEndOfItsLine) {
+    const ReadOutPlaces places = readOutPlaces(1000, 20, 150, 60, 90);
+    EXPECT_EQ(places.time, (BoxPx{0, 0, 150, 20}));
+    EXPECT_EQ(places.pointer, (BoxPx{162, 0, 472, 20}));
+    EXPECT_EQ(places.loading, (BoxPx{646, 0, 354, 20}));
+    EXPECT_EQ(places.loadingText, (BoxPx{0, 0, 60, 20}));
+    EXPECT_EQ(places.loadingFile, (BoxPx{72, 0, 90, 20}));
+    EXPECT_EQ(places.progress, (BoxPx{174, 2, 180, 16}));
+    EXPECT_EQ(readOutPlaces(300, 20, 150, 60, 90).pointer.width, 0);
+}
