@@ -25,6 +25,7 @@ struct DataTypeFacts {
     int analogs = 0; // analogs 1 to this number are drawn, labelled and averaged: 4, 6 or 8
     Exhausts exhausts = Exhausts::none;
     bool setsLabels = false;           // whether the graph shows and hides labels for the type
+    bool nearTimes = false;            // whether the grid's times stand near their lines
     std::optional<int> rightEdge;      // of the graph's scale, samples; none: it stays
     std::optional<int> freshRightEdge; // the same where the graph opens on a download
     std::optional<int> startCursor;    // sample of the first cursor on a download
@@ -40,5 +41,9 @@ std::span<const DataTypeFacts> dataTypes();
 int analogsOf(int type);
 // Exhausts of a type; none for a number that is no type.
 Exhausts exhaustsOf(int type);
+
+// Whether the times of the grid stand near their lines, as on the scale of few samples: by the
+// type, and for a number that is no type from 23 on.
+bool timesStandNear(int type);
 
 } // namespace kvo::core

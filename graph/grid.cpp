@@ -1,6 +1,7 @@
 #include "graph/grid.h"
 
 #include "core/basic/numbers.h"
+#include "core/data_types.h"
 
 namespace kvo::graph {
 
@@ -54,7 +55,7 @@ bool makeHorizontals(
 }
 
 void makeVerticals(const GridInput& input, std::vector<GridMark>& marks) {
-    const bool narrow = input.dataType >= 23;
+    const bool narrow = core::timesStandNear(input.dataType);
     for (int x = input.timeOffset; x <= input.sampleCount; x += 100) {
         const int time = x - input.timeOffset;
         const float at = static_cast<float>(x);
