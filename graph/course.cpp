@@ -8,9 +8,6 @@
 namespace kvo::graph {
 namespace {
 
-// Required: without the & that the command has as the window opens.
-constexpr const char* overlayOff = "Overlay Data File";
-
 // The hourglass for as long as a load works.
 class Working {
 public:
@@ -45,6 +42,12 @@ std::string Course::caption() const {
     return hasRun() ? m_runCaption + m_overlayCaption : captionWithoutRun;
 }
 
+const char* Course::overlayCommand() const {
+    if (overlayLoaded()) return "Unload Overlay";
+    // Required: a load and an unload take the & that the command has as the window opens.
+    return m_commandRenamed ? "Overlay Data File" : "&Overlay Data File";
+}
+
 std::string Course::analogCaption(int n) const {
     if (!hasRun()) return m_in.Config.AnalogName[n];
     const core::OpenRun& named = overlayLoaded() ? m_in.Overlay : m_in.Run;
@@ -67,6 +70,11 @@ void Course::tell(const core::LoadMessage& message) {
 // --- A run comes and goes
 
 void Course::openEmpty() {
+    dropRun();
+    m_commandRenamed = false;
+}
+
+void Course::dropRun() {
     dropOverlay();
     m_in.Run.SampleCount = 0;
     m_in.Run.times = {};
@@ -75,6 +83,8 @@ void Course::openEmpty() {
 
 bool Course::openFresh(const std::string& path, const std::string& caption) {
     openEmpty();
+    m_window.clearSurface();
+    m_window.emptyLabels();
     core::LoadOutcome outcome;
     {
         const Working working(m_dialogs);
@@ -105,7 +115,6 @@ void Course::GraphChange(int index) {
     show(m_in.runs.chosenRun(m_in.AppFolder, m_files));
 }
 
-// A file that does not load leaves the run that is shown.
 void Course::show(const core::ChosenRun& chosen) {
     core::LoadOutcome outcome;
     {
@@ -114,10 +123,10 @@ void Course::show(const core::ChosenRun& chosen) {
     }
     if (!outcome) {
         tell(core::loadMessage(outcome.result, chosen.path));
-        return m_window.showState();
+        return overlayLoaded() ? unloadOverlay() : m_window.showState();
     }
     dropOverlay();
-    m_overlayCommand = overlayOff;
+    m_commandRenamed = true;
     m_runCaption = "Data File: " + core::rightTrimmed(chosen.fileName);
     m_window.emptyLabels();
     m_window.setScaleRight(m_in.Run.SampleCount + 1);
@@ -131,8 +140,7 @@ void Course::show(const core::ChosenRun& chosen) {
 }
 
 void Course::clear() {
-    if (overlayLoaded()) m_overlayCommand = overlayOff;
-    openEmpty();
+    dropRun();
     m_in.Run.path.clear();
     m_in.Run.infoPath.clear();
     m_window.clearSurface();
@@ -162,17 +170,21 @@ void Course::close() {
 // --- The overlay
 
 void Course::dropOverlay() {
+    if (overlayLoaded()) m_commandRenamed = true;
     m_graph.OverlayLoaded = 0;
     m_overlayCaption.clear();
 }
 
+void Course::unloadOverlay() {
+    dropOverlay();
+    m_window.showState();
+    m_window.drawTrend();
+    m_window.timeLine();
+}
+
 void Course::Mnu_Overlay() {
-    if (overlayLoaded()) {
-        dropOverlay();
-        m_overlayCommand = overlayOff;
-        m_window.showState();
-        m_window.drawTrend();
-    } else if (const auto chosen = m_window.chooseRun("Load Overlay File")) {
+    if (overlayLoaded()) return unloadOverlay();
+    if (const auto chosen = m_window.chooseRun("Load Overlay File")) {
         loadOverlay(*chosen);
     }
     m_window.showState();
@@ -194,7 +206,6 @@ void Course::loadOverlay(const core::ChosenRun& chosen) {
     // A sample with time-shared exhausts fills one of their labels and leaves the others.
     m_window.emptyOverlayLabels();
     m_graph.OverlayLoaded = core::flagOn;
-    m_overlayCommand = "Unload Overlay";
     m_window.showState();
     m_graph.LoadingBar = core::flagOn;
     m_window.overLayDraw();

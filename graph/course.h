@@ -63,7 +63,8 @@ public:
     // window draws it once it is arranged.
     bool openFresh(const std::string& path, const std::string& caption);
 
-    // Puts a chosen run into the window. A file that does not load leaves the run that is shown.
+    // Puts a chosen run into the window. A file that does not load leaves the run that is shown,
+    // without its overlay.
     void show(const core::ChosenRun& chosen);
 
     void Mnu_LoadData();
@@ -85,13 +86,15 @@ public:
     // Caption of the window.
     std::string caption() const;
     // Caption of Mnu_Overlay and of its key.
-    const std::string& overlayCommand() const { return m_overlayCommand; }
+    const char* overlayCommand() const;
     const char* overlayKey() const { return overlayLoaded() ? "Unload" : "Overlay"; }
     // Name of analog n, 1 to 8, as its toggle bears it: the overlay's while there is one.
     std::string analogCaption(int n) const;
 
 private:
+    void dropRun();
     void dropOverlay();
+    void unloadOverlay();
     void loadOverlay(const core::ChosenRun& chosen);
     bool takesType(std::uint8_t overlayType);
     void clear();
@@ -105,8 +108,8 @@ private:
     platform::Dialogs& m_dialogs;
     platform::Files& m_files;
     std::string m_runCaption;
-    std::string m_overlayCommand = "&Overlay Data File";
-    std::string m_overlayCaption; // behind the run's, while an overlay is there or on its way
+    bool m_commandRenamed = false; // since a load or an overlay the command has no & any more
+    std::string m_overlayCaption;  // behind the run's, while an overlay is there or on its way
 };
 
 } // namespace kvo::graph

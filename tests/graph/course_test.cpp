@@ -143,7 +143,7 @@ TEST_F(CourseOnRuns, AWindowWithoutARunHasNoSamplesWhateverWasInMemory) {
     EXPECT_EQ(course.caption(), "Data Graph");
     state->Config.AnalogName[2] = "Fuel    ";
     EXPECT_EQ(course.analogCaption(2), "Fuel    ");
-    EXPECT_EQ(course.overlayCommand(), "&Overlay Data File");
+    EXPECT_STREQ(course.overlayCommand(), "&Overlay Data File");
 }
 
 TEST_F(CourseOnRuns, ALoadEmptiesDrawsAndPutsTheCursorOnTimeZero) {
@@ -158,7 +158,7 @@ TEST_F(CourseOnRuns, ALoadEmptiesDrawsAndPutsTheCursorOnTimeZero) {
     EXPECT_EQ(state->Run.infoPath, "/kvo/Data/24060512.33i");
     EXPECT_EQ(state->Run.times.Text_ET, "7.3");
     EXPECT_EQ(course.analogCaption(1), "Name 3  ");
-    EXPECT_EQ(course.overlayCommand(), "Overlay Data File");
+    EXPECT_STREQ(course.overlayCommand(), "Overlay Data File");
     EXPECT_FALSE(dialogs.hourglass());
 }
 
@@ -177,7 +177,6 @@ TEST_F(CourseOnRuns, NoChoiceChangesNothing) {
 
 TEST_F(CourseOnRuns, AFileThatDoesNotLoadLeavesTheRunThatIsShown) {
     load(1);
-    overlay(2);
     window.drawn();
     const core::OpenRun before = state->Run;
     ASSERT_TRUE(files.remove(pathOf(3)));
@@ -195,9 +194,31 @@ TEST_F(CourseOnRuns, AFileThatDoesNotLoadLeavesTheRunThatIsShown) {
     EXPECT_EQ(state->Run.DataType, 32);
     EXPECT_EQ(state->Run.SampleCount, 1360);
     EXPECT_EQ(state->Run.times, before.times);
-    EXPECT_TRUE(course.overlayLoaded());
-    EXPECT_EQ(course.caption(), "Data File: 24060512.31d    Overlay File: 24060512.32d");
+    EXPECT_EQ(course.caption(), "Data File: 24060512.31d");
     EXPECT_EQ(dialogs.problems(), "");
+}
+
+TEST_F(CourseOnRuns, ALoadThatFailsTakesTheOverlayOff) {
+    for (const bool byTheList : {false, true}) {
+        load(1);
+        overlay(2);
+        window.drawn();
+        ASSERT_TRUE(files.remove(pathOf(3)) || byTheList);
+        dialogs.expectBox("File no Found                  \n" + pathOf(3), 416, "Kvo");
+        if (byTheList) {
+            runs.chooseFile("24060512.32d");
+            course.GraphChange(1);
+        } else {
+            load(3);
+        }
+        EXPECT_EQ(window.drawn(), (Calls{"draw", "line 160"}));
+        EXPECT_FALSE(course.overlayLoaded());
+        EXPECT_EQ(course.caption(), "Data File: 24060512.31d");
+        EXPECT_STREQ(course.overlayCommand(), "Overlay Data File");
+        EXPECT_STREQ(course.overlayKey(), "Overlay");
+        EXPECT_EQ(course.analogCaption(1), "Name 1  ");
+        EXPECT_EQ(dialogs.problems(), "");
+    }
 }
 
 TEST_F(CourseOnRuns, BackAndForwardGoThroughTheList) {
@@ -234,12 +255,24 @@ TEST_F(CourseOnRuns, ADownloadIsReadBackAndStandsInTheList) {
     ASSERT_TRUE(course.openFresh(pathOf(4), " Date:Wed 05 Jun 2024 Run: 4 "));
     EXPECT_EQ(state->Run.SampleCount, 2441); // fewer than the file's rows
     EXPECT_EQ(view.CursorSample, 160);
-    EXPECT_EQ(window.drawn(), (Calls{"scale 2442"}));
+    EXPECT_EQ(window.drawn(), (Calls{"clear", "empty", "scale 2442"}));
     EXPECT_EQ(course.caption(), " Date:Wed 05 Jun 2024 Run: 4 ");
     EXPECT_TRUE(course.canChange(0));
     EXPECT_FALSE(course.canChange(1));
     course.GraphChange(0);
     EXPECT_EQ(state->Run.path, pathOf(3));
+}
+
+TEST_F(CourseOnRuns, ADownloadBeginsAnewOverAnOverlay) {
+    load(1);
+    overlay(2);
+    window.drawn();
+    ASSERT_TRUE(course.openFresh(pathOf(2), " Date:Wed 05 Jun 2024 Run: 2 "));
+    EXPECT_EQ(window.drawn(), (Calls{"clear", "empty", "scale 1361"}));
+    EXPECT_FALSE(course.overlayLoaded());
+    EXPECT_STREQ(course.overlayCommand(), "&Overlay Data File");
+    EXPECT_STREQ(course.overlayKey(), "Overlay");
+    EXPECT_EQ(course.caption(), " Date:Wed 05 Jun 2024 Run: 2 ");
 }
 
 TEST_F(CourseOnRuns, AFreshRunThatIsNotThereLeavesTheWindowEmpty) {
@@ -260,7 +293,7 @@ TEST_F(CourseOnRuns, AnOverlayComesAndGoes) {
     EXPECT_EQ(state->Run.path, pathOf(1));
     EXPECT_EQ(state->Overlay.path, pathOf(2));
     EXPECT_EQ(course.caption(), "Data File: 24060512.31d    Overlay File: 24060512.32d");
-    EXPECT_EQ(course.overlayCommand(), "Unload Overlay");
+    EXPECT_STREQ(course.overlayCommand(), "Unload Overlay");
     EXPECT_STREQ(course.overlayKey(), "Unload");
     EXPECT_EQ(course.analogCaption(1), ""); // its names lie behind the end of its file
     course.redraw();
@@ -270,7 +303,7 @@ TEST_F(CourseOnRuns, AnOverlayComesAndGoes) {
     EXPECT_EQ(window.drawn(), (Calls{"draw", "line 160"}));
     EXPECT_EQ(view.OverlayLoaded, 0);
     EXPECT_EQ(course.caption(), "Data File: 24060512.31d");
-    EXPECT_EQ(course.overlayCommand(), "Overlay Data File");
+    EXPECT_STREQ(course.overlayCommand(), "Overlay Data File");
     EXPECT_STREQ(course.overlayKey(), "Overlay");
     EXPECT_EQ(course.analogCaption(1), "Name 1  ");
 }
@@ -333,7 +366,7 @@ TEST_F(CourseOnRuns, LoadsAndNeighboursTakeTheOverlayOff) {
     course.GraphChange(1);
     EXPECT_FALSE(course.overlayLoaded());
     EXPECT_EQ(course.caption(), "Data File: 24060512.32d");
-    EXPECT_EQ(course.overlayCommand(), "Overlay Data File");
+    EXPECT_STREQ(course.overlayCommand(), "Overlay Data File");
 }
 
 TEST_F(CourseOnRuns, DeletingTheShownRunTakesEverythingOfIt) {
@@ -348,7 +381,7 @@ TEST_F(CourseOnRuns, DeletingTheShownRunTakesEverythingOfIt) {
     EXPECT_EQ(state->Run.SampleCount, 0);
     EXPECT_EQ(state->Run.times, core::TrackTimes{});
     EXPECT_EQ(course.caption(), "Data Graph");
-    EXPECT_EQ(course.overlayCommand(), "Overlay Data File");
+    EXPECT_STREQ(course.overlayCommand(), "Overlay Data File");
 }
 
 TEST_F(CourseOnRuns, DeletingAnotherRunKeepsTheShownOneAndItsPlaceInTheList) {
