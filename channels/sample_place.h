@@ -19,6 +19,9 @@ std::optional<SamplePlace> placeAt(const RunView& view, int sample);
 // The same where there may be no view.
 std::optional<SamplePlace> placeAt(const std::optional<RunView>& view, int sample);
 
+// The same for the switch bars, which an overlay has up to its own last sample.
+std::optional<SamplePlace> barPlaceAt(const std::optional<RunView>& view, int sample);
+
 // The exhaust whose temperature a row of a time-shared type carries, 1 to 8.
 int sharedExhaust(const core::RunSample& row);
 

@@ -208,7 +208,7 @@ Search curveUnder(
         const auto height = curveHeight(
             input.config, channel, value.value, input.view.RpmScale, input.view.MphScale);
         if (!height || std::abs(*height - y) >= hitDistance) continue;
-        return {true, HitText(input, at, labels).of(facts)};
+        if (auto text = HitText(input, at, labels).of(facts)) return {true, std::move(text)};
     }
     return {};
 }
@@ -233,8 +233,8 @@ std::optional<std::string> textUnderPointer(
     if (!sample) return std::nullopt;
     const auto run = placeAt(input.runs.run, *sample);
     if (!run) return std::nullopt;
+    if (auto text = switchUnder(y, *run, barPlaceAt(input.runs.overlay, *sample))) return text;
     const auto overlay = placeAt(input.runs.overlay, *sample);
-    if (auto text = switchUnder(y, *run, overlay)) return text;
     Search search = curveUnder(input, y, *run, labels);
     if (!search.ended && overlay) search = curveUnder(input, y, *overlay, labels);
     return search.text;

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
 #include <map>
 #include <set>
 
@@ -192,6 +193,17 @@ TEST_F(CursorOnRun, TheEarlierOfTwoCurvesAtOneHeightWins) {
     EXPECT_EQ(under(300, 800), " Engine Rpm = 8000");
     off = {engineChannel};
     EXPECT_EQ(under(300, 800), " Input Rpm = 8000");
+}
+
+TEST_F(CursorOnRun, ACurveWhoseTextCannotBeFormedHidesNoOther) {
+    core::RunImage& image = state.Run.image;
+    image.samples[300].Analog[1] = image.samples[300].Analog[2] = 70;
+    EXPECT_EQ(under(300, 70), "Name1 = 35.0");
+    image.analog.AnalogScale[1] = std::numeric_limits<float>::infinity();
+    EXPECT_EQ(under(300, 70), "Name2 = 35.0");
+    image.analog.AnalogScale[1] = 0.5F;
+    image.tail.AnalogTypes[1] = 5;
+    EXPECT_EQ(under(300, 70), "Name2 = 35.0");
 }
 
 TEST_F(CursorOnRun, PositionsRoundToTheNearestSampleTiesToEven) {

@@ -198,6 +198,20 @@ TEST_F(ReadOuts, TheOverlaysBarsAreFoundBehindTheRuns) {
     EXPECT_EQ(under(300, 1038), "-");
 }
 
+// They are drawn up to the overlay's own last sample, behind the end of its curves.
+TEST_F(ReadOuts, TheOverlaysBarsAreFoundAsFarAsTheyAreDrawn) {
+    state.Overlay.SampleCount = 1370;
+    for (int i = 1355; i <= 1380; ++i) state.Overlay.image.samples[i].Status = core::TransBrake;
+    EXPECT_EQ(under(1340, 1026), " Overlay Trans Brake ");
+    EXPECT_EQ(under(1350, 1026), " Overlay Trans Brake ");
+    EXPECT_EQ(under(1351, 1026), "-");
+    firstOn = channelCount;
+    EXPECT_EQ(under(1350, 600), "-");
+    firstOn = 0;
+    EXPECT_EQ(under(1350, 600), "-"); // the curves end with the run
+    EXPECT_EQ(under(1340, 600), " Overlay Engine Rpm = 6000");
+}
+
 TEST_F(ReadOuts, AnalogTypesThatAreNoneAreNotNamed) {
     firstOn = analogChannel(1);
     state.Run.image.tail.AnalogTypes.fill(5);
