@@ -1,5 +1,6 @@
 #include "graph/print_picture.h"
 
+#include "core/basic/numbers.h"
 #include "graph/drawing.h"
 #include "graph/paper_surface.h"
 
@@ -46,12 +47,21 @@ float printAcross(PrintJob& job, float y, std::string_view text, float points) {
     return y + job.lineHeight();
 }
 
+// The window's caption without the word that a download has in front of its title.
+std::string captionBelow(std::string_view caption) {
+    constexpr std::string_view date = " Date:";
+    if (caption.starts_with(date)) caption.remove_prefix(date.size());
+    return core::rightTrimmed(caption);
+}
+
+// The run's title, and the window's caption where it says more.
 float printTitle(PrintJob& job, const PictureInput& input) {
     job.surface().setForeColor(platform::black);
-    const std::string_view title = titleOf(input.run.headerLine);
-    const bool named = input.caption.find(title) != std::string::npos;
-    float y = printAcross(job, 0, title, titlePoints);
-    if (!named) y = printAcross(job, y, input.caption, captionPoints);
+    const std::string title = core::rightTrimmed(titleOf(input.run.headerLine));
+    const std::string caption = captionBelow(input.caption);
+    float y = 0;
+    if (!title.empty()) y = printAcross(job, y, title, titlePoints);
+    if (!caption.empty() && caption != title) y = printAcross(job, y, caption, captionPoints);
     return y + gap;
 }
 

@@ -101,6 +101,26 @@ TEST_F(PrintPictureTest, ACaptionThatSaysTheSameIsNotRepeated) {
     EXPECT_EQ(print().texts.size(), 2U);
 }
 
+TEST_F(PrintPictureTest, ACaptionThatSaysMoreThanTheTitleIsPrinted) {
+    const std::string named = "Wed 05 Jun 2024 Run: 3 Final";
+    caption = " Date:" + named + "    Overlay File: 24060512.31d";
+    EXPECT_EQ(print().texts.at(0).text, named);
+    EXPECT_EQ(print().texts.at(1).text, named + "    Overlay File: 24060512.31d");
+    // A header line has no room for a long title.
+    caption = " Date:" + named + " of the day, behind the rain break  ";
+    EXPECT_EQ(print().texts.at(1).text, named + " of the day, behind the rain break");
+    caption = " Date:" + named + "   ";
+    EXPECT_EQ(print().texts.size(), 2U);
+}
+
+TEST_F(PrintPictureTest, WithoutATitleTheCaptionStandsOnTop) {
+    state->Run.headerLine = "32 VRN32 Ver 1.3  Date:#";
+    const PrintedPage& page = print();
+    ASSERT_EQ(page.texts.size(), 2U);
+    EXPECT_EQ(page.texts[0].text, caption);
+    EXPECT_EQ(page.texts[0].y, 0);
+}
+
 TEST_F(PrintPictureTest, TheCurvesAreThoseOfTheWindow) {
     kvo::testing::RecordingHost window;
     ASSERT_TRUE(kvo::testing::drawingOf(*state, view, window).DrawTrend());
