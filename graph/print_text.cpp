@@ -43,9 +43,21 @@ float narrowedDigits(const PrintJob& job, const PrintTable& table) {
     return digitWidth * part;
 }
 
+// A caption that is too long is printed smaller; the table under it is not.
+void printCaption(PrintJob& job, std::string_view caption) {
+    constexpr float step = 0.97F; // letters do not shrink quite evenly
+    constexpr float leastPoints = 1;
+    for (float points = fontPoints * step; job.textWidth(caption) > tableWidth; points *= step) {
+        if (points < leastPoints) break;
+        job.surface().setFontSize(points);
+    }
+    job.printAt(0, 0, caption, TextSide::left);
+    job.surface().setFontSize(fontPoints);
+}
+
 void setUpPage(PrintJob& job, std::string_view caption, const PrintTable& table) {
     platform::Surface& paper = job.surface();
-    job.printAt(0, 0, caption, TextSide::left);
+    printCaption(job, caption);
     for (const float y : rules) paper.line(0, y, tableWidth, y, ruleColour);
     const auto names = namesOf(table.header);
     for (std::size_t c = 0; c < names.size(); ++c) {
@@ -98,6 +110,8 @@ PrintResult PrintText(
         }
         printLine(job, table, line, ++r);
     }
+    job.whilePrinting(
+        [&progress](int pagesDone, int allPages) { return progress.goesOn(pagesDone, allPages); });
     return job.endDoc();
 }
 

@@ -4,6 +4,7 @@
 #include "platform/draw/surface.h"
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -78,13 +79,17 @@ public:
 
     // The number of the page, from 1.
     virtual int page() const = 0;
+    // A printer gets its pages when the document ends, which may take long: it asks between two of
+    // them, and false ends the job as cancelled by the user. Nothing is asked where it is not set.
+    virtual void whilePrinting(std::function<bool(int pagesDone, int allPages)> goesOn) = 0;
+
     // What the user chose; true where it was not asked.
     virtual bool whitePaper() const = 0;
 
     // Ends the page and goes on with the next one; the current position is (0, 0) there.
     [[nodiscard]] virtual PrintResult newPage(Orientation orientation) = 0;
-    // Ends the document: only now is it printed, or its file there. On failure there is no file,
-    // or the one that was there before.
+    // Ends the document: only now is it printed, or its file there. On failure and where the user
+    // cancels it meanwhile there is no file, or the one that was there before.
     [[nodiscard]] virtual PrintResult endDoc() = 0;
     // Ends the job without a document.
     virtual void kill() = 0;

@@ -29,7 +29,8 @@ PrintResult PdfTarget::finish() {
 }
 
 PrintResult PrinterTarget::finish() {
-    if (m_printer->printerState() != QPrinter::Error) return {};
+    const QPrinter::PrinterState state = m_printer->printerState();
+    if (state != QPrinter::Error && state != QPrinter::Aborted) return {};
     return {Printed::failed, "The printer did not take the document."};
 }
 

@@ -21,6 +21,8 @@ public:
     // Whether it keeps pages to itself until finish(). Any other prints what it has got when the
     // job breaks off, so it gets no page before the document is complete.
     virtual bool keepsPages() const = 0;
+    // Takes back what it has got, as far as it can; the painter is ended behind it.
+    virtual void abort() = 0;
     // Behind the last page: puts the document where it belongs.
     virtual platform::PrintResult finish() = 0;
 };
@@ -34,6 +36,7 @@ public:
         const QString& documentName);
     QPagedPaintDevice& device() override { return m_writer; }
     bool keepsPages() const override { return true; }
+    void abort() override {} // nothing has left the memory
     platform::PrintResult finish() override;
 
 private:
@@ -48,6 +51,7 @@ public:
     explicit PrinterTarget(std::unique_ptr<QPrinter> printer) : m_printer(std::move(printer)) {}
     QPagedPaintDevice& device() override { return *m_printer; }
     bool keepsPages() const override { return false; }
+    void abort() override { m_printer->abort(); }
     platform::PrintResult finish() override;
 
 private:

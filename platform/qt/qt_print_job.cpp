@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <utility>
 
 namespace kvo::platform_qt {
 
@@ -70,18 +71,34 @@ void QtPrintJob::keepPage() {
     m_waiting.push_back({m_orientation, m_surface.takePage()});
 }
 
-bool QtPrintJob::paintWaiting() {
+bool QtPrintJob::paintOnDevice(const Page& page) {
     QPagedPaintDevice& device = m_target->device();
-    for (const Page& page : m_waiting) {
-        device.setPageLayout(layoutOf(page.orientation));
-        const bool first = m_painted == 0;
-        if (!(first ? m_painter.begin(&device) : device.newPage())) return false;
-        if (first) m_painter.setRenderHint(QPainter::LosslessImageRendering);
-        paintPage(m_painter, page.drawing);
-        ++m_painted;
-    }
-    m_waiting.clear();
+    device.setPageLayout(layoutOf(page.orientation));
+    const bool first = m_painted == 0;
+    if (!(first ? m_painter.begin(&device) : device.newPage())) return false;
+    if (first) m_painter.setRenderHint(QPainter::LosslessImageRendering);
+    paintPage(m_painter, page.drawing);
+    ++m_painted;
     return true;
+}
+
+PrintResult QtPrintJob::paintWaiting() {
+    const std::vector<Page> pages = std::exchange(m_waiting, {});
+    const int all = m_painted + static_cast<int>(pages.size());
+    for (const Page& page : pages) {
+        // Where the pages were taken one by one the user has been asked between them.
+        const bool asks = m_goesOn && m_painted > 0 && !m_target->keepsPages();
+        if (asks && !m_goesOn(m_painted, all)) return cancel();
+        if (!paintOnDevice(page))
+            return fail("Page " + std::to_string(m_painted + 1) + " could not be printed.");
+    }
+    return {};
+}
+
+PrintResult QtPrintJob::cancel() {
+    kill();
+    m_outcome = {Printed::cancelled, {}};
+    return m_outcome;
 }
 
 PrintResult QtPrintJob::fail(std::string why) {
@@ -93,8 +110,9 @@ PrintResult QtPrintJob::fail(std::string why) {
 PrintResult QtPrintJob::newPage(Orientation orientation) {
     if (m_over) return m_outcome ? fail("The print job is over.") : m_outcome;
     keepPage();
-    if (m_target->keepsPages() && !paintWaiting())
-        return fail("Page " + std::to_string(m_page) + " could not be printed.");
+    if (m_target->keepsPages()) {
+        if (auto painted = paintWaiting(); !painted) return painted;
+    }
     ++m_page;
     m_orientation = orientation;
     m_surface.startPage(paperOf(orientation));
@@ -104,8 +122,7 @@ PrintResult QtPrintJob::newPage(Orientation orientation) {
 PrintResult QtPrintJob::endDoc() {
     if (m_over) return m_outcome ? fail("The print job is over.") : m_outcome;
     keepPage();
-    if (!paintWaiting())
-        return fail("Page " + std::to_string(m_painted + 1) + " could not be printed.");
+    if (auto painted = paintWaiting(); !painted) return painted;
     if (!m_painter.end()) return fail("The document could not be ended.");
     m_over = true;
     auto finished = m_target->finish();
@@ -115,7 +132,9 @@ PrintResult QtPrintJob::endDoc() {
 void QtPrintJob::kill() {
     m_over = true;
     m_waiting.clear();
-    if (m_painter.isActive()) m_painter.end();
+    if (!m_painter.isActive()) return;
+    m_target->abort();
+    m_painter.end();
 }
 
 } // namespace kvo::platform_qt

@@ -7,6 +7,7 @@
 
 #include <QPainter>
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -31,6 +32,9 @@ public:
     float lineHeight() const override { return m_surface.lineHeight(); }
     void drawImage(const platform::PixelImage& image) override;
     int page() const override { return m_page; }
+    void whilePrinting(std::function<bool(int pagesDone, int allPages)> goesOn) override {
+        m_goesOn = std::move(goesOn);
+    }
     bool whitePaper() const override { return m_whitePaper; }
     platform::PrintResult newPage(platform::Orientation orientation) override;
     platform::PrintResult endDoc() override;
@@ -44,8 +48,11 @@ private:
     QPageLayout layoutOf(platform::Orientation orientation) const;
     PaperSize paperOf(platform::Orientation orientation) const;
     void keepPage();
-    // Paints the pages that wait; false where the device takes one no more.
-    bool paintWaiting();
+    // Paints the pages that wait, up to the one that the device does not take or that the user does
+    // not want any more; the job is over then.
+    platform::PrintResult paintWaiting();
+    bool paintOnDevice(const Page& page);
+    platform::PrintResult cancel();
     platform::PrintResult fail(std::string why);
 
     std::unique_ptr<PrintTarget> m_target;
@@ -53,6 +60,7 @@ private:
     bool m_whitePaper;
     PageSurface m_surface;
     QPainter m_painter;
+    std::function<bool(int, int)> m_goesOn;
     std::vector<Page> m_waiting;
     int m_page = 1;
     int m_painted = 0;

@@ -39,16 +39,23 @@ private:
     int m_left;
 };
 
+// What became of it, and whether it was aborted while its painter was still at work.
+struct TargetFate {
+    int finished = 0;
+    int abortedInTime = 0;
+};
+
 class FailingTarget : public PrintTarget {
 public:
-    FailingTarget(int pages, bool keepsPages, int& finished)
-        : m_writer(&m_content, pages), m_keepsPages(keepsPages), m_finished(finished) {
+    FailingTarget(int pages, bool keepsPages, TargetFate& fate)
+        : m_writer(&m_content, pages), m_keepsPages(keepsPages), m_fate(fate) {
         m_content.open(QIODevice::WriteOnly);
     }
     QPagedPaintDevice& device() override { return m_writer; }
     bool keepsPages() const override { return m_keepsPages; }
+    void abort() override { m_fate.abortedInTime += m_writer.paintingActive() ? 1 : 0; }
     platform::PrintResult finish() override {
-        ++m_finished;
+        ++m_fate.finished;
         return {};
     }
 
@@ -56,7 +63,7 @@ private:
     QBuffer m_content;
     FailingWriter m_writer;
     bool m_keepsPages;
-    int& m_finished;
+    TargetFate& m_fate;
 };
 
 } // namespace
@@ -476,8 +483,8 @@ private slots:
     void aDeviceThatFailsAtAPageEndsTheJobInWords() {
         for (const bool keepsPages : {true, false}) {
             for (int pages = 1; pages <= 3; ++pages) {
-                int finished = 0;
-                QtPrintJob job(std::make_unique<FailingTarget>(pages, keepsPages, finished),
+                TargetFate fate;
+                QtPrintJob job(std::make_unique<FailingTarget>(pages, keepsPages, fate),
                     Orientation::portrait, true);
                 platform::PrintResult result;
                 for (int i = 1; i < 4 && result; ++i) result = job.newPage(Orientation::landscape);
@@ -488,9 +495,43 @@ private slots:
                 QCOMPARE(result.message, words);
                 QCOMPARE(job.endDoc().message, words);
                 QCOMPARE(job.newPage(Orientation::portrait).message, words);
-                QCOMPARE(finished, 0);
+                QCOMPARE(fate.finished, 0);
+                QCOMPARE(fate.abortedInTime, 1);
             }
         }
+    }
+
+    // Painting for a printer comes at the end, and the user may have enough of it.
+    void aPrinterIsCancelledBetweenItsPages() {
+        for (const int stopAt : {2, 9}) {
+            TargetFate fate;
+            QtPrintJob job(
+                std::make_unique<FailingTarget>(9, false, fate), Orientation::portrait, true);
+            std::vector<std::pair<int, int>> asked;
+            job.whilePrinting([&](int pagesDone, int allPages) {
+                asked.emplace_back(pagesDone, allPages);
+                return pagesDone != stopAt;
+            });
+            for (int i = 1; i < 4; ++i) QVERIFY(job.newPage(Orientation::portrait));
+            QVERIFY(asked.empty());
+            const bool cancelled = stopAt == 2;
+            QCOMPARE(job.endDoc().outcome, cancelled ? Printed::cancelled : Printed::done);
+            QCOMPARE(asked.size(), std::size_t(cancelled ? 2 : 3));
+            QCOMPARE(asked[1], std::make_pair(2, 4));
+            QCOMPARE(fate.finished, cancelled ? 0 : 1);
+            QCOMPARE(fate.abortedInTime, cancelled ? 1 : 0);
+            if (cancelled) QCOMPARE(job.endDoc().outcome, Printed::cancelled);
+        }
+    }
+
+    void whatKeepsItsPagesDoesNotAskAtTheEnd() {
+        TargetFate fate;
+        QtPrintJob job(std::make_unique<FailingTarget>(9, true, fate), Orientation::portrait, true);
+        job.whilePrinting([](int, int) { return false; });
+        QVERIFY(job.newPage(Orientation::portrait));
+        QVERIFY(job.newPage(Orientation::portrait));
+        QVERIFY(job.endDoc());
+        QCOMPARE(fate.finished, 1);
     }
 
     // A print queue takes what it has got when a job breaks off.

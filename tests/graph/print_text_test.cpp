@@ -49,9 +49,10 @@ std::vector<PrintedText> textsAt(const PrintedPage& page, float y) {
 struct PrintTextTest : ::testing::Test {
     platform::PrintResult print(const PrintTable& table) {
         const auto start = printer.begin({"x"});
-        return PrintText(*start.job, "The caption", table, progress);
+        return PrintText(*start.job, caption, table, progress);
     }
     const kvo::testing::PrintedDocument& document() { return *printer.documents.back(); }
+    std::string caption = "The caption";
     ScriptedPrinter printer;
     StoppingProgress progress;
 };
@@ -76,6 +77,20 @@ TEST_F(PrintTextTest, APageIsSetUpAboveItsLines) {
     EXPECT_EQ(one(285).text, "Page: 1");
     EXPECT_EQ(page.texts.size(), 6U);
     EXPECT_EQ(page.frames, std::vector<platform::PageFrame>{{}});
+}
+
+TEST_F(PrintTextTest, ALongCaptionIsPrintedSmallerAndNothingElse) {
+    caption = std::string(300, 'x');
+    ASSERT_TRUE(print(tableOf(1)));
+    for (const PrintedText& text : document().pages[0].texts) {
+        const float width = text.text == caption ? 300 * text.points / 8 : 0;
+        EXPECT_EQ(text.points == 8, width == 0) << text.text;
+        EXPECT_LE(width, 240);
+        EXPECT_TRUE(width == 0 || width >= 230);
+    }
+    caption.resize(240);
+    ASSERT_TRUE(print(tableOf(1)));
+    EXPECT_EQ(textsAt(document().pages[0], 0).at(0).points, 8);
 }
 
 TEST_F(PrintTextTest, TheHeaderIsRuled) {

@@ -22,9 +22,11 @@ class Watching : public PrintProgress {
 public:
     bool goesOn(int pagesDone, int allPages) override {
         all = allPages;
-        return pagesDone != stopAt;
+        return ++asked != stopAtQuestion && pagesDone != stopAt;
     }
     int stopAt = -1;
+    int stopAtQuestion = -1;
+    int asked = 0;
     int all = 0;
 };
 
@@ -141,6 +143,23 @@ TEST_F(PrintingTest, TheUserCancelsBetweenPagesWithoutAWord) {
         print(item);
         EXPECT_EQ(document().state, JobState::killed);
         EXPECT_EQ(document().pages.size(), 2U);
+    }
+}
+
+TEST_F(PrintingTest, ThePrinterIsCancelledBetweenItsPagesWithoutAWord) {
+    printer.asksWhilePrinting = true;
+    for (const int item : {printData, printScreenAndData}) {
+        progress.asked = 0;
+        print(item);
+        EXPECT_EQ(document().state, JobState::ended);
+        // Once a page that is laid out, once a page that is printed.
+        const int pages = item == printData ? 3 : 4;
+        EXPECT_EQ(progress.asked, 2 + pages - 1);
+        progress.stopAtQuestion = progress.asked;
+        progress.asked = 0;
+        print(item);
+        EXPECT_EQ(document().state, JobState::killed);
+        progress.stopAtQuestion = -1;
     }
 }
 

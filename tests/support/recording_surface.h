@@ -37,6 +37,7 @@ public:
     void setUsable(bool usable) { m_usable = usable; }
     platform::Colour backColor() const { return m_backColor; }
     platform::Colour foreColor() const { return m_foreColor; }
+    float fontSize() const { return m_fontSize; }
     int drawStyle() const { return m_drawStyle; }
     int drawWidth() const { return m_drawWidth; }
 

@@ -14,7 +14,7 @@ public:
     ScriptedJob(std::shared_ptr<PrintedDocument> document, const ScriptedPrinter& printer)
         : m_document(std::move(document)), m_whitePaper(printer.whitePaper),
           m_failingPage(printer.failingPage), m_words(printer.words),
-          m_beforePage(printer.beforePage) {
+          m_beforePage(printer.beforePage), m_asksWhilePrinting(printer.asksWhilePrinting) {
         m_document->pages.push_back({m_document->request.firstPage, {}, {}, {}, {}});
     }
     ~ScriptedJob() override {
@@ -27,17 +27,21 @@ public:
     }
     void setDigitWidth(float ofHeight) override { m_digitWidth = ofHeight; }
     void printAt(float x, float y, std::string_view text, platform::TextSide side) override {
-        m_document->pages.back().texts.push_back({x, y, std::string(text), side, m_digitWidth});
+        m_document->pages.back().texts.push_back(
+            {x, y, std::string(text), side, m_digitWidth, m_surface.fontSize()});
     }
-    // A letter is one unit wide and high.
+    // A letter of 8 points is one unit wide and high.
     float textWidth(std::string_view text) const override {
-        return static_cast<float>(text.size());
+        return static_cast<float>(text.size()) * m_surface.fontSize() / 8;
     }
     float lineHeight() const override { return 1; }
     void drawImage(const platform::PixelImage& image) override {
         m_document->pages.back().images.push_back(image);
     }
     int page() const override { return static_cast<int>(m_document->pages.size()); }
+    void whilePrinting(std::function<bool(int, int)> goesOn) override {
+        m_goesOn = std::move(goesOn);
+    }
     bool whitePaper() const override { return m_whitePaper; }
 
     PrintResult newPage(Orientation orientation) override {
@@ -48,6 +52,11 @@ public:
     }
     PrintResult endDoc() override {
         if (auto ended = endPage(); !ended) return ended;
+        for (int done = 1; m_asksWhilePrinting && m_goesOn && done < page(); ++done) {
+            if (m_goesOn(done, page())) continue;
+            m_document->state = JobState::failed;
+            return {platform::Printed::cancelled, {}};
+        }
         m_document->state = JobState::ended;
         return {};
     }
@@ -77,6 +86,8 @@ private:
     int m_failingPage;
     std::string m_words;
     std::function<void()> m_beforePage;
+    bool m_asksWhilePrinting;
+    std::function<bool(int, int)> m_goesOn;
 };
 
 } // namespace

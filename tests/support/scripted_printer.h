@@ -18,6 +18,7 @@ struct PrintedText {
     std::string text;
     platform::TextSide side = platform::TextSide::left;
     float digitWidth = 0;
+    float points = 8;
     friend bool operator==(const PrintedText&, const PrintedText&) = default;
 };
 
@@ -50,6 +51,8 @@ public:
     std::string words = "The printer is on fire.";
     // Runs before every page but the first, where it is set.
     std::function<void()> beforePage;
+    // Takes its pages when the document ends, as a printer does, and asks between them.
+    bool asksWhilePrinting = false;
     // Of all jobs, in their order.
     std::vector<std::shared_ptr<PrintedDocument>> documents;
 };
