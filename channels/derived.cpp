@@ -2,6 +2,7 @@
 
 #include "core/basic/format.h"
 #include "core/basic/numbers.h"
+#include "core/setup_kinds.h"
 
 #include <cmath>
 #include <limits>
@@ -175,14 +176,16 @@ AnalogSetup analogSetup(const RunImage& image, int n) {
 }
 
 double analogDrawn(double raw, int type) {
-    return type == 3 ? raw + 20 : raw;
+    return type == core::lambdaInput ? raw + 20 : raw;
 }
 
 TextReading analogRead(
     const AnalogSetup& setup, double raw, int exhaustUnit, std::string& picture, int fuelSelector) {
-    if (setup.type == 1) return TextReading::of(core::CStr(temperature(raw, exhaustUnit)));
-    if (setup.type == 3) return TextReading::of(Format(lambdaValue(raw, fuelSelector), "#0.0"));
-    if (setup.type > 4) return TextReading::left();
+    if (setup.type == core::exhaustInput)
+        return TextReading::of(core::CStr(temperature(raw, exhaustUnit)));
+    if (setup.type == core::lambdaInput)
+        return TextReading::of(Format(lambdaValue(raw, fuelSelector), "#0.0"));
+    if (setup.type > core::pressureInput) return TextReading::left();
     const Reading value = asSingle(raw * setup.scale + setup.offset);
     if (!value.hasValue()) return TextReading::failed();
     core::AnalogFormat(setup.decimals, picture);

@@ -86,23 +86,10 @@ platform::Bytes encodeRun(const OpenRun& run, int sampleCount, Tail tail) {
     return writer.take();
 }
 
-std::string versionText(std::uint8_t code) {
-    constexpr std::array<const char*, 10> versions{
-        "1.0", "1.1", "1.2", "1.3", "1.4", "1.5", "1.6", "1.7", "1.8", "1.9"};
-    return code >= 1 && code <= versions.size() ? versions[code - 1U] : "";
-}
-
-std::string memoryText(std::uint8_t code) {
-    switch (code) {
-    case 1:
-        return "32";
-    case 2:
-        return "128";
-    case 3:
-        return "512";
-    default:
-        return ""; // Required: the blank in front of "k" stays.
-    }
+// Required: a size of code 4 is left out of a run's header, and the "k" behind it stays.
+std::string memoryOfHeader(std::uint8_t code) {
+    constexpr std::uint8_t lastNamed = 3;
+    return code <= lastNamed ? loggerMemoryText(code) : "";
 }
 
 // The Data folder, made where the run belongs there and it is not there yet. A run that the user
@@ -122,6 +109,16 @@ platform::WriteResult writeRecords(const OpenRun& run, int sampleCount,
 }
 
 } // namespace
+
+std::string loggerVersionText(std::uint8_t code) {
+    constexpr std::uint8_t lastVersion = 10;
+    return code >= 1 && code <= lastVersion ? "1." + std::to_string(code - 1) : "";
+}
+
+std::string loggerMemoryText(std::uint8_t code) {
+    constexpr std::array<const char*, 4> memories{"32", "128", "512", "60"};
+    return code >= 1 && code <= memories.size() ? memories[code - 1U] : "";
+}
 
 std::string upperCased(std::string text) {
     for (char& c : text) {
@@ -152,8 +149,8 @@ std::string headerLine(std::uint8_t DataType, const LoggerIdentity& logger, std:
     constexpr std::size_t longestWholeText = 48;
     if (RunText.size() > longestWholeText) RunText = RunText.substr(0, longestWholeText - 1) + "#";
     const std::string line = CStr(DataType) + " VRN" + CStr(logger.LoggerModel) + " Ver " +
-                             versionText(logger.LoggerVersion) + " " +
-                             memoryText(logger.LoggerMemory) + "k Serial No" +
+                             loggerVersionText(logger.LoggerVersion) + " " +
+                             memoryOfHeader(logger.LoggerMemory) + "k Serial No" +
                              Str(logger.LoggerSerial) + " " + RunText;
     return line.substr(0, longestHeaderLine);
 }

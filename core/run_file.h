@@ -46,9 +46,14 @@ LoadMessage overlayLoadMessage(LoadResult result, const std::string& path);
 struct LoggerIdentity {
     std::uint8_t LoggerModel = 0;
     std::uint8_t LoggerVersion = 0; // 1 to 10 stand for "1.0" to "1.9"
-    std::uint8_t LoggerMemory = 0;  // 1 is 32k, 2 is 128k, 3 is 512k
+    std::uint8_t LoggerMemory = 0;  // 1 is 32k, 2 is 128k, 3 is 512k, 4 is 60k
     std::int16_t LoggerSerial = 0;
 };
+
+// "1.0" to "1.9" of a version code; "32", "128", "512" and "60" of a memory code. Empty for any
+// other.
+std::string loggerVersionText(std::uint8_t code);
+std::string loggerMemoryText(std::uint8_t code);
 
 // What makes a run of a download: its logger, its text, and the setup of the day.
 struct FreshRun {

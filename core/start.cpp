@@ -1,6 +1,7 @@
 #include "core/start.h"
 
 #include "core/basic/numbers.h"
+#include "core/setup_kinds.h"
 
 namespace kvo::core {
 
@@ -24,7 +25,6 @@ bool passwordMatches(const AppConfig& config, const std::string& entered) {
 }
 
 std::string vehiclePictureName(const AppConfig& config) {
-    constexpr int car = 1; // every other number is a motorcycle
     return config.Vehicle_Type == car ? "Kvocar.dll" : "Kvobike.dll";
 }
 

@@ -1,6 +1,7 @@
 #include "graph/view.h"
 
 #include "core/data_types.h"
+#include "core/setup_kinds.h"
 
 namespace kvo::graph {
 
@@ -11,7 +12,6 @@ using core::AppConfig;
 using core::FromOne;
 
 constexpr std::int32_t whiteColour = 0xFFFFFF;
-constexpr int car = 1; // of Vehicle_Type
 
 void showAnalogs(LabelVisibility& labels, int first, int last, Show show) {
     for (int n = first; n <= last; ++n) {
@@ -37,7 +37,7 @@ std::int32_t switchColour(std::int32_t usual, std::int32_t back, bool& fell) {
 
 LabelVisibility ShowChannelsForType(int type, int vehicleType) {
     LabelVisibility labels;
-    if (vehicleType == car) labels.clutch = Show::hide;
+    if (vehicleType == core::car) labels.clutch = Show::hide;
     const core::DataTypeFacts* facts = core::dataTypeFacts(type);
     if (facts == nullptr || !facts->setsLabels) return labels;
     showAnalogs(labels, 5, facts->analogs, Show::show);

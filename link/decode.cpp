@@ -3,6 +3,7 @@
 #include "core/analog_tables.h"
 #include "core/basic/numbers.h"
 #include "core/data_types.h"
+#include "core/setup_kinds.h"
 
 #include <algorithm>
 
@@ -12,7 +13,6 @@ namespace {
 // Shorter periods are noise. The third channel gives two pulses a revolution, hence its halves.
 constexpr double shaftThreshold = 0.00192;
 constexpr double outputThreshold = 0.00096;
-constexpr std::uint8_t throughTable = 2;
 
 void convertShaft(std::int16_t& rpm, std::int32_t period, double threshold, double correction,
     double pulsesARevolution) {
@@ -72,7 +72,7 @@ std::string convertAnalogTables(core::OpenRun& run, const core::AppConfig& confi
     const int channels = analogChannelsWithTables(run.DataType);
     std::string unread;
     for (int c = 1; c <= channels; ++c) {
-        if (config.Analog_Type[c] != throughTable) continue;
+        if (config.Analog_Type[c] != core::mappedInput) continue;
         const std::string why =
             core::LoadAnalogTable(appFolder, core::analogTableName(c), c, tables, files);
         if (unread.empty()) unread = why;

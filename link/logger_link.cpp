@@ -33,6 +33,8 @@ void LoggerLink::tryPort(int portNumber) {
 }
 
 void LoggerLink::OpenLoggerPort(int portNumber) {
+    // One that a form left open under another number is not the port that the setup names now.
+    if (m_port.commPort() != portNumber) CloseLoggerPort();
     if (!m_port.portOpen()) m_port.setCommPort(portNumber);
     m_port.setSettings(lineSettings);
     m_port.setInputLen(0);

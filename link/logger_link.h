@@ -41,8 +41,8 @@ public:
     int MissedReplies = 0;        // time-outs of ReadReply so far, also those that set no flag
     LoggerHeader Header;
 
-    // Opens port 1 to 16 at 9600 8N1 and drops what was waiting. A port that does not open is told
-    // to the user and leaves LinkFailed at -1.
+    // Opens port 1 to 16 at 9600 8N1 and drops what was waiting; another one that is open is closed
+    // first. A port that does not open is told to the user and leaves LinkFailed at -1.
     void OpenLoggerPort(int portNumber);
     // Shows what the port's last communication event means, if it is one of those with a text.
     void ReportCommEvent();

@@ -2,6 +2,7 @@
 
 #include "core/basic/byte_writer.h"
 #include "core/basic/numbers.h"
+#include "core/run_file.h"
 #include "link/logger_link.h"
 
 #include <algorithm>
@@ -82,10 +83,6 @@ std::optional<int> wireValue(const ObcValues& values, ObcBox box) {
     }
 }
 
-std::string versionText(int code) {
-    return "1." + std::to_string(code - 1);
-}
-
 } // namespace
 
 std::span<const ObcBoxFacts> obcBoxes() {
@@ -130,15 +127,13 @@ std::string obcDefault(ObcBox box, const LoggerHeader& header) {
 }
 
 ObcShown obcShown(const LoggerHeader& header) {
-    constexpr int lastVersion = 10;
-    constexpr std::array<const char*, 4> memories{"32k", "128k", "512k", "60k"};
     ObcShown shown;
     shown.Label_DataType = core::CStr(header.DataType);
     shown.Label_Model = core::CStr(header.LoggerModel);
-    const int version = header.LoggerVersion;
-    if (version >= 1 && version <= lastVersion) shown.Label_Ver = versionText(version);
-    const std::size_t memory = header.LoggerMemory;
-    if (memory >= 1 && memory <= memories.size()) shown.Label_MemType = memories[memory - 1];
+    const std::string version = core::loggerVersionText(header.LoggerVersion);
+    if (!version.empty()) shown.Label_Ver = version;
+    const std::string memory = core::loggerMemoryText(header.LoggerMemory);
+    if (!memory.empty()) shown.Label_MemType = memory + "k";
     shown.Label_S_No = core::CStr(header.LoggerSerial);
     shown.ShiftLightFrame = hasShiftLights(header.LoggerModel);
     // Required: what is hidden reads 0, so that a save clears it.

@@ -3,6 +3,8 @@
 #include "channels/derived.h"
 #include "core/basic/format.h"
 #include "core/basic/numbers.h"
+#include "core/basic/plain_number.h"
+#include "core/setup_kinds.h"
 #include "link/logger_link.h"
 
 #include <array>
@@ -27,11 +29,6 @@ constexpr std::array<PitRunType, 7> types{{
 constexpr int framesBehind = 4;
 constexpr int firstAnalog = 12; // position in the frame
 
-// Kinds of analog channels.
-constexpr int temperatureKind = 1;
-constexpr int tableKind = 2;
-constexpr int lambdaKind = 3;
-constexpr int lastLinearKind = 4;
 constexpr int mostDecimals = 2;
 
 constexpr double speedUnits = 200; // of the speeds of a run, a mph
@@ -88,15 +85,15 @@ std::optional<std::string> linearText(int raw, const core::AppConfig& config, in
 std::optional<std::string> analogText(
     int raw, const core::AppConfig& config, const core::AnalogTables& tables, int channel) {
     const int kind = config.Analog_Type[channel];
-    if (kind == temperatureKind) return core::Str(core::ExhaustToDegrees(raw, config.Exhaust));
-    if (kind == tableKind) {
+    if (kind == core::exhaustInput) return core::Str(core::ExhaustToDegrees(raw, config.Exhaust));
+    if (kind == core::mappedInput) {
         const auto entry = core::finite(tables[channel][static_cast<std::size_t>(raw)]);
         if (!entry) return std::nullopt;
-        return core::CStr(*entry);
+        return core::plainNumber(*entry);
     }
     // Required: always the scale of the first fuel, whatever the setup says.
-    if (kind == lambdaKind) return core::Format(channels::lambdaValue(raw, 0), "#0.0");
-    if (kind > lastLinearKind) return std::nullopt;
+    if (kind == core::lambdaInput) return core::Format(channels::lambdaValue(raw, 0), "#0.0");
+    if (kind > core::pressureInput) return std::nullopt;
     return linearText(raw, config, channel);
 }
 
@@ -136,12 +133,22 @@ std::string loadPitRunTables(const core::AppConfig& config, core::AnalogTables& 
     const std::string& appFolder, platform::Files& files) {
     std::string unread;
     for (int c = 1; c <= config.Analog_Check.size; ++c) {
-        if (config.Analog_Check[c] == 0 || config.Analog_Type[c] != tableKind) continue;
+        if (config.Analog_Check[c] == 0 || config.Analog_Type[c] != core::mappedInput) continue;
         const std::string why =
             core::LoadAnalogTable(appFolder, core::analogTableName(c), c, tables, files);
         if (unread.empty()) unread = why;
     }
     return unread;
+}
+
+std::string widestWhole(const std::array<double, 256>& table) {
+    std::string widest;
+    for (const double reading : table) {
+        const std::string text = core::plainNumber(reading);
+        const std::string whole = text.substr(0, text.find('.'));
+        if (whole.size() > widest.size()) widest = whole;
+    }
+    return widest;
 }
 
 // Required: one byte more than a frame must be there, and one more than four for the jump.

@@ -8,6 +8,7 @@
 #include "platform/files.h"
 #include "platform/serial_port.h"
 
+#include <array>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -50,6 +51,10 @@ PitRunLayout pitRunLayout(const core::AppConfig& config);
 // could not be read; empty where all were.
 std::string loadPitRunTables(const core::AppConfig& config, core::AnalogTables& tables,
     const std::string& appFolder, platform::Files& files);
+
+// The longest whole part of a table's readings, a sign included: the room in front of the point
+// with which the point of its channel stays in its place.
+std::string widestWhole(const std::array<double, 256>& table);
 
 // How many frames one turn takes of so many waiting bytes: none, one, or four where the display has
 // fallen behind.

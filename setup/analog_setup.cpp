@@ -1,13 +1,11 @@
 #include "setup/analog_setup.h"
 
 #include "core/basic/numbers.h"
+#include "core/basic/plain_number.h"
 #include "setup/graph_tab.h"
 #include "setup/ordered_save.h"
-#include "setup/plain_number.h"
 #include "setup/sensor_models.h"
 
-#include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <cstdint>
 #include <cstdlib>
@@ -18,6 +16,7 @@ namespace {
 
 using core::AppConfig;
 using core::CStr;
+using core::plainNumber;
 using core::Val;
 
 constexpr int scratchRow = 1; // of the tables: the channel that is edited, whichever it is
@@ -54,42 +53,13 @@ std::optional<float> scaleOf(const AnalogEditor& editor) {
     return scaleOf(Val(editor.AFactor), Val(editor.RangeText1));
 }
 
-std::string fixed(double value, int decimals) {
-    std::array<char, 512> text{};
-    const auto end = std::to_chars(
-        text.data(), text.data() + text.size(), value, std::chars_format::fixed, decimals);
-    return {text.data(), end.ptr};
-}
-
-bool isDigit(char c) {
-    return c >= '0' && c <= '9';
-}
-
-int significantDigits(const std::string& number) {
-    const auto first =
-        std::find_if(number.begin(), number.end(), [](char c) { return isDigit(c) && c != '0'; });
-    return static_cast<int>(std::count_if(first, number.end(), isDigit));
-}
-
-// The reading at 5 volts as it was typed: a single holds its 255th part rounded, so it is the
-// shortest number that gives the scale again. Where none of seven digits does, the number itself.
-std::string factorText(double top, double low, float scale) {
-    constexpr int singleDigits = 7;
-    std::string text;
-    for (int decimals = 0; significantDigits(text) < singleDigits; ++decimals) {
-        text = fixed(top, decimals);
-        if (scaleOf(Val(text), low) == scale) return text == "-0" ? "0" : text;
-        constexpr int mostDecimals = 45; // of the smallest single
-        if (decimals == mostDecimals) break;
-    }
-    return plainNumber(static_cast<float>(top));
-}
-
+// The reading at 5 volts, as a single: its 255th part is kept rounded, so the last of its seven
+// digits may be another than the one that was typed.
 void showScale(AnalogEditor& editor, const AppConfig& config, int channel) {
     const float scale = config.AnalogScale[channel];
     const double low = std::abs(int{config.AnalogRangeLow[channel]});
-    const double top = static_cast<double>(scale) * countsOfRange - low;
-    if (asSingle(top)) setAFactor(editor, factorText(top, low, scale));
+    const auto top = asSingle(static_cast<double>(scale) * countsOfRange - low);
+    if (top) setAFactor(editor, plainNumber(*top));
 }
 
 // What is said of a text that does not fit. A box that the kind of input has not on view is said to

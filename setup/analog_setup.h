@@ -4,6 +4,7 @@
 // of the controls, list indexes are -1 without a selection.
 #include "core/analog_tables.h"
 #include "core/config_record.h"
+#include "core/setup_kinds.h"
 #include "platform/files.h"
 #include "setup/analog_curve.h"
 
@@ -15,11 +16,11 @@
 namespace kvo::setup {
 
 // The list Analog_Type, by its number.
-inline constexpr int customInput = 0;
-inline constexpr int exhaustInput = 1;
-inline constexpr int mappedInput = 2; // through the channel's table
-inline constexpr int lambdaInput = 3;
-inline constexpr int pressureInput = 4;
+using core::customInput;
+using core::exhaustInput;
+using core::lambdaInput;
+using core::mappedInput;
+using core::pressureInput;
 inline constexpr std::array<std::string_view, 5> analogKinds{
     "Custum Input", "Exhaust Input", "Mapped Input", "KVO Lambda Sensor", "KVO Pressure Sensor"};
 inline constexpr std::array<std::string_view, 5> fuelList{

@@ -2,7 +2,7 @@
 
 #include "core/basic/format.h"
 #include "core/basic/numbers.h"
-#include "setup/plain_number.h"
+#include "core/basic/plain_number.h"
 
 #include <algorithm>
 #include <optional>
@@ -60,11 +60,11 @@ std::optional<float> strictSingle(const std::string& text) {
 
 GearingValues loadGearing(const AppConfig& config) {
     GearingValues values;
-    values.Weight_F = plainNumber(config.Weight_F);
-    values.Wheel = plainNumber(config.Wheel);
-    values.RWheel = plainNumber(config.RWheel);
-    values.Pinion_F = plainNumber(config.Pinion_F);
-    values.Crown_F = plainNumber(config.Crown_F);
+    values.Weight_F = core::plainNumber(config.Weight_F);
+    values.Wheel = core::plainNumber(config.Wheel);
+    values.RWheel = core::plainNumber(config.RWheel);
+    values.Pinion_F = core::plainNumber(config.Pinion_F);
+    values.Crown_F = core::plainNumber(config.Crown_F);
     const auto correction = [](float value) { return Format(value, correctionPicture); };
     values.Engine_Correction = correction(config.Engine_Correction);
     values.Clutch_Correction = correction(config.Clutch_Correction);

@@ -1,5 +1,6 @@
 #pragma once
 // The seven models of the logger and the two kinds of vehicle: what the setup form offers for each.
+#include "core/setup_kinds.h"
 #include "setup/option_rows.h"
 
 #include <array>
@@ -26,7 +27,7 @@ int modelIndex(int type);
 
 // The list Vehicle_Type, by its number.
 inline constexpr int motorcycle = 0;
-inline constexpr int car = 1;
+using core::car;
 inline constexpr std::array<std::string_view, 2> vehicleList{"BIKE", "CAR"};
 
 // Captions of the setup form that a kind of vehicle words in its own way.

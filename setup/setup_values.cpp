@@ -1,7 +1,7 @@
 #include "setup/setup_values.h"
 
 #include "core/basic/numbers.h"
-#include "setup/plain_number.h"
+#include "core/basic/plain_number.h"
 
 #include <cstdint>
 #include <utility>
@@ -14,6 +14,7 @@ using core::AppConfig;
 using core::CInt;
 using core::CSng;
 using core::CStr;
+using core::plainNumber;
 using core::rightTrimmed;
 using core::Val;
 

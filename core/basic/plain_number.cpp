@@ -1,4 +1,4 @@
-#include "setup/plain_number.h"
+#include "core/basic/plain_number.h"
 
 #include "core/basic/numbers.h"
 
@@ -6,12 +6,12 @@
 #include <charconv>
 #include <cmath>
 
-namespace kvo::setup {
+namespace kvo::core {
 
 // The smallest and the largest double have 325 places and 309 digits.
 template <typename Number> static std::string withoutExponent(Number value) {
     if (!std::isfinite(value)) return "0";
-    std::string text = core::CStr(value);
+    std::string text = CStr(value);
     if (text.find('E') == std::string::npos) return text;
     std::array<char, 400> room{};
     const auto end =
@@ -27,4 +27,4 @@ std::string plainNumber(double value) {
     return withoutExponent(value);
 }
 
-} // namespace kvo::setup
+} // namespace kvo::core

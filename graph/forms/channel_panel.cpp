@@ -69,14 +69,6 @@ QString standIn(int channel) {
     return shown(facts.name);
 }
 
-QLabel* headingLabel(const char* text) {
-    auto* label = new QLabel(QLatin1String(text));
-    QFont bold = label->font();
-    bold.setBold(true);
-    label->setFont(bold);
-    return label;
-}
-
 platform::Colour asColour(std::int32_t stored) {
     return static_cast<platform::Colour>(stored);
 }
@@ -109,7 +101,7 @@ void ChannelPanel::makeGroup(QHBoxLayout& panels, int group) {
     made.grid->setContentsMargins(0, 0, 0, 0);
     made.grid->setHorizontalSpacing(graph::columnGapPx);
     made.grid->setVerticalSpacing(0);
-    QLabel* heading = headingLabel(factsOf(group).heading);
+    QLabel* heading = headingLabel(QLatin1String(factsOf(group).heading));
     if (group == exhaustGroup) Label15 = named(heading, "Label15");
     made.grid->addWidget(heading, 0, 0, 1, columnsOf(group, graph::fewRows));
     for (const int channel : factsOf(group).channels) makeCell(channel, made.box);
@@ -139,7 +131,7 @@ QWidget* ChannelPanel::makeTimes() {
     grid->setContentsMargins(0, 0, 0, 0);
     grid->setHorizontalSpacing(graph::columnGapPx);
     grid->setVerticalSpacing(graph::timesGapPx);
-    grid->addWidget(headingLabel("Times"), 0, 0, 1, 4);
+    grid->addWidget(headingLabel(QStringLiteral("Times")), 0, 0, 1, 4);
     int place = 0;
     for (const TimeBox& box : timeBoxes) {
         auto* time = new ValueLabel(Frame_Times);

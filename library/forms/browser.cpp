@@ -48,8 +48,7 @@ QLayout* Browser::makeLists() {
 void Browser::makeLayout() {
     Drive1 = named(new DriveBox, "Drive1");
     connect(Drive1, &QComboBox::activated, this, &Browser::Drive1_Change);
-    LAB_CurrentDir = named(new QLabel, "LAB_CurrentDir");
-    LAB_CurrentDir->setTextFormat(Qt::PlainText);
+    LAB_CurrentDir = named(plainLabel({}), "LAB_CurrentDir");
     LAB_CurrentDir->setWordWrap(true);
     LAB_CurrentDir->setTextInteractionFlags(Qt::TextSelectableByMouse);
     Ok = named(new QPushButton(QStringLiteral("&Ok")), "Ok");

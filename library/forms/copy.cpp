@@ -80,8 +80,7 @@ void Copy::makeBoxes() {
     Text1->setFixedHeight(Text1->fontMetrics().lineSpacing() * 6);
     Email_Text_label =
         named(buddyLabel(QStringLiteral("Add &Text (Optional)"), Text1), "Email_Text_label");
-    Copy_Label = named(new QLabel, "Copy_Label");
-    Copy_Label->setTextFormat(Qt::PlainText);
+    Copy_Label = named(plainLabel({}), "Copy_Label");
     Copy_Label->setWordWrap(true);
     Copy_Label->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     Copy_Label->setMinimumHeight(Copy_Label->fontMetrics().lineSpacing() * 3);

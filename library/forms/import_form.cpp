@@ -64,8 +64,7 @@ void Import::makeControls() {
     for (QListView* list :
         {static_cast<QListView*>(Dir_Dos), static_cast<QListView*>(Files_Dos), Data_Files_List})
         list->setUniformItemSizes(true);
-    LAB_CurrentDir = named(new QLabel, "LAB_CurrentDir");
-    LAB_CurrentDir->setTextFormat(Qt::PlainText);
+    LAB_CurrentDir = named(plainLabel({}), "LAB_CurrentDir");
     LAB_CurrentDir->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     Import_Name = named(new QLineEdit, "Import_Name");
     Import_Name->setReadOnly(true);
@@ -82,8 +81,7 @@ void Import::makeControls() {
 }
 
 QLayout* Import::makeProgress() {
-    Import_Ind = named(new QLabel, "Import_Ind");
-    Import_Ind->setTextFormat(Qt::PlainText);
+    Import_Ind = named(plainLabel({}), "Import_Ind");
     Import_Bar = named(new QProgressBar, "Import_Bar");
     Import_Bar->setTextVisible(false);
     Import_Bar->setAccessibleName(QStringLiteral("Progress of the file"));

@@ -22,9 +22,8 @@ MailText::MailText(const library::SentMail& sent) : m_folder(shownPath(sent.fold
 }
 
 void MailText::makeLayout(const library::SentMail& sent) {
-    auto* message = named(new QLabel, "Mail_Message");
-    message->setTextFormat(Qt::PlainText);
-    message->setText(shownMessage(library::notHandedOverText(sent)));
+    auto* message =
+        named(plainLabel(shownMessage(library::notHandedOverText(sent))), "Mail_Message");
     message->setWordWrap(true);
     message->setTextInteractionFlags(Qt::TextSelectableByMouse);
     Mail_Text = named(new QPlainTextEdit, "Mail_Text");

@@ -27,8 +27,7 @@ Statistics::Line Statistics::makeLine(
     const QString suffix = index > 0 ? QStringLiteral("(%1)").arg(index) : QString();
     const int gridRow = grid.rowCount();
     Line line;
-    line.name = new QLabel(caption);
-    line.name->setTextFormat(Qt::PlainText);
+    line.name = plainLabel(caption);
     line.name->setObjectName(
         index > 0 ? QStringLiteral("Txt_") + name + suffix : name + QStringLiteral("_Label"));
     grid.addWidget(line.name, gridRow, 0);

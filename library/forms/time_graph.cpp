@@ -142,8 +142,7 @@ QLayout* TimeGraph::makeReadOut() {
     Time_Label = named(valueLabel(QStringLiteral("19.00")), "Time_Label");
     Time_Label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     Label4 = named(new QLabel(QStringLiteral("s")), "Label4");
-    Label7 = named(new QLabel, "Label7");
-    Label7->setTextFormat(Qt::PlainText);
+    Label7 = named(plainLabel({}), "Label7");
     Label7->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     return row({Label3, Time_Label, Label4, {Label7, 1}});
 }

@@ -29,8 +29,7 @@ DownloadData::DownloadData()
 
 void DownloadData::makeLayout() {
     Text_Display = named(
-        new QLabel(QStringLiteral("Plug In Download Cable and Start Download")), "Text_Display");
-    Text_Display->setTextFormat(Qt::PlainText);
+        plainLabel(QStringLiteral("Plug In Download Cable and Start Download")), "Text_Display");
     Text_Display->setWordWrap(true);
     Text_Display->setFont(tabularFont());
     Text_Display->setMinimumHeight(Text_Display->fontMetrics().lineSpacing() * 2);
@@ -52,9 +51,8 @@ void DownloadData::makeLayout() {
         policy.setRetainSizeWhenHidden(true); // the bar stays where it is when they go
         button->setSizePolicy(policy);
     }
-    const std::string port = loggerLink().portText(core::state().Config.CommPort);
-    Label_Port = named(new QLabel(QString::fromStdString(port)), "Label_Port");
-    Label_Port->setTextFormat(Qt::PlainText);
+    Label_Port = named(plainLabel({}), "Label_Port");
+    showPort();
     auto* all = column({Text_Display, row({{ProgressBar1, 1}, Percent}), LayoutPart::room(),
         row({Label_Port, LayoutPart::room(), Command_Send, Cancel_Command})});
     all->setContentsMargins(20, 18, 20, 16);
@@ -62,8 +60,16 @@ void DownloadData::makeLayout() {
     setLayout(all);
 }
 
+// An adapter may have come or gone since the form was made.
+void DownloadData::showPort() {
+    Label_Port->setText(
+        QString::fromStdString(loggerLink().portText(core::state().Config.CommPort)));
+}
+
 void DownloadData::Command_Send_Click() {
+    showPort();
     m_session.Command_Send_Click();
+    showPort();
 }
 
 void DownloadData::Cancel_Command_Click() {
@@ -93,6 +99,7 @@ void DownloadData::setProgress(int value) {
 void DownloadData::hideButtons() {
     Command_Send->hide();
     Cancel_Command->hide();
+    showPort(); // it is open, and the setup has been read anew
     repaint();
 }
 

@@ -32,6 +32,7 @@ protected:
 
 private:
     void makeLayout();
+    void showPort();
     void Command_Send_Click();
     void Cancel_Command_Click();
 

@@ -1,6 +1,7 @@
 #include "link/forms/pit_run.h"
 
 #include "core/forms/doors.h"
+#include "core/setup_kinds.h"
 #include "core/shared_state.h"
 #include "link/forms/logger_line.h"
 #include "platform/qt/application.h"
@@ -25,8 +26,7 @@ constexpr double mediumDigits = 1.4;
 // A cell for a value that changes thirty times a second: digits of one width, and a size that no
 // text changes, so that nothing jumps and nothing is laid out again.
 QLabel* cell(const QString& widest, double times) {
-    auto* label = new QLabel;
-    label->setTextFormat(Qt::PlainText);
+    QLabel* label = plainLabel({});
     QFont digits = tabularFont();
     digits.setPointSizeF(digits.pointSizeF() * times);
     label->setFont(digits);
@@ -48,20 +48,6 @@ QGridLayout* columnGrid() {
     return grid;
 }
 
-QLabel* plainLabel(const QString& text) {
-    auto* label = new QLabel(text);
-    label->setTextFormat(Qt::PlainText);
-    return label;
-}
-
-QLabel* heading(const QString& text) {
-    QLabel* label = plainLabel(text);
-    QFont bold = label->font();
-    bold.setBold(true);
-    label->setFont(bold);
-    return label;
-}
-
 void write(QLabel& label, const std::string& text) {
     const QString now = shown(text);
     if (now != label.text()) label.setText(now);
@@ -70,6 +56,24 @@ void write(QLabel& label, const std::string& text) {
 // Nothing leaves the label as it was.
 void write(QLabel& label, const std::optional<std::string>& text) {
     if (text) write(label, *text);
+}
+
+// A value out of a table has any number of places. Its point stays where it is, and what the cell
+// has no room for is cut behind it.
+void writeAtPoint(QLabel& label, const std::string& text, const QString& widestWhole) {
+    const QFontMetrics metrics(label.font());
+    const int edge = metrics.averageCharWidth() / 2;
+    const int inside = label.minimumWidth() - 2 * (label.margin() + label.frameWidth()) - 2 * edge;
+    const int room = qMax(0, inside - metrics.horizontalAdvance(widestWhole));
+    const QString whole = shown(text).section(QLatin1Char('.'), 0, 0);
+    QString behind = shown(text).mid(whole.size());
+    while (!behind.isEmpty() && metrics.horizontalAdvance(behind) > room) behind.chop(1);
+    if (behind.size() == 1) behind.clear();
+    const int places = metrics.horizontalAdvance(behind);
+    const QString now = metrics.elidedText(whole, Qt::ElideRight, inside - places) + behind;
+    if (now == label.text()) return;
+    label.setIndent(edge + room - places);
+    label.setText(now);
 }
 
 } // namespace
@@ -82,6 +86,8 @@ PitRun::PitRun()
     setWindowFlags(Qt::Window); // it stands in the main window's place
     makeLayout();
     m_session.Form_Load();
+    for (int c = 1; c <= 8; ++c)
+        m_widestWhole[c] = shown(link::widestWhole(core::state().Tables[c]));
 }
 
 QLayout* PitRun::makeSpeeds() {
@@ -109,12 +115,12 @@ QLayout* PitRun::makeSpeeds() {
 
 QLayout* PitRun::makeAnalogs() {
     auto* grid = columnGrid();
-    grid->addWidget(heading(QStringLiteral("Analog Channels")), 0, 0, 1, 2);
+    grid->addWidget(headingLabel(QStringLiteral("Analog Channels")), 0, 0, 1, 2);
     const core::AppConfig& config = core::state().Config;
     Text_Analog.make("Text_Analog", [&](int c) { return plainLabel(shown(config.AnalogName[c])); });
     // A value out of a table has up to fifteen digits.
     Analog.make(
-        "Analog", [](int) { return cell(QStringLiteral("-0.00000000000000"), mediumDigits); });
+        "Analog", [](int) { return cell(QStringLiteral("-000.0000000000000"), mediumDigits); });
     for (int c = 1; c <= 8; ++c) {
         grid->addWidget(&Text_Analog[c], c, 0);
         grid->addWidget(&Analog[c], c, 1);
@@ -125,7 +131,7 @@ QLayout* PitRun::makeAnalogs() {
 
 QLayout* PitRun::makeExhausts() {
     auto* grid = columnGrid();
-    Temps_Label = named(heading(QStringLiteral("Exhaust Temps")), "Temps_Label");
+    Temps_Label = named(headingLabel(QStringLiteral("Exhaust Temps")), "Temps_Label");
     grid->addWidget(Temps_Label, 0, 0, 1, 2);
     Text_T.make("Text_T", [](int i) { return plainLabel(QStringLiteral("Exhaust %1").arg(i)); });
     T.make("T", [](int) { return cell(QStringLiteral("00000"), mediumDigits); });
@@ -164,14 +170,13 @@ QLayout* PitRun::makeBottom() {
     BTN_Ok->setAutoDefault(false);
     connect(Command1, &QPushButton::clicked, this, &PitRun::Command1_Click);
     connect(BTN_Ok, &QPushButton::clicked, this, &PitRun::BTN_Ok_Click);
-    Label_Port = named(
-        plainLabel(QString::fromStdString(loggerLink().portText(core::state().Config.CommPort))),
-        "Label_Port");
+    Label_Port = named(plainLabel({}), "Label_Port");
+    showPort();
     return row({Label_Port, LayoutPart::room(), Command1, BTN_Ok});
 }
 
 void PitRun::makeLayout() {
-    Label_Status = named(heading({}), "Label_Status");
+    Label_Status = named(headingLabel({}), "Label_Status");
     Label_Status->setFixedHeight(Label_Status->fontMetrics().lineSpacing());
     auto* readings = row({makeSpeeds(), makeAnalogs(), makeExhausts(), LayoutPart::room()});
     readings->setSpacing(32);
@@ -181,8 +186,15 @@ void PitRun::makeLayout() {
     setLayout(all);
 }
 
+// An adapter may have come or gone since the form was made.
+void PitRun::showPort() {
+    Label_Port->setText(
+        QString::fromStdString(loggerLink().portText(core::state().Config.CommPort)));
+}
+
 void PitRun::Command1_Click() {
     m_session.Command1_Click();
+    showPort();
 }
 
 void PitRun::BTN_Ok_Click() {
@@ -196,6 +208,7 @@ void PitRun::reject() {
 
 void PitRun::setCommand1(const std::string& caption) {
     Command1->setText(QLatin1Char('&') + shown(caption));
+    showPort(); // it is open or closed by now
 }
 
 void PitRun::applyLayout(const link::PitRunLayout& layout) {
@@ -216,7 +229,10 @@ void PitRun::showReadings(const link::PitRunReadings& readings) {
     write(*PRpm, readings.PRpm);
     write(*Mph, readings.Mph);
     for (int i = 1; i <= 8; ++i) {
-        write(Analog[i], readings.Analog[i]);
+        if (core::state().Config.Analog_Type[i] != core::mappedInput)
+            write(Analog[i], readings.Analog[i]);
+        else if (readings.Analog[i])
+            writeAtPoint(Analog[i], *readings.Analog[i], m_widestWhole[i]);
         write(T[i], readings.T[i]);
     }
 }

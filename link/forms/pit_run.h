@@ -11,7 +11,7 @@ class QPushButton;
 
 namespace kvo::forms {
 
-class PitRun : public QDialog, private link::PitRunView {
+class PitRun : public QDialog, public link::PitRunView {
     Q_OBJECT
 
 public:
@@ -22,6 +22,7 @@ protected:
 
 private:
     void makeLayout();
+    void showPort();
     QLayout* makeSpeeds();
     QLayout* makeAnalogs();
     QLayout* makeExhausts();
@@ -53,6 +54,7 @@ private:
     platform_qt::ControlArray<QLabel, 1, 8> T;
     platform_qt::ControlArray<QLabel, 1, 8> Text_T;
     platform_qt::ControlArray<QLabel, 0, 3> StatusLabel;
+    core::FromOne<QString, 8> m_widestWhole; // of the channels that go through a table
     link::PitRunSession m_session;
 };
 

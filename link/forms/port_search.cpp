@@ -19,8 +19,7 @@ PortSearch::PortSearch() : QDialog(QApplication::activeModalWidget()) {
     setObjectName(QStringLiteral("PortSearch"));
     setWindowTitle(QStringLiteral("Find Comm Port"));
     setWindowModality(Qt::ApplicationModal);
-    Label_Port = named(new QLabel, "Label_Port");
-    Label_Port->setTextFormat(Qt::PlainText);
+    Label_Port = named(plainLabel({}), "Label_Port");
     Label_Port->setWordWrap(true);
     Label_Port->setMinimumWidth(QFontMetrics(font()).averageCharWidth() * widthInLetters);
     ProgressBar1 = named(new QProgressBar, "ProgressBar1");

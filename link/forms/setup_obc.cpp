@@ -22,12 +22,6 @@ using link::ObcBox;
 
 namespace {
 
-QLabel* obcLabel(const QString& text) {
-    auto* label = new QLabel(text);
-    label->setTextFormat(Qt::PlainText);
-    return label;
-}
-
 QGroupBox* framed(const char* title, QLayout* inside) {
     auto* frame = new QGroupBox(QLatin1String(title));
     frame->setLayout(inside);
@@ -49,7 +43,7 @@ QGroupBox* SetupOBC::makeIdentity() {
     line->setSpacing(16);
     const auto add = [line](const char* caption, const char* name, const char* widest) {
         QLabel* value = named(valueLabel(QLatin1String(widest)), name);
-        auto* pair = row({obcLabel(QLatin1String(caption)), value});
+        auto* pair = row({plainLabel(QLatin1String(caption)), value});
         pair->setSpacing(6);
         line->addLayout(pair);
         return value;
@@ -117,14 +111,14 @@ void SetupOBC::addShiftLight(QGridLayout& grid, int row, const char* caption, in
     grid.addWidget(buddyLabel(QLatin1String(caption), rpm), row, 0);
     grid.addWidget(rpm, row, 1);
     if (number == 1) {
-        grid.addWidget(obcLabel(QStringLiteral("@  [ 0.00     ]  sec.")), row, 2, 1, 3);
+        grid.addWidget(plainLabel(QStringLiteral("@  [ 0.00     ]  sec.")), row, 2, 1, 3);
         return;
     }
     QLineEdit* seconds = makeBox(from(ObcBox::Label_MT2, 2));
     seconds->setAccessibleName(QStringLiteral("Time of threshold %1 in seconds").arg(number));
-    grid.addWidget(obcLabel(QStringLiteral("@")), row, 2);
+    grid.addWidget(plainLabel(QStringLiteral("@")), row, 2);
     grid.addWidget(seconds, row, 3);
-    grid.addWidget(obcLabel(QStringLiteral("sec.")), row, 4);
+    grid.addWidget(plainLabel(QStringLiteral("sec.")), row, 4);
 }
 
 QGroupBox* SetupOBC::makeShiftLights() {
@@ -149,7 +143,7 @@ void SetupOBC::makeLayout() {
     for (QPushButton* button : {SaveSetup, CancelSetup}) button->setAutoDefault(false);
     connect(SaveSetup, &QPushButton::clicked, this, &SetupOBC::SaveSetup_Click);
     connect(CancelSetup, &QPushButton::clicked, this, &SetupOBC::CancelSetup_Click);
-    Label_Status = named(obcLabel({}), "Label_Status");
+    Label_Status = named(plainLabel({}), "Label_Status");
     Label_Status->setWordWrap(true);
     Label_Status->hide();
     m_inner = new QWidget;

@@ -118,9 +118,22 @@ QLabel* buddyLabel(const QString& caption, QWidget* box) {
     return label;
 }
 
-QLabel* valueLabel(const QString& widest) {
-    auto* label = new QLabel;
+QLabel* plainLabel(const QString& text) {
+    auto* label = new QLabel(text);
     label->setTextFormat(Qt::PlainText);
+    return label;
+}
+
+QLabel* headingLabel(const QString& text) {
+    QLabel* label = plainLabel(text);
+    QFont bold = label->font();
+    bold.setBold(true);
+    label->setFont(bold);
+    return label;
+}
+
+QLabel* valueLabel(const QString& widest) {
+    QLabel* label = plainLabel({});
     label->setFont(tabularFont());
     label->setMinimumWidth(QFontMetrics(label->font()).horizontalAdvance(widest));
     return label;

@@ -156,6 +156,9 @@ QVBoxLayout* column(std::initializer_list<LayoutPart> parts);
 
 // A label that names a box: its & letter moves the focus there, and assistive tools speak it.
 QLabel* buddyLabel(const QString& caption, QWidget* box);
+// A label whose text is shown as it is, whatever it holds; and one above a group of others.
+QLabel* plainLabel(const QString& text);
+QLabel* headingLabel(const QString& text);
 // A label for a value that changes in place: digits of one width, and room for `widest` so that
 // nothing beside it moves.
 QLabel* valueLabel(const QString& widest);

@@ -143,8 +143,7 @@ QWidget* AnalogSetupFrame::makeTable() {
     }
     grid->setRowStretch(half, 1);
     m_curve = named(new AnalogCurveView, "Curve");
-    m_remark = named(new QLabel, "CurveRemark");
-    m_remark->setTextFormat(Qt::PlainText);
+    m_remark = named(plainLabel({}), "CurveRemark");
     m_remark->setWordWrap(true);
     m_remark->setMinimumHeight(m_remark->fontMetrics().lineSpacing() * 2);
     auto* all = column({row({grid, {m_curve, 1}}), m_remark});
@@ -164,6 +163,8 @@ void AnalogSetupFrame::makeButtons() {
 void AnalogSetupFrame::connectFields() {
     connect(
         Analog_Type, &QComboBox::currentIndexChanged, this, &AnalogSetupFrame::Analog_Type_Click);
+    // A pick of the kind that stands is a click too.
+    connect(Analog_Type, &QComboBox::activated, this, &AnalogSetupFrame::Analog_Type_Click);
     connect(AFactor, &QLineEdit::textChanged, this, &AnalogSetupFrame::AFactor_Change);
     connect(RangeText1, &QLineEdit::textChanged, this, &AnalogSetupFrame::drawCurve);
     for (QLineEdit* box : Text9) {

@@ -63,8 +63,7 @@ QGroupBox* ScaleRows::makeGroup(const QString& caption, const char* name) {
 void ScaleRows::makeRow(QGridLayout& grid, int channel) {
     const ChannelFacts& facts = channelFacts(channel);
     const int line = grid.rowCount();
-    auto* label = Label_Magnify.set("Label_Magnify", channel, new QLabel);
-    label->setTextFormat(Qt::PlainText);
+    QLabel* label = Label_Magnify.set("Label_Magnify", channel, plainLabel({}));
     if (facts.kind == ChannelKind::analog) {
         auto* which = new QLabel(shown(facts.option.caption));
         Label_Magnify_Analog_Text.set("Label_Magnify_Analog_Text", facts.number, which);

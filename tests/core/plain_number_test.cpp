@@ -1,5 +1,5 @@
 // Numbers as the boxes show them.
-#include "setup/plain_number.h"
+#include "core/basic/plain_number.h"
 
 #include "core/basic/numbers.h"
 
@@ -7,7 +7,7 @@
 
 #include <limits>
 
-namespace kvo::setup {
+namespace kvo::core {
 namespace {
 
 TEST(PlainNumber, IsWhatTheNumberIsWrittenAs) {
@@ -28,8 +28,8 @@ TEST(PlainNumber, HasNoExponent) {
 TEST(PlainNumber, OfTheLargestAndTheSmallestIsReadAgain) {
     const double largest = std::numeric_limits<double>::max();
     const double smallest = std::numeric_limits<double>::denorm_min();
-    EXPECT_EQ(core::Val(plainNumber(largest)), largest);
-    EXPECT_EQ(core::Val(plainNumber(smallest)), smallest);
+    EXPECT_EQ(Val(plainNumber(largest)), largest);
+    EXPECT_EQ(Val(plainNumber(smallest)), smallest);
 }
 
 TEST(PlainNumber, OfWhatIsNoNumberIsZero) {
@@ -38,4 +38,4 @@ TEST(PlainNumber, OfWhatIsNoNumberIsZero) {
 }
 
 } // namespace
-} // namespace kvo::setup
+} // namespace kvo::core

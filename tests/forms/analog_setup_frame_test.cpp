@@ -1,13 +1,16 @@
 // The frame Analog_Setup through its real widgets, in the form that opens it.
 #include "core/basic/numbers.h"
+#include "core/basic/plain_number.h"
 #include "platform/qt/text.h"
 #include "setup/sensor_models.h"
 #include "tests/forms/support/analog_window.h"
 #include "tests/forms/support/form_test_main.h"
 #include "tests/forms/support/user_click.h"
 
+#include <QAbstractItemView>
 #include <QAccessible>
 
+#include <cstdlib>
 #include <random>
 
 using namespace kvo;
@@ -79,6 +82,23 @@ private slots:
                 if (label->buddy() != nullptr)
                     QCOMPARE(label->isVisible(), label->buddy()->isVisible());
         }
+    }
+
+    // The pick of the kind that stands is a click too, and sets the raw count anew.
+    void aLambdaSensorThatIsPickedAgainKeepsTheRawCount() {
+        config().Analog_Type[2] = 3;
+        config().AnalogScale[2] = 0.5F;
+        config().AnalogOffset[2] = 4;
+        config().AnalogRangeLow[2] = -3;
+        open(2);
+        QCOMPARE(list("Analog_Type").currentIndex(), 3);
+        list("Analog_Type").showPopup();
+        QTest::keyClick(list("Analog_Type").view(), Qt::Key_Return);
+        QCOMPARE(list("Analog_Type").currentIndex(), 3);
+        click("Command2");
+        QCOMPARE(config().AnalogScale[2], 1.0F);
+        QCOMPARE(config().AnalogOffset[2], 0.0F);
+        QCOMPARE(config().AnalogRangeLow[2], std::int16_t{0});
     }
 
     void theFrameGrowsForTheTableAlone() {
@@ -322,14 +342,21 @@ private slots:
             list("Analog_Type").setCurrentIndex(upTo(4));
             const bool mapped = list("Analog_Type").currentIndex() == setup::mappedInput;
             click("Command2");
-            const QStringList saved = controls();
+            QStringList saved = controls();
             const core::AppConfig settings = config();
             const platform::Bytes table = tableFile(channel);
             open(channel % 8 + 1);
             click("Command1");
             open(channel);
+            // The last of seven digits is that of the single which holds the scale.
+            const float scale = settings.AnalogScale[channel];
+            const int low = std::abs(int{settings.AnalogRangeLow[channel]});
+            saved[2] = shown(
+                core::plainNumber(static_cast<float>(static_cast<double>(scale) * 255 - low)));
             QCOMPARE(controls().mid(0, mapped ? -1 : 9), saved.mid(0, mapped ? -1 : 9));
             click("Command2");
+            QVERIFY(qAbs(config().AnalogScale[channel] - scale) <= 1e-5F);
+            config().AnalogScale[channel] = scale;
             QVERIFY(config() == settings);
             QCOMPARE(tableFile(channel), table);
         }

@@ -132,6 +132,36 @@ private slots:
         QVERIFY(!m_line->line.portOpen());
     }
 
+    // An adapter may be plugged in while the form stands.
+    void thePortIsLookedAtAnew() {
+        connectLogger(25);
+        m_line->line.plugInto(5);
+        QString atTheEnd;
+        dialogs().expectInputTitled("Run Title", "7 Final");
+        dialogs().expectBoxTitled("Download Saved", Reply::no).whileShown = [&atTheEnd] {
+            atTheEnd = control<QLabel>(form<DownloadData>(), "Label_Port").text();
+        };
+        inTheForm([this] {
+            QCOMPARE(control<QLabel>(form<DownloadData>(), "Label_Port").text(),
+                QStringLiteral("Port 1: no device"));
+            m_line->line.plugInto(1);
+            clickSend();
+        });
+        QCOMPARE(atTheEnd, QStringLiteral("Port 1: /dev/virtual"));
+    }
+
+    void theEndOfADownloadLooksAtThePort() {
+        connectLogger(25, true, {Fault::Kind::silent, 0});
+        dialogs().expectBoxTitled("Download Error !");
+        inTheForm([this] {
+            whileWaiting(100, [this] { m_line->line.plugInto(5); });
+            clickSend();
+            QCOMPARE(control<QLabel>(form<DownloadData>(), "Label_Port").text(),
+                QStringLiteral("Port 1: no device"));
+            QCOMPARE(userClick(&cancelButton()), QString());
+        });
+    }
+
     void everyTypeComesInBothWays_data() {
         QTest::addColumn<int>("type");
         QTest::addColumn<bool>("fast");

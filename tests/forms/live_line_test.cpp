@@ -20,6 +20,7 @@
 #include <QFile>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QPushButton>
 #include <QTemporaryDir>
 #include <QTimer>
@@ -303,6 +304,27 @@ private slots:
         runFor(300);
         QVERIFY(!sample().isEmpty());
         QCOMPARE(m_cable->port.closings, 2);
+    }
+
+    // The port number was changed while the form's port was left open.
+    void aPortLeftOpenIsNotTakenForAnotherNumber() {
+        connectLogger(25);
+        form<VrnWin32>().show();
+        onModal([](QWidget* modal) { modal->close(); });
+        command("Mnu_ConfigureComputer");
+        QVERIFY(m_cable->port.portOpen());
+        m_program->state.Config.CommPort = 2;
+        command("Mnu_PitRun");
+        bool told = false;
+        answerBox("Communications Error", "OK", [&told](const QMessageBox& box) {
+            told = box.text().startsWith(QLatin1String("Error Opening Com2"));
+        });
+        QVERIFY(QTest::qWaitForWindowActive(&form<PitRun>()));
+        QCOMPARE(userClick(&startButton()), QString());
+        QVERIFY(told);
+        QVERIFY(!m_cable->port.portOpen());
+        QCOMPARE(m_cable->port.closings, 1);
+        QCOMPARE(startButton().text(), QStringLiteral("&Start"));
     }
 };
 

@@ -2,6 +2,7 @@
 // out of a run.
 #include "link/forms/pit_run.h"
 
+#include "core/basic/plain_number.h"
 #include "core/forms/doors.h"
 #include "link/forms/logger_line.h"
 #include "tests/forms/support/form_test_main.h"
@@ -215,6 +216,41 @@ private slots:
                 label("Analog", 4).contentsRect().width());
     }
 
+    // A table from 0 to 0.9 reads a little beside 0 at count 26.
+    void theReadingsOfATableKeepTheirPoint() {
+        connectLogger(12);
+        auto& config = m_program->state.Config;
+        config.Analog_Type[4] = 2;
+        core::AnalogTables onDisk;
+        std::array<double, 256>& table = onDisk[4];
+        const std::array<double, 5> readings{
+            -1.11022302462516E-16, 0.035, 13.7333333333333, -2, 255.5};
+        for (std::size_t raw = 0; raw < table.size(); ++raw) table[raw] = readings[raw % 5];
+        QVERIFY(core::SaveAnalogTable("/kvo", "Analog4.Dat", 4, onDisk, m_program->files).done);
+        open();
+        link::PitRunView& view = form<PitRun>();
+        QLabel& cell = label("Analog", 4);
+        const QStringList beginnings{"-0.00000000000", "0.035", "13.7333333333333", "-2", "255.5"};
+        QList<int> points;
+        for (std::size_t i = 0; i < readings.size(); ++i) {
+            link::PitRunReadings frame;
+            frame.Analog[4] = core::plainNumber(readings[i]);
+            view.showReadings(frame);
+            QVERIFY2(cell.text().startsWith(beginnings[static_cast<qsizetype>(i)]),
+                qPrintable(cell.text()));
+            QVERIFY(QString::fromStdString(*frame.Analog[4]).startsWith(cell.text()));
+            const QFontMetrics& metrics = cell.fontMetrics();
+            const int right = cell.width() - cell.frameWidth() - cell.margin() - cell.indent();
+            const int width = metrics.horizontalAdvance(cell.text());
+            QVERIFY(right - width >= cell.frameWidth());
+            const QString behind = cell.text().section(QLatin1Char('.'), 1);
+            const bool hasPoint = cell.text().contains(QLatin1Char('.'));
+            points << right - (hasPoint ? metrics.horizontalAdvance(QLatin1Char('.') + behind) : 0);
+        }
+        for (const int point : points)
+            QVERIFY2(qAbs(point - points[0]) <= 1, qPrintable(QString::number(point)));
+    }
+
     void digitsDoNotJump() {
         connectLogger(32, {Fault::Kind::flood, 0}); // garbage: the widest numbers there are
         open();
@@ -265,6 +301,45 @@ private slots:
         runUntil(7 * second);
         QCOMPARE(said, QStringList({"", "No data from the logger for 2 s",
                            "No data from the logger for 3 s", ""}));
+    }
+
+    // A run that was stopped in a silence leaves nothing of it to the next one.
+    void aSecondRunBeginsWithoutTheSilenceOfTheFirst() {
+        connectLogger(25);
+        open();
+        at(second, [this] { m_line->logger.receive('p'); });
+        QString inTheFirst;
+        at(5 * second, [&inTheFirst] { inTheFirst = status(); });
+        runUntil(6 * second);
+        QVERIFY(inTheFirst.startsWith(QLatin1String("No data from the logger for")));
+        QStringList inTheSecond;
+        QStringList samples;
+        for (const int ms : {40, 500, 1500}) {
+            at(6 * second + ms * platform::turnsPerMillisecond, [&] {
+                inTheSecond << status();
+                samples << label("LineNumber").text();
+            });
+        }
+        runUntil(8 * second);
+        QCOMPARE(inTheSecond, QStringList({"", "", ""}));
+        QVERIFY(samples[2].toInt() > samples[1].toInt());
+    }
+
+    // An adapter may be plugged in while the form stands, and pulled out in the run.
+    void thePortIsLookedAtAnew() {
+        connectLogger(25);
+        m_line->line.plugInto(5);
+        open();
+        QCOMPARE(label("Label_Port").text(), QStringLiteral("Port 1: no device"));
+        m_line->line.plugInto(1);
+        QString during;
+        at(second, [&] {
+            during = label("Label_Port").text();
+            m_line->line.plugInto(5);
+        });
+        runUntil(second + 100);
+        QCOMPARE(during, QStringLiteral("Port 1: /dev/virtual"));
+        QCOMPARE(label("Label_Port").text(), QStringLiteral("Port 1: no device"));
     }
 
     void stopClearsTheWordOnSilence() {

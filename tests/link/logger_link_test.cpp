@@ -8,6 +8,9 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
+#include <vector>
+
 namespace kvo::link {
 namespace {
 
@@ -89,6 +92,32 @@ TEST_F(LoggerLinkTest, AnOpenPortIsNotOpenedAgain) {
     link->OpenLoggerPort(1);
     EXPECT_EQ(opens, 1);
     EXPECT_EQ(link->LinkFailed, 0);
+}
+
+// The form of the logger's settings leaves its port open; the setup may name another one since.
+TEST_F(LoggerLinkTest, AnotherPortThatWasLeftOpenIsClosedFirst) {
+    use({});
+    std::vector<int> opens;
+    line->onOpen = [&](int port) { opens.push_back(port); };
+    link->OpenLoggerPort(1);
+    line->plugInto(3);
+    link->OpenLoggerPort(3);
+    EXPECT_EQ(opens, (std::vector<int>{1, 3}));
+    EXPECT_EQ(line->closings(), 1);
+    EXPECT_EQ(line->commPort(), 3);
+    EXPECT_TRUE(line->portOpen());
+    EXPECT_EQ(link->LinkFailed, 0);
+}
+
+TEST_F(LoggerLinkTest, APortThatIsNotThereIsToldThoughAnotherWasOpen) {
+    use({});
+    link->OpenLoggerPort(1);
+    line->failToOpen(2, platform::PortError::missing);
+    dialogs.expectBoxTitled("Communications Error");
+    link->OpenLoggerPort(2);
+    EXPECT_EQ(link->LinkFailed, -1);
+    EXPECT_FALSE(line->portOpen());
+    EXPECT_EQ(dialogs.problems(), "");
 }
 
 TEST_F(LoggerLinkTest, CommunicationEventsHaveTheirOwnNumbers) {

@@ -138,6 +138,30 @@ TEST(PitFrame, EveryKindOfAnalogHasItsPicture) {
     EXPECT_EQ(got.Analog[6], std::nullopt);
 }
 
+// The steps of a table leave sums that a point is far away from.
+TEST(PitFrame, AReadingOutOfATableHasNoExponent) {
+    core::AppConfig config = pitConfig(12);
+    config.Analog_Type[1] = 2;
+    core::AnalogTables tables;
+    tables[1][26] = -1.11022302462516E-16;
+    tables[1][27] = 1e20;
+    std::string frame = frameOf(28, {});
+    frame[11] = char{26};
+    EXPECT_EQ(
+        decodePitFrame(frame, config, tables)->Analog[1], "-0.000000000000000111022302462516");
+    frame[11] = char{27};
+    EXPECT_EQ(decodePitFrame(frame, config, tables)->Analog[1], "100000000000000000000");
+}
+
+TEST(PitFrame, TheWidestWholePartOfATableKeepsItsPoint) {
+    core::AnalogTables tables;
+    EXPECT_EQ(widestWhole(tables[1]), "0");
+    tables[1][3] = 99.5;
+    tables[1][200] = -99.5;
+    tables[1][201] = 0.123456789;
+    EXPECT_EQ(widestWhole(tables[1]), "-99");
+}
+
 TEST(PitFrame, MoreThanTwoDecimalsAndWhatFitsNoSingleLeaveTheLabel) {
     core::AppConfig config = pitConfig(12);
     config.Decimals[1] = 3;

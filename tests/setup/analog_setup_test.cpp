@@ -228,10 +228,33 @@ TEST_F(AnalogSetup, OkTakesEverySetting) {
     EXPECT_EQ(m_config.Fuel_Combo, 4);
     EXPECT_EQ(m_config.AnalogName[8], "") << "names are the setup form's to save";
     open(8);
-    EXPECT_EQ(m_editor.AFactor, "150") << "as it was typed";
+    EXPECT_EQ(m_editor.AFactor, "150");
     m_editor.SmoothOption = false;
     EXPECT_TRUE(ok().taken());
     EXPECT_EQ(m_config.SmoothOption[24], 0);
+}
+
+// A scale is a single, so its last digit may be another than the one that was typed.
+TEST_F(AnalogSetup, AFactorOpensAsThePlainNumberOfASingle) {
+    struct Row {
+        const char* low;
+        const char* typed;
+        const char* shown;
+    };
+    for (const Row& row : {Row{"0", "9.24", "9.240001"}, Row{"0", "8.6", "8.599999"},
+             Row{"300", "69", "68.99999"}, Row{"-50", "150", "150"}, Row{"0", "255", "255"},
+             Row{"0", "0.00000001", "0.00000001"}, Row{"0", "0", "0"}, Row{"7", "-7", "-7"}}) {
+        open(1);
+        pick(customInput);
+        m_editor.RangeText1 = row.low;
+        typeFactor(row.typed);
+        ASSERT_TRUE(ok().taken());
+        const float scale = m_config.AnalogScale[1];
+        open(1);
+        EXPECT_EQ(m_editor.AFactor, row.shown) << row.typed;
+        ASSERT_TRUE(ok().taken());
+        EXPECT_FLOAT_EQ(m_config.AnalogScale[1], scale) << "a save without a change";
+    }
 }
 
 TEST_F(AnalogSetup, NoOtherChannelChanges) {
@@ -532,9 +555,13 @@ TEST_F(AnalogSetup, WhatWasSavedComesBack) {
         open(1 + channel % 8);
         open(channel);
         if (!mapped) saved.Text9 = m_editor.Text9;
-        ASSERT_EQ(m_editor.AFactor, saved.AFactor) << "low " << saved.RangeText1;
+        // The last of seven digits is the single's; all else is as it was typed.
+        ASSERT_NEAR(core::Val(m_editor.AFactor), core::Val(saved.AFactor), 5e-4) << turn;
+        saved.AFactor = m_editor.AFactor;
         ASSERT_EQ(m_editor, saved) << turn;
         ASSERT_TRUE(ok().taken());
+        ASSERT_NEAR(m_config.AnalogScale[channel], config.AnalogScale[channel], 1e-5) << turn;
+        m_config.AnalogScale[channel] = config.AnalogScale[channel];
         ASSERT_EQ(m_config, config) << turn;
         ASSERT_EQ(file(channel), table) << turn;
     }
