@@ -159,14 +159,11 @@ platform::Bytes encodeConfig(const AppConfig& config) {
     return walk.take();
 }
 
-bool LoadConfig(const std::string& appFolder, AppConfig& config, const platform::Files& files,
-    platform::Dialogs& dialogs, const std::function<void()>& showSoftwareSetup) {
+ConfigRead LoadConfig(
+    const std::string& appFolder, AppConfig& config, const platform::Files& files) {
     const auto file = files.read(configPath(appFolder, files));
-    if (file && decodeConfig(*file, config)) return true;
-    dialogs.beep();
-    dialogs.messageBox(file ? corruptText : missingText, platform::boxStyle::critical, programName);
-    showSoftwareSetup();
-    return false;
+    if (!file) return {missingText};
+    return {decodeConfig(*file, config) ? std::string() : corruptText};
 }
 
 platform::WriteResult SaveConfig(

@@ -84,15 +84,24 @@ bool DownloadSession::startSession() {
     m_link.LinkFailed = 0;
     m_link.OpenLoggerPort(m_in.Config.CommPort);
     m_link.port().setInputLen(1);
-    if (core::LoadConfig(m_in.AppFolder, m_in.Config, m_files, m_dialogs,
-            [this] { m_view.showSoftwareSetup(); })) {
-        m_in.ConfigKnown = true;
-    }
+    readConfig();
     if (m_link.LinkFailed == -1) return false;
     const bool answered = m_link.greetLogger();
     if (m_cancelled) return false;
     if (!answered) m_link.reportNoReply("Download Error !");
     return answered;
+}
+
+// A file of no use leads into the setup, and the download goes on with what it says.
+void DownloadSession::readConfig() {
+    const core::ConfigRead read = core::LoadConfig(m_in.AppFolder, m_in.Config, m_files);
+    if (read.whole()) {
+        m_in.ConfigKnown = true;
+        return;
+    }
+    m_dialogs.beep();
+    m_dialogs.messageBox(read.message, boxStyle::critical, core::programName);
+    m_view.showSoftwareSetup();
 }
 
 void DownloadSession::askWheel() {
@@ -228,7 +237,7 @@ bool DownloadSession::saveRunFile(const std::string& name, const std::string& ru
 bool DownloadSession::chooseOtherPlace(const std::string& name) {
     const auto folder = m_dialogs.chooseFolder("Save the run in another folder", m_in.AppFolder);
     if (folder) {
-        m_in.Run.path = *folder + std::string(1, m_files.separator()) + name;
+        m_in.Run.path = core::joined(*folder, name, m_files);
         return true;
     }
     const Reply giveUp = m_dialogs.messageBox(

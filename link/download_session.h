@@ -51,6 +51,7 @@ public:
 private:
     void run();
     bool startSession();
+    void readConfig();
     void askWheel();
     void giveWheelBack();
     bool takeDataType(bool headerCame);

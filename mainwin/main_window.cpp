@@ -3,6 +3,7 @@
 #include "core/basic/numbers.h"
 #include "core/config.h"
 #include "core/forms/doors.h"
+#include "core/paths.h"
 #include "core/shared_state.h"
 #include "link/download_session.h"
 #include "link/forms/logger_line.h"
@@ -191,14 +192,7 @@ void VrnWin32::Mnu_ConfigureComputer_Click() {
 // Where the file is of no use, that reading has shown the form already.
 void VrnWin32::Mnu_SetupSoftware_Click() {
     const MainMenusDisabled off;
-    core::SharedState& state = core::state();
-    const platform::Services& services = platform::services();
-    if (!core::LoadConfig(state.AppFolder, state.Config, *services.files, *services.dialogs,
-            doors().showSoftwareSetup)) {
-        return;
-    }
-    state.ConfigKnown = true;
-    doors().showSoftwareSetup();
+    if (readConfig()) doors().showSoftwareSetup();
 }
 
 void VrnWin32::Mnu_EditVSetup_Click() {
@@ -221,6 +215,20 @@ void VrnWin32::Mnu_UpDate_Click() {
 void VrnWin32::Mnu_AboutVrn_Click() {
     const MainMenusDisabled off;
     doors().showAbout();
+}
+
+bool readConfig() {
+    core::SharedState& state = core::state();
+    const platform::Services& services = platform::services();
+    const core::ConfigRead read = core::LoadConfig(state.AppFolder, state.Config, *services.files);
+    if (read.whole()) {
+        state.ConfigKnown = true;
+        return true;
+    }
+    services.dialogs->beep();
+    services.dialogs->messageBox(read.message, platform::boxStyle::critical, core::programName);
+    doors().showSoftwareSetup();
+    return false;
 }
 
 void hideMainWindow() {

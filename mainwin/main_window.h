@@ -72,6 +72,10 @@ private:
 // window it does nothing.
 void EnableMainMenus(bool on);
 
+// Reads the configuration anew; true where it was read whole. A file of no use is told, and leads
+// into the setup form.
+bool readConfig();
+
 // The main window shows the picture of the vehicle that the configuration names now. Without a main
 // window it does nothing.
 void loadLogo();

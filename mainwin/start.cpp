@@ -97,6 +97,7 @@ void showVisibleOptions(const core::FromOne<std::string, 8>& analogNames) {
 void refreshChooser(const std::string& fileName) {
     library::RunList& runs = library::runList();
     runs.read(core::state().AppFolder, *platform::services().files);
+    runs.choose(-1); // a run that the list does not have leaves no choice
     runs.chooseFile(fileName);
 }
 
@@ -168,10 +169,7 @@ bool startProgram() {
     state.Config = core::defaultConfig();
     // Where the file is of no use, the setup form says whether the user has stated a setup.
     state.ConfigKnown = false;
-    if (core::LoadConfig(state.AppFolder, state.Config, *services.files, *services.dialogs,
-            doors().showSoftwareSetup)) {
-        state.ConfigKnown = true;
-    }
+    readConfig();
     showModal(form<frmSplash>());
     const bool mayGoOn = form<frmSplash>().LoginSucceeded;
     unload<frmSplash>();

@@ -2,7 +2,6 @@
 #include "core/config.h"
 #include "tests/support/memory_files.h"
 #include "tests/support/record_fields.h"
-#include "tests/support/scripted_dialogs.h"
 
 #include <gtest/gtest.h>
 
@@ -12,7 +11,6 @@ namespace kvo::core {
 namespace {
 
 using testing::MemoryFiles;
-using testing::ScriptedDialogs;
 
 constexpr const char* configPath = "/kvo/Kvo.Cfg";
 
@@ -235,44 +233,24 @@ TEST(Config, CarriesNumbersThatAreNone) {
     EXPECT_EQ(again.First_Ratio, config.First_Ratio);
 }
 
-struct LoadedConfig {
-    AppConfig config;
-    int setups = 0;
-    int beeps = 0;
-    std::string problems;
-};
-
-LoadedConfig load(const MemoryFiles& files, const char* expectedText) {
-    LoadedConfig loaded;
-    ScriptedDialogs dialogs;
-    if (expectedText) dialogs.expectBox(expectedText, 16, "Kvo");
-    LoadConfig("/kvo", loaded.config, files, dialogs, [&] {
-        ++loaded.setups;
-        EXPECT_EQ(dialogs.beeps(), 1) << "the setup comes behind the message";
-    });
-    loaded.beeps = dialogs.beeps();
-    loaded.problems = dialogs.problems();
-    return loaded;
-}
-
 constexpr const char* missing =
     "      Kvo.CfgG file not foundYou will have to fix the Setup before downloading data. ";
 constexpr const char* corrupt =
     "\n    Your Kvo.Cfg file is CORRUPT\n\nYou Will have to Setup Kvo again. \n";
 
-TEST(LoadConfig, AMissingFileIsToldAndOpensTheSetup) {
-    const LoadedConfig loaded = load(MemoryFiles{}, missing);
-    EXPECT_EQ(loaded.problems, "");
-    EXPECT_EQ(loaded.setups, 1);
-    EXPECT_EQ(loaded.config, AppConfig{});
+TEST(LoadConfig, AMissingFileHasItsMessage) {
+    AppConfig config;
+    const ConfigRead read = LoadConfig("/kvo", config, MemoryFiles{});
+    EXPECT_FALSE(read.whole());
+    EXPECT_EQ(read.message, missing);
+    EXPECT_EQ(config, AppConfig{});
 }
 
 TEST(LoadConfig, AnEmptyFileIsCorrupt) {
     MemoryFiles files;
     files.put(configPath, {});
-    const LoadedConfig loaded = load(files, corrupt);
-    EXPECT_EQ(loaded.problems, "");
-    EXPECT_EQ(loaded.setups, 1);
+    AppConfig config;
+    EXPECT_EQ(LoadConfig("/kvo", config, files).message, corrupt);
 }
 
 TEST(LoadConfig, ACutFileIsCorruptAndKeepsWhatWasRead) {
@@ -282,20 +260,17 @@ TEST(LoadConfig, ACutFileIsCorruptAndKeepsWhatWasRead) {
     ASSERT_TRUE(decodeConfig(file, whole));
     file.resize(600);
     files.put(configPath, file);
-    const LoadedConfig loaded = load(files, corrupt);
-    EXPECT_EQ(loaded.problems, "");
-    EXPECT_EQ(loaded.setups, 1);
-    EXPECT_EQ(loaded.config.Driver, whole.Driver);
+    AppConfig config;
+    EXPECT_EQ(LoadConfig("/kvo", config, files).message, corrupt);
+    EXPECT_EQ(config.Driver, whole.Driver);
 }
 
-TEST(LoadConfig, AGoodFileIsReadInSilence) {
+TEST(LoadConfig, AGoodFileHasNoMessage) {
     MemoryFiles files;
     files.put(configPath, numbered("secret"));
-    const LoadedConfig loaded = load(files, nullptr);
-    EXPECT_EQ(loaded.problems, "");
-    EXPECT_EQ(loaded.setups, 0);
-    EXPECT_EQ(loaded.beeps, 0);
-    EXPECT_EQ(loaded.config.Password, "secret");
+    AppConfig config;
+    EXPECT_TRUE(LoadConfig("/kvo", config, files).whole());
+    EXPECT_EQ(config.Password, "secret");
 }
 
 TEST(SaveConfig, KeepsACopyOfWhatItReplaces) {

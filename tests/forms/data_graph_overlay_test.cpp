@@ -428,8 +428,7 @@ private:
         state() = {};
         library::runList() = {};
         state().AppFolder = "/kvo";
-        state().ConfigKnown =
-            core::LoadConfig("/kvo", state().Config, files(), dialogs(), [] { QFAIL("setup"); });
+        state().ConfigKnown = core::LoadConfig("/kvo", state().Config, files()).whole();
         QVERIFY(state().ConfigKnown);
         form<VrnWin32>().show();
         testing::onModal(taking(1));

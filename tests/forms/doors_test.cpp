@@ -4,6 +4,7 @@
 #include "graph/forms/data_graph.h"
 #include "library/forms/load_file.h"
 #include "library/forms/run_statistics.h"
+#include "library/run_list.h"
 #include "mainwin/about.h"
 #include "mainwin/main_window.h"
 #include "mainwin/start.h"
@@ -155,6 +156,21 @@ private slots:
         comes("LoadFile");
         doors().chooseRunsToDelete("Delete File");
         QCOMPARE(form<forms::LoadFile>().windowTitle(), QStringLiteral("Delete File"));
+    }
+
+    // A run that was saved elsewhere, or not listed, is the choice of no row: back and forward of
+    // the graph do not go on from the one before.
+    void aFreshRunThatIsNotListedLeavesNoChoice() {
+        forms::openDoors();
+        QVERIFY(m_program->files.makeFolder("/kvo/Data").done);
+        const std::vector<core::RunIndexEntry> rows{
+            {"26111514.52d", "Sun 15 Nov 2026 Run: 1"}, {"26111515.10d", "Sun 15 Nov 2026 Run: 2"}};
+        QVERIFY(core::writeRunIndex("/kvo", rows, m_program->files).done);
+        doors().refreshChooser(rows[0].FileName);
+        QCOMPARE(library::runList().chosenRow(), 0);
+        doors().refreshChooser("26111516.00d");
+        QCOMPARE(library::runList().chosenRow(), -1);
+        QVERIFY(!library::runList().canStep(1));
     }
 
     void theChooserGivesTheRunAndAFreshOneIsItsChoice() {

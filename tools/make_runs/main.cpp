@@ -73,10 +73,9 @@ int main(int argc, char* argv[]) {
     const auto arguments = command_line::read(syntax, argc, argv);
     if (arguments.exitCode) return *arguments.exitCode;
     platform_os::OsFiles files;
-    platform::UnansweredDialogs dialogs;
     const auto state = std::make_unique<core::SharedState>();
     state->AppFolder = arguments.operands[0];
-    core::LoadConfig(state->AppFolder, state->Config, files, dialogs, [] {});
+    static_cast<void>(core::LoadConfig(state->AppFolder, state->Config, files)); // or as it comes
     for (const race_days::Download& download : race_days::downloads()) {
         if (!store(download, *state, files)) return 1;
     }
