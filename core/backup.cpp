@@ -58,6 +58,19 @@ platform::WriteResult notKept(const platform::ReadResult& old) {
         false, old.message + "\nSo no copy of it can be kept, and it stays as it is.", old.failure};
 }
 
+// Runs come from anywhere, and a folder of them may hold links: what lies in Data/ is never written
+// through one that leads out of it.
+platform::WriteResult mayReplace(
+    const std::string& appFolder, const std::string& path, const platform::Files& files) {
+    const bool ofData = joined(dataFolder(appFolder, files), baseName(path), files) == path;
+    if (ofData && files.linksElsewhere(path)) {
+        return {false,
+            path + "\ncould not be written.\nIt is a link that leads out of the Data folder.",
+            platform::FileFailure::notPermitted};
+    }
+    return files.replaceable(path);
+}
+
 // `old` is what a read of the file gave.
 platform::WriteResult replace(const std::string& appFolder, const std::string& path,
     const platform::ReadResult& old, const platform::Bytes& content, platform::Files& files) {
@@ -82,13 +95,13 @@ platform::WriteResult keepCopy(
 
 platform::WriteResult replaceKept(const std::string& appFolder, const std::string& path,
     const platform::Bytes& content, platform::Files& files) {
-    if (auto refused = files.replaceable(path); !refused) return refused;
+    if (auto refused = mayReplace(appFolder, path, files); !refused) return refused;
     return replace(appFolder, path, files.readOrReason(path), content, files);
 }
 
 platform::WriteResult replaceBeginningKept(const std::string& appFolder, const std::string& path,
     platform::Bytes content, platform::Files& files) {
-    if (auto refused = files.replaceable(path); !refused) return refused;
+    if (auto refused = mayReplace(appFolder, path, files); !refused) return refused;
     const auto old = files.readOrReason(path);
     if (old && old.content->size() > content.size()) {
         const auto behind = old.content->begin() + static_cast<std::ptrdiff_t>(content.size());

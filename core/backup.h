@@ -13,8 +13,8 @@ namespace kvo::core {
 [[nodiscard]] platform::WriteResult keepCopy(
     const std::string& appFolder, const std::string& path, platform::Files& files);
 
-// Writes `content` to `path`. The old content is kept first, unless the new one begins with it. On
-// failure the file is as it was.
+// Writes `content` to `path`. A link in Data/ that leads out of it is refused. The old content is
+// kept first, unless the new one begins with it. On failure the file is as it was.
 [[nodiscard]] platform::WriteResult replaceKept(const std::string& appFolder,
     const std::string& path, const platform::Bytes& content, platform::Files& files);
 

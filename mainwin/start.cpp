@@ -7,6 +7,7 @@
 #include "core/forms/doors.h"
 #include "core/shared_state.h"
 #include "core/start.h"
+#include "core/tidy_folder.h"
 #include "graph/forms/data_graph.h"
 #include "library/forms/browser.h"
 #include "library/forms/copy.h"
@@ -165,6 +166,7 @@ bool startProgram() {
     if (!core::processorSuffices(processorType, *services.dialogs)) return false;
     core::SharedState& state = core::state();
     state.AppFolder = currentFolder();
+    core::tidyFolder(state.AppFolder, services.clock->now(), *services.files);
     // What a file that is missing or cut does not give has sensible values.
     state.Config = core::defaultConfig();
     // Where the file is of no use, the setup form says whether the user has stated a setup.

@@ -58,6 +58,9 @@ public:
     // Whether what is there now refuses to be replaced or deleted, and why. A path where there is
     // nothing refuses nothing; what only the disk can refuse shows at the write.
     [[nodiscard]] virtual WriteResult replaceable(const std::string& path) const = 0;
+    // Whether the name is a link to something outside of the folder that it stands in. A write goes
+    // through a link, so whoever writes what a stranger has named asks first.
+    virtual bool linksElsewhere(const std::string& path) const = 0;
     // Copies a whole file as a write does: on failure the target is as it was.
     [[nodiscard]] WriteResult copy(const std::string& from, const std::string& to) {
         ReadResult source = readOrReason(from);

@@ -263,6 +263,17 @@ WriteResult OsFiles::createEmpty(const std::string& path) {
     return {};
 }
 
+bool OsFiles::linksElsewhere(const std::string& path) const {
+    const fs::path place = found(path);
+    std::error_code error;
+    if (!fs::is_symlink(place, error)) return false;
+    const fs::path folder = place.has_parent_path() ? place.parent_path() : fs::path(".");
+    const fs::path home = fs::weakly_canonical(folder, error);
+    const fs::path target = error ? fs::path() : fs::canonical(place, error);
+    // What cannot be told leads away: to nothing, in a ring, through a folder that is closed.
+    return error || target.parent_path() != home;
+}
+
 WriteResult OsFiles::replaceable(const std::string& path) const {
     return refusal(found(path));
 }

@@ -19,6 +19,7 @@ public:
     platform::ReadResult readOrReason(const std::string& path) const override;
     platform::WriteResult write(const std::string& path, const platform::Bytes& content) override;
     platform::WriteResult createEmpty(const std::string& path) override;
+    bool linksElsewhere(const std::string& path) const override;
     platform::WriteResult replaceable(const std::string& path) const override;
     std::optional<platform::DateTime> createdOn(const std::string& path) const override;
     bool exists(const std::string& path) const override;

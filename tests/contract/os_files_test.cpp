@@ -174,6 +174,25 @@ TEST(OsFiles, CreateAnEmptyFileOnlyWhereThereIsNone) {
     EXPECT_EQ(files.createEmpty(folder / "none/KvoTimes").failure, FileFailure::noSuchPath);
 }
 
+TEST(OsFiles, TellALinkThatLeadsOutOfItsFolder) {
+    TemporaryFolder folder;
+    OsFiles files;
+    ASSERT_TRUE(files.makeFolder(folder / "Data"));
+    ASSERT_TRUE(files.write(folder / "secret", before));
+    ASSERT_TRUE(files.write(folder / "Data/run", before));
+    const auto link = [&](const char* to, const char* name) {
+        fs::create_symlink(to, folder / (std::string("Data/") + name));
+        return files.linksElsewhere(folder / (std::string("Data/") + name));
+    };
+    EXPECT_TRUE(link("../secret", "up"));
+    EXPECT_TRUE(link("../nothing", "nowhere"));
+    EXPECT_TRUE(link("up", "over another link"));
+    EXPECT_TRUE(link("ring", "ring"));
+    EXPECT_FALSE(link("run", "beside"));
+    EXPECT_FALSE(files.linksElsewhere(folder / "Data/run"));
+    EXPECT_FALSE(files.linksElsewhere(folder / "Data/none"));
+}
+
 TEST(OsFiles, TellAMissingFolderFromAMissingFile) {
     TemporaryFolder folder;
     OsFiles files;

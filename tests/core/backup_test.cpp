@@ -168,5 +168,19 @@ TEST(Paths, HaveOneSeparatorBetweenTheirParts) {
     EXPECT_EQ(dataFolder("/kvo", files), "/kvo/Data");
 }
 
+TEST(ReplaceKept, NeverWritesThroughALinkOutOfData) {
+    MemoryFiles files;
+    for (const char* path : {run, "/kvo/Kvo.Cfg"}) {
+        files.put(path, {1});
+        files.leadAway(path);
+    }
+    EXPECT_FALSE(replaceKept("/kvo", run, {2}, files));
+    EXPECT_FALSE(replaceBeginningKept("/kvo", run, {2}, files));
+    EXPECT_EQ(files.read(run), platform::Bytes{1});
+    EXPECT_TRUE(files.list("/kvo/Backup").empty());
+    // The setup may lie where its user wants it.
+    EXPECT_TRUE(replaceKept("/kvo", "/kvo/Kvo.Cfg", {2}, files));
+}
+
 } // namespace
 } // namespace kvo::core

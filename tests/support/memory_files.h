@@ -18,6 +18,8 @@ public:
     void allowWrites() { m_failures.clear(); }
     // Files below `prefix` are there and cannot be read.
     void failReads(const std::string& prefix, Failure how) { m_unreadable[prefix] = how; }
+    // The file is a link that leads out of its folder.
+    void leadAway(const std::string& path) { m_links.insert(path); }
     void allowReads() { m_unreadable.clear(); }
     void setCreatedOn(const std::string& path, const platform::DateTime& date) {
         m_dates[path] = date;
@@ -31,6 +33,7 @@ public:
     platform::ReadResult readOrReason(const std::string& path) const override;
     platform::WriteResult write(const std::string& path, const platform::Bytes& content) override;
     platform::WriteResult createEmpty(const std::string& path) override;
+    bool linksElsewhere(const std::string& path) const override { return m_links.contains(path); }
     platform::WriteResult replaceable(const std::string& path) const override;
     // The date that was set, else one and the same for all files.
     std::optional<platform::DateTime> createdOn(const std::string& path) const override;
@@ -54,6 +57,7 @@ private:
 
     Map m_files;
     std::set<std::string> m_folders;
+    std::set<std::string> m_links;
     std::map<std::string, platform::DateTime> m_dates;
     std::map<std::string, Failure> m_unreadable;
     std::vector<FailingPlace> m_failures;
