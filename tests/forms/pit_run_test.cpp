@@ -149,6 +149,18 @@ private slots:
         QCOMPARE(m_line->link.LinkFailed, std::int16_t{-1});
     }
 
+    // Required: they are hidden, and written all the same.
+    void aType20WritesTheInputsThatItHides() {
+        connectLogger(20);
+        open();
+        runUntil(second);
+        for (const int input : {7, 8}) {
+            QVERIFY(!label("Analog", input).isVisible());
+            QVERIFY(!label("Text_Analog", input).isVisible());
+            QVERIFY(!label("Analog", input).text().isEmpty());
+        }
+    }
+
     void aTypeWithoutAPitRunIsToldAndCannotStart() {
         connectLogger(8);
         dialogs().expectBox("This is not available for your data loger type",

@@ -254,6 +254,23 @@ private slots:
         }
     }
 
+    void theFrameOfAnInputLocksTheFormToo() {
+        open(dataLogger);
+        for (int way = 0; way < 4; ++way) {
+            press("AnalogSetup(3)");
+            QVERIFY(part<QWidget>("Analog_Setup").isVisible());
+            QVERIFY(allEnabled(false));
+            if (way == 0) press("Command2");
+            if (way == 1) press("Command1");
+            if (way == 2) QTest::keyClick(&box("Analog"), Qt::Key_Escape);
+            if (way == 3) form<SetupSoftware>().close();
+            QVERIFY(isOpen());
+            QVERIFY(!part<QWidget>("Analog_Setup").isVisible());
+            QVERIFY(allEnabled(true));
+            QVERIFY(part<QWidget>("AnalogSetup(3)").hasFocus());
+        }
+    }
+
     // No letter of the page stands in the way of one of the frame.
     void theLettersOfTheFrameAreItsOwn() {
         auto& setup = open(dataLogger);

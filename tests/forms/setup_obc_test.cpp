@@ -179,6 +179,40 @@ private slots:
         });
     }
 
+    void theEdgesOfTheRangesAreWritten() {
+        connectLogger(25);
+        expectQuestion();
+        expectClosing();
+        inTheForm([] {
+            typeInto(box("Label_RoRpm"), QStringLiteral("458"));
+            typeInto(box("Label_GR1"), QStringLiteral("255"));
+            typeInto(box("Label_PreStartRPM"), QStringLiteral("0"));
+            typeInto(box("Label_MR1"), QStringLiteral("65000"));
+            typeInto(box("Label_MT2"), QStringLiteral("654.99"));
+            clickSave();
+            QVERIFY(!isLoaded<SetupOBC>());
+        });
+        const auto byte = [this](std::size_t at) {
+            return static_cast<int>(static_cast<std::uint8_t>(sentBehindTheHeader().at(9 + at)));
+        };
+        const auto word = [&byte](std::size_t at) { return byte(at) * 256 + byte(at + 1); };
+        QCOMPARE(word(10), 32751);
+        QCOMPARE(byte(12), 255);
+        QCOMPARE(word(14), 0);
+        QCOMPARE(word(16), 230);
+        QCOMPARE(word(18), 0);
+        QCOMPARE(word(22), 65499);
+        m_line->logger.powerUp();
+        inTheForm([] {
+            QCOMPARE(box("Label_RoRpm").text(), QStringLiteral("458"));
+            QCOMPARE(box("Label_GR1").text(), QStringLiteral("255"));
+            QCOMPARE(box("Label_PreStartRPM").text(), QStringLiteral("0"));
+            // 230 is more rpm than 16 bits hold: what was read before it stays.
+            QCOMPARE(box("Label_MR1").text(), QStringLiteral("0"));
+            QCOMPARE(box("Label_MT2").text(), QStringLiteral("654.99"));
+        });
+    }
+
     void theHiddenFrameIsWrittenAsZeros() {
         connectLogger(32);
         expectQuestion();

@@ -9,8 +9,6 @@
 
 #include <QAbstractItemView>
 #include <QGroupBox>
-#include <QKeySequence>
-#include <QMap>
 #include <QTabBar>
 
 using namespace kvo;
@@ -170,6 +168,52 @@ private slots:
         QVERIFY(!program().files.exists("/kvo/Kvo.Cfg"));
         QVERIFY(config() == core::defaultConfig());
         QVERIFY(kept<SetupSoftware>().DialogCancelled);
+    }
+
+    void aSaveTakesBackWhatACancelLeft() {
+        open();
+        press("CancelSetup");
+        QVERIFY(kept<SetupSoftware>().DialogCancelled);
+        open();
+        press("SaveSetup");
+        QVERIFY(!isOpen());
+        QVERIFY(!kept<SetupSoftware>().DialogCancelled);
+    }
+
+    // By the mouse, which puts a caret of its own.
+    void aClickIntoABoxSelectsItsWholeText() {
+        config().Driver = "Somebody";
+        config().DriverNo = 77;
+        open();
+        const std::array<std::pair<Tab, QStringList>, 3> boxes{
+            {{general, {"DriverNo", "Driver"}}, {graph, {}},
+                {dataLogger, {"Engine_Correction", "Clutch_Correction", "Pinion_Correction",
+                                 "Speed_Correction", "Crown_F", "Pinion_F", "RWheel", "Weight_F",
+                                 "Wheel"}}}};
+        const auto click = [this](const QString& name) {
+            QLineEdit& edit = box(qPrintable(name));
+            QVERIFY(!edit.text().isEmpty());
+            const QString problem = userClick(&edit);
+            QVERIFY2(problem.isEmpty(), qPrintable(name + problem));
+            QVERIFY2(edit.hasFocus(), qPrintable(name));
+            QCOMPARE(edit.selectedText(), edit.text());
+        };
+        for (const auto& [tab, names] : boxes) {
+            goTo(tab);
+            for (const QString& name : names) click(name);
+        }
+        goTo(graph);
+        for (const int channel : {4, 5, 6, 8, 16, 24})
+            click(QStringLiteral("Text_Magnify(%1)").arg(channel));
+        goTo(dataLogger);
+        press("AnalogSetup(1)");
+        box("Analog").setText(QStringLiteral("Oil"));
+        list("Analog_Type").setCurrentIndex(0);
+        for (const char* name : {"AFactor", "Zero", "Analog"}) click(QLatin1String(name));
+        list("Analog_Type").setCurrentIndex(2);
+        QCoreApplication::processEvents(); // the frame grows
+        for (int point = 1; point <= 10; ++point) click(QStringLiteral("Text9(%1)").arg(point));
+        press("Command1");
     }
 
     void returnSavesAndTheNextOpeningShowsIt() {
@@ -522,43 +566,6 @@ private slots:
             "But_FindComm", "OptionDownloadMode(0)", "Date_Prompt", "SpeedWheel_Prompt",
             "Check_Password", "NPassword", "VPassword", "SaveSetup", "CancelSetup", "TabStrip1"};
         QVERIFY2(order == wanted, qPrintable(order.join(' ')));
-    }
-
-    // A letter of the keyboard leads to one control of those on view.
-    void noLetterStandsForTwoControls_data() {
-        QTest::addColumn<int>("vehicle");
-        QTest::addColumn<bool>("withAPassword");
-        for (const int vehicle : {0, 1}) {
-            for (const bool password : {false, true}) {
-                QTest::addRow(
-                    "%s, %s password", vehicle == 0 ? "bike" : "car", password ? "a" : "no")
-                    << vehicle << password;
-            }
-        }
-    }
-    void noLetterStandsForTwoControls() {
-        QFETCH(int, vehicle);
-        QFETCH(bool, withAPassword);
-        config().Vehicle_Type = static_cast<std::uint8_t>(vehicle);
-        if (withAPassword) withPassword("secret");
-        open();
-        for (const Tab tab : {general, graph, dataLogger}) {
-            goTo(tab);
-            QMap<QString, QString> taken;
-            const auto count = [&taken](const QWidget& widget, const QString& caption) {
-                const QKeySequence letter = QKeySequence::mnemonic(caption);
-                if (letter.isEmpty() || !widget.isVisible()) return;
-                QVERIFY2(!taken.contains(letter.toString()),
-                    qPrintable(caption + " and " + taken.value(letter.toString())));
-                taken.insert(letter.toString(), caption);
-            };
-            const auto& setup = form<SetupSoftware>();
-            for (const auto* label : setup.findChildren<QLabel*>())
-                if (label->buddy() != nullptr) count(*label, label->text());
-            for (const auto* button : setup.findChildren<QAbstractButton*>())
-                count(*button, button->text());
-            QVERIFY(taken.size() > 3);
-        }
     }
 
     void everyBoxHasANameForAssistiveTools() {

@@ -42,6 +42,20 @@ bool isInput(const QWidget& widget) {
     return true;
 }
 
+// What every control of the editor of an analog input reads; the points only where they are kept.
+QMap<QString, QString> editorOf(const SetupSoftware& setup) {
+    QMap<QString, QString> all;
+    const auto& frame = control<QFrame>(setup, "Analog_Setup");
+    for (const auto* list : frame.findChildren<QComboBox*>())
+        all[list->objectName()] = QString::number(list->currentIndex());
+    for (const auto* box : frame.findChildren<QLineEdit*>())
+        if (!box->objectName().startsWith(QLatin1String("qt_")))
+            all[box->objectName()] = box->text();
+    all[QStringLiteral("SmoothOption")] =
+        QString::number(control<QCheckBox>(frame, "SmoothOption").isChecked());
+    return all;
+}
+
 // The members of an array are alike: two of them stand for all.
 bool isAlone(const QString& name) {
     return !name.contains(QLatin1Char('(')) || name.endsWith(QLatin1String("(4)")) ||
@@ -122,6 +136,32 @@ class SetupWalkTest : public QObject, SetupWindow {
         }
         control<QPushButton>(setup, number(0, 3) == 0 ? "Cancel" : "Ok").click();
     }
+    // What the editor of a channel shows; it is left by Cancel.
+    static QMap<QString, QString> editorAt(SetupSoftware& setup, int channel) {
+        emit control<QPushButton>(setup, qPrintable(QStringLiteral("AnalogSetup(%1)").arg(channel)))
+            .clicked();
+        const auto all = editorOf(setup);
+        control<QPushButton>(setup, "Command1").click();
+        return all;
+    }
+    void setAnalog(SetupSoftware& setup, int channel) {
+        emit control<QPushButton>(setup, qPrintable(QStringLiteral("AnalogSetup(%1)").arg(channel)))
+            .clicked();
+        for (auto* edit : part<QFrame>("Analog_Setup").findChildren<QLineEdit*>()) {
+            const QString name = edit->objectName();
+            if (name == QLatin1String("Analog"))
+                put(*edit, letters(8));
+            else if (name == QLatin1String("RangeText1"))
+                put(*edit, QString::number(number(-300, 300)));
+            else if (!name.startsWith(QLatin1String("qt_")))
+                put(*edit, QString::number(number(-5000, 15000) / 10.0));
+        }
+        for (const char* name : {"Analog_Type", "Decimals", "Sensor_Combo", "Fuel_Combo"})
+            list(name).setCurrentIndex(number(0, list(name).count() - 1));
+        tick("SmoothOption").setChecked(number(0, 1) == 1);
+        part<QPushButton>("Command2").click();
+        QVERIFY(!part<QFrame>("Analog_Setup").isVisibleTo(&setup));
+    }
     void setPassword() {
         auto& check = tick("Check_Password");
         if (!check.isEnabled()) {
@@ -152,6 +192,10 @@ private slots:
             auto& setup = form<SetupSoftware>();
             setEverything(setup);
             leaveLists(setup);
+            const int channel = number(1, 8);
+            setAnalog(setup, channel);
+            auto editor = editorAt(setup, channel);
+            const bool battery = channel == 6 && list("D_Modal").currentIndex() == 3;
             const auto before = controlsOf(setup);
             const QString oldPassword = QString::fromStdString(config().Password);
             part<QPushButton>("SaveSetup").click();
@@ -166,6 +210,7 @@ private slots:
                                           .arg(it.key(), it.value(), after.value(it.key()));
                 QVERIFY2(it.value() == after.value(it.key()), qPrintable(where));
             }
+            if (!battery) QCOMPARE(editorAt(form<SetupSoftware>(), channel), editor);
             const bool ticked = config().Check_Password != 0;
             QCOMPARE(tick("Check_Password").isEnabled(), !ticked);
             if (!ticked) QCOMPARE(QString::fromStdString(config().Password), oldPassword);
@@ -232,6 +277,50 @@ private slots:
             if (isOpen()) continue; // a number that fits the file may be out of a box's range
             QVERIFY2(saved() == file, qPrintable(some.join(' ')));
             QCOMPARE(controlsOf(form<SetupSoftware>()), shown);
+        }
+        platform::services().dialogs = &dialogs();
+    }
+
+    void hostileTextsThatAreLeft_data() { hostileTexts_data(); }
+    // In each box that has the focus, which is left by the Tab key: what a box refuses is told by a
+    // beep or an empty box, and it keeps the focus until it is mended.
+    void hostileTextsThatAreLeft() {
+        QFETCH(QString, text);
+        PatientDialogs patient;
+        platform::services().dialogs = &patient;
+        open();
+        for (const Tab tab : {general, graph, dataLogger}) {
+            goTo(tab);
+            for (auto* edit : form<SetupSoftware>().findChildren<QLineEdit*>()) {
+                const QString name = edit->objectName();
+                if (!isInput(*edit) || !isAlone(name) || !edit->isVisible()) continue;
+                edit->setFocus();
+                const int beeps = patient.beeps();
+                put(*edit, text);
+                const QString typed = edit->text();
+                leave();
+                if (edit->hasFocus()) {
+                    const bool serial = name == QLatin1String("DriverNo");
+                    QCOMPARE(edit->text(), serial ? QString()
+                                           : name.contains(QLatin1String("Correction"))
+                                               ? QStringLiteral("1")
+                                               : QStringLiteral("0"));
+                    QCOMPARE(patient.beeps(), beeps + (serial ? 0 : 1));
+                    if (serial) put(*edit, QStringLiteral("7"));
+                    leave();
+                } else {
+                    QCOMPARE(edit->text(), typed);
+                    QCOMPARE(patient.beeps(), beeps);
+                }
+                QVERIFY2(!edit->hasFocus(), qPrintable(name));
+            }
+        }
+        const int boxes = patient.boxes;
+        part<QPushButton>("SaveSetup").click();
+        QCOMPARE(patient.boxes, isOpen() ? boxes + 1 : boxes);
+        if (!isOpen()) {
+            QVERIFY(saved().Speed_Correction >= 1 && saved().Speed_Correction <= 5);
+            QVERIFY(saved().Text_Magnify[24] >= 1 && saved().Text_Magnify[24] <= 51);
         }
         platform::services().dialogs = &dialogs();
     }

@@ -343,18 +343,20 @@ TEST(ObcSession, UnpluggedInTheWriteItEndsAtOnceIsToldAndClosesOnce) {
 }
 
 TEST(ObcSession, LostAndWrongBytesEndLikeAnyWrite) {
-    for (const Fault fault :
-        {Fault{Fault::Kind::drop, 20}, Fault{Fault::Kind::drop, 50}, Fault{Fault::Kind::garble, 20},
-            Fault{Fault::Kind::garble, 50}, Fault{Fault::Kind::late, 40}}) {
-        ObcRig rig(25, fault);
-        ASSERT_TRUE(rig.open());
-        fillIn(rig);
-        rig.expectQuestion();
-        rig.expectClosing();
-        rig.session.SaveSetup_Click();
-        EXPECT_EQ(rig.dialogs.problems(), "");
-        EXPECT_EQ(rig.line.closings(), 1);
-        EXPECT_EQ(rig.line.bytesSent(), static_cast<long>(34 + writeBytes));
+    for (const auto& wire : simulator::wireLayouts) {
+        for (const Fault fault : {Fault{Fault::Kind::drop, 20}, Fault{Fault::Kind::drop, 50},
+                 Fault{Fault::Kind::garble, 20}, Fault{Fault::Kind::garble, 50},
+                 Fault{Fault::Kind::late, 40}}) {
+            ObcRig rig(wire.dataType, fault);
+            ASSERT_TRUE(rig.open());
+            fillIn(rig);
+            rig.expectQuestion();
+            rig.expectClosing();
+            rig.session.SaveSetup_Click();
+            EXPECT_EQ(rig.dialogs.problems(), "");
+            EXPECT_EQ(rig.line.closings(), 1);
+            EXPECT_EQ(rig.line.bytesSent(), static_cast<long>(34 + writeBytes));
+        }
     }
 }
 

@@ -159,14 +159,16 @@ TEST(PitRunSession, StopAtEveryTurnClosesOnceAndEndsAtOnce) {
 TEST(PitRunSession, StopAtEveryTurnOfAFaultyLineClosesOnceToo) {
     for (const Fault fault : {Fault{Fault::Kind::silent, 0}, Fault{Fault::Kind::flood, 0},
              Fault{Fault::Kind::stopAfter, 20}, Fault{Fault::Kind::hangUpAt, 20}}) {
-        for (long turn = 0; turn < 2000; ++turn) {
-            PitRig rig(25, fault);
-            rig.session.Form_Load();
-            rig.runUntil(turn);
-            ASSERT_EQ(rig.dialogs.problems(), "") << turn;
-            ASSERT_EQ(rig.line.closings(), 1);
-            ASSERT_FALSE(rig.session.running());
-            ASSERT_LE(rig.line.turnsGone(), std::max(turn, 1L));
+        for (const int type : pitTypes) {
+            for (long turn = 0; turn < 2000; ++turn) {
+                PitRig rig(type, fault);
+                rig.session.Form_Load();
+                rig.runUntil(turn);
+                ASSERT_EQ(rig.dialogs.problems(), "") << type << " " << turn;
+                ASSERT_EQ(rig.line.closings(), 1);
+                ASSERT_FALSE(rig.session.running());
+                ASSERT_LE(rig.line.turnsGone(), std::max(turn, 1L));
+            }
         }
     }
 }
