@@ -146,14 +146,6 @@ const ChannelFacts& channelFacts(int channel) {
     return table[static_cast<std::size_t>(channel)];
 }
 
-std::string drawCall(int channel, bool overlay) {
-    const ChannelFacts& facts = channelFacts(channel);
-    std::string call = overlay ? "O" : "";
-    call += facts.drawRoutine;
-    if (facts.number != 0) call += "(" + std::to_string(facts.number) + ")";
-    return call;
-}
-
 std::int16_t& visibleFlag(AppConfig& config, int channel) {
     return flagOf(config, channelFacts(channel));
 }

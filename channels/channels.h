@@ -80,9 +80,6 @@ struct ChannelFacts {
 // channel from 0 to 24.
 const ChannelFacts& channelFacts(int channel);
 
-// The routine as a call reads: "DrawEngine", "DrawAnalog(3)"; with `overlay` "ODrawAnalog(3)".
-std::string drawCall(int channel, bool overlay);
-
 // The visibility flag (0 or -1) and the colour of a channel in the configuration.
 std::int16_t& visibleFlag(core::AppConfig& config, int channel);
 bool channelOn(const core::AppConfig& config, int channel);

@@ -26,7 +26,6 @@ public:
     std::optional<double> f64le() { return as<double>(whole<std::uint64_t>()); }
     // High byte first, as the line has them.
     std::optional<std::uint16_t> u16be();
-    std::optional<std::int16_t> i16be() { return as<std::int16_t>(u16be()); }
 
     // Exactly `length` bytes as text.
     std::optional<std::string> text(std::size_t length);

@@ -133,18 +133,6 @@ QToolBar& Commands::toolbar() const {
     return *m_toolbar;
 }
 
-std::vector<const Commands::MenuEntry*> Commands::menuEntries() const {
-    std::vector<const MenuEntry*> all;
-    for (const Item& item : m_items) all.push_back(&item.row);
-    return all;
-}
-
-std::vector<const Commands::ToolEntry*> Commands::toolEntries() const {
-    std::vector<const ToolEntry*> all;
-    for (const Key& key : m_keys) all.push_back(&key.row);
-    return all;
-}
-
 // --- Running and enabling
 
 void Commands::press(std::string_view text) const {

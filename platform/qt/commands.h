@@ -161,10 +161,6 @@ public:
     // index.
     void check(std::string_view array, int index) const;
 
-    // All rows in the order of the tables.
-    std::vector<const MenuEntry*> menuEntries() const;
-    std::vector<const ToolEntry*> toolEntries() const;
-
 private:
     struct Item {
         MenuEntry row;

@@ -1,4 +1,5 @@
 #include "channels/channels.h"
+#include "tests/support/draw_calls.h"
 
 #include <gtest/gtest.h>
 
@@ -8,6 +9,7 @@
 
 using namespace kvo::channels;
 using kvo::core::AppConfig;
+using kvo::testing::drawCall;
 
 namespace {
 

@@ -149,18 +149,6 @@ private slots:
         QVERIFY(!m_window->commands.key("Zoom").icon().isNull());
     }
 
-    void allRowsAreThereForTests() {
-        const auto items = m_window->commands.menuEntries();
-        QCOMPARE(items.size(), std::size_t{16});
-        QCOMPARE(items[5]->control, "Change(0)");
-        QCOMPARE(items[5]->options.needs, run);
-        QVERIFY(items[5]->routine);
-        QVERIFY(!items[7]->routine);
-        const auto keys = m_window->commands.toolEntries();
-        QCOMPARE(keys.size(), std::size_t{6});
-        QCOMPARE(keys[1]->presses, "Change(1)");
-    }
-
     void aRowNeedsARoutineAndWhatItNeeds() {
         QVERIFY(m_window->enabled("Mnu_Load"));
         QVERIFY(!m_window->enabled("Change(0)"));

@@ -108,12 +108,15 @@ private slots:
     // Two items of one menu never share the letter that chooses them.
     void everyLetterChoosesOneItem() {
         QStringList letters;
-        for (const Commands::MenuEntry* row : form<VrnWin32>().commands().menuEntries()) {
-            const QString caption = QLatin1String(row->caption);
-            const qsizetype mark = caption.indexOf(QLatin1Char('&'));
-            if (mark < 0) continue;
-            letters << QLatin1String(row->menu) + QLatin1Char(' ') + caption[mark + 1].toUpper();
+        for (const QMenu* menu : form<VrnWin32>().findChildren<QMenu*>()) {
+            for (const QAction* action : menu->actions()) {
+                const qsizetype mark = action->text().indexOf(QLatin1Char('&'));
+                if (mark < 0) continue;
+                letters << menu->objectName() + action->text()[mark + 1].toUpper();
+            }
         }
+        for (const QAction* action : form<VrnWin32>().menuBar()->actions())
+            letters << action->text()[action->text().indexOf(QLatin1Char('&')) + 1].toUpper();
         QVERIFY(letters.size() > 25);
         QCOMPARE(letters.removeDuplicates(), 0);
     }

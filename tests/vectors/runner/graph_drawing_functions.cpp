@@ -1,6 +1,7 @@
 // Golden vectors of the drawing, taken from what reaches a recording surface.
 #include "graph/drawing.h"
 #include "graph_functions.h"
+#include "tests/support/draw_calls.h"
 #include "tests/support/graph_calls.h"
 #include "tests/support/recording_surface.h"
 
@@ -10,6 +11,7 @@
 namespace kvo::vectors {
 
 using namespace kvo::channels;
+using kvo::testing::drawCall;
 using namespace kvo::graph;
 using testing::RecordingHost;
 using testing::SurfaceOperation;
