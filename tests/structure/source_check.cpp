@@ -161,17 +161,29 @@ std::vector<Breach> testBreaches(const std::vector<Layer>& table, const Sources&
 }
 
 std::vector<Breach> dataTypeBreaches(const Sources& sources) {
-    static const std::regex comparison("== *(8|12|17|20|23|25|29|32|43)\\b");
+    // What is compared with less or more, or told apart otherwise, must be named as a type.
+    static const std::string number = "(8|12|17|20|23|25|29|32|43)\\b";
+    static const std::string type = "[Tt]ype(\\(\\))? *";
+    static const std::regex comparison("== *" + number + "|" + type + "(!=|[<>]=?) *" + number +
+                                       "|\\b" + number + " (!=|[<>]=?) [\\w.>()-]*[Tt]ype\\b");
+    static const std::regex typeSwitch("\\bswitch *\\(.*" + type + "\\)");
+    static const std::regex anySwitch("\\bswitch *\\(");
+    static const std::regex typeCase("\\bcase " + number + " *:");
     static const std::string_view mark = "// Required:";
     std::vector<Breach> result;
     for (const auto& [file, text] : sources) {
         if (!isProduct(file) || file.starts_with("core/data_types.")) continue;
         const std::vector<std::string> written = linesOf(text);
         const std::vector<std::string> code = linesOf(withoutComments(text));
+        bool inTypeSwitch = false;
         for (std::size_t i = 0; i < code.size(); ++i) {
+            if (std::regex_search(code[i], anySwitch))
+                inTypeSwitch = std::regex_search(code[i], typeSwitch);
             const bool marked = written[i].find(mark) != std::string::npos ||
                                 (i > 0 && trimmed(written[i - 1]).starts_with(mark));
-            if (!marked && std::regex_search(code[i], comparison))
+            const bool compares = std::regex_search(code[i], comparison) ||
+                                  (inTypeSwitch && std::regex_search(code[i], typeCase));
+            if (!marked && compares)
                 result.push_back({file, static_cast<int>(i + 1),
                     "compares with a data type's number: " + trimmed(written[i])});
         }

@@ -116,6 +116,15 @@ TEST(DataTypeCheck, FindsComparisonsWithATypesNumber) {
     EXPECT_EQ(found("if (type == 25) f();\n"), 1U);
     EXPECT_EQ(found("if (type ==8) f();\n"), 1U);
     EXPECT_EQ(found("if (a ==  43 || b == 20) f();\n"), 1U);
+    for (const char* text : {"if (type != 25) f();\n", "if (input.dataType >= 23) f();\n",
+             "if (run.DataType <20) f();\n", "if (view.labelType() > 17) f();\n",
+             "if (25 > run.DataType) f();\n", "if (32 != overlayType) f();\n",
+             "switch (run.DataType) {\ncase 8:\n    f();\n}\n"})
+        EXPECT_EQ(found(text), 1U) << text;
+    EXPECT_EQ(found("for (int n = 1; n <= 8; ++n) f(type, n);\nx = y >> 8;\n"), 0U);
+    EXPECT_EQ(found("FromOne<int, 8> Analog_Type;\n"), 0U);
+    EXPECT_EQ(found("if (type >= 230 || type != 7) f();\n"), 0U);
+    EXPECT_EQ(found("switch (day) {\ncase 8:\n    f();\n}\n"), 0U);
     EXPECT_EQ(found("if (type == 250 || n == 7 || n != 8) f();\n"), 0U);
     EXPECT_EQ(found("// type == 25\ntext = \"== 25\";\n"), 0U);
     EXPECT_EQ(found("if (type == 25) f(); // Required: no other type.\n"), 0U);
