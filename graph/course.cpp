@@ -5,6 +5,8 @@
 #include "core/data_types.h"
 #include "core/paths.h"
 
+#include <algorithm>
+
 namespace kvo::graph {
 namespace {
 
@@ -137,6 +139,13 @@ void Course::show(const core::ChosenRun& chosen) {
     m_graph.LoadingBar = 0;
     m_graph.CursorSample = m_in.Run.image.tail.TimeOffset;
     m_window.timeLine();
+}
+
+void Course::takeImported(const std::vector<std::string>& paths) {
+    const core::OpenRun& run = m_in.Run;
+    const bool isShown = hasRun() && std::find(paths.begin(), paths.end(), run.path) != paths.end();
+    if (!isShown) return m_window.showState();
+    show({run.path, run.infoPath, core::baseName(run.path), {}});
 }
 
 void Course::clear() {

@@ -14,6 +14,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace kvo::graph {
 
@@ -66,6 +67,10 @@ public:
     // Puts a chosen run into the window. A file that does not load leaves the run that is shown,
     // without its overlay.
     void show(const core::ChosenRun& chosen);
+
+    // Run files have been written from elsewhere: the one in the window is shown anew, so that no
+    // tool writes the rows that it had before. The list may go on from it now.
+    void takeImported(const std::vector<std::string>& paths);
 
     void Mnu_LoadData();
     // 0 shows the run before in the list, 1 the one behind.

@@ -137,6 +137,7 @@ ImportedBatch Import::Butten_Import(
         m_view.clearProgress();
     }
     batch.cancelled = m_cancelled;
+    batch.written = std::exchange(m_written, {});
     addRunsToIndex();
     Data_File();
     m_running = false;
@@ -155,7 +156,10 @@ bool Import::importFile(ImportMode mode, const Source& source) {
         return false;
     }
     if (!mayUse(target)) return false;
-    return mode == ImportMode::windows ? WinImport(source, target) : DosImport(source, target);
+    const bool done =
+        mode == ImportMode::windows ? WinImport(source, target) : DosImport(source, target);
+    if (done) m_written.push_back(target.path);
+    return done;
 }
 
 // --- Questions

@@ -44,6 +44,7 @@ struct ImportedBatch {
     int imported = 0;
     int files = 0; // that were selected
     bool cancelled = false;
+    std::vector<std::string> written; // paths of the run files, in their order
 };
 
 class Import {
@@ -95,6 +96,7 @@ private:
     platform::Files& m_files;
     std::unordered_set<std::string> m_known;  // descriptions of Data_Files_List
     std::vector<core::RunIndexEntry> m_fresh; // imported, and not in the index yet
+    std::vector<std::string> m_written;       // by the batch at hand
     bool m_running = false;
     bool m_cancelled = false;
 };

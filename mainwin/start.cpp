@@ -127,7 +127,7 @@ void openDoors() {
     all.chooseRunsToDelete = chooseRunsToDelete;
     all.refreshChooser = refreshChooser;
     all.importRuns = [](bool ofThisProgram) {
-        form<Import>().open(
+        return form<Import>().open(
             ofThisProgram ? library::ImportMode::windows : library::ImportMode::dos);
     };
     all.copyRuns = [] { form<Copy>().copyFiles(); };

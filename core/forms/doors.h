@@ -79,8 +79,9 @@ struct Doors {
     // The index has a fresh run of that file name: the list of runs is read again, and that run is
     // its choice. A file that is not in the list leaves the choice as it was.
     Door<void(const std::string&)> refreshChooser{"refreshChooser"};
-    // The import of runs, modal: files of this program (true), or texts of the older one.
-    Door<void(bool)> importRuns{"importRuns"};
+    // The import of runs, modal: files of this program (true), or texts of the older one. The paths
+    // of the run files that it has written.
+    Door<std::vector<std::string>(bool)> importRuns{"importRuns"};
     // The form that copies runs to a folder, and the same form to send them by mail, modal.
     Door<void()> copyRuns{"copyRuns"};
     Door<void()> mailRuns{"mailRuns"};

@@ -18,6 +18,7 @@
 #include <QToolBar>
 
 #include <array>
+#include <vector>
 
 namespace kvo::forms {
 
@@ -204,11 +205,12 @@ void GraphCommands::Mnu_TimeGraph_Click() {
 }
 
 void GraphCommands::Mnu_ImportFiles_Click(int item) {
+    std::vector<std::string> written;
     {
         const GraphMenusDisabled off(*this);
-        doors().importRuns(item == 0);
+        written = doors().importRuns(item == 0);
     }
-    m_parts.window.showState(); // the list of runs may go on from the one that is shown
+    m_parts.course.takeImported(written);
 }
 
 void GraphCommands::Mnu_Print_Click(int item) {

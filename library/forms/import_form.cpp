@@ -15,6 +15,8 @@
 #include <QPushButton>
 #include <QTextDocument>
 
+#include <utility>
+
 namespace kvo::forms {
 
 using namespace platform_qt;
@@ -126,7 +128,8 @@ void Import::makeLayout() {
 
 // --- Opening and closing
 
-void Import::open(ImportMode mode) {
+std::vector<std::string> Import::open(ImportMode mode) {
+    kept<Import>().written.clear();
     m_mode = mode;
     setWindowTitle(importCaption(mode));
     m_import.Data_File();
@@ -136,6 +139,7 @@ void Import::open(ImportMode mode) {
                m_walk.enter(typedPath(QDir::toNativeSeparators(QDir::homePath()))));
     Files_Dos->setFocus();
     showModal(*this);
+    return std::exchange(kept<Import>().written, {}); // the form is gone, and what it kept is not
 }
 
 // While a batch is at work it ends that, and the form stays to say what is in.
@@ -208,6 +212,8 @@ void Import::Butten_Import_Click() {
     setBusy(true);
     Butten_Cancel->setFocus();
     const auto batch = m_import.Butten_Import(m_mode, m_walk.folder(), names);
+    auto& written = kept<Import>().written;
+    written.insert(written.end(), batch.written.begin(), batch.written.end());
     setBusy(false);
     Import_Ind->setText(importSummary(batch));
     Files_Dos->setFocus();

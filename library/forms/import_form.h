@@ -27,15 +27,17 @@ class Import : public QDialog, private library::ImportView {
     Q_OBJECT
 
 public:
-    // The folder that was looked at last, UTF-8.
+    // The folder that was looked at last, UTF-8, and what the form has written.
     struct Kept {
         std::string folder;
+        std::vector<std::string> written;
     };
 
     Import();
 
     // Form_Load: sets the form for files of this program, or for those of the older one.
-    void open(library::ImportMode mode);
+    // Gives the paths of the run files that were written.
+    std::vector<std::string> open(library::ImportMode mode);
     // The folder that the lists show, UTF-8. One that cannot be read leaves them, with a beep.
     void goTo(const std::string& folder);
 

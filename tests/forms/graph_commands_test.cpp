@@ -1,6 +1,7 @@
 // What the menus and the toolbar of the graph window open and change.
 #include "core/forms/doors.h"
 #include "core/paths.h"
+#include "core/run_file.h"
 #include "core/run_info.h"
 #include "library/run_list.h"
 #include "platform/qt/form_kit.h"
@@ -145,6 +146,34 @@ private slots:
         doors().showStatistics = [this](const GraphTexts&) { state().Run.times.Text_ET = "9.9"; };
         command("Mnu_Statistics").trigger();
         QCOMPARE(text("Text_ET"), QStringLiteral("9.9"));
+    }
+
+    // The window must not write back the rows that the file had before.
+    void anImportOverTheShownRunIsShownAtOnce() {
+        for (const int number : {1, 2}) store(32, number);
+        openByChooser(taking(1));
+        const auto imports = [this](int number, int rpm) {
+            core::OpenRun other = loaded(pathOf(number));
+            other.image.samples[500].EngineRpm = static_cast<std::int16_t>(rpm);
+            other.path = pathOf(number);
+            QVERIFY(core::SaveRun(other, state().AppFolder, files()));
+        };
+        const std::uint32_t before = kept().generation();
+        doors().importRuns = [&](bool) {
+            imports(2, 6666);
+            return std::vector<std::string>{pathOf(2)};
+        };
+        command("Mnu_ImportFiles(0)").trigger();
+        QCOMPARE(kept().generation(), before); // it is not on the graph
+        doors().importRuns = [&](bool) {
+            imports(1, 7777);
+            return std::vector<std::string>{pathOf(2), pathOf(1)};
+        };
+        command("Mnu_ImportFiles(0)").trigger();
+        QVERIFY(kept().generation() != before);
+        QVERIFY(menuEnabled("Mnu_File"));
+        clickAt(500);
+        QCOMPARE(text("Rpm"), QStringLiteral("7777"));
     }
 };
 

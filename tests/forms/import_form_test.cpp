@@ -103,6 +103,8 @@ class ImportFormTest : public QObject {
         return core::readRunIndex(core::indexPath(m_program->state.AppFolder, m_files), m_files);
     }
     // Opens the form on the disk, and does there what `script` says.
+    std::vector<std::string> m_written; // paths, by the last opening
+
     void open(ImportMode mode, std::function<void()> script) {
         onModal([=, this](QWidget* modal) {
             QCOMPARE(modal->objectName(), QStringLiteral("Import"));
@@ -110,7 +112,7 @@ class ImportFormTest : public QObject {
             script();
             if (isLoaded<ImportForm>()) press("Butten_Cancel");
         });
-        importForm().open(mode);
+        m_written = importForm().open(mode);
         QVERIFY(!isLoaded<ImportForm>());
     }
 
@@ -169,6 +171,9 @@ private slots:
             QCOMPARE(part<QLabel>("Import_Ind").text(), QStringLiteral("2 of 2 imported"));
             QVERIFY(part<QListWidget>("Files_Dos").isEnabled());
         });
+        QCOMPARE(
+            m_written, (std::vector<std::string>{m_program->state.AppFolder + "/Data/26111500.12d",
+                           m_program->state.AppFolder + "/Data/26111500.13d"}));
         QCOMPARE(onDisk().size(), std::size_t(2));
         QVERIFY(m_files.exists(m_program->state.AppFolder + "/Data/26111500.12i"));
         QCOMPARE(library::runList().rowCount(), 2);

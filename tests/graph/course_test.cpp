@@ -422,6 +422,27 @@ TEST_F(CourseOnRuns, AToolThatCannotWriteSaysSo) {
     EXPECT_EQ(dialogs.problems(), "");
 }
 
+TEST_F(CourseOnRuns, WhatIsImportedOverTheShownRunIsShown) {
+    course.takeImported({pathOf(1)});
+    EXPECT_EQ(window.drawn(), Calls{});
+    load(1);
+    overlay(2);
+    window.drawn();
+    core::OpenRun other;
+    ASSERT_TRUE(core::LoadRun(pathOf(1), other, files));
+    other.image.samples[500].EngineRpm = 7777;
+    ASSERT_TRUE(core::SaveRun(other, "/kvo", files));
+    course.takeImported({pathOf(2), pathOf(3)});
+    EXPECT_EQ(window.drawn(), Calls{});
+    EXPECT_NE(engineAt(500), 7777);
+    course.takeImported({pathOf(2), pathOf(1)});
+    EXPECT_EQ(
+        window.drawn(), (Calls{"empty", "scale 1361", "channels 32", "draw loading", "line 160"}));
+    EXPECT_EQ(engineAt(500), 7777);
+    EXPECT_EQ(course.caption(), "Data File: 24060512.31d");
+    EXPECT_FALSE(course.overlayLoaded());
+}
+
 TEST_F(CourseOnRuns, ACloseSavesWhatWasChangedOfAConfigurationThatIsKnown) {
     load(1);
     course.close();

@@ -163,6 +163,7 @@ TEST_F(ImportCourse, aRunFileIsCopiedUnderItsDateWithItsNotes) {
     const ImportedBatch batch = windows({"25010109.12d"});
     EXPECT_EQ(batch.imported, 1);
     EXPECT_EQ(batch.files, 1);
+    EXPECT_EQ(batch.written, (std::vector<std::string>{"/kvo/Data/26111500.12d"}));
     EXPECT_EQ(files.read("/kvo/Data/26111500.12d"), files.read("/disk/25010109.12d"));
     EXPECT_EQ(files.read("/kvo/Data/26111500.12i"), asBytes("notes"));
     EXPECT_EQ(index(),
@@ -190,7 +191,8 @@ TEST_F(ImportCourse, aBlankDateEndsTheFileAndTheOthersGoOn) {
     expectDate("a.12d", Reply::no);
     dialogs.expectInputTitled("Run Date", "  ");
     expectDate("b.13d");
-    EXPECT_EQ(windows({"a.12d", "b.13d"}).imported, 1);
+    EXPECT_EQ(
+        windows({"a.12d", "b.13d"}).written, (std::vector<std::string>{"/kvo/Data/26111500.13d"}));
     EXPECT_EQ(texts(), std::vector<std::string>{"Wed 01 Jan 2025 Run: 5"});
     EXPECT_EQ(view.shownFiles, (std::vector<std::string>{"a.12d 1/2", "b.13d 2/2"}));
 }
