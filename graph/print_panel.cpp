@@ -90,6 +90,10 @@ void PrintedPanel::print(float top) const {
     page.setFontSize(m_points);
     page.setForeColor(platform::black);
     m_job.printAt(0, top, m_panel.time, TextSide::left);
+    if (!m_panel.pointer.empty()) {
+        const float behindTime = m_job.textWidth(m_panel.time) + mostGap;
+        m_job.printAt(behindTime, top, m_panel.pointer, TextSide::left);
+    }
     float used = 0;
     for (const Column& column : m_columns) used += widthOf(column);
     const float between = static_cast<float>(std::max<std::size_t>(m_columns.size(), 2) - 1);

@@ -22,7 +22,8 @@ struct PanelGroup {
     std::vector<PanelCell> cells;
 };
 struct PanelTexts {
-    std::string time; // of the cursor, or of the stretch that is averaged
+    std::string time;    // of the cursor, or of the stretch that is averaged
+    std::string pointer; // text of what lies under the pointer, where it stands beside the time
     std::vector<PanelGroup> groups;
     bool overlay = false; // whether the overlay's values are shown
 };

@@ -16,14 +16,15 @@
 namespace kvo::graph {
 
 // What is printed. All that is referred to must outlive the printing; nothing of it is changed.
+// What a window draws anew while a question stands over it is kept here.
 struct PictureInput {
     const core::AppConfig& config;
     const core::OpenRun& run;
     const core::OpenRun& overlay;
     const GraphView& view;
-    const platform::DisplayList& onTop; // the line of the cursor, or the mark of an average
-    platform::UserScale scale;          // of the whole surface
-    SurfacePart part;                   // of the surface that is in view
+    platform::DisplayList onTop; // the line of the cursor, or the mark of an average
+    platform::UserScale scale;   // of the whole surface
+    SurfacePart part;            // of the surface that is in view
     bool clutchLabelVisible = true;
     std::string caption; // of the window; a file's text
     PanelTexts panel;

@@ -35,9 +35,14 @@ ChannelToggle::ChannelToggle(QWidget* parent) : QCheckBox(parent) {}
 
 void ChannelToggle::setCaption(const QString& caption) {
     m_caption = caption;
-    QString text = caption.trimmed().isEmpty() ? m_standIn : caption.trimmed();
+    QString text = shownCaption();
     setToolTip(text);
     setText(text.replace(QLatin1Char('&'), QLatin1String("&&")));
+}
+
+QString ChannelToggle::shownCaption() const {
+    const QString own = m_caption.trimmed();
+    return own.isEmpty() ? m_standIn : own;
 }
 
 void ChannelToggle::setStandIn(const QString& standIn) {
@@ -73,7 +78,8 @@ void ChannelToggle::paintEvent(QPaintEvent*) {
     }
     const int textLeft = square.right() + graph::squareGapPx;
     const QRect textRect(textLeft, 0, width() - textLeft, height());
-    const QString shortened = fontMetrics().elidedText(toolTip(), Qt::ElideRight, textRect.width());
+    const QString shortened =
+        fontMetrics().elidedText(shownCaption(), Qt::ElideRight, textRect.width());
     const auto group = isChecked() && isEnabled() ? QPalette::Active : QPalette::Disabled;
     painter.setPen(palette().color(group, QPalette::WindowText));
     painter.drawText(textRect, static_cast<int>(Qt::AlignVCenter | Qt::AlignLeft), shortened);

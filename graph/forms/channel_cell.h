@@ -23,6 +23,8 @@ public:
     void setCaption(const QString& caption);
     const QString& caption() const { return m_caption; }
     void setStandIn(const QString& standIn);
+    // What stands beside the square: the caption without blanks around it, or what stands in.
+    QString shownCaption() const;
     void setColour(platform::Colour colour);
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override { return sizeHint(); }

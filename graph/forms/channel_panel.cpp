@@ -102,7 +102,10 @@ void ChannelPanel::makeGroup(QHBoxLayout& panels, int group) {
     made.grid->setHorizontalSpacing(graph::columnGapPx);
     made.grid->setVerticalSpacing(0);
     QLabel* heading = headingLabel(QLatin1String(factsOf(group).heading));
-    if (group == exhaustGroup) Label15 = named(heading, "Label15");
+    if (group == exhaustGroup) {
+        Label15 = named(heading, "Label15");
+        m_exhaustHeading = QLatin1String(factsOf(group).heading);
+    }
     made.grid->addWidget(heading, 0, 0, 1, columnsOf(group, graph::fewRows));
     for (const int channel : factsOf(group).channels) makeCell(channel, made.box);
     panels.addWidget(made.box, 10);
@@ -272,10 +275,13 @@ void ChannelPanel::showLabels(const graph::LabelVisibility& labels) {
 // --- What the labels show
 
 void ChannelPanel::showTexts(const graph::ReadOutTexts& texts) {
+    m_texts.time = texts.loggerTime;
     m_readOuts->LoggerTime->setText(shown(texts.loggerTime));
     for (const auto* list : {&texts.labels, &texts.emptied}) {
         for (const graph::LabelText& label : *list) {
             ChannelCell& shownIn = cell(label.channel);
+            (label.overlay ? m_texts.overlays
+                           : m_texts.values)[static_cast<std::size_t>(label.channel)] = label.text;
             (label.overlay ? shownIn.overlay : shownIn.value)->setText(shown(label.text));
         }
     }
@@ -283,13 +289,15 @@ void ChannelPanel::showTexts(const graph::ReadOutTexts& texts) {
 
 void ChannelPanel::emptyLabels() {
     for (const ChannelCell* one : m_cells) one->value->clear();
+    m_texts = {};
     emptyOverlayLabels();
     m_readOuts->LoggerTime->clear();
-    m_readOuts->Label_DataChanel->clear();
+    m_readOuts->showPointer({}, m_readOuts->pointerStandsInLine());
 }
 
 void ChannelPanel::emptyOverlayLabels() {
     for (const ChannelCell* one : m_cells) one->overlay->clear();
+    m_texts.overlays = {};
 }
 
 void ChannelPanel::showChannelOn(const core::AppConfig& config, int channel) {
@@ -338,40 +346,38 @@ void ChannelPanel::showTimes(const core::TrackTimes& times) {
 }
 
 void ChannelPanel::setExhaustHeading(const QString& heading) {
+    m_exhaustHeading = heading;
     Label15->setText(heading);
 }
 
-graph::PanelGroup ChannelPanel::shownGroup(int group) const {
+graph::PanelGroup ChannelPanel::shownGroup(const core::AppConfig& config, int group) const {
     graph::PanelGroup all;
-    all.heading = group == exhaustGroup ? typed(Label15->text()) : factsOf(group).heading;
-    const auto textOf = [](const QLabel& label) {
-        return label.isHidden() ? std::string() : typed(label.text());
-    };
+    all.heading = group == exhaustGroup ? typed(m_exhaustHeading) : factsOf(group).heading;
     for (const int channel : factsOf(group).channels) {
         const ChannelCell& one = cell(channel);
         if (one.toggle->isHidden()) continue;
-        all.cells.push_back({channel, typed(one.toggle->toolTip()), textOf(*one.value),
-            textOf(*one.overlay), one.toggle->isChecked()});
+        const auto place = static_cast<std::size_t>(channel);
+        const bool hasValue = !one.value->isHidden();
+        all.cells.push_back({channel, typed(one.toggle->shownCaption()),
+            hasValue ? m_texts.values[place] : std::string(),
+            hasValue ? m_texts.overlays[place] : std::string(),
+            channels::channelOn(config, channel)});
     }
     return all;
 }
 
-graph::PanelGroup ChannelPanel::shownTimes() const {
-    graph::PanelGroup all{"Times", {}};
-    for (const TimeBox& box : timeBoxes) {
-        const auto& time = control<QLabel>(*this, box.control);
-        all.cells.push_back({-1, box.caption, typed(time.text()), {}, true});
-    }
-    return all;
-}
-
-graph::PanelTexts ChannelPanel::shownTexts() const {
+graph::PanelTexts ChannelPanel::shownTexts(
+    const core::AppConfig& config, const core::TrackTimes& times, bool overlay) const {
     graph::PanelTexts texts;
-    texts.time = typed(m_readOuts->LoggerTime->text());
+    texts.time = m_texts.time;
+    if (m_readOuts->pointerStandsInLine()) texts.pointer = typed(m_readOuts->pointerText());
     for (int group = 0; group < static_cast<int>(m_groups.size()); ++group)
-        texts.groups.push_back(shownGroup(group));
-    texts.overlay = Frame_Times->isHidden();
-    if (!texts.overlay) texts.groups.push_back(shownTimes());
+        texts.groups.push_back(shownGroup(config, group));
+    texts.overlay = overlay;
+    if (overlay) return texts;
+    texts.groups.push_back({"Times", {}});
+    for (const TimeBox& box : timeBoxes)
+        texts.groups.back().cells.push_back({-1, box.caption, times.*box.time, {}, true});
     return texts;
 }
 

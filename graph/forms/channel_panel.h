@@ -53,8 +53,10 @@ public:
     // Room for the overlay's values, which cover the run's times.
     void uncoverOverlay(bool on);
 
-    // All that stands in the panel, to be printed.
-    graph::PanelTexts shownTexts() const;
+    // All that stands in the panel, to be printed: of a run with these times, with an overlay or
+    // without.
+    graph::PanelTexts shownTexts(
+        const core::AppConfig& config, const core::TrackTimes& times, bool overlay) const;
     bool clutchLabelVisible() const;
     // Whether the pointer may find the channel's curve: its value label is enabled, and there.
     bool canBeFound(int channel) const;
@@ -82,8 +84,13 @@ private:
     void setRows(int rows);
     void placeCells(int group);
     void limitWidth(const Group& group) const;
-    graph::PanelGroup shownGroup(int group) const;
-    graph::PanelGroup shownTimes() const;
+    // What the labels show.
+    struct Texts {
+        std::string time;
+        std::array<std::string, channels::channelCount> values;
+        std::array<std::string, channels::channelCount> overlays;
+    };
+    graph::PanelGroup shownGroup(const core::AppConfig& config, int group) const;
     int widthNeeded(int rows) const;
     int rowsFor(int widthPx) const;
     ChannelCell& cell(int channel) const { return *m_cells[static_cast<std::size_t>(channel)]; }
@@ -93,6 +100,8 @@ private:
     QWidget* Frame_Times = nullptr;
     std::array<ChannelCell*, channels::channelCount> m_cells{};
     std::vector<Group> m_groups;
+    Texts m_texts;
+    QString m_exhaustHeading;
     int m_rows = 0;
 };
 

@@ -91,11 +91,10 @@ void GraphCursor::Trend_MouseMove(Qt::MouseButtons buttons, float x, float y) {
 }
 
 void GraphCursor::Label_DataChanel_Change(const QString& text) {
-    QLabel& label = *m_panel.readOuts().Label_DataChanel;
-    if (text == label.text()) return;
-    label.setText(text);
+    ReadOutLine& line = m_panel.readOuts();
+    if (text == line.pointerText()) return;
     const bool narrow = toTwips(m_surface.window()->width()) < graph::widestWithToolTip;
-    label.setVisible(!narrow);
+    line.showPointer(text, !narrow);
     m_surface.trend().setToolTip(narrow ? text : QString());
 }
 

@@ -15,7 +15,7 @@ void GraphPrinting::Mnu_Print(int item) {
     const platform::DisplayListSurface& surface = m_surface.trend().surface();
     const graph::PictureInput shown{state.Config, state.Run, state.Overlay, m_view, surface.upper(),
         surface.scale(), m_surface.partInView(), m_panel.clutchLabelVisible(), m_course.caption(),
-        m_panel.shownTexts()};
+        m_panel.shownTexts(state.Config, state.Run.times, m_course.overlayLoaded())};
     PrintProgress progress(m_surface.window());
     const platform::Services& services = platform::services();
     graph::Mnu_Print(

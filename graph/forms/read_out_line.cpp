@@ -44,6 +44,13 @@ QSize ReadOutLine::minimumSizeHint() const {
     return {graph::leastReadOutPx, fontMetrics().height() + graph::cellPaddingPx};
 }
 
+void ReadOutLine::showPointer(const QString& text, bool inLine) {
+    m_pointerText = text;
+    m_pointerInLine = inLine;
+    Label_DataChanel->setText(text);
+    Label_DataChanel->setVisible(inLine);
+}
+
 void ReadOutLine::startLoading(const QString& text, const QString& file) {
     LoadingText->setText(text);
     LoadingFile->setText(file);

@@ -24,6 +24,10 @@ public:
 
     QSize sizeHint() const override { return minimumSizeHint(); }
     QSize minimumSizeHint() const override;
+    // The text under the pointer. A narrow window has it elsewhere, and the line none.
+    void showPointer(const QString& text, bool inLine);
+    const QString& pointerText() const { return m_pointerText; }
+    bool pointerStandsInLine() const { return m_pointerInLine; }
     // The loading panel. It comes up with the first progress a tenth of a second after the start,
     // so that a long drawing shows it and a short one is not slowed by painting it.
     void startLoading(const QString& text, const QString& file);
@@ -39,6 +43,8 @@ private:
     void place();
 
     QElapsedTimer m_loading;
+    QString m_pointerText;
+    bool m_pointerInLine = true;
 };
 
 } // namespace kvo::forms

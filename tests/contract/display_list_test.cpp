@@ -210,6 +210,14 @@ TEST(DisplayList, MemoryDoesNotGrowWithTheSurface) {
     EXPECT_LT(surface.kept().memory(), 3 * before);
 }
 
+TEST(DisplayListSurface, BeginsWithAPlainScaleAndFont) {
+    DisplayListSurface surface;
+    EXPECT_EQ(surface.scale(), (UserScale{0, 0, 1, 1}));
+    surface.setHeightPx(100);
+    surface.print("a line of 8 points");
+    EXPECT_EQ(surface.currentY(), static_cast<float>(textLineHeightPx(8)) / 100);
+}
+
 TEST(DisplayListSurface, LinesLeaveTheCurrentPositionAtTheirEnd) {
     DisplayListSurface surface;
     surface.setScale(0, 1100, 100, 0);

@@ -151,6 +151,29 @@ private slots:
         QVERIFY(!part<QScrollBar>("HScroll").isVisible());
     }
 
+    void theHourglassStandsWhileTheSurfaceTakesItsSize() {
+        struct Watch : QObject {
+            explicit Watch(const testing::ScriptedDialogs& all) : dialogs(all) {}
+            bool eventFilter(QObject*, QEvent* event) override {
+                if (event->type() == QEvent::Resize) busy << dialogs.hourglass();
+                return false;
+            }
+            const testing::ScriptedDialogs& dialogs;
+            QList<bool> busy;
+        };
+        open(32);
+        Watch watch(dialogs());
+        trend().installEventFilter(&watch);
+        custom([] {
+            slideTo(slider("Slider1"), 3);
+            click("OKButton");
+        });
+        trend().removeEventFilter(&watch);
+        QVERIFY(!watch.busy.isEmpty());
+        QVERIFY(!watch.busy.contains(false));
+        QVERIFY(!dialogs().hourglass());
+    }
+
     void aZoomGrowsFromTheChosenSize() {
         DataGraph& graph = open(32);
         custom([] {

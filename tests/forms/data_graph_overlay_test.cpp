@@ -486,6 +486,30 @@ private slots:
 
         startsAgain();
     }
+
+    // Its curves are drawn last and cover the run's, pixel for pixel.
+    void aRunOverItselfLiesOnItsOwnCurves() {
+        store(25, 1);
+        state().Config.OverlayStyle = 0;
+        state().Config.OverlayColours = 0;
+        openByChooser(taking(1));
+        wipe();
+        const auto curves = [this] { // below the bars, which an overlay has its own of
+            const QImage all = picture();
+            return all.copy(0, 80, all.width(), all.height() - 80);
+        };
+        const QImage alone = curves();
+        QVERIFY(pixels(platform::rgb32(
+                    static_cast<platform::Colour>(state().Config.EngineColour))) > 500);
+        overlay(1);
+        wipe();
+        QCOMPARE(curves(), alone);
+        // The other way round it is seen.
+        state().Config.OverlayColours = 1;
+        command("Resolution(4)").trigger();
+        wipe();
+        QVERIFY(curves() != alone);
+    }
 };
 
 KVO_FORM_TEST_MAIN(DataGraphOverlayTest)

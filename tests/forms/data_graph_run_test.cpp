@@ -1,5 +1,6 @@
 // How runs come into the graph window and go: the chooser, its list, deletes, overlays, and the
 // tools that rewrite a run.
+#include "core/basic/numbers.h"
 #include "core/config.h"
 #include "core/run_file.h"
 #include "core/run_index.h"
@@ -23,6 +24,7 @@
 #include <QScrollBar>
 #include <QToolButton>
 
+#include <algorithm>
 #include <limits>
 
 using namespace kvo;
@@ -297,6 +299,27 @@ private slots:
         command("Mnu_RedoClutch").trigger();
         const core::RunSample& row = state().Run.image.samples[400];
         QCOMPARE(int(row.InputRpm), 2 * row.OutputRpm);
+    }
+
+    // Back and forward go on from the choice in the list, which an overlay has moved.
+    void theKeysGoOnFromTheChoiceOfTheOverlay() {
+        for (const int number : {1, 2, 3, 4}) store(32, number);
+        openByChooser(taking(1));
+        overlay(3);
+        const auto& rows = library::runList().rows();
+        const auto chosen = std::find_if(rows.begin(), rows.end(),
+            [](const auto& row) { return row.FileName.find("33d") != std::string::npos; });
+        QVERIFY(chosen != rows.end() && chosen != rows.begin() && chosen + 1 != rows.end());
+        const auto nameOf = [](const core::RunIndexEntry& row) {
+            return "/kvo/Data/" + core::rightTrimmed(row.FileName);
+        };
+        press("NextData");
+        QCOMPARE(state().Run.path, nameOf(*(chosen + 1)));
+        QCOMPARE(int(view().OverlayLoaded), 0);
+        press("PreviousData");
+        QCOMPARE(state().Run.path, nameOf(*chosen));
+        press("PreviousData");
+        QCOMPARE(state().Run.path, nameOf(*(chosen - 1)));
     }
 };
 

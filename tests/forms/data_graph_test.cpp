@@ -111,6 +111,7 @@ private slots:
         QCOMPARE(graph.caption(), std::string("Data Graph"));
         QVERIFY(!graph.hasRun());
         QVERIFY(!menuEnabled("Mnu_Scale"));
+        QCOMPARE(trend().surface().scale(), (platform::UserScale{0, 1100, 1361, 0}));
         QVERIFY(!part<QToolButton>("ZoomIn").isEnabled());
         QVERIFY(kept().empty());
         QTest::keyClick(&trend(), Qt::Key_Right);

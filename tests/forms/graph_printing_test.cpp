@@ -234,6 +234,33 @@ private slots:
         QVERIFY(has(alone.pages[0], text("Rpm")));
     }
 
+    void anOverlayOverADownloadIsNamed() {
+        store(43, 1);
+        open(43);
+        overlay(1);
+        const PrintedDocument& document = print(items[0]);
+        QVERIFY(has(document.pages[0], QStringLiteral("Wed 05 Jun 2024 Run: 3 Second round")));
+        QVERIFY(has(document.pages[0],
+            QStringLiteral("Wed 05 Jun 2024 Run: 3 Second round    Overlay File: 24060512.31d")));
+    }
+
+    // What the panel shows, from the state and not from its controls.
+    void theTextUnderThePointerIsPrintedWhereItStandsInTheWindow() {
+        open(32);
+        pointAtTheEngine();
+        const QString pointed = text("Label_DataChanel");
+        QVERIFY(pointed.startsWith(QLatin1String(" Engine Rpm = ")));
+        part<QLabel>("Label_DataChanel").setText(QStringLiteral("no state"));
+        QVERIFY(has(print(items[0]).pages[0], pointed));
+        emit trend().mouseLeft();
+        QVERIFY(!has(print(items[0]).pages[0], pointed));
+        platform_qt::form<DataGraph>().resize(1000, 700); // there it is a tool tip
+        QCoreApplication::processEvents();
+        pointAtTheEngine();
+        QCOMPARE(trend().toolTip(), pointed);
+        QVERIFY(!has(print(items[0]).pages[0], pointed));
+    }
+
     void afterADeleteThereIsNothingToPrint() {
         store(43, 1);
         openByChooser(taking(1));
@@ -339,6 +366,47 @@ private slots:
             }
             QVERIFY(QFile(path).size() < 300000);
         }
+    }
+
+    // The question takes the window's place, and gives the line of the cursor back behind it.
+    void anAverageIsPrintedThroughTheQuestion() {
+        if (!QPrinterInfo::availablePrinters().isEmpty()) QSKIP("this machine has a printer");
+        open(43);
+        emit trend().mouseDown(Qt::RightButton, 300, 500);
+        emit trend().mouseUp(Qt::RightButton, 600, 500);
+        const QString time = text("LoggerTime");
+        const QString rpm = text("Rpm");
+        QVERIFY(time.contains(QLatin1Char('/')));
+        platform_qt::QtPrinter real(m_disk);
+        platform::services().printer = &real;
+        const QString path = pathOf("average.pdf");
+        testing::onModal([&](QWidget* dialog) {
+            dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(path);
+            QEvent activated(QEvent::WindowActivate);
+            QCoreApplication::sendEvent(&platform_qt::form<DataGraph>(), &activated);
+            QMetaObject::invokeMethod(dialog, "accept");
+        });
+        command(items[0]).trigger();
+        platform::services().printer = &printer();
+        QCOMPARE(testing::modalComplaints(), QString());
+        const auto pages = testing::readPdf(path);
+        QCOMPARE(pages.size(), std::size_t(1));
+        const QRectF word = pages[0].placeOf("AVERAGE");
+        QVERIFY(!word.isEmpty() && word.bottom() < pages[0].height * 0.8);
+        QVERIFY(!pages[0].placeOf(time.section(QLatin1Char(' '), -1)).isEmpty());
+        QVERIFY(pages[0].placeOf(rpm).top() > pages[0].height * 0.8);
+    }
+
+    // A caption may be 160 characters long, and an overlay's name stands behind it.
+    void aLongCaptionStaysOnThePaper() {
+        testing::storeModelRun(state(), files(), 43);
+        platform_qt::form<DataGraph>().openFresh(state().Run.path,
+            " Date:" + std::string(30, 'W') + " " + std::string(150, 'M') + " end");
+        show();
+        const auto pages = testing::readPdf(printPdf("long.pdf", items[1], true));
+        for (const testing::PdfWord& word : pages.at(0).words)
+            QVERIFY2(word.place.right() < pages[0].width - margin + 2, qPrintable(word.text));
+        QVERIFY(!pages[0].placeOf("end").isEmpty());
     }
 
     // Each channel alone: its curve stands in the picture where it stands in the window.

@@ -212,6 +212,40 @@ TEST_F(ReadOuts, TheOverlaysBarsAreFoundAsFarAsTheyAreDrawn) {
     EXPECT_EQ(under(1340, 600), " Overlay Engine Rpm = 6000");
 }
 
+// The run's type says where the overlay's exhausts are drawn, the overlay's own what they read.
+TEST_F(ReadOuts, AnOverlayOfOwnExhaustsOverATimeSharedRun) {
+    state.Run.DataType = 20;
+    firstOn = exhaustChannel(1);
+    state.Overlay.image.samples[320].Analog[7] = 140;
+    state.Overlay.image.samples[320].Status = 2 << 4;
+    EXPECT_EQ(under(300, 140), " Overlay Exhaust Temp 3 = 200"); // of its byte, 50
+    EXPECT_EQ(under(300, 144.9F), " Overlay Exhaust Temp 3 = 200");
+    EXPECT_EQ(under(300, 145), "-");
+    EXPECT_EQ(under(300, 50), "-");
+    state.Run.DataType = 32;
+    firstOn = exhaustChannel(2);
+    state.Run.image.samples[300].Exhaust.fill(90);
+    EXPECT_EQ(under(300, 50), " Overlay Exhaust Temp 2 = 200");
+}
+
+TEST_F(ReadOuts, AnAverageWithoutPinionOrBasketTeeth) {
+    view.OverlayLoaded = 0;
+    const auto average = [this] { return kvo::testing::AverageRange(state, view, 261, 361); };
+    state.Run.image.analog.PinionTeeth = 0;
+    Labels all = asMap(average().labels);
+    EXPECT_EQ(all.size(), 24U);
+    EXPECT_EQ(all.at({tyreGrowthChannel, false}), "N/A");
+    EXPECT_EQ(all.at({mphChannel, false}), "50.51");
+    EXPECT_EQ(all.at({exhaustChannel(8), false}), "202");
+    state.Run.image.header.BasketGearTeeth = 0;
+    all = asMap(average().labels);
+    EXPECT_EQ(all.size(), 3U);
+    EXPECT_EQ(all.at({engineChannel, false}), "8080");
+    EXPECT_EQ(all.at({outputChannel, false}), "2020");
+    EXPECT_EQ(average().emptied.size(), 22U);
+    EXPECT_FALSE(average().outside);
+}
+
 TEST_F(ReadOuts, AnalogTypesThatAreNoneAreNotNamed) {
     firstOn = analogChannel(1);
     state.Run.image.tail.AnalogTypes.fill(5);
