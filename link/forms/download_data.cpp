@@ -99,7 +99,6 @@ void DownloadData::setProgress(int value) {
 void DownloadData::hideButtons() {
     Command_Send->hide();
     Cancel_Command->hide();
-    showPort(); // it is open, and the setup has been read anew
     repaint();
 }
 
