@@ -10,6 +10,9 @@ namespace kvo::link {
 namespace {
 
 constexpr int batchTurns = 32000;
+// For the bytes that a mode leaves unread, and for such as should not come behind them.
+constexpr int unreadTurns = 250 * platform::turnsPerMillisecond;
+constexpr int quietTurns = 50 * platform::turnsPerMillisecond;
 
 struct WireLayout {
     int DataType;
@@ -156,6 +159,7 @@ void Download::DownloadSafe() {
     m_link.port().setInputLen(1);
     // One request ahead: each reply that is read answers the request before, and one stays unread.
     m_link.SendCommand(1);
+    m_unread = 1;
     for (int i = 1; i <= m_run.SampleCount; ++i) {
         safeSample(i);
         if (m_link.LinkFailed == -1) {
@@ -202,6 +206,7 @@ void Download::DownloadFast() {
     const int batchBytes = 2 * m_type.RecordSize;
     m_link.port().setInputLen(batchBytes);
     m_link.SendCommand(static_cast<std::uint8_t>(batchBytes));
+    m_unread = batchBytes;
     std::string batch;
     // Required: the loop stops two short and asks for one batch that is never read, so the last
     // rows (the last one of an odd count) keep what they held.
@@ -215,6 +220,15 @@ void Download::DownloadFast() {
         takeSample(i + 1, std::string_view(batch).substr(size, size));
         showProgress(i);
     }
+}
+
+int Download::surplusBytes() {
+    platform::SerialPort& port = m_link.port();
+    for (int gone = 0; gone < unreadTurns && port.inBufferCount() < m_unread && !m_link.lineGone();)
+        gone += m_link.yield().turns(unreadTurns - gone);
+    for (int gone = 0; gone < quietTurns && !m_link.lineGone();)
+        gone += m_link.yield().turns(quietTurns - gone);
+    return m_link.lineGone() ? 0 : port.inBufferCount() - m_unread;
 }
 
 } // namespace kvo::link

@@ -57,6 +57,11 @@ public:
     void DownloadSafe();
     // Two samples a batch, the next batch asked for before the last is taken apart.
     void DownloadFast();
+    // Behind a transfer that came to its end: how many bytes more than the mode leaves unread have
+    // come, a little while later; negative: fewer. 0 also where the line is gone. A byte that was
+    // lost, doubled or made up on the line has shifted all that came behind it, and shows only
+    // here.
+    int surplusBytes();
     // Tells the user that the logger stopped responding, closes the port and unloads the form;
     // once.
     void reportFailure();
@@ -76,6 +81,7 @@ private:
     platform::Dialogs& m_dialogs;
     std::function<bool()> m_cancelled;
     DownloadType m_type{};
+    int m_unread = 0; // bytes that the mode asked for and does not read
     bool m_failureTold = false;
 };
 

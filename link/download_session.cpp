@@ -8,6 +8,8 @@
 #include "core/run_index.h"
 #include "link/decode.h"
 
+#include <cstdlib>
+
 namespace kvo::link {
 
 using platform::Reply;
@@ -58,32 +60,67 @@ void DownloadSession::Command_Send_Click() {
 void DownloadSession::run() {
     if (!startSession()) return;
     if (m_in.Config.SpeedWheel_Prompt != 1) askWheel();
-    if (m_cancelled) return;
+    if (m_cancelled || !fetch()) return;
+    while (wantsAgain())
+        if (!startAgain() || !fetch()) return;
+    std::string title;
+    if (askTitle(title)) save(title);
+}
+
+// Header and rows, and what becomes of the raw values. False: the session is over, and the user
+// knows why.
+bool DownloadSession::fetch() {
     const int missed = m_link.MissedReplies;
     m_link.ReadLoggerHeader();
-    if (m_cancelled || !takeDataType(m_link.MissedReplies == missed)) return;
+    if (m_cancelled || !takeDataType(m_link.MissedReplies == missed)) return false;
     m_view.hideButtons();
     m_view.setProgressMax(m_in.Run.SampleCount);
     transfer();
-    if (m_cancelled) return;
+    if (m_cancelled) return false;
     show("Now checked data for errors");
     convertPulses(m_in.Run, m_in.Config, m_periods);
     const std::string unread =
         convertAnalogTables(m_in.Run, m_in.Config, m_in.Tables, m_in.AppFolder, m_files);
     m_link.CloseLoggerPort();
-    if (m_link.LinkFailed == -1) return;
-    if (!unread.empty()) {
+    if (m_link.LinkFailed == -1) return false;
+    if (!unread.empty())
         m_dialogs.messageBox(unread + tableUnread, boxStyle::critical, core::programName);
-    }
-    std::string title;
-    if (askTitle(title)) save(title);
+    return true;
+}
+
+// The protocol has no checksum: only the count of the bytes tells that one was lost or came twice.
+bool DownloadSession::wantsAgain() {
+    if (m_surplus == 0) return false;
+    const int bytes = std::abs(m_surplus);
+    const std::string text =
+        std::to_string(bytes) + (bytes == 1 ? " byte" : " bytes") + " too " +
+        (m_surplus > 0 ? "many" : "few") +
+        " came from the On Board Computer.\r\n\r\n"
+        "The run may be shifted from some point on. The On Board Computer still has it.\r\n\r\n"
+        "Do you want to download it again?\r\nNo keeps the run as it came.";
+    return m_dialogs.messageBox(text, boxStyle::yesNo + boxStyle::warning, "Download Check") ==
+           Reply::yes;
+}
+
+// The buttons of the form are gone by now, so where nobody answers any more it goes too.
+bool DownloadSession::startAgain() {
+    openPort();
+    const bool opened = m_link.LinkFailed != -1;
+    const bool answered = opened && m_link.greetLogger();
+    if (opened && !answered && !m_cancelled) m_link.reportNoReply("Download Error !");
+    if (!answered) unloadView();
+    return answered && !m_cancelled;
+}
+
+void DownloadSession::openPort() {
+    m_link.LinkFailed = 0;
+    m_link.OpenLoggerPort(m_in.Config.CommPort);
+    m_link.port().setInputLen(1);
 }
 
 // Up to an answered "Q". False: the session is over, and the user knows why.
 bool DownloadSession::startSession() {
-    m_link.LinkFailed = 0;
-    m_link.OpenLoggerPort(m_in.Config.CommPort);
-    m_link.port().setInputLen(1);
+    openPort();
     readConfig();
     if (m_link.LinkFailed == -1) return false;
     const bool answered = m_link.greetLogger();
@@ -156,6 +193,7 @@ void DownloadSession::transfer() {
         download.DownloadFast();
     else
         download.DownloadSafe();
+    m_surplus = m_link.LinkFailed != -1 ? download.surplusBytes() : 0;
     if (m_link.LinkFailed != -1) return;
     // A byte that was lost in the header is a failed transfer too, though the fast mode goes by its
     // batches alone; without a word the form would stand there without its buttons.

@@ -50,7 +50,11 @@ public:
 
 private:
     void run();
+    void openPort();
     bool startSession();
+    bool startAgain();
+    bool fetch();
+    bool wantsAgain();
     void readConfig();
     void askWheel();
     void giveWheelBack();
@@ -73,6 +77,7 @@ private:
     const platform::Clock& m_clock;
     platform::Files& m_files;
     PulsePeriods m_periods;
+    int m_surplus = 0; // bytes too many behind the last transfer; negative: too few
     std::optional<float> m_wheelOfFile; // while a typed one stands in the configuration
     bool m_running = false;
     bool m_cancelled = false;

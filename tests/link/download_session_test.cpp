@@ -265,19 +265,92 @@ TEST(DownloadSession, ALoggerThatGreetsAndFallsSilentIsTold) {
     }
 }
 
+testing::ScriptedDialogs::Expected& expectCount(
+    DownloadRig& rig, const std::string& count, Reply again) {
+    return rig.dialogs.expectBox(
+        count + " came from the On Board Computer.\r\n\r\n"
+                "The run may be shifted from some point on. The On Board Computer still has it."
+                "\r\n\r\nDo you want to download it again?\r\nNo keeps the run as it came.",
+        boxStyle::yesNo + boxStyle::warning, "Download Check", again);
+}
+
 TEST(DownloadSession, ALostSampleByteEndsTheFastModeAndShiftsTheSafeOne) {
     DownloadRig fast(25, true, {Fault::Kind::drop, 1000});
     expectStopped(fast);
     fast.click();
     EXPECT_EQ(fast.dialogs.problems(), "");
 
-    // The safe mode has one byte in hand: it takes the next for the lost one and nobody notices.
+    // The safe mode has one byte in hand: it takes the next for the lost one, and only the count
+    // tells.
     DownloadRig safe(25, false, {Fault::Kind::drop, 1 + 33 + 27 * 10 + 10});
+    expectCount(safe, "1 byte too few", Reply::no);
     safe.expectSave();
     safe.click();
     EXPECT_EQ(safe.dialogs.problems(), "");
     EXPECT_EQ(safe.state->Run.image.samples[11].Analog[1], safe.wireByte(11, 11));
     EXPECT_EQ(safe.state->Run.image.samples[12].Status, safe.wireByte(12, 10));
+}
+
+TEST(DownloadSession, ADoubledByteIsCountedAndKeptIfTheUserWants) {
+    DownloadRig rig(25, false, {Fault::Kind::twice, 1 + 33 + 27 * 10 + 10});
+    // Before the title; the form is still there, and the port is free.
+    expectCount(rig, "1 byte too many", Reply::no).whileShown = [&] {
+        EXPECT_FALSE(rig.view->unloaded);
+        EXPECT_FALSE(rig.line.portOpen());
+    };
+    rig.expectSave();
+    rig.click();
+    EXPECT_EQ(rig.dialogs.problems(), "");
+    EXPECT_EQ(rig.state->Run.image.samples[11].Analog[2], rig.wireByte(11, 10));
+    EXPECT_EQ(rig.index().size(), 1U);
+}
+
+TEST(DownloadSession, ACountThatIsOffIsDownloadedAgain) {
+    for (const auto kind : {Fault::Kind::drop, Fault::Kind::twice}) {
+        DownloadRig rig(25, false, {kind, 5000});
+        expectCount(
+            rig, kind == Fault::Kind::drop ? "1 byte too few" : "1 byte too many", Reply::yes);
+        rig.expectSave();
+        rig.click();
+        EXPECT_EQ(rig.dialogs.problems(), "");
+        EXPECT_EQ(rig.index().size(), 1U);
+        EXPECT_EQ(rig.view->touchedAfterUnload, 0);
+        // The second transfer is whole.
+        for (const int i : {1, 600, 1213})
+            EXPECT_EQ(rig.state->Run.image.samples[i].Status, rig.wireByte(i, 9)) << i;
+    }
+}
+
+TEST(DownloadSession, ALoggerThatIsGoneAtTheSecondTryIsTold) {
+    DownloadRig rig(25, false, {Fault::Kind::drop, 5000});
+    expectCount(rig, "1 byte too few", Reply::yes).whileShown = [&] { rig.line.plugInto(2); };
+    rig.dialogs.expectBox(noReplyText(), boxStyle::critical, "Download Error !");
+    rig.click();
+    EXPECT_EQ(rig.dialogs.problems(), "");
+    EXPECT_TRUE(rig.view->unloaded) << "its buttons were gone";
+    EXPECT_FALSE(rig.line.portOpen());
+    EXPECT_EQ(rig.view->touchedAfterUnload, 0);
+    EXPECT_FALSE(rig.files.folderExists("/kvo/Data"));
+}
+
+TEST(DownloadSession, ABatchTooLongOfTheUnreadOnesIsCounted) {
+    // The last batch is the one that the fast mode never reads.
+    const long last = 1 + 33 + 27L * 1212 + 5;
+    for (const auto kind : {Fault::Kind::drop, Fault::Kind::twice}) {
+        DownloadRig rig(25, true, {kind, last});
+        expectCount(
+            rig, kind == Fault::Kind::drop ? "1 byte too few" : "1 byte too many", Reply::no);
+        rig.expectSave();
+        rig.click();
+        EXPECT_EQ(rig.dialogs.problems(), "");
+    }
+}
+
+TEST(DownloadSession, ACableThatIsPulledBehindTheLastSampleIsNoMiscount) {
+    DownloadRig rig(25, false, {Fault::Kind::hangUpAt, 1 + 33 + 27 * 1213});
+    rig.expectSave();
+    rig.click();
+    EXPECT_EQ(rig.dialogs.problems(), "");
 }
 
 TEST(DownloadSession, AGarbledByteIsTakenAsItIs) {

@@ -219,8 +219,8 @@ TEST(Faults, HaveNames) {
     const std::pair<const char*, Fault::Kind> rows[] = {{"silent", Fault::Kind::silent},
         {"wrong-greeting", Fault::Kind::wrongGreeting}, {"stop-after=7", Fault::Kind::stopAfter},
         {"drop=7", Fault::Kind::drop}, {"garble=7", Fault::Kind::garble},
-        {"late=7", Fault::Kind::late}, {"hangup-at=7", Fault::Kind::hangUpAt},
-        {"flood", Fault::Kind::flood}};
+        {"double=7", Fault::Kind::twice}, {"late=7", Fault::Kind::late},
+        {"hangup-at=7", Fault::Kind::hangUpAt}, {"flood", Fault::Kind::flood}};
     for (const auto& [name, kind] : rows) {
         const auto fault = parseFault(name);
         ASSERT_TRUE(fault) << name;
@@ -230,7 +230,7 @@ TEST(Faults, HaveNames) {
     for (const char* wrong :
         {"", "none", "drop", "drop=", "drop=x", "drop=-1", "drop=7x", "silent=1"})
         EXPECT_FALSE(parseFault(wrong)) << wrong;
-    EXPECT_EQ(faultNames().size(), 8U);
+    EXPECT_EQ(faultNames().size(), 9U);
 }
 
 struct FaultTest : ::testing::Test {
@@ -248,6 +248,7 @@ TEST_F(FaultTest, EachAtItsByte) {
     EXPECT_EQ(answers("wrong-greeting", "QDD"), "!ab");
     EXPECT_EQ(answers("stop-after=2", "QDDD"), "?a");
     EXPECT_EQ(answers("drop=3", "QDDDD"), "?acd");
+    EXPECT_EQ(answers("double=2", "QDD"), "?aab");
     EXPECT_EQ(answers("garble=2", "QDD"), std::string("?") + static_cast<char>(~'a') + "b");
     EXPECT_EQ(answers("hangup-at=2", "QDDD"), "?a");
     EXPECT_TRUE(end->hungUp());

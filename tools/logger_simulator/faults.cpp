@@ -2,6 +2,7 @@
 
 #include <array>
 #include <charconv>
+#include <utility>
 
 namespace kvo::simulator {
 namespace {
@@ -12,11 +13,12 @@ struct FaultName {
     const char* number; // what n is called, nothing where the fault has none
 };
 
-constexpr std::array<FaultName, 8> names{{
+constexpr std::array<FaultName, 9> names{{
     {"silent", Fault::Kind::silent, nullptr},
     {"wrong-greeting", Fault::Kind::wrongGreeting, nullptr},
     {"stop-after", Fault::Kind::stopAfter, "N"},
     {"drop", Fault::Kind::drop, "N"},
+    {"double", Fault::Kind::twice, "N"},
     {"garble", Fault::Kind::garble, "N"},
     {"late", Fault::Kind::late, "MS"},
     {"hangup-at", Fault::Kind::hangUpAt, "N"},
@@ -73,6 +75,7 @@ std::optional<OutgoingByte> FaultyEnd::next() {
         return OutgoingByte{static_cast<std::uint8_t>(m_garbage >> 24), false};
     }
     if (hungUp()) return std::nullopt;
+    if (m_again) return std::exchange(m_again, std::nullopt);
     auto out = m_inner.next();
     if (!out || m_fault.kind == Kind::silent) return std::nullopt;
     if (m_fault.kind == Kind::stopAfter && m_count >= m_fault.n) return std::nullopt;
@@ -81,6 +84,7 @@ std::optional<OutgoingByte> FaultyEnd::next() {
     m_greeting = false;
     if (m_count != m_fault.n) return out;
     if (m_fault.kind == Kind::drop) return next();
+    if (m_fault.kind == Kind::twice) m_again = out;
     if (m_fault.kind == Kind::garble) out->value = static_cast<std::uint8_t>(~out->value);
     return out;
 }

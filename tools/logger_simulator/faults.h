@@ -16,6 +16,7 @@ struct Fault {
         wrongGreeting, // answers "Q" with something else
         stopAfter,     // answers n bytes, then no more
         drop,          // byte n of the answers is lost
+        twice,         // byte n of the answers comes twice
         garble,        // byte n of the answers is turned over
         late,          // every answer comes n milliseconds late
         hangUpAt,      // the cable is pulled out behind byte n of the answers
@@ -25,8 +26,8 @@ struct Fault {
     long n = 0; // answers are counted from 1
 };
 
-// "silent", "wrong-greeting", "stop-after=N", "drop=N", "garble=N", "late=MS", "hangup-at=N",
-// "flood"; nothing for any other text.
+// "silent", "wrong-greeting", "stop-after=N", "drop=N", "double=N", "garble=N", "late=MS",
+// "hangup-at=N", "flood"; nothing for any other text.
 std::optional<Fault> parseFault(std::string_view text);
 // The names, for the help text, with "=N" where a number belongs to it.
 std::vector<std::string> faultNames();
@@ -50,6 +51,7 @@ private:
     bool m_greeting = false; // the next answer is that to a "Q"
     bool m_flooding = false;
     std::uint32_t m_garbage = 1;
+    std::optional<OutgoingByte> m_again; // comes before the next answer
 };
 
 } // namespace kvo::simulator
