@@ -156,7 +156,10 @@ RangeResult checkRange(ObcBox box, const std::string& text) {
         const double teeth = core::Val(text);
         return within(teeth > 0 && teeth < teethBehindRange);
     }
+    constexpr double hundredsOfDigits = 1e300; // too large to be read, and a number all the same
     const auto number = core::strictNumber(text);
+    const double large = number ? 0 : core::Val(text);
+    if (large > hundredsOfDigits || large < -hundredsOfDigits) return RangeResult::outOfRange;
     if (!number) return RangeResult::notANumber;
     const double behind = kindOf(box) == ObcKind::rpm ? rpmBehindRange : secondsBehindRange;
     return within(*number >= 0 && *number < behind);

@@ -31,9 +31,9 @@ std::size_t numberLength(std::string_view text, int& digits) {
     return i;
 }
 
-// A text of sign, digits and one point, with at least one digit, as the nearest double; the largest
-// double where it has more digits than a double can hold.
-double toDouble(std::string_view number) {
+// A text of sign, digits and one point, with at least one digit, as the nearest double; nothing
+// where it is too large for one.
+std::optional<double> toDouble(std::string_view number) {
     const bool negative = number.front() == '-';
     if (negative || number.front() == '+') number.remove_prefix(1);
     double value = 0;
@@ -42,8 +42,8 @@ double toDouble(std::string_view number) {
     if (result.ec == std::errc::result_out_of_range) {
         // Too large or too small: it is large if a digit other than 0 stands in front of the point.
         const std::size_t first = number.find_first_not_of('0');
-        const bool large = first != std::string_view::npos && number[first] != '.';
-        value = large ? std::numeric_limits<double>::max() : 0;
+        if (first != std::string_view::npos && number[first] != '.') return {};
+        value = 0;
     }
     return negative ? -value : value;
 }
@@ -100,7 +100,8 @@ double Val(std::string_view text) {
     int digits = 0;
     const std::size_t length = numberLength(text, digits);
     if (digits == 0) return 0;
-    return toDouble(text.substr(0, length));
+    constexpr double largest = std::numeric_limits<double>::max();
+    return toDouble(text.substr(0, length)).value_or(text.front() == '-' ? -largest : largest);
 }
 
 std::optional<double> strictNumber(std::string_view text) {

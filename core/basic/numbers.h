@@ -9,9 +9,10 @@
 namespace kvo::core {
 
 // Lenient number of a text box: blanks passed over, sign, digits, one point; ends at the first
-// other character; 0 if there is none.
+// other character; 0 if there is none, the largest double for a number that is larger.
 double Val(std::string_view text);
-// Strict number: sign, digits, one point, blanks around it; nothing for anything else.
+// Strict number: sign, digits, one point, blanks around it; nothing for anything else, and for a
+// number that is too large for a double.
 std::optional<double> strictNumber(std::string_view text);
 
 // Rounded to the nearest whole number, ties to even; nothing outside 16 (CInt) or 32 bits (CLng)

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <iterator>
 #include <set>
 #include <string>
 
@@ -28,6 +29,27 @@ TEST(Conversions, EveryPairGoesBothWays) {
     for (int pair = 0; pair < 8; ++pair) {
         EXPECT_EQ(shownBy(pair, 0, "100"), hundred[pair].forward) << pair;
         EXPECT_EQ(shownBy(pair, 1, "100"), hundred[pair].backward) << pair;
+    }
+}
+
+// As the user reads them; the degree sign is that of the file's text.
+TEST(Conversions, HaveTheirCaptions) {
+    const struct {
+        const char* button;
+        const char* title;
+        const char* left;
+        const char* right;
+    } pairs[] = {{"Cu.in / Cc", "Cu.In to Cc", "Cu.In", "Cc"}, {"In / Cm", "In to Cm", "In", "Cm"},
+        {"Feet / Metres", "Feet to Metres", "Ft", "M"}, {"Lbs / Kg", "Lbs to Kg", "Lbs", "Kg"},
+        {"Psi / Kpa", "Psi to Kpa", "Psi", "Kpa"}, {"Mph / Kph", "Mph to Kph", "Mph", "Kph"},
+        {"Hp / Kw", "Hp to Kw", "Hp", "Kw"},
+        {"Deg F / Deg C", "Farenheit to Celcius", "\260F", "\260C"}};
+    ASSERT_EQ(unitPairs().size(), std::size(pairs));
+    for (std::size_t i = 0; i < std::size(pairs); ++i) {
+        EXPECT_EQ(unitPairs()[i].button, pairs[i].button);
+        EXPECT_EQ(unitPairs()[i].title, pairs[i].title);
+        EXPECT_EQ(unitPairs()[i].left, pairs[i].left);
+        EXPECT_EQ(unitPairs()[i].right, pairs[i].right);
     }
 }
 
@@ -77,6 +99,11 @@ TEST(Conversions, AFailingSumLeavesTheOtherBox) {
         EXPECT_EQ(form.Text1[0], typed);
         EXPECT_EQ(form.Text1[1], "9.99") << typed;
     }
+    // Too large to be read, where the sum itself would have room: a factor below 1.
+    Conversions form;
+    form.Text1 = {"9.99", std::string(400, '9')};
+    Text1_KeyUp(form, 1);
+    EXPECT_EQ(form.Text1[0], "9.99");
 }
 
 TEST(Conversions, ATemperatureMayBeBelowZeroOnTheOtherSide) {

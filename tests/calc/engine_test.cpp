@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+#include <iterator>
 #include <string>
 
 namespace kvo::calc {
@@ -48,6 +50,38 @@ TEST(EngineSums, AHiddenRowHasNeitherCaptionNorUnit) {
     EXPECT_EQ(engineSum("Piston Speed Calc")->rows[1].caption, "Stroke");
 }
 
+// Captions as the user reads them, not as the table of the program has them.
+TEST(EngineSums, HaveTheirCaptions) {
+    const struct {
+        const char* title;
+        std::array<const char*, 6> rows; // caption and unit of each
+        const char* result;
+    } forms[] = {
+        {"Compression Ratio Calc", {"Bore", "In", "Stroke", "In", "Volume @ TDC", "cc"},
+            "Compression"},
+        {"Engine Displacement Calc", {"Cylinders", "4/6/8", "Bore", "In", "Stroke", "In"},
+            "Displacement"},
+        {"Piston Speed Calc", {"", "", "Stroke", "In", "Rpm", "Rpm"}, "Ave. Piston Speed"},
+        {"RPM to MPH Calc", {"Tyre Diameter", "In", "Gear Ratio", ":1", "RPM", "Rpm"}, "Speed"},
+        {"Cylinder Head CFM to HP", {"", "", "Head Cfm @ 10 In", "Cfm", "Cylinders", "4/6/8"},
+            "Horsepower"},
+        {"1/4 Mile ET to HP", {"", "", "Car Weight", "Lbs", "1/4 Mile ET", "Et"}, "Horsepower"},
+        {"1/4 Mile Speed to HP", {"", "", "Car Weight", "Lbs", "1/4 Mile Speed", "Mph"},
+            "Horsepower"},
+        {"Tyre Diameter Calc", {"", "", "", "", "Tyre Circumference", "In"}, "Diameter"},
+    };
+    ASSERT_EQ(engineSums().size(), std::size(forms));
+    for (std::size_t i = 0; i < std::size(forms); ++i) {
+        const EngineSum& sum = engineSums()[i];
+        EXPECT_EQ(sum.title, forms[i].title);
+        EXPECT_EQ(sum.result, forms[i].result);
+        for (std::size_t row = 0; row < 3; ++row) {
+            EXPECT_EQ(sum.rows[row].caption, forms[i].rows[2 * row]) << sum.title;
+            EXPECT_EQ(sum.rows[row].unit, forms[i].rows[2 * row + 1]) << sum.title;
+        }
+    }
+}
+
 TEST(EngineSums, GiveTheirResults) {
     EXPECT_EQ(resultOf("Compression Ratio Calc", "4", "3.5", "60"), "13.0 :1");
     EXPECT_EQ(resultOf("Engine Displacement Calc", "4", "4", "3.48"), "174.92 Cu.In");
@@ -77,6 +111,7 @@ TEST(EngineSums, AFailureKeepsTheResult) {
 
 TEST(EngineSums, ASpeedThatIsNoNumberGivesNoPower) {
     EXPECT_EQ(resultOf("1/4 Mile Speed to HP", "", "3000", "130 mph"), "0.0 Hp");
+    EXPECT_EQ(resultOf("1/4 Mile Speed to HP", "", "3000", huge.c_str()), "0.0 Hp");
 }
 
 TEST(EngineSums, AnOverflowKeepsTheResultButForTheSweptVolume) {
@@ -87,7 +122,8 @@ TEST(EngineSums, AnOverflowKeepsTheResultButForTheSweptVolume) {
     EXPECT_EQ(resultOf("RPM to MPH Calc", "28", large, "6000"), "old");
     EXPECT_EQ(resultOf("Cylinder Head CFM to HP", "", large, "8"), "old");
     EXPECT_EQ(resultOf("1/4 Mile ET to HP", "", "3000", large), "old");
-    EXPECT_EQ(resultOf("1/4 Mile Speed to HP", "", "3000", large), "old");
+    EXPECT_EQ(resultOf("1/4 Mile Speed to HP", "", large, "130"), "old");
+    EXPECT_EQ(resultOf("Tyre Diameter Calc", "", "", large), "old");
 }
 
 TEST(EngineSums, CylindersAreToldByTheirText) {
@@ -222,6 +258,21 @@ TEST(Calculate, InMetricTurnsBackWhereThereIsNoSum) {
     EXPECT_EQ(form.unit[2], "Cm");
     EXPECT_EQ(form.Text[2], "10.16");
     EXPECT_EQ(form.Label5, "");
+}
+
+// The result of the sum before goes to inches and back with the boxes, each step rounded.
+TEST(Calculate, InMetricTurnsTheOldResultToo) {
+    CalcForm form = formOf("Engine Displacement Calc", "8", "4", "3");
+    EXPECT_TRUE(Command1_Click(form));
+    EXPECT_EQ(form.Label5, "301.59 Cu.In");
+    ToggleMetric_Click(form);
+    EXPECT_EQ(form.Label5, " 4942.22 Cc");
+    form.Text[1] = "5";
+    EXPECT_FALSE(Command1_Click(form));
+    EXPECT_EQ(form.Label5, " 4941.89 Cc");
+    EXPECT_EQ(form.Text[1] + " " + form.Text[2] + " " + form.Text[3], "5 10.16 7.62");
+    EXPECT_EQ(form.unit[2], "Cm");
+    EXPECT_EQ(form.MetricShown, -1);
 }
 
 } // namespace

@@ -46,6 +46,15 @@ TEST(StrictNumber, TakesBlanksAroundAndNothingElse) {
     }
 }
 
+TEST(StrictNumber, FailsWhereTheNumberIsTooLarge) {
+    const std::string nines(400, '9');
+    for (const std::string& text : {nines, "-" + nines, " +" + nines + ".5 "})
+        EXPECT_FALSE(strictNumber(text)) << text;
+    EXPECT_EQ(strictNumber("0." + std::string(400, '0') + "1"), 0.0);
+    EXPECT_EQ(strictNumber(std::string(400, '0') + "7"), 7.0);
+    EXPECT_EQ(strictNumber(std::string(308, '9')), 1e308);
+}
+
 TEST(Rounding, SendsTiesToTheEvenNeighbour) {
     EXPECT_EQ(CInt(0.5), 0);
     EXPECT_EQ(CInt(1.5), 2);

@@ -153,6 +153,22 @@ private slots:
         });
     }
 
+    void aGreyResultStaysGreyInOtherUnits() {
+        opened("Mnu_TDiameter", [] {
+            type("Text3", "100");
+            press("Command1");
+            type("Text3", "200");
+            QVERIFY(!label("Label5").isEnabled());
+            press("ToggleMetric");
+            QCOMPARE(result(), QStringLiteral(" 80.85 Cm"));
+            QVERIFY(!label("Label5").isEnabled());
+            press("Command1");
+            QVERIFY(label("Label5").isEnabled());
+            press("ToggleMetric");
+            QVERIFY(label("Label5").isEnabled());
+        });
+    }
+
     void aLengthThereAndBack() {
         opened("Speed", [] {
             type("Text1", "12.34");
