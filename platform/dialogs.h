@@ -13,6 +13,7 @@ namespace kvo::platform {
 namespace boxStyle {
 inline constexpr int ok = 0;
 inline constexpr int okCancel = 1;
+inline constexpr int yesNoCancel = 3;
 inline constexpr int yesNo = 4;
 inline constexpr int retryCancel = 5;
 inline constexpr int critical = 16;

@@ -28,14 +28,20 @@ struct ButtonsOfStyle {
     int style;
     QMessageBox::StandardButton first;
     QMessageBox::StandardButton second;
+    QMessageBox::StandardButton third;
     QMessageBox::StandardButton escape; // the least committing one
 };
 
-constexpr std::array<ButtonsOfStyle, 4> buttonSets{{
-    {platform::boxStyle::ok, QMessageBox::Ok, QMessageBox::NoButton, QMessageBox::Ok},
-    {platform::boxStyle::okCancel, QMessageBox::Ok, QMessageBox::Cancel, QMessageBox::Cancel},
-    {platform::boxStyle::yesNo, QMessageBox::Yes, QMessageBox::No, QMessageBox::No},
-    {platform::boxStyle::retryCancel, QMessageBox::Retry, QMessageBox::Cancel, QMessageBox::Cancel},
+constexpr auto noButton = QMessageBox::NoButton;
+constexpr std::array<ButtonsOfStyle, 5> buttonSets{{
+    {platform::boxStyle::ok, QMessageBox::Ok, noButton, noButton, QMessageBox::Ok},
+    {platform::boxStyle::okCancel, QMessageBox::Ok, QMessageBox::Cancel, noButton,
+        QMessageBox::Cancel},
+    {platform::boxStyle::yesNoCancel, QMessageBox::Yes, QMessageBox::No, QMessageBox::Cancel,
+        QMessageBox::Cancel},
+    {platform::boxStyle::yesNo, QMessageBox::Yes, QMessageBox::No, noButton, QMessageBox::No},
+    {platform::boxStyle::retryCancel, QMessageBox::Retry, QMessageBox::Cancel, noButton,
+        QMessageBox::Cancel},
 }};
 
 const ButtonsOfStyle& buttonsOf(int style) {
@@ -119,7 +125,7 @@ void fillMessageBox(
     box.setText(shownMessage(text));
     box.setWindowTitle(titleOrName(title));
     box.setIcon(iconOf(style));
-    box.setStandardButtons(buttons.first | buttons.second);
+    box.setStandardButtons(buttons.first | buttons.second | buttons.third);
     const bool second = (style & platform::boxStyle::secondDefault) != 0;
     const bool hasSecond = buttons.second != QMessageBox::NoButton;
     box.setDefaultButton(second && hasSecond ? buttons.second : buttons.first);

@@ -55,6 +55,8 @@ private slots:
             << 49 << QStringList{"OK", "Cancel"} << int(QMessageBox::Warning) << "OK" << cancel;
         QTest::newRow("question") << 36 << QStringList{"Yes", "No"} << int(QMessageBox::Question)
                                   << "Yes" << no;
+        QTest::newRow("question with a way out") << 35 << QStringList{"Cancel", "Yes", "No"}
+                                                 << int(QMessageBox::Question) << "Yes" << cancel;
         QTest::newRow("information, second default") << 64 + 4 + 256 << QStringList{"Yes", "No"}
                                                      << int(QMessageBox::Information) << "No" << no;
         QTest::newRow("retry") << 21 << QStringList{"Cancel", "Retry"} << int(QMessageBox::Critical)
@@ -86,6 +88,8 @@ private slots:
         QCOMPARE(m_dialogs.messageBox("", style::retryCancel, "Q"), Reply::retry);
         answerBox("Q", "Cancel");
         QCOMPARE(m_dialogs.messageBox("", style::okCancel, "Q"), Reply::cancel);
+        answerBox("Q", "No");
+        QCOMPARE(m_dialogs.messageBox("", style::yesNoCancel, "Q"), Reply::no);
         answerBox("Q", "OK");
         QCOMPARE(m_dialogs.messageBox("", style::ok, "Q"), Reply::ok);
     }
