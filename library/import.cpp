@@ -25,6 +25,10 @@ using platform::Reply;
 constexpr const char* longDate = "ddd dd mmm yyyy";
 constexpr std::size_t importNameLength = 12; // what the index and the chooser keep of a name
 constexpr std::size_t longestIndexText = 160;
+// What a batch that is killed may leave out of the index. A write of it takes longer with every run
+// that is in it, so it is not written behind each of a hundred runs that come in at once.
+constexpr std::size_t mostUnlisted = 25;
+constexpr std::chrono::seconds longestUnlisted{2};
 
 std::string trimmedBothSides(std::string_view text) {
     return core::rightTrimmed(core::leftTrimmed(text));
@@ -125,6 +129,7 @@ ImportedBatch Import::Butten_Import(
     if (m_running) return {};
     m_running = true;
     m_cancelled = false;
+    m_listedAt = m_in.now();
     ImportedBatch batch;
     batch.files = static_cast<int>(names.size());
     for (int i = 0; i < batch.files && !m_cancelled; ++i) {
@@ -134,8 +139,9 @@ ImportedBatch Import::Butten_Import(
         if (m_cancelled) break;
         const Source source{core::joined(folder, name, m_files), name, i + 1 == batch.files};
         if (importFile(mode, source)) ++batch.imported;
-        m_view.clearProgress();
+        addRunsWhenDue();
     }
+    m_view.clearProgress();
     batch.cancelled = m_cancelled;
     batch.written = std::exchange(m_written, {});
     addRunsToIndex();
@@ -172,9 +178,14 @@ std::optional<DateTime> Import::askDate(const Source& source) {
     }
     const std::string question = "This File was created on: " + core::Format(*created, longDate) +
                                  "\nIs this the date of the Run ?";
+    // Files that follow would ask anew, so the batch can be ended here.
+    const int buttons = source.last ? boxStyle::yesNo : boxStyle::yesNoCancel;
     const Reply reply = m_dialogs.messageBox(
-        question, boxStyle::yesNo + boxStyle::question, "File Date for [ " + source.name + " ]");
-    return reply == Reply::yes ? created : askCorrectDate(*created);
+        question, buttons + boxStyle::question, "File Date for [ " + source.name + " ]");
+    if (reply == Reply::yes) return created;
+    if (reply == Reply::no) return askCorrectDate(*created);
+    Cancel();
+    return std::nullopt;
 }
 
 std::optional<DateTime> Import::askCorrectDate(const DateTime& created) {
@@ -331,6 +342,16 @@ bool Import::replaceRun(const Source& source, const core::OpenRun& run) {
 }
 
 // --- The index
+
+// In the middle of a batch a failure is not told: the end of it tries again, and asks.
+void Import::addRunsWhenDue() {
+    const auto now = m_in.now();
+    if (m_fresh.size() < mostUnlisted && now - m_listedAt < longestUnlisted) return;
+    m_listedAt = now;
+    if (m_fresh.empty()) return;
+    if (core::AddRunsToIndex(m_in.AppFolder, m_fresh, core::IndexOrder::sorted, m_files))
+        m_fresh.clear();
+}
 
 void Import::addRunsToIndex() {
     while (!m_fresh.empty()) {

@@ -1,7 +1,8 @@
 #pragma once
 // The import of runs from elsewhere: files of this program from another folder or disk, and text
-// files of the older program. The files of a batch are asked about one after another; the index is
-// read once and written once, when the batch ends, whatever ends it.
+// files of the older program. The files of a batch are asked about one after another. The index is
+// written when the batch ends, whatever ends it, and on the way after every 25th run and behind a
+// run for which the user took a while, so that a batch that is killed leaves few runs out of it.
 #include "core/config_record.h"
 #include "core/open_run.h"
 #include "core/run_index.h"
@@ -10,6 +11,8 @@
 #include "platform/dialogs.h"
 #include "platform/files.h"
 
+#include <chrono>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -38,6 +41,8 @@ struct ImportInput {
     const core::AppConfig& Config;
     const std::string& AppFolder;
     RunList& runs;
+    // Says when runs that are not in the index yet have waited long enough.
+    std::function<std::chrono::steady_clock::time_point()> now = &std::chrono::steady_clock::now;
 };
 
 struct ImportedBatch {
@@ -61,6 +66,8 @@ public:
     // Ends the batch, also from inside a file: nothing of that file is kept.
     void Cancel() { m_cancelled = true; }
     bool running() const { return m_running; }
+    // The form closes: runs that the index could not take are tried once more.
+    void close() { addRunsToIndex(); }
 
 private:
     // A file on its way in.
@@ -86,6 +93,7 @@ private:
     bool SaveImport(const Source& source, const Target& target, core::OpenRun& run);
     std::optional<std::string> askRunNumber(const Source& source, const Target& target);
     bool replaceRun(const Source& source, const core::OpenRun& run);
+    void addRunsWhenDue();
     void addRunsToIndex();
     bool makeDataFolder(const Source& source);
     void failed(const Source& source, const std::string& reason);
@@ -94,9 +102,10 @@ private:
     ImportView& m_view;
     platform::Dialogs& m_dialogs;
     platform::Files& m_files;
-    std::unordered_set<std::string> m_known;  // descriptions of Data_Files_List
-    std::vector<core::RunIndexEntry> m_fresh; // imported, and not in the index yet
-    std::vector<std::string> m_written;       // by the batch at hand
+    std::unordered_set<std::string> m_known;          // descriptions of Data_Files_List
+    std::vector<core::RunIndexEntry> m_fresh;         // imported, and not in the index yet
+    std::vector<std::string> m_written;               // by the batch at hand
+    std::chrono::steady_clock::time_point m_listedAt; // the index was written, or the batch began
     bool m_running = false;
     bool m_cancelled = false;
 };

@@ -167,6 +167,7 @@ TextRunOutcome readTextRun(std::string_view text, const core::AppConfig& config,
     auto line = lines.next();
     outcome.known = line.has_value();
     if (!outcome.known) return outcome;
+    for (std::string& name : image.setup.AnalogName) name = core::padded({}, nameLength);
     readHeader({*settings, outcome.corrupt}, image.header);
     run.headerLine = first;
     run.DataType = type;

@@ -25,9 +25,9 @@ struct TextRunOutcome {
 using RowProgress = std::function<bool(int row, int rows)>;
 
 // Reads the text of such a file into `run`: data type, rows, blocks, count of rows, and line 1 as
-// its header line so far. What the file does not bring stays as it was in `run`. The analogs'
-// scales of a file that ends early, wheel, teeth and types of sensors are those of the
-// configuration.
+// its header line so far. What the file does not bring stays as it was in `run`; names of analogs
+// that it does not bring are blank. The analogs' scales of a file that ends early, wheel, teeth and
+// types of sensors are those of the configuration.
 TextRunOutcome readTextRun(std::string_view text, const core::AppConfig& config, core::OpenRun& run,
     const RowProgress& progress = {});
 

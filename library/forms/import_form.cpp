@@ -145,6 +145,7 @@ std::vector<std::string> Import::open(ImportMode mode) {
 // While a batch is at work it ends that, and the form stays to say what is in.
 void Import::Butten_Cancel_Click() {
     if (m_import.running()) return m_import.Cancel();
+    m_import.close();
     unload<Import>();
 }
 

@@ -230,9 +230,105 @@ private slots:
             QVERIFY(isLoaded<ImportForm>());
             QCOMPARE(part<QLabel>("Import_Ind").text(),
                 QStringLiteral("0 of 2 imported, then cancelled"));
+            QCOMPARE(part<QLabel>("Import_Percent").text(), QString());
+            QVERIFY(part<QPushButton>("Butten_Import").isEnabled());
         });
         QVERIFY(onDisk().empty());
         QVERIFY(!m_files.exists(m_program->state.AppFolder + "/Data/26111500.12d"));
+    }
+
+    void cancelBetweenTwoFilesLeavesNoProgressAndTheNextBatchGoesItsWay() {
+        put(QStringLiteral("run.012"), textRun());
+        put(QStringLiteral("run.013"), textRun());
+        expectDate("run.012");
+        m_program->dialogs.expectInputTitled("VRN Dos Import", "1");
+        open(ImportMode::dos, [&] {
+            m_yield.press = [&] {
+                if (part<QLabel>("Import_Ind").text() == QLatin1String("File 2 of 2"))
+                    press("Butten_Cancel");
+            };
+            press("BTN_SelectAll");
+            press("Butten_Import");
+            QCOMPARE(part<QLabel>("Import_Ind").text(),
+                QStringLiteral("1 of 2 imported, then cancelled"));
+            QCOMPARE(part<QLabel>("Import_Percent").text(), QString());
+            m_yield.press = {};
+            QCOMPARE(userClick(part<QListWidget>("Files_Dos").viewport(),
+                         part<QListWidget>("Files_Dos")
+                             .visualItemRect(part<QListWidget>("Files_Dos").item(1))
+                             .center()),
+                QString());
+            expectDate("run.013");
+            m_program->dialogs.expectInputTitled("VRN Dos Import", "2");
+            press("Butten_Import");
+            QCOMPARE(part<QLabel>("Import_Ind").text(), QStringLiteral("1 of 1 imported"));
+        });
+        QCOMPARE(onDisk().size(), std::size_t(2));
+    }
+
+    // The cross of the window too ends the batch first, and the form stays to say what is in.
+    void theCrossInsideABatchEndsItAlone() {
+        put(QStringLiteral("run.012"), textRun());
+        open(ImportMode::dos, [&] {
+            m_yield.press = [] { importForm().close(); };
+            press("BTN_SelectAll");
+            press("Butten_Import");
+            QVERIFY(isLoaded<ImportForm>() && importForm().isVisible());
+            QCOMPARE(part<QLabel>("Import_Ind").text(),
+                QStringLiteral("0 of 1 imported, then cancelled"));
+            m_yield.press = {};
+            importForm().close();
+        });
+    }
+
+    void runsThatTheIndexRefusedAreTriedAgainAtTheClose() {
+        put(QStringLiteral("a.12d"), runFile("Wed 01 Jan 2025 Run: 4 Test"));
+        expectDate("a.12d");
+        m_program->dialogs.expectBoxTitled("Run index", platform::Reply::cancel);
+        m_program->dialogs.expectBoxTitled("Run index").contains = "could not be read";
+        const QString index = shownPath(core::indexPath(m_program->state.AppFolder, m_files));
+        open(ImportMode::windows, [&] {
+            QFile::remove(index);
+            QVERIFY(QDir().mkpath(index)); // a folder where the file should be
+            press("BTN_SelectAll");
+            press("Butten_Import");
+            QVERIFY(onDisk().empty());
+            QVERIFY(QDir().rmdir(index));
+        });
+        QCOMPARE(onDisk().size(), std::size_t(1));
+    }
+
+    void theTabKeyWalksInTheOrderOfTheWork() {
+        put(QStringLiteral("run.012"), "x");
+        open(ImportMode::dos, [] {
+            part<QListWidget>("Files_Dos").selectAll();
+            part<QComboBox>("Drive_Dos").setFocus();
+            QStringList walk;
+            for (int i = 0; i < 9; ++i) {
+                walk << QApplication::focusWidget()->objectName();
+                QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+            }
+            QCOMPARE(walk, QStringList({"Drive_Dos", "Dir_Dos", "Files_Dos", "BTN_SelectAll",
+                               "Data_Files_List", "Import_Name", "Butten_Import", "Butten_Cancel",
+                               "Drive_Dos"}));
+        });
+    }
+
+    void lettersLeadToTheLists() {
+        put(QStringLiteral("run.012"), "x");
+        open(ImportMode::dos, [] {
+            const struct {
+                Qt::Key letter;
+                const char* reached;
+            } ways[] = {{Qt::Key_D, "Drive_Dos"}, {Qt::Key_F, "Files_Dos"},
+                {Qt::Key_K, "Data_Files_List"}, {Qt::Key_N, "Import_Name"}};
+            for (const auto& [letter, reached] : ways) {
+                QTest::keyClick(&importForm(), letter, Qt::AltModifier);
+                QCOMPARE(QApplication::focusWidget()->objectName(), QLatin1String(reached));
+            }
+            QTest::keyClick(&importForm(), Qt::Key_A, Qt::AltModifier);
+            QCOMPARE(part<QListWidget>("Files_Dos").selectedItems().size(), 1);
+        });
     }
 
     // Escape in the middle is Cancel, and a second batch cannot begin inside the first.

@@ -1,131 +1,17 @@
 #include "library/import.h"
 
 #include "core/run_file.h"
-#include "core/run_records.h"
-#include "tests/support/memory_files.h"
-#include "tests/support/scripted_dialogs.h"
+#include "core/run_info.h"
+#include "core/run_times.h"
+#include "tests/library/import_course.h"
 
-#include <gtest/gtest.h>
-
-#include <functional>
-#include <string>
-#include <vector>
+#include <memory>
 
 namespace kvo::library {
 namespace {
 
 using platform::Reply;
 using testing::MemoryFiles;
-using testing::ScriptedDialogs;
-
-constexpr int importRowsOf23 = 1213;
-
-class RecordingImportView : public ImportView {
-public:
-    std::vector<std::string> shownFiles;
-    std::vector<int> percents;
-    int cleared = 0;
-    int runsShown = 0;
-    std::function<void()> onProgress;
-
-    void showFile(const std::string& name, int number, int files) override {
-        shownFiles.push_back(name + " " + std::to_string(number) + "/" + std::to_string(files));
-    }
-    void setProgress(int row, int rows) override {
-        percents.push_back(row * 100 / rows);
-        if (onProgress) onProgress();
-    }
-    void clearProgress() override { ++cleared; }
-    void showRuns() override { ++runsShown; }
-};
-
-// A disk whose next writes of runs fail, while it still deletes.
-class RefusingFiles : public MemoryFiles {
-public:
-    int refusals = 0;
-    platform::WriteResult write(const std::string& path, const platform::Bytes& content) override {
-        if (refusals == 0 || !path.starts_with("/kvo/Data"))
-            return MemoryFiles::write(path, content);
-        --refusals;
-        return {false, "The disk is full.", platform::FileFailure::full};
-    }
-};
-
-platform::Bytes asBytes(const std::string& text) {
-    return {text.begin(), text.end()};
-}
-
-std::string importText(int rows, const std::string& analog = "104 ") {
-    std::string text = "23 VRN old program\r\n4 2 1 13 8249 53 49 8488 11628 2.11 3327 18.15 6885 "
-                       "17.21 4380 4.18 \r\n";
-    for (int i = 1; i <= rows; ++i)
-        text += std::to_string(i) + " 6555 9236 440 7380 29 101 102 103 " + analog +
-                "105 106 107 77 \r\n";
-    text += "2.7\r\n1.9\r\n1.5\r\n1.2\r\n1\r\n";
-    for (int n = 1; n <= 8; ++n) text += "Name\r\n";
-    for (int n = 1; n <= 8; ++n) text += "1 2.5 -3 \r\n";
-    return text;
-}
-
-platform::Bytes importedRunFile(const std::string& line) {
-    core::ByteWriter writer;
-    core::encodeHeaderLine(writer, line);
-    writer.fillTo(3 * core::runRecordWidth);
-    return writer.take();
-}
-
-class ImportCourse : public ::testing::Test {
-protected:
-    ImportCourse() {
-        EXPECT_TRUE(files.makeFolder("/kvo/Data"));
-        EXPECT_TRUE(files.makeFolder("/disk"));
-        import.Data_File();
-    }
-    ~ImportCourse() override { EXPECT_EQ(dialogs.problems(), ""); }
-
-    // A file on the disk to import from, made on that day of November 2026.
-    void put(const std::string& name, const std::string& content, int day = 15) {
-        put(name, asBytes(content), day);
-    }
-    void put(const std::string& name, const platform::Bytes& content, int day = 15) {
-        files.put("/disk/" + name, content);
-        files.setCreatedOn("/disk/" + name, {2026, 11, day, 9, 30, 0});
-    }
-    void expectDate(const std::string& name, Reply reply = Reply::yes) {
-        dialogs.expectBoxTitled("File Date for [ " + name + " ]", reply);
-    }
-    void expectText(const std::string& name, const std::string& number) {
-        expectDate(name);
-        dialogs.expectInputTitled("VRN Dos Import", number);
-    }
-    ImportedBatch dos(const std::vector<std::string>& names) {
-        return import.Butten_Import(ImportMode::dos, "/disk", names);
-    }
-    ImportedBatch windows(const std::vector<std::string>& names) {
-        return import.Butten_Import(ImportMode::windows, "/disk", names);
-    }
-    std::vector<core::RunIndexEntry> index() const {
-        return core::readRunIndex("/kvo/Data/KvoData.Ini", files);
-    }
-    std::vector<std::string> texts() const {
-        std::vector<std::string> all;
-        for (const auto& entry : index()) all.push_back(entry.Description);
-        return all;
-    }
-    std::string header(const std::string& name) const {
-        const auto file = files.read("/kvo/Data/" + name);
-        if (!file) return "no file";
-        return core::decodeHeaderLine(core::runRecord(*file, 1)).value_or("no line");
-    }
-
-    RefusingFiles files;
-    ScriptedDialogs dialogs;
-    RecordingImportView view;
-    core::AppConfig config;
-    std::string folder = "/kvo";
-    RunList runs;
-    Import import{{config, folder, runs}, view, dialogs, files};
-};
 
 // --- Dates
 
@@ -245,6 +131,31 @@ TEST_F(ImportCourse, twoFilesOfOneDateAndNumberCollide) {
     EXPECT_EQ(windows({"a.12d", "b.12d"}).imported, 1);
 }
 
+TEST_F(ImportCourse, theSecondOfTwoThatCollideMayTakeThePlaceOfTheFirst) {
+    const auto first = importedRunFile("25 x Date:Wed 01 Jan 2025 Run: 4#");
+    const auto second = importedRunFile("25 x Date:Wed 01 Jan 2025 Run: 5#");
+    put("a.12d", first);
+    put("b.12d", second);
+    expectDate("a.12d");
+    expectDate("b.12d");
+    dialogs.expectBoxTitled("WARNING", Reply::yes);
+    EXPECT_EQ(windows({"a.12d", "b.12d"}).imported, 2);
+    EXPECT_EQ(files.read("/kvo/Data/26111500.12d"), second);
+    EXPECT_EQ(files.read("/kvo/Backup/26111500.12d.0001"), first);
+    EXPECT_EQ(index(), (std::vector<core::RunIndexEntry>{{"26111500.12d", "Wed 01 Jan 2025 Run: 5"},
+                           {"26111500.12d", "Wed 01 Jan 2025 Run: 4"}}));
+}
+
+TEST_F(ImportCourse, aFileThatGoesDuringItsQuestionIsNotFound) {
+    put("a.12d", importedRunFile("25 x Date:Wed 01 Jan 2025 Run: 4#"));
+    put("b.13d", importedRunFile("25 x Date:Wed 01 Jan 2025 Run: 5#"));
+    auto& question = dialogs.expectBoxTitled("File Date for [ a.12d ]", Reply::yes);
+    question.whileShown = [this] { EXPECT_TRUE(files.remove("/disk/a.12d")); };
+    dialogs.expectBox("File Not Found", 0, "a.12d");
+    expectDate("b.13d");
+    EXPECT_EQ(windows({"a.12d", "b.13d"}).imported, 1);
+}
+
 TEST_F(ImportCourse, aRunWithoutItsNotesIsInAndIsTold) {
     put("a.12d", importedRunFile("25 x Date:Wed 01 Jan 2025 Run: 4#"));
     put("a.12i", "notes");
@@ -276,12 +187,14 @@ TEST_F(ImportCourse, aTextRunIsWrittenUnderItsNumber) {
 TEST_F(ImportCourse, theRunNumberMustBeANumberAboveZero) {
     put("run.012", importText(importRowsOf23));
     expectDate("run.012");
+    const std::string prompt = "RUN.012\nSun 15 Nov 2026\nEnter Run Number for: ";
     for (const char* wrong : {"Final 7", "0 Final", "-1"}) {
-        dialogs.expectInputTitled("VRN Dos Import", wrong);
-        dialogs.expectBoxTitled("Error").contains =
-            "You must enter a number first then the description.";
+        dialogs.expectInput(prompt, "VRN Dos Import", "012", wrong);
+        dialogs.expectBox("You must enter a number first then the description.\n\n"
+                          "1 Western Nationals\nor just\n1",
+            0, "Error");
     }
-    dialogs.expectInputTitled("VRN Dos Import", "8");
+    dialogs.expectInput(prompt, "VRN Dos Import", "012", "8");
     EXPECT_EQ(dos({"run.012"}).imported, 1);
     EXPECT_EQ(texts(), std::vector<std::string>{"Sun 15 Nov 2026 Run: 8"});
 }
@@ -323,6 +236,42 @@ TEST_F(ImportCourse, aCorruptTextIsToldAndImported) {
         texts(), (std::vector<std::string>{"Sun 15 Nov 2026 Run: 2", "Sun 15 Nov 2026 Run: 1"}));
 }
 
+// Required: the type is taken here, and refused where a run is opened.
+TEST_F(ImportCourse, aRunOfType23IsImportedAndThenNotOpened) {
+    put("run.012", importText(importRowsOf23));
+    expectText("run.012", "1");
+    EXPECT_EQ(dos({"run.012"}).imported, 1);
+    const auto run = std::make_unique<core::OpenRun>();
+    const auto outcome = core::LoadRun("/kvo/Data/26111500.12d", *run, files);
+    EXPECT_FALSE(outcome);
+    EXPECT_EQ(outcome.DataType, 23);
+}
+
+TEST_F(ImportCourse, aLongFirstLineIsCutAndTheRunHasItsTimesAllTheSame) {
+    constexpr int importRowsOf20 = 2048;
+    std::string text = importText(importRowsOf20);
+    text.replace(0, 2, "20");
+    text.insert(text.find("\r\n"), std::string(18, 'x'));
+    put("run.012", text);
+    expectText("run.012", "7 " + std::string(60, 'T'));
+    EXPECT_EQ(dos({"run.012"}).imported, 1);
+    const std::string line = header("26111500.12d");
+    EXPECT_EQ(line.size(), 82U);
+    EXPECT_EQ(line.find('#'), std::string::npos);
+    EXPECT_EQ(texts(), std::vector<std::string>{"Sun 15 Nov 2026 Run: 7 " + std::string(60, 'T')});
+    const auto run = std::make_unique<core::OpenRun>();
+    const std::string path = "/kvo/Data/26111500.12d";
+    ASSERT_TRUE(core::LoadRun(path, *run, files));
+    EXPECT_EQ(run->headerLine, line);
+    core::RunInfo info = core::LoadRunInfo(core::infoFilePath(path), {}, files);
+    info.Text_ET = "8.5";
+    ASSERT_TRUE(core::SaveRunInfo("/kvo", core::infoFilePath(path), path, info, files));
+    const auto table = core::LoadTimesTable("/kvo", files);
+    ASSERT_EQ(table.RunTimesCount, 2);
+    EXPECT_EQ(table.entries[1].Label, "15 Nov 2026 Run: 7 TTTTTTT");
+    EXPECT_EQ(table.entries[1].TimeET, 850);
+}
+
 TEST_F(ImportCourse, aShorterRunLeavesNothingOfTheOneItOverwrites) {
     put("run.012", importText(importRowsOf23));
     files.put("/kvo/Data/26111500.12d", platform::Bytes(300000, 7));
@@ -350,127 +299,6 @@ TEST_F(ImportCourse, aRunOfAListedDescriptionIsNotListedAgain) {
     expectText("run.014", "8");
     EXPECT_EQ(dos({"run.013", "run.014"}).imported, 2);
     EXPECT_EQ(index().size(), 3U);
-}
-
-// --- Batches
-
-TEST_F(ImportCourse, aBatchWritesTheIndexOnceAndSortsIt) {
-    ASSERT_TRUE(core::writeRunIndex("/kvo", {{"26111500.99d", "Sun 15 Nov 2026 Run: 9"}}, files));
-    import.Data_File();
-    std::vector<std::string> names;
-    for (int i = 10; i < 40; ++i) {
-        names.push_back("run.0" + std::to_string(i));
-        put(names.back(), importText(1), 10 + i % 7);
-        expectDate(names.back());
-        dialogs.expectBoxTitled("WARNING");
-        dialogs.expectInputTitled("VRN Dos Import", std::to_string(i));
-    }
-    const int before = files.writes();
-    EXPECT_EQ(dos(names).imported, 30);
-    EXPECT_EQ(files.writes(), before + 31);
-    ASSERT_EQ(index().size(), 31U);
-    for (std::size_t i = 1; i < index().size(); ++i) {
-        EXPECT_GE(
-            core::RunDateKey(index()[i - 1].Description), core::RunDateKey(index()[i].Description));
-    }
-}
-
-TEST_F(ImportCourse, cancelBetweenTwoFilesKeepsWhatIsImported) {
-    put("run.012", importText(importRowsOf23));
-    put("run.013", importText(importRowsOf23));
-    expectText("run.012", "1");
-    view.onProgress = [this] {
-        if (view.shownFiles.size() == 2) import.Cancel();
-    };
-    const ImportedBatch batch = dos({"run.012", "run.013", "run.014"});
-    EXPECT_TRUE(batch.cancelled);
-    EXPECT_EQ(batch.imported, 1);
-    EXPECT_EQ(view.shownFiles.size(), 2U);
-    EXPECT_EQ(texts(), std::vector<std::string>{"Sun 15 Nov 2026 Run: 1"});
-}
-
-TEST_F(ImportCourse, cancelInsideAFileLeavesNoHalfRun) {
-    put("run.012", importText(importRowsOf23));
-    put("run.013", importText(importRowsOf23));
-    expectText("run.012", "1");
-    expectDate("run.013");
-    view.onProgress = [this] {
-        if (view.shownFiles.size() == 2 && view.percents.back() == 50) import.Cancel();
-    };
-    const ImportedBatch batch = dos({"run.012", "run.013", "run.014"});
-    EXPECT_TRUE(batch.cancelled);
-    EXPECT_EQ(batch.imported, 1);
-    EXPECT_EQ(view.percents.back(), 50);
-    EXPECT_FALSE(files.exists("/kvo/Data/26111500.13d"));
-    EXPECT_EQ(index().size(), 1U);
-    EXPECT_FALSE(import.running());
-    // The next batch goes its whole way.
-    view.onProgress = {};
-    expectText("run.013", "2");
-    EXPECT_EQ(dos({"run.013"}).imported, 1);
-}
-
-TEST_F(ImportCourse, aBatchAtWorkIsNotStartedTwice) {
-    put("run.012", importText(importRowsOf23));
-    expectText("run.012", "1");
-    view.onProgress = [this] {
-        EXPECT_TRUE(import.running());
-        EXPECT_EQ(dos({"run.012"}).files, 0);
-    };
-    EXPECT_EQ(dos({"run.012"}).imported, 1);
-}
-
-TEST_F(ImportCourse, aFullDiskPutsTheOldRunBackAndNamesTheFile) {
-    const auto old = importedRunFile("25 x Date:Wed 01 Jan 2025 Run: 3 old#");
-    files.put("/kvo/Data/26111500.12d", old);
-    put("run.012", importText(importRowsOf23));
-    put("run.013", importText(importRowsOf23));
-    expectDate("run.012");
-    dialogs.expectBoxTitled("WARNING", Reply::yes);
-    auto& input = dialogs.expectInputTitled("VRN Dos Import", "1");
-    input.whileShown = [this] { files.refusals = 1; };
-    auto& box = dialogs.expectBoxTitled("Kvo", Reply::ok);
-    box.contains = "run.012\nThe disk is full.";
-    box.style = 49;
-    expectText("run.013", "2");
-    EXPECT_EQ(dos({"run.012", "run.013"}).imported, 1);
-    EXPECT_EQ(files.read("/kvo/Data/26111500.12d"), old);
-    EXPECT_EQ(texts(), std::vector<std::string>{"Sun 15 Nov 2026 Run: 2"});
-}
-
-TEST_F(ImportCourse, aFailureCanEndTheBatch) {
-    put("a.12d", importedRunFile("25 x Date:Wed 01 Jan 2025 Run: 4#"));
-    files.failWrites("/kvo/Data", MemoryFiles::Failure::fullDisk);
-    expectDate("a.12d");
-    dialogs.expectBoxTitled("Kvo", Reply::cancel);
-    const ImportedBatch batch = windows({"a.12d", "b.12d"});
-    EXPECT_TRUE(batch.cancelled);
-    EXPECT_EQ(view.shownFiles.size(), 1U);
-    files.allowWrites();
-}
-
-TEST_F(ImportCourse, anIndexThatCannotBeWrittenIsTriedAgain) {
-    put("a.12d", importedRunFile("25 x Date:Wed 01 Jan 2025 Run: 4#"));
-    put("b.13d", importedRunFile("25 x Date:Wed 01 Jan 2025 Run: 5#"));
-    files.failWrites("/kvo/Data/KvoData.Ini", MemoryFiles::Failure::fullDisk);
-    expectDate("a.12d");
-    dialogs.expectBoxTitled("Run index", Reply::retry).style = 53;
-    dialogs.expectBoxTitled("Run index", Reply::cancel);
-    EXPECT_EQ(windows({"a.12d"}).imported, 1);
-    EXPECT_TRUE(index().empty());
-    // The next batch takes it along.
-    files.allowWrites();
-    expectDate("b.13d");
-    EXPECT_EQ(windows({"b.13d"}).imported, 1);
-    EXPECT_EQ(index().size(), 2U);
-}
-
-TEST_F(ImportCourse, anUnreadableFileIsNamed) {
-    put("a.12d", importedRunFile("25 x Date:Wed 01 Jan 2025 Run: 4#"));
-    files.failReads("/disk/a.12d", MemoryFiles::Failure::notPermitted);
-    expectDate("a.12d");
-    dialogs.expectBoxTitled("Kvo").contains = "a.12d\n";
-    EXPECT_EQ(windows({"a.12d"}).imported, 0);
 }
 
 TEST(ImportDescription, standsBehindTheFirstColonUpToTheNumberSign) {

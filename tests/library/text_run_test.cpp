@@ -160,6 +160,21 @@ TEST_F(TextRun, TwentyLinesBehindTheRowsAreTooFew) {
     EXPECT_EQ(run->image.setup.GearRatio[5], 1);
 }
 
+TEST_F(TextRun, NamesThatNeverCameAreBlank) {
+    (void)read(header(25) + rows(1213, 8, true) + "2.7\n1.9\n1.5\n1.2\n1\nBoost\n");
+    EXPECT_EQ(run->image.setup.AnalogName[1], "Boost   ");
+    EXPECT_EQ(run->image.setup.AnalogName[2], "        ");
+    EXPECT_EQ(run->image.setup.AnalogName[8], "        ");
+    // So in the file: blanks behind the ratios.
+    testing::MemoryFiles files;
+    run->path = "/kvo/Data/26111514.52d";
+    ASSERT_TRUE(core::SaveImportedRun(*run, "/kvo", files));
+    const platform::Bytes file = *files.read(run->path);
+    const auto record = core::runRecord(file, 1213 + 3);
+    const std::string names(record.begin() + 20, record.begin() + 84);
+    EXPECT_EQ(names, "Boost" + std::string(59, ' '));
+}
+
 TEST_F(TextRun, WhatIsNoRunOfThatProgramIsLeftAlone) {
     for (const std::string& text :
         {std::string(), std::string("hello"), header(7) + row(1, 4, false),
@@ -189,6 +204,58 @@ TEST_F(TextRun, HostileRowsAreReadToTheirEnd) {
         EXPECT_EQ(run->SampleCount, 3);
         EXPECT_EQ(sample(1).Analog[1], 0);
     }
+}
+
+TEST_F(TextRun, HostileFilesAreReadOrRefusedWhole) {
+    const std::string whole = header(25) + rows(1213, 8, true) + behind();
+    const auto replaced = [](std::string text, std::string_view from, std::string_view to) {
+        for (std::size_t at = text.find(from); at != std::string::npos;
+             at = text.find(from, at + to.size()))
+            text.replace(at, from.size(), to);
+        return text;
+    };
+    const std::string_view zero("\0", 1);
+    std::string wide;
+    for (const char c : whole) wide += {c, '\0'};
+    struct {
+        const char* what;
+        std::string text;
+        bool known;
+        bool corrupt;
+        int rows;
+    } const files[] = {
+        {"no line end", replaced(whole, "\r\n", ""), false, false, 0},
+        {"wide letters", wide, false, false, 0},
+        {"wide letters with their mark", "\xFF\xFE" + wide, false, false, 0},
+        {"zeros for blanks", replaced(whole, " ", zero), false, false, 0},
+        {"zeros for digits", replaced(whole, "77", zero), true, true, 1213},
+        {"zeros for line ends", replaced(whole, "\r\n", zero), false, false, 0},
+        {"letters for digits", replaced(whole, "6555", "much"), true, true, 1213},
+        {"an exponent", replaced(whole, "6555", "1e308"), true, true, 1213},
+        {"hundreds of digits", replaced(whole, "6555", std::string(400, '9')), true, true, 1213},
+        {"thirty tokens", replaced(whole, "208 \r\n", "208 1 2 3 4 5 6 7 \r\n"), true, false, 1213},
+        {"carriage returns alone", replaced(whole, "\r\n", "\r"), true, false, 1213},
+        {"two line ends for one", replaced(whole, "\r\n", "\r\r\n"), true, true, 1213},
+        {"rubbish behind", whole + std::string(100000, 'x'), true, false, 1213},
+    };
+    for (const auto& file : files) {
+        *run = {};
+        const auto outcome = read(file.text);
+        EXPECT_EQ(outcome.known, file.known) << file.what;
+        EXPECT_EQ(outcome.corrupt, file.corrupt) << file.what;
+        EXPECT_EQ(run->SampleCount, file.rows) << file.what;
+    }
+}
+
+TEST_F(TextRun, ALineOf100MegabytesIsOneRow) {
+    std::string text = header(8) + "1 ";
+    text.append(100'000'000, '9');
+    const auto outcome = read(text);
+    EXPECT_TRUE(outcome.known);
+    EXPECT_TRUE(outcome.corrupt);
+    EXPECT_EQ(run->SampleCount, 1);
+    EXPECT_EQ(sample(1).Index, 1);
+    EXPECT_EQ(sample(1).EngineRpm, 0);
 }
 
 TEST_F(TextRun, TheCallerSeesEachRowAndMayEndIt) {
