@@ -146,6 +146,7 @@ void measureImport(Table& table) {
 
 class NoCopyView : public library::CopyView {
 public:
+    void showDestination(const std::string&) override {}
     void moveTo(std::size_t) override {}
     void lockControls(bool) override {}
     void showProgress(const std::string&) override {}

@@ -3,6 +3,7 @@
 #include "core/paths.h"
 #include "core/run_info.h"
 #include "library/chooser_list.h"
+#include "library/folder_browser.h"
 #include "platform/text.h"
 
 #include <algorithm>
@@ -52,7 +53,8 @@ std::string capitals(std::string text) {
 } // namespace
 
 std::string withoutFinalSeparator(std::string_view path, const platform::Files& files) {
-    if (path.size() > 1 && path.back() == files.separator()) path.remove_suffix(1);
+    const bool ends = !path.empty() && path.back() == files.separator();
+    if (ends && !isRootFolder(path)) path.remove_suffix(1);
     return std::string(path);
 }
 
@@ -71,6 +73,7 @@ int CopyJob::copy(const std::vector<core::RunIndexEntry>& rows,
     const std::vector<std::size_t>& selected, std::string_view destination) {
     m_count = 0;
     m_destination = withoutFinalSeparator(destination, m_files);
+    m_view.showDestination(m_destination);
     Course course = mayStart(selected) ? Course::goesOn : Course::ends;
     for (const std::size_t row : selected) {
         if (course == Course::ends) break;
@@ -99,22 +102,26 @@ bool CopyJob::mayStart(const std::vector<std::size_t>& selected) {
         m_dialogs.messageBox("No Destination Path Entered.", boxStyle::critical, "Error");
         return false;
     }
-    return m_files.folderExists(m_destination) ||
-           told(FileFailure::noSuchPath, {}) == Course::goesOn;
+    const WriteResult entered = m_files.enterable(m_destination);
+    return entered || told(entered.failure, {}) == Course::goesOn;
+}
+
+// A separator behind it, of which the root of a disk has one already.
+std::string CopyJob::shownDestination() const {
+    return isRootFolder(m_destination) ? m_destination : m_destination + m_files.separator();
 }
 
 // The run file, then its info file. A run whose old copy the user keeps keeps the old notes too.
 CopyJob::Course CopyJob::copyRun(const core::RunIndexEntry& run) {
-    const std::string end(1, m_files.separator());
     const std::string source = platform::fromFile(run.FileName);
     m_view.showProgress(
-        "      COPYING        " + capitals(source) + "   to  " + capitals(m_destination) + end);
+        "      COPYING        " + capitals(source) + "   to  " + capitals(shownDestination()));
     const Outcome runFile = copyFile(run.FileName, false);
     if (runFile.copied == Copied::yes) ++m_count;
     if (runFile.course == Course::ends || runFile.copied == Copied::kept) return runFile.course;
     const std::string info = core::infoFilePath(run.FileName);
     m_view.showProgress(
-        "      COPYING     " + platform::fromFile(info) + "  to   " + m_destination + end);
+        "      COPYING     " + platform::fromFile(info) + "  to   " + shownDestination());
     return copyFile(info, true).course;
 }
 

@@ -16,6 +16,8 @@ namespace kvo::library {
 class CopyView {
 public:
     virtual ~CopyView() = default;
+    // The destination as the job takes it, without a separator at its end.
+    virtual void showDestination(const std::string& folder) = 0;
     // The hidden list of file names moves to the row.
     virtual void moveTo(std::size_t row) = 0;
     // The list, the destination and the two buttons beside it do nothing while files are copied.
@@ -46,6 +48,7 @@ private:
         Course course = Course::goesOn;
     };
     bool mayStart(const std::vector<std::size_t>& selected);
+    std::string shownDestination() const;
     Course copyRun(const core::RunIndexEntry& run);
     Outcome copyFile(const std::string& name, bool mayBeMissing);
     platform::WriteResult put(const std::string& from, const std::string& to, Copied& copied);

@@ -13,16 +13,17 @@ std::vector<std::string> withoutHidden(std::vector<std::string> names) {
     return names;
 }
 
-// A separator alone, or behind the letter of a drive; the root alone keeps one at its end.
-bool isRoot(std::string_view folder) {
-    return folder.size() == 1 || (folder.size() == 3 && folder[1] == ':');
-}
-
 } // namespace
+
+bool isRootFolder(std::string_view folder) {
+    const bool ends = folder.ends_with('/') || folder.ends_with('\\');
+    return ends && (folder.size() == 1 || (folder.size() == 3 && folder[1] == ':'));
+}
 
 bool FolderBrowser::enter(const std::string& folder) {
     std::string place = folder;
-    if (place.size() > 1 && place.back() == m_files.separator() && !isRoot(place)) place.pop_back();
+    if (place.size() > 1 && place.back() == m_files.separator() && !isRootFolder(place))
+        place.pop_back();
     auto folders = place.empty() ? std::nullopt : m_files.folders(place);
     if (!folders) return false;
     m_folder = std::move(place);
@@ -44,9 +45,9 @@ bool FolderBrowser::goUp() {
 
 std::optional<std::string> FolderBrowser::above() const {
     const std::size_t last = m_folder.rfind(m_files.separator());
-    if (last == std::string::npos || isRoot(m_folder)) return {};
+    if (last == std::string::npos || isRootFolder(m_folder)) return {};
     const std::string root = m_folder.substr(0, last + 1);
-    return isRoot(root) ? root : m_folder.substr(0, last);
+    return isRootFolder(root) ? root : m_folder.substr(0, last);
 }
 
 std::vector<std::string> FolderBrowser::files() const {

@@ -5,6 +5,7 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace kvo::library {
@@ -33,6 +34,10 @@ private:
     std::string m_folder;
     std::vector<std::string> m_rows;
 };
+
+// Whether this is the root of a disk: a separator alone, or one behind the letter of a drive. It
+// keeps the separator at its end.
+bool isRootFolder(std::string_view folder);
 
 // The drive that a folder lies on: the longest of `roots` that the folder's path begins with;
 // nothing if none.

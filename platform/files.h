@@ -72,6 +72,9 @@ public:
     [[nodiscard]] virtual std::optional<DateTime> createdOn(const std::string& path) const = 0;
     virtual bool exists(const std::string& path) const = 0;
     virtual bool folderExists(const std::string& path) const = 0;
+    // Whether the folder can be gone into, and why not: noSuchPath only where the system says that
+    // it is not there.
+    [[nodiscard]] virtual WriteResult enterable(const std::string& folder) const = 0;
     [[nodiscard]] virtual WriteResult makeFolder(const std::string& path) = 0;
     [[nodiscard]] virtual WriteResult remove(const std::string& path) = 0;
     // Base names of the plain files in a folder, sorted; empty if there is no such folder.

@@ -164,12 +164,8 @@ void Copy::But_Copy_Click() {
 void Copy::copySelected() {
     Text_Destination_LostFocus();
     platform::Services& services = platform::services();
-    const std::string folder =
-        library::withoutFinalSeparator(typedPath(Text_Destination->text()), *services.files);
-    Text_Destination->setText(shownPath(folder));
-    kept<Copy>().destination = Text_Destination->text();
     library::CopyJob job(core::state().AppFolder, *services.files, *services.dialogs, *this);
-    job.copy(m_rows, selectedRows(), folder);
+    job.copy(m_rows, selectedRows(), typedPath(Text_Destination->text()));
 }
 
 void Copy::SendFile() {
@@ -215,6 +211,11 @@ void Copy::File_List_DblClick() {
 void Copy::Text_Destination_LostFocus() {
     const QString text = withoutTrailingBlanks(Text_Destination->text());
     if (text != Text_Destination->text()) Text_Destination->setText(text);
+}
+
+void Copy::showDestination(const std::string& folder) {
+    Text_Destination->setText(shownPath(folder));
+    kept<Copy>().destination = Text_Destination->text();
 }
 
 void Copy::moveTo(std::size_t row) {

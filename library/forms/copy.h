@@ -58,6 +58,7 @@ private:
     void SendFile();
     std::vector<std::size_t> selectedRows() const;
 
+    void showDestination(const std::string& folder) override;
     void moveTo(std::size_t row) override;
     void lockControls(bool locked) override;
     void showProgress(const std::string& text) override;

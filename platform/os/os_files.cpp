@@ -100,13 +100,22 @@ bool isReadOnly(const fs::file_status& status) {
     return (status.permissions() & anyWrite) == fs::perms::none;
 }
 
-// Whether the file belongs to somebody who does not let this user write it.
-bool isForbidden(const fs::path& path) {
+#ifdef _WIN32
+constexpr int toWrite = 2;
+constexpr int toEnter = 1;
+#else
+constexpr int toWrite = W_OK;
+constexpr int toEnter = X_OK;
+#endif
+
+// Whether the file or folder belongs to somebody who does not let this user do that with it.
+bool isForbidden(const fs::path& path, int what) {
 #ifdef _WIN32
     (void)path;
+    (void)what;
     return false;
 #else
-    return ::faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) != 0 && errno == EACCES;
+    return ::faccessat(AT_FDCWD, path.c_str(), what, AT_EACCESS) != 0 && errno == EACCES;
 #endif
 }
 
@@ -127,7 +136,7 @@ WriteResult refusal(const fs::path& path) {
     if (isReadOnly(status)) {
         return failure(path, {FileFailure::readOnly, "The file is marked as read-only."});
     }
-    if (isForbidden(path)) {
+    if (isForbidden(path, toWrite)) {
         return failure(
             path, {FileFailure::notPermitted,
                       "It belongs to somebody else, and you are not permitted to write it."});
@@ -290,6 +299,26 @@ bool OsFiles::exists(const std::string& path) const {
 
 bool OsFiles::folderExists(const std::string& path) const {
     return isFolder(found(path));
+}
+
+WriteResult OsFiles::enterable(const std::string& folder) const {
+    const fs::path place = found(folder);
+    const auto refused = [&place](FileFailure failure, const std::string& words) {
+        return WriteResult{false, place.string() + "\n" + words, failure};
+    };
+    std::error_code error;
+    const fs::file_type type = fs::status(place, error).type();
+    if (type == fs::file_type::not_found) return refused(FileFailure::noSuchPath, "is not there.");
+    if (type == fs::file_type::none) {
+        const Cause cause = causeOfRead(errnoOf(error));
+        return refused(cause.failure, "could not be opened.\n" + cause.words);
+    }
+    if (type != fs::file_type::directory) return refused(FileFailure::other, "is no folder.");
+    if (isForbidden(place, toEnter)) {
+        return refused(
+            FileFailure::notPermitted, "belongs to somebody else, and is closed to you.");
+    }
+    return {};
 }
 
 WriteResult OsFiles::makeFolder(const std::string& path) {

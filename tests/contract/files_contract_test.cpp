@@ -83,6 +83,21 @@ TYPED_TEST(FilesContract, ReadsWithOrWithoutTheReason) {
     EXPECT_EQ(this->files().read(this->at("empty")), Bytes{});
 }
 
+TYPED_TEST(FilesContract, TellsWhetherAFolderCanBeEntered) {
+    ASSERT_TRUE(this->files().makeFolder(this->at("Runs")));
+    ASSERT_TRUE(this->files().write(this->at("file"), Bytes{1}));
+    EXPECT_TRUE(this->files().enterable(this->at("Runs")));
+    const auto missing = this->files().enterable(this->at("none"));
+    EXPECT_FALSE(missing);
+    EXPECT_EQ(missing.failure, FileFailure::noSuchPath);
+    EXPECT_NE(missing.message.find(this->at("none")), std::string::npos) << missing.message;
+    EXPECT_EQ(this->files().enterable(this->at("file") + "/in").failure, FileFailure::noSuchPath);
+    const auto file = this->files().enterable(this->at("file"));
+    EXPECT_FALSE(file);
+    EXPECT_EQ(file.failure, FileFailure::other);
+    EXPECT_FALSE(file.message.empty());
+}
+
 TYPED_TEST(FilesContract, RefusesToReplaceAReadOnlyFile) {
     const std::string path = this->at("Kvo.Cfg");
     EXPECT_TRUE(this->files().replaceable(path));

@@ -303,6 +303,9 @@ TEST(OsFiles, TellOfAFileThatMayNotBeRead) {
         EXPECT_EQ(result.failure, FileFailure::notPermitted) << result.message;
         EXPECT_NE(result.message.find("not permitted to read"), std::string::npos);
     }
+    for (const char* closed : {"Data", "Data/more"})
+        EXPECT_EQ(files.enterable(folder / closed).failure, FileFailure::notPermitted) << closed;
+    EXPECT_TRUE(files.enterable(folder.path().string()));
 }
 
 TEST(OsFiles, FindEachPartOfAPathWhateverItsCase) {

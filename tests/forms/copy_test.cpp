@@ -234,6 +234,35 @@ private slots:
         QVERIFY(!m_program->files.folderExists("/gone"));
     }
 
+    // What an error left behind does not hold up the next copy of the same visit.
+    void aSecondCopyAfterAnErrorGoesItsWay() {
+        m_program->files.failWrites("/stick", MemoryFiles::Failure::fullDisk, 1);
+        expectPlain("  Insufficent Room To Copy File  ");
+        expectPlain(" 1        Files Copyed to Disk        ");
+        copyDoing([this] {
+            clickRun(1);
+            QTest::keyClicks(&destination(), QStringLiteral("/stick"));
+            QCOMPARE(userClick(copyButton("But_Copy")), QString());
+            QVERIFY(fileList().isEnabled() && copyButton("But_Copy")->isEnabled());
+            QVERIFY(!copyLabel().isVisible() && !m_program->dialogs.hourglass());
+            QCOMPARE(selectedRuns(), 0);
+            clickRun(1);
+            QCOMPARE(userClick(copyButton("But_Copy")), QString());
+        });
+        QVERIFY(m_program->files.exists("/stick/26111515.10d"));
+    }
+
+    void oneSeparatorAloneIsTakenOffTheDestination() {
+        m_program->dialogs.expectBox(
+            "/gone/\r\rDo you wont to create it?", 4, "Path Not Found", platform::Reply::no);
+        copyDoing([] {
+            clickRun(0);
+            QTest::keyClicks(&destination(), QStringLiteral("/gone//"));
+            QCOMPARE(userClick(copyButton("But_Copy")), QString());
+            QCOMPARE(destination().text(), QStringLiteral("/gone/"));
+        });
+    }
+
     void aFullDiskIsToldFileByFile() {
         m_program->files.failWrites("/stick/26111515", MemoryFiles::Failure::fullDisk);
         expectPlain("  Insufficent Room To Copy File  ");

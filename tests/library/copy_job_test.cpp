@@ -27,11 +27,13 @@ const std::string three = "26111609.01d";
 // What the form would show, call by call.
 class RecordingCopyView : public CopyView {
 public:
+    void showDestination(const std::string& folder) override { destination = folder; }
     void moveTo(std::size_t row) override { calls.push_back("row " + std::to_string(row)); }
     void lockControls(bool on) override { calls.emplace_back(on ? "lock" : "unlock"); }
     void showProgress(const std::string& text) override { calls.push_back(text); }
     void hideProgress() override { calls.emplace_back("hide"); }
     void deselect(std::size_t row) override { calls.push_back("off " + std::to_string(row)); }
+    std::string destination;
     std::vector<std::string> calls;
 };
 
@@ -89,7 +91,12 @@ TEST_F(CopyJobTest, aSeparatorAtTheEndMakesNoDifference) {
     EXPECT_EQ(copy({1, 2}, "/stick/"), 2);
     EXPECT_TRUE(files.exists("/stick/" + two));
     EXPECT_EQ(view.calls[2], "      COPYING        26111515.10D   to  /STICK/");
+    EXPECT_EQ(view.destination, "/stick");
+    // One is taken off, and no more: what is left is told as it is.
+    expectCreate("/new/", Reply::no);
+    EXPECT_EQ(copy({1}, "/new//"), 0);
     EXPECT_EQ(withoutFinalSeparator("/", files), "/");
+    EXPECT_EQ(withoutFinalSeparator("C:/", files), "C:/");
     EXPECT_EQ(withoutFinalSeparator("/a/", files), "/a");
     EXPECT_EQ(withoutFinalSeparator("/a//", files), "/a/");
     EXPECT_EQ(withoutFinalSeparator("", files), "");
@@ -130,6 +137,47 @@ TEST_F(CopyJobTest, aFolderThatGoesInTheMiddleIsAskedForAndANoEndsWithoutACount)
     EXPECT_EQ(view.calls.back(), "unlock");
     // The row it stopped at and those behind it stay selected.
     EXPECT_EQ(std::count(view.calls.begin(), view.calls.end(), "off 1"), 0);
+}
+
+// The file that met it is not tried again; what comes behind it finds the folder.
+TEST_F(CopyJobTest, aFolderThatGoesInTheMiddleIsMadeAgainAfterAYes) {
+    files.put("/kvo/Data/26111515.10i", {8});
+    files.failWrites("/stick/" + two, Failure::noFolder, 1);
+    expectCreate("/stick", Reply::yes);
+    expectCount(2);
+    EXPECT_EQ(copy({0, 1, 2}), 2);
+    EXPECT_EQ(files.list("/stick"),
+        (std::vector<std::string>{"26111514.52d", "26111514.52i", "26111515.10i", three}));
+    EXPECT_EQ(std::count(view.calls.begin(), view.calls.end(), "off 1"), 1);
+}
+
+TEST_F(CopyJobTest, aFolderThatCannotBeEnteredIsToldByItsKindAndTheJobGoesOn) {
+    for (const auto& [how, text] : {std::pair{Failure::notReady, "       Disk Not Ready      "},
+             std::pair{Failure::notPermitted, "        Error Copying File       "}}) {
+        files.failReads("/stick", how);
+        files.allowWrites();
+        files.failWrites("/stick", how);
+        expectPlain(text); // the folder
+        expectPlain(text); // the run; it has no notes
+        EXPECT_EQ(copy({1}), 0);
+    }
+}
+
+TEST_F(CopyJobTest, aFileInThePlaceOfTheFolderIsNoMissingPath) {
+    files.put("/list.txt", {1});
+    files.failWrites("/list.txt", Failure::diskError);
+    expectPlain("        Error Copying File       ");
+    expectPlain("        Error Copying File       ");
+    EXPECT_EQ(copy({1}, "/list.txt"), 0);
+    EXPECT_EQ(files.read("/list.txt"), platform::Bytes{1});
+}
+
+TEST_F(CopyJobTest, theRootOfADiskHasItsSeparatorOnce) {
+    ASSERT_TRUE(files.makeFolder("/"));
+    expectCount(1);
+    EXPECT_EQ(copy({1}, "/"), 1);
+    EXPECT_EQ(view.calls[2], "      COPYING        26111515.10D   to  /");
+    EXPECT_EQ(view.calls[3], "      COPYING     26111515.10i  to   /");
 }
 
 TEST_F(CopyJobTest, aFolderThatCannotBeMadeIsAskedForAgain) {

@@ -78,6 +78,12 @@ public:
     char separator() const override { return '\\'; }
 };
 
+TEST(RootFolder, IsASeparatorAloneOrOneBehindADrive) {
+    for (const char* root : {"/", "\\", "C:\\", "C:/"}) EXPECT_TRUE(isRootFolder(root)) << root;
+    for (const char* other : {"", "a", "a/", "C:", "a:b", "/ab", "C:/a"})
+        EXPECT_FALSE(isRootFolder(other)) << other;
+}
+
 TEST(FolderBrowser, theRootOfANamedDriveIsTheTop) {
     const NamedDrives files;
     FolderBrowser browser(files);

@@ -107,6 +107,15 @@ bool MemoryFiles::folderExists(const std::string& path) const {
         [&](const auto& entry) { return entry.first.rfind(path + "/", 0) == 0; });
 }
 
+platform::WriteResult MemoryFiles::enterable(const std::string& folder) const {
+    for (const auto& [prefix, how] : m_unreadable) {
+        if (folder.rfind(prefix, 0) == 0) return refused(folder, how);
+    }
+    if (folderExists(folder)) return {};
+    if (exists(folder)) return {false, folder + ": Not a folder", FileFailure::other};
+    return {false, folder + ": No such folder", FileFailure::noSuchPath};
+}
+
 platform::WriteResult MemoryFiles::makeFolder(const std::string& path) {
     if (auto failed = refusal(path); !failed) return failed;
     m_folders.insert(path);

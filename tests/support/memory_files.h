@@ -16,7 +16,7 @@ public:
     // Writes below `prefix` fail from now on, `times` times; -1: until it is allowed again.
     void failWrites(const std::string& prefix, Failure how, int times = -1);
     void allowWrites() { m_failures.clear(); }
-    // Files below `prefix` are there and cannot be read.
+    // Files and folders below `prefix` are there, and cannot be read or gone into.
     void failReads(const std::string& prefix, Failure how) { m_unreadable[prefix] = how; }
     // The file is a link that leads out of its folder.
     void leadAway(const std::string& path) { m_links.insert(path); }
@@ -39,6 +39,7 @@ public:
     std::optional<platform::DateTime> createdOn(const std::string& path) const override;
     bool exists(const std::string& path) const override { return find(path) != m_files.end(); }
     bool folderExists(const std::string& path) const override;
+    platform::WriteResult enterable(const std::string& folder) const override;
     platform::WriteResult makeFolder(const std::string& path) override;
     platform::WriteResult remove(const std::string& path) override;
     std::vector<std::string> list(const std::string& folder) const override;
