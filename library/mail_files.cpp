@@ -74,6 +74,12 @@ platform::MailResult failedMail(const std::string& message) {
     return {MailOutcome::failed, message.empty() ? withoutWords : message};
 }
 
+// A failure always says something.
+platform::MailResult withWords(platform::MailResult result) {
+    if (!result && result.message.empty()) result.message = failedMail({}).message;
+    return result;
+}
+
 } // namespace
 
 std::string plainName(std::string_view name, std::set<std::string>& taken) {
@@ -115,7 +121,8 @@ std::string notHandedOverText(const SentMail& sent) {
     return text + " and attach the files from\n" + sent.folder + untilTheEnd;
 }
 
-SentMail SendFile(const MailOrder& order, platform::Files& files, platform::Mail& mail) {
+SentMail SendFile(const MailOrder& order, platform::Files& files, platform::Mail& mail,
+    const std::function<void(const SentMail&)>& refusedLater) {
     SentMail sent;
     sent.draft.subject = "Kvo Data File/s.";
     sent.draft.body = mailBody(order.product, order.text);
@@ -133,8 +140,11 @@ SentMail SendFile(const MailOrder& order, platform::Files& files, platform::Mail
             return sent;
         }
     }
-    sent.result = mail.compose(sent.draft);
-    if (!sent.result && sent.result.message.empty()) sent.result.message = failedMail({}).message;
+    sent.result = withWords(mail.compose(sent.draft, [sent, refusedLater](const auto& why) {
+        SentMail refused = sent;
+        refused.result = withWords(why);
+        if (refusedLater) refusedLater(refused);
+    }));
     return sent;
 }
 

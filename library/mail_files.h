@@ -5,6 +5,7 @@
 #include "platform/files.h"
 #include "platform/mail.h"
 
+#include <functional>
 #include <set>
 #include <string>
 #include <string_view>
@@ -34,8 +35,10 @@ struct SentMail {
 };
 
 // Copies each run and its info file, where it has one, and hands them to the mail program. A run
-// that cannot be copied fails the whole, and no mail program gets anything.
-SentMail SendFile(const MailOrder& order, platform::Files& files, platform::Mail& mail);
+// that cannot be copied fails the whole, and no mail program gets anything. `refusedLater` gets a
+// mail that counted as handed over, and that the mail program refused after all.
+SentMail SendFile(const MailOrder& order, platform::Files& files, platform::Mail& mail,
+    const std::function<void(const SentMail&)>& refusedLater);
 
 // What the user is told of a mail that the mail program took, and of one that it did not; UTF-8.
 std::string handedOverText(const SentMail& sent);

@@ -9,7 +9,11 @@
 #include "platform/qt/form_kit.h"
 #include "platform/qt/qt_browser.h"
 #include "platform/qt/qt_dialogs.h"
+#ifdef _WIN32
+#include "platform/qt/mapi_mail.h"
+#else
 #include "platform/qt/qt_mail.h"
+#endif
 #include "platform/qt/qt_printer.h"
 #include "platform/qt/qt_serial_port.h"
 #include "platform/qt/qt_yield.h"
@@ -31,7 +35,11 @@ int main(int argc, char* argv[]) {
     platform_qt::QtYield yield(port);
     platform_qt::QtBrowser browser;
     platform_qt::QtPrinter printer(files);
+#ifdef _WIN32
+    platform_qt::MapiMail mail;
+#else
     platform_qt::QtMail mail;
+#endif
     platform::services() = {&files, &clock, &dialogs, &port, &yield, &browser, &printer, &mail};
     link::LoggerLink logger(port, yield, dialogs);
     forms::useLoggerLink(&logger);

@@ -1,6 +1,7 @@
 #pragma once
 // Mail through the user's own mail program: the program opens it as a draft, and the user completes
 // and sends it.
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -29,9 +30,13 @@ struct MailResult {
 class Mail {
 public:
     virtual ~Mail() = default;
-    // Opens the draft in the mail program. Returns as soon as that has taken it; events run
-    // meanwhile. On failure no mail program has got anything.
-    [[nodiscard]] virtual MailResult compose(const MailDraft& draft) = 0;
+    // What comes of a mail program that was slow to say that it cannot take a draft.
+    using RefusedLater = std::function<void(const MailResult& why)>;
+    // Opens the draft in the mail program. Returns as soon as that has taken it, or has it in work
+    // for a while; events run meanwhile. On failure no mail program has got anything. Where one in
+    // work fails later, `refusedLater` is told out of the event loop, if it is not empty.
+    [[nodiscard]] virtual MailResult compose(
+        const MailDraft& draft, const RefusedLater& refusedLater) = 0;
     // A new empty folder for the copies that one draft attaches. Nobody else reads it, and it goes
     // with the program: a mail program reads an attachment as late as when it sends it. Empty where
     // none can be made.

@@ -30,6 +30,13 @@ void letWindowsPaint() {
     QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
 }
 
+// A mail that no mail program took: its files and its text, for the user to send in another way.
+void showMailText(const library::SentMail& sent) {
+    MailText text(sent);
+    if (!sent.folder.empty()) text.Open_Folder_Click();
+    showModal(text);
+}
+
 QString withoutTrailingBlanks(QString text) {
     while (text.endsWith(QLatin1Char(' '))) text.chop(1);
     return text;
@@ -177,7 +184,7 @@ void Copy::SendFile() {
     {
         const Hourglass busy(*services.dialogs);
         letWindowsPaint();
-        sent = library::SendFile(order, *services.files, *services.mail);
+        sent = library::SendFile(order, *services.files, *services.mail, showMailText);
     }
     unload<Copy>();
     if (sent.result) {
@@ -185,9 +192,7 @@ void Copy::SendFile() {
             library::handedOverText(sent), platform::boxStyle::information, "Email Files");
         return;
     }
-    MailText text(sent);
-    if (!sent.folder.empty()) text.Open_Folder_Click();
-    showModal(text);
+    showMailText(sent);
 }
 
 void Copy::But_Browse_Click() {

@@ -10,8 +10,6 @@
 #include <QStandardPaths>
 #include <QTimer>
 
-#include <optional>
-
 namespace kvo::platform_qt {
 
 namespace {
@@ -51,17 +49,40 @@ QString addressOf(const MailDraft& draft) {
     return QString::fromLatin1(head + fields.join('&'));
 }
 
-// The exit code, nothing where the program still runs after the time. It goes on then.
-std::optional<int> exitCodeOf(QProcess& process, int patienceMs) {
+// Whether the program has ended within the time. It goes on else.
+bool endsWithin(QProcess& process, int patienceMs) {
     QEventLoop loop;
     QObject::connect(&process, &QProcess::finished, &loop, &QEventLoop::quit);
     QTimer::singleShot(patienceMs, &loop, &QEventLoop::quit);
     if (process.state() != QProcess::NotRunning) loop.exec(QEventLoop::ExcludeUserInputEvents);
-    if (process.state() != QProcess::NotRunning) return {};
+    return process.state() == QProcess::NotRunning;
+}
+
+MailResult resultOf(int exitCode) {
+    if (exitCode == 0) return {};
+    if (exitCode == exitNoProgram) {
+        return {MailOutcome::noMailProgram, "No mail program is set up on this computer."};
+    }
+    return {MailOutcome::failed,
+        "The mail program could not open the message (code " + std::to_string(exitCode) + ")."};
+}
+
+// The exit code of a program that has ended, -1 where it crashed.
+int exitCodeOf(const QProcess& process) {
     return process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
 }
 
-MailResult handOver(const QString& program, const QString& address, int patienceMs) {
+// The program goes on alone; its end is told where it is a refusal.
+void leaveAlone(QProcess* process, const platform::Mail::RefusedLater& refusedLater) {
+    QObject::connect(process, &QProcess::finished, process, [process, refusedLater] {
+        const MailResult result = resultOf(exitCodeOf(*process));
+        process->deleteLater();
+        if (!result && refusedLater) refusedLater(result);
+    });
+}
+
+MailResult handOver(const QString& program, const QString& address, int patienceMs,
+    const platform::Mail::RefusedLater& refusedLater) {
     // Without a parent: a mail program that stays in front of it must outlive this program.
     auto* process = new QProcess;
     process->setStandardOutputFile(QProcess::nullDevice());
@@ -73,34 +94,34 @@ MailResult handOver(const QString& program, const QString& address, int patience
         return {
             MailOutcome::failed, "The mail program could not be started.\n" + why.toStdString()};
     }
-    const std::optional<int> code = exitCodeOf(*process, patienceMs);
-    if (!code) {
-        QObject::connect(process, &QProcess::finished, process, &QObject::deleteLater);
+    if (!endsWithin(*process, patienceMs)) {
+        leaveAlone(process, refusedLater);
         return {};
     }
+    const MailResult result = resultOf(exitCodeOf(*process));
     delete process;
-    if (*code == 0) return {};
-    if (*code == exitNoProgram) {
-        return {MailOutcome::noMailProgram, "No mail program is set up on this computer."};
-    }
-    return {MailOutcome::failed,
-        "The mail program could not open the message (code " + std::to_string(*code) + ")."};
+    return result;
 }
 
 } // namespace
 
-MailResult QtMail::compose(const MailDraft& draft) {
+MailResult attachable(const MailDraft& draft) {
     for (const std::string& path : draft.attachments) {
         const QFileInfo file(shownPath(path));
         if (file.isFile() && file.isReadable()) continue;
         return {MailOutcome::failed, path + "\nis not there, so it cannot be attached."};
     }
+    return {};
+}
+
+MailResult QtMail::compose(const MailDraft& draft, const RefusedLater& refusedLater) {
+    if (MailResult missing = attachable(draft); !missing) return missing;
     const QString program = QStandardPaths::findExecutable(QStringLiteral("xdg-email"));
     if (program.isEmpty()) {
         return {MailOutcome::noMailProgram,
             "This computer has no way to open a mail program (xdg-email is not installed)."};
     }
-    return handOver(program, addressOf(draft), m_patienceMs);
+    return handOver(program, addressOf(draft), m_patienceMs, refusedLater);
 }
 
 std::string QtMail::folderForCopies() {

@@ -8,12 +8,16 @@
 
 namespace kvo::platform_qt {
 
+// Whether all files that a draft attaches can be read.
+platform::MailResult attachable(const platform::MailDraft& draft);
+
 class QtMail : public platform::Mail {
 public:
-    // A mail program that stays in front of xdg-email for longer than `patienceMs` has got its
-    // draft; it is not waited for.
+    // What xdg-email has not refused within `patienceMs` counts as handed over: a mail program may
+    // stay in front of it. A refusal that comes later is still told.
     explicit QtMail(int patienceMs = 5000) : m_patienceMs(patienceMs) {}
-    platform::MailResult compose(const platform::MailDraft& draft) override;
+    platform::MailResult compose(
+        const platform::MailDraft& draft, const RefusedLater& refusedLater) override;
     std::string folderForCopies() override;
 
 private:

@@ -342,6 +342,21 @@ private slots:
             (std::vector<std::string>{"file:///copies/a%20b%231", "file:///copies/a%20b%231"}));
     }
 
+    // The form is gone by then, and the user in another window.
+    void aMailProgramThatGivesUpLaterLeadsToTheTextToo() {
+        m_program->dialogs.expectBoxTitled("Email Files");
+        mailDoing([] { doubleClickRun(0); });
+        bool shownText = false;
+        onModal([&shownText](QWidget* modal) {
+            shownText = modal->objectName() == QLatin1String("MailText");
+            QVERIFY(control<QLabel>(*modal, "Mail_Message").text().contains("It gave up."));
+            QTest::keyClick(modal, Qt::Key_Escape);
+        });
+        m_program->mail.refusedLater({platform::MailOutcome::failed, "It gave up."});
+        QVERIFY(shownText);
+        QCOMPARE(m_program->browser.opened, (std::vector<std::string>{"file:///copies/1"}));
+    }
+
     void aMailThatFailsShowsItsTextAndOpensNothing() {
         QVERIFY(m_program->files.remove("/kvo/Data/26111609.01d").done);
         mailDoing([] {
@@ -402,7 +417,7 @@ private slots:
             }
             const std::string text = QString::fromLatin1(odd).toStdString() + "\n&attach=/x\r\n";
             const library::SentMail sent =
-                library::SendFile({root, {{name, "a run"}}, text, product}, files, mail);
+                library::SendFile({root, {{name, "a run"}}, text, product}, files, mail, {});
             QVERIFY2(sent.result, sent.result.message.c_str());
             QFile arguments(QString::fromStdString(told));
             QVERIFY(arguments.open(QIODevice::ReadOnly));

@@ -8,6 +8,8 @@
 #include <QFileInfo>
 #include <QTemporaryDir>
 
+#include <optional>
+
 using namespace kvo;
 using namespace kvo::platform_qt;
 using platform::MailDraft;
@@ -59,6 +61,14 @@ class MailTest : public QObject {
         return draft;
     }
 
+    std::optional<platform::MailResult> m_refused; // later
+
+    platform::MailResult composed(const MailDraft& draft, int patienceMs = 5000) {
+        return QtMail(patienceMs).compose(draft, [this](const platform::MailResult& why) {
+            m_refused = why;
+        });
+    }
+
     std::string makeFile(const std::string& name) const {
         const QString path = at(QString::fromStdString(name));
         QFile file(path);
@@ -69,6 +79,7 @@ class MailTest : public QObject {
 private slots:
     void initTestCase() { QVERIFY(m_folder.isValid()); }
     void cleanup() {
+        m_refused.reset();
         qputenv("PATH", m_path);
         QFile::remove(at(QStringLiteral("arguments")));
     }
@@ -94,7 +105,7 @@ private slots:
         for (char& c : name) c = c == '/' ? '_' : c;
         const MailDraft draft{word + "@pits", word, word + "\r\n\r\n" + word,
             {makeFile(name + ".10d"), makeFile(name + ".10i")}};
-        const auto result = QtMail().compose(draft);
+        const auto result = composed(draft);
         QVERIFY2(result, result.message.c_str());
         QCOMPARE(givenArguments().size(), 1);
         QVERIFY(givenArguments()[0].startsWith("mailto:"));
@@ -108,14 +119,14 @@ private slots:
 
     void leavesOutWhatIsEmpty() {
         installProgram("exit 0");
-        QVERIFY(QtMail().compose({}));
+        QVERIFY(composed({}));
         QCOMPARE(givenArguments(), QByteArrayList{"mailto:?"});
     }
 
     // A second line of the head could name further recipients.
     void keepsTheHeadToItsLines() {
         installProgram("exit 0");
-        QVERIFY(QtMail().compose({"a@b\r\nBcc: c@d", "one\ntwo", "three\nfour", {}}));
+        QVERIFY(composed({"a@b\r\nBcc: c@d", "one\ntwo", "three\nfour", {}}));
         const MailDraft got = draftOf(givenArguments().value(0));
         QCOMPARE(got.recipient, std::string("a@b  Bcc: c@d"));
         QCOMPARE(got.subject, std::string("one two"));
@@ -124,11 +135,11 @@ private slots:
 
     void tellsThatThereIsNoMailProgram() {
         installProgram("exit 3");
-        const auto result = QtMail().compose({"a@b", "", "", {}});
+        const auto result = composed({"a@b", "", "", {}});
         QCOMPARE(result.outcome, MailOutcome::noMailProgram);
         QVERIFY(!result.message.empty());
         qputenv("PATH", at(QStringLiteral("nothing here")).toUtf8());
-        QCOMPARE(QtMail().compose({"a@b", "", "", {}}).outcome, MailOutcome::noMailProgram);
+        QCOMPARE(composed({"a@b", "", "", {}}).outcome, MailOutcome::noMailProgram);
     }
 
     void tellsOfAProgramThatFails_data() {
@@ -139,7 +150,7 @@ private slots:
     void tellsOfAProgramThatFails() {
         QFETCH(QByteArray, ending);
         installProgram(ending);
-        const auto result = QtMail().compose({"a@b", "", "", {}});
+        const auto result = composed({"a@b", "", "", {}});
         QCOMPARE(result.outcome, MailOutcome::failed);
         QVERIFY(!result.message.empty());
     }
@@ -150,14 +161,14 @@ private slots:
         QVERIFY(script.open(QIODevice::WriteOnly));
         script.write("#!/no/such/shell\n");
         script.close();
-        QCOMPARE(QtMail().compose({"a@b", "", "", {}}).outcome, MailOutcome::failed);
+        QCOMPARE(composed({"a@b", "", "", {}}).outcome, MailOutcome::failed);
     }
 
     void handsOverNothingWhereAnAttachmentIsMissing() {
         installProgram("exit 0");
         const std::string missing =
             at(QStringLiteral("J\u00fcrg\u0142 was here.10d")).toStdString();
-        const auto result = QtMail().compose({"a@b", "", "", {missing}});
+        const auto result = composed({"a@b", "", "", {missing}});
         QCOMPARE(result.outcome, MailOutcome::failed);
         QVERIFY(result.message.find(missing) != std::string::npos);
         QVERIFY(givenArguments().isEmpty());
@@ -198,7 +209,7 @@ private slots:
         const QString goodbye = at(QStringLiteral("goodbye"));
         installProgram("echo $$ > '" + number.toUtf8() + "'; while [ ! -e '" + goodbye.toUtf8() +
                        "' ]; do sleep 0.05; done");
-        QVERIFY(QtMail(200).compose({"a@b", "", "", {}}));
+        QVERIFY(composed({"a@b", "", "", {}}, 200));
         QTRY_VERIFY(QFile::exists(number) && QFile(number).size() > 0);
         QFile file(number);
         QVERIFY(file.open(QIODevice::ReadOnly));
@@ -208,6 +219,31 @@ private slots:
         QVERIFY(QFile::exists(listed));
         QVERIFY(QFile(goodbye).open(QIODevice::WriteOnly));
         QTRY_VERIFY(!QFile::exists(listed));
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QVERIFY(!m_refused); // it has taken the draft
+    }
+
+    // A slow desktop: what it cannot do it says long behind the time that is waited for it.
+    void aRefusalThatComesLateIsTold_data() {
+        QTest::addColumn<QByteArray>("ending");
+        QTest::addColumn<int>("outcome");
+        QTest::newRow("no program")
+            << QByteArray("exit 3") << static_cast<int>(MailOutcome::noMailProgram);
+        QTest::newRow("code") << QByteArray("exit 4") << static_cast<int>(MailOutcome::failed);
+        QTest::newRow("crash") << QByteArray("kill -9 $$") << static_cast<int>(MailOutcome::failed);
+    }
+    void aRefusalThatComesLateIsTold() {
+        QFETCH(QByteArray, ending);
+        QFETCH(int, outcome);
+        const QString goodbye = at(QStringLiteral("late goodbye"));
+        QFile::remove(goodbye);
+        installProgram("while [ ! -e '" + goodbye.toUtf8() + "' ]; do sleep 0.05; done; " + ending);
+        QVERIFY(composed({"a@b", "", "", {}}, 200));
+        QVERIFY(!m_refused);
+        QVERIFY(QFile(goodbye).open(QIODevice::WriteOnly));
+        QTRY_VERIFY(m_refused.has_value());
+        QCOMPARE(static_cast<int>(m_refused->outcome), outcome);
+        QVERIFY(!m_refused->message.empty());
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }
 };

@@ -16,8 +16,10 @@ using testing::MemoryFiles;
 
 class RecordingMailProgram : public platform::Mail {
 public:
-    platform::MailResult compose(const platform::MailDraft& draft) override {
+    platform::MailResult compose(
+        const platform::MailDraft& draft, const RefusedLater& later) override {
         drafts.push_back(draft);
+        refusedLater = later;
         return result;
     }
     std::string folderForCopies() override {
@@ -25,6 +27,7 @@ public:
         return folder;
     }
     std::vector<platform::MailDraft> drafts;
+    RefusedLater refusedLater; // of the last draft
     platform::MailResult result;
     std::string folder = "/copies/1";
     int folders = 0;
@@ -43,11 +46,13 @@ protected:
     SentMail send(const std::vector<std::string>& names, const std::string& text = "") {
         MailOrder order{"/kvo", {}, text, {"1.0.0", "https://kvo.example"}};
         for (const std::string& name : names) order.runs.push_back({name, "a run"});
-        return SendFile(order, files, mail);
+        return SendFile(
+            order, files, mail, [this](const SentMail& sent) { refused.push_back(sent); });
     }
 
     MemoryFiles files;
     RecordingMailProgram mail;
+    std::vector<SentMail> refused; // later
 };
 
 TEST_F(MailFilesTest, attachesCopiesOfEachRunAndItsInfoFile) {
@@ -131,6 +136,19 @@ TEST_F(MailFilesTest, whatTheMailProgramSaysIsHandedOn) {
     EXPECT_EQ(sent.draft.attachments.size(), 2U);
     mail.result = {MailOutcome::failed, ""};
     EXPECT_EQ(send({}).result.message, "Unspecified Failure has occurred");
+}
+
+TEST_F(MailFilesTest, aMailThatIsRefusedLaterComesBackWhole) {
+    const SentMail sent = send({"26111514.52d"}, "my words");
+    EXPECT_TRUE(sent.result);
+    EXPECT_TRUE(refused.empty());
+    mail.refusedLater({MailOutcome::failed, ""});
+    ASSERT_EQ(refused.size(), 1U);
+    EXPECT_EQ(refused[0].result.outcome, MailOutcome::failed);
+    EXPECT_EQ(refused[0].result.message, "Unspecified Failure has occurred");
+    EXPECT_EQ(refused[0].draft.body, sent.draft.body);
+    EXPECT_EQ(refused[0].draft.attachments, sent.draft.attachments);
+    EXPECT_EQ(refused[0].folder, "/copies/1");
 }
 
 TEST_F(MailFilesTest, aRunThatIsListedTwiceIsAttachedOnce) {

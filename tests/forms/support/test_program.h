@@ -31,13 +31,16 @@ public:
 // A mail program that takes every draft, or answers as a test wants.
 class RecordingMail : public platform::Mail {
 public:
-    platform::MailResult compose(const platform::MailDraft& draft) override {
+    platform::MailResult compose(
+        const platform::MailDraft& draft, const RefusedLater& later) override {
         drafts.push_back(draft);
+        refusedLater = later;
         return result;
     }
     std::string folderForCopies() override { return folder; }
     std::string folder = "/copies/1";
     std::vector<platform::MailDraft> drafts;
+    RefusedLater refusedLater; // of the last draft
     platform::MailResult result;
 };
 
