@@ -62,6 +62,14 @@ void showChosenRun(const std::optional<core::ChosenRun>& run) {
     hideMainWindow();
 }
 
+void raiseGraph() {
+    if (!isLoaded<DataGraph>()) return;
+    auto& graph = form<DataGraph>();
+    graph.setWindowState(graph.windowState() & ~Qt::WindowMinimized);
+    graph.raise();
+    graph.activateWindow();
+}
+
 void showTimeGraph(bool fromGraph) {
     auto& timeGraph = form<TimeGraph>();
     if (!fromGraph) hideMainWindow();
@@ -122,6 +130,7 @@ void openDoors() {
     all.showDataGraph = showDataGraph;
     all.showFreshRun = showFreshRun;
     all.showChosenRun = showChosenRun;
+    all.raiseGraph = raiseGraph;
     all.showTimeGraph = showTimeGraph;
     all.chooseRun = chooseRun;
     all.chooseRunsToDelete = chooseRunsToDelete;

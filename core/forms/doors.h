@@ -66,6 +66,8 @@ struct Doors {
     // The same on a run that was chosen elsewhere, also where the window is there already. Where it
     // is none the chooser comes up.
     Door<void(const std::optional<core::ChosenRun>&)> showChosenRun{"showChosenRun"};
+    // The graph window, where there is one, comes to the front, out of the task bar too.
+    Door<void()> raiseGraph{"raiseGraph"};
     // The times of the newest runs, not modal: in the main window's place, or opened from the graph
     // (true), which stays.
     Door<void(bool)> showTimeGraph{"showTimeGraph"};

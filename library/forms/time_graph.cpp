@@ -217,9 +217,9 @@ void TimeGraph::BUT_Close_Click() {
 }
 
 void TimeGraph::Form_Unload() {
-    const bool back = !TimeGraphFromGraph;
+    const bool fromGraph = TimeGraphFromGraph;
     unload<TimeGraph>();
-    if (back) doors().showMainWindow();
+    fromGraph ? doors().raiseGraph() : doors().showMainWindow();
 }
 
 void TimeGraph::Date_Click(int row) {

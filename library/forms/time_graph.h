@@ -26,8 +26,8 @@ class TimeGraph : public QDialog {
 public:
     TimeGraph();
 
-    // Reads the times and comes to the front. Opened from the graph it leaves the main window alone
-    // when it goes.
+    // Reads the times and comes to the front. Opened from the graph it gives way to that when it
+    // goes, else to the main window.
     void open(bool fromGraph);
 
     void Date_Click(int row);

@@ -46,6 +46,7 @@ std::array<bool, doorCount> openOnes() {
         all.showDataGraph.isOpen(),
         all.showFreshRun.isOpen(),
         all.showChosenRun.isOpen(),
+        all.raiseGraph.isOpen(),
         all.showTimeGraph.isOpen(),
         all.chooseRun.isOpen(),
         all.chooseRunsToDelete.isOpen(),

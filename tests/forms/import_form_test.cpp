@@ -327,7 +327,7 @@ private slots:
                 QCOMPARE(QApplication::focusWidget()->objectName(), QLatin1String(reached));
             }
             QTest::keyClick(&importForm(), Qt::Key_A, Qt::AltModifier);
-            QCOMPARE(part<QListWidget>("Files_Dos").selectedItems().size(), 1);
+            QTRY_COMPARE(part<QListWidget>("Files_Dos").selectedItems().size(), 1);
         });
     }
 

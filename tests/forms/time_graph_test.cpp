@@ -28,6 +28,7 @@ class TimeGraphTest : public QObject {
     std::unique_ptr<TestProgram> m_program;
     int m_mainShown = 0;
     int m_mainHidden = 0;
+    int m_graphRaised = 0;
     std::vector<std::optional<core::ChosenRun>> m_opened;
 
     static SurfaceWidget& graph() { return control<SurfaceWidget>(form<TimeGraph>(), "Graph"); }
@@ -75,11 +76,15 @@ private slots:
     void init() {
         m_program = std::make_unique<TestProgram>();
         m_program->state.AppFolder = "/kvo";
-        m_mainShown = m_mainHidden = 0;
+        m_mainShown = m_mainHidden = m_graphRaised = 0;
         m_opened.clear();
         forms::Doors& doors = forms::doors();
         doors.showMainWindow = [this] { ++m_mainShown; };
         doors.hideMainWindow = [this] { ++m_mainHidden; };
+        doors.raiseGraph = [this] {
+            QVERIFY(!isLoaded<TimeGraph>());
+            ++m_graphRaised;
+        };
         doors.showChosenRun = [this](const auto& run) {
             QVERIFY(!isLoaded<TimeGraph>());
             m_opened.push_back(run);
@@ -262,10 +267,32 @@ private slots:
         QTest::keyClick(&graph(), Qt::Key_Escape);
         QVERIFY(!isLoaded<TimeGraph>());
         QCOMPARE(m_mainShown, 1);
+        QCOMPARE(m_graphRaised, 1);
         show();
         form<TimeGraph>().close();
         QVERIFY(!isLoaded<TimeGraph>());
         QCOMPARE(m_mainShown, 2);
+        QCOMPARE(m_graphRaised, 1);
+    }
+
+    void theTabKeyWalksFromTheTimesToTheButtons() {
+        putRuns(3);
+        show(false, {1024, 768});
+        QStringList walk;
+        for (int i = 0; i < 8; ++i) {
+            walk << QApplication::focusWidget()->objectName();
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        }
+        QCOMPARE(walk, QStringList({"Graph", "Date(1)", "Date(2)", "Date(3)", "PrintGraph",
+                           "BUT_Close", "Graph", "Date(1)"}));
+    }
+
+    void lettersPressTheButtons() {
+        show();
+        QTest::keyClick(&form<TimeGraph>(), Qt::Key_P, Qt::AltModifier);
+        QTRY_COMPARE(m_program->printer.documents.size(), std::size_t(1));
+        QTest::keyClick(&form<TimeGraph>(), Qt::Key_C, Qt::AltModifier);
+        QTRY_VERIFY(!isLoaded<TimeGraph>());
     }
 
     void openedAgainItShowsWhatCameIn() {

@@ -10,6 +10,7 @@
 #include "tests/forms/support/graph_window.h"
 #include "tests/forms/support/user_click.h"
 
+#include <QAction>
 #include <QPushButton>
 #include <QTest>
 #include <QToolButton>
@@ -64,6 +65,44 @@ private slots:
         QVERIFY(!isLoaded<TimeGraph>());
         QVERIFY(graph.isVisible());
         QVERIFY(!form<VrnWin32>().isVisible());
+    }
+
+    void theGraphComesOutOfTheTaskBarWhenItsTimesGo() {
+        storeTimedRuns();
+        DataGraph& graph = openByChooser(taking(2));
+        command("Mnu_TimeGraph").trigger();
+        graph.showMinimized();
+        QVERIFY(graph.isMinimized());
+        form<TimeGraph>().close();
+        QVERIFY(!graph.isMinimized());
+        QVERIFY(QTest::qWaitForWindowActive(&graph));
+    }
+
+    // The graph may go before its times do; they make none.
+    void timesThatTheirGraphHasLeftGoAlone() {
+        storeTimedRuns();
+        form<VrnWin32>();
+        DataGraph& graph = openByChooser(taking(2));
+        command("Mnu_TimeGraph").trigger();
+        graph.close();
+        QVERIFY(!isLoaded<DataGraph>());
+        form<TimeGraph>().close();
+        QVERIFY(!isLoaded<TimeGraph>() && !isLoaded<DataGraph>());
+        QVERIFY(form<VrnWin32>().isVisible());
+    }
+
+    void aSecondVisitGoesBackToWhereItCameFrom() {
+        storeTimedRuns();
+        form<VrnWin32>();
+        DataGraph& graph = openByChooser(taking(2));
+        command("Mnu_TimeGraph").trigger();
+        form<TimeGraph>().close();
+        graph.close();
+        QVERIFY(form<VrnWin32>().isVisible());
+        control<QAction>(form<VrnWin32>(), "Mnu_TimeGraph").trigger();
+        QVERIFY(!form<VrnWin32>().isVisible());
+        form<TimeGraph>().close();
+        QVERIFY(form<VrnWin32>().isVisible());
     }
 
     void aLabelPutsItsRunIntoTheOpenGraph() {
