@@ -143,7 +143,7 @@ void LoadFile::BTN_Ok_Click() {
     if (m_purpose == Purpose::deleteRuns) return DeleteFile();
     m_answer.reset();
     // A row without a description is no choice.
-    if (!Discription->text().isEmpty()) {
+    if (!runList().chosen().Description.empty()) {
         runList().take();
         m_answer = runList().chosenRun(core::state().AppFolder, *platform::services().files);
     }
@@ -177,8 +177,8 @@ void LoadFile::DeleteFile() {
 }
 
 void LoadFile::editDescription() {
-    if (runList().chosenRow() < 0 || Discription->text().isEmpty()) return;
     const std::string description = runList().chosen().Description;
+    if (description.empty()) return;
     const std::string answer = platform::services().dialogs->inputBox(
         "Enter the new file description for.\n\n" + platform::fromFile(description) +
             "\n\nRun Number     Description",
