@@ -70,6 +70,17 @@ TEST(DamagedFiles, OfNotesAndTimes) {
     readDamaged(readTimes, times, 3000);
 }
 
+TEST(DamagedFiles, OfTextRuns) {
+    int texts = 0;
+    for (const auto& entry :
+        std::filesystem::directory_iterator(KVO_TEST_DATA "/fuzz/corpus/text")) {
+        readDamaged(readText, fileBytes(entry.path()), 100);
+        ++texts;
+    }
+    EXPECT_GT(texts, 10);
+    readDamaged(readText, {}, 50);
+}
+
 TEST(DamagedFiles, AreDamagedAlikeEachTime) {
     const platform::Bytes file = indexOf(3);
     EXPECT_EQ(damaged(file, 5), damaged(file, 5));

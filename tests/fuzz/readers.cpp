@@ -2,10 +2,13 @@
 
 #include "core/basic/numbers.h"
 #include "core/config.h"
+#include "core/data_types.h"
 #include "core/run_file.h"
 #include "core/run_index.h"
 #include "core/run_info.h"
+#include "core/run_records.h"
 #include "core/run_times.h"
+#include "library/text_run.h"
 #include "tests/support/memory_files.h"
 
 #include <cstdio>
@@ -37,6 +40,15 @@ void checkLoaded(const core::OpenRun& run, const core::LoadOutcome& outcome) {
     require(run.SampleCount <= core::maxSamples, "more samples than rows");
     require(run.image.tail.TimeOffset >= 1, "a time offset below 1");
     require(run.path == runPath, "a run of another file");
+}
+
+bool isSameRun(const core::OpenRun& a, const core::OpenRun& b) {
+    for (int i = 1; i <= core::maxSamples; ++i)
+        if (!(a.image.samples[i] == b.image.samples[i])) return false;
+    return a.headerLine == b.headerLine && a.DataType == b.DataType &&
+           a.SampleCount == b.SampleCount && a.image.header == b.image.header &&
+           a.image.setup == b.image.setup && a.image.analog == b.image.analog &&
+           a.image.tail == b.image.tail;
 }
 
 void checkMainRun(const core::OpenRun& run, testing::MemoryFiles& files) {
@@ -123,12 +135,39 @@ void readTimes(Input file) {
     require(core::LoadTimesTable("/kvo", files).RunTimesCount >= count, "records were lost");
 }
 
+void readText(Input file) {
+    // Made once, and fresh again each time.
+    static const auto fresh = std::make_unique<const core::OpenRun>();
+    static const auto run = std::make_unique<core::OpenRun>();
+    static const auto again = std::make_unique<core::OpenRun>();
+    *run = *fresh;
+    *again = *fresh;
+    const std::string_view text(reinterpret_cast<const char*>(file.data()), file.size());
+    const library::TextRunOutcome outcome = library::readTextRun(text, {}, *run);
+    const library::TextRunOutcome second = library::readTextRun(text, {}, *again);
+    require(outcome.known == second.known && outcome.corrupt == second.corrupt, "differs twice");
+    require(isSameRun(*run, *again), "another run the second time");
+    require(!outcome.stopped, "stopped by nobody");
+    if (!outcome.known) return require(isSameRun(*run, *fresh), "a refused text left something");
+    const core::DataTypeFacts* facts = core::dataTypeFacts(run->DataType);
+    require(facts != nullptr && facts->importRows > 0, "a type that has no text");
+    require(run->SampleCount >= 1 && run->SampleCount <= facts->importRows, "rows of no type");
+    require(outcome.corrupt || run->SampleCount == facts->importRows, "a silent end");
+    run->path = runPath;
+    run->headerLine = library::importHeaderLine(run->headerLine, "Sun 15 Nov 2026 Run: 1");
+    testing::MemoryFiles files;
+    require(SaveImportedRun(*run, "/kvo", files).done, "a text run is not saved");
+    const std::size_t records = static_cast<std::size_t>(facts->importRows) + 4;
+    require(files.read(runPath)->size() == records * core::runRecordWidth, "a run of odd length");
+}
+
 Reader readerNamed(std::string_view name) {
     if (name == "config") return readConfig;
     if (name == "run") return readRun;
     if (name == "index") return readIndex;
     if (name == "info") return readInfo;
     if (name == "times") return readTimes;
+    if (name == "text") return readText;
     return nullptr;
 }
 

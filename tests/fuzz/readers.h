@@ -14,9 +14,11 @@ void readRun(Input file);
 void readIndex(Input file);
 void readInfo(Input file);
 void readTimes(Input file);
+// A text run of the older program.
+void readText(Input file);
 
 using Reader = void (*)(Input);
-// The entry point of this name ("config", "run", "index", "info", "times"), or nothing.
+// The entry point of this name ("config", "run", "index", "info", "times", "text"), or nothing.
 Reader readerNamed(std::string_view name);
 
 } // namespace kvo::fuzz
