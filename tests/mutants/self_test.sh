@@ -66,7 +66,7 @@ printf 'survives nobody reads it\n' >>"$list"
 run
 expect "a share below the goal" 1 $? "nobody reads it"
 for ((i = 0; i < 19; i++)); do
-    printf '\nfile core/sum.txt\nold answer 5\nnew answer 6\ntests t\n' >>"$list"
+    printf '\nfile core/sum.txt\nold answer 5\nnew answer %d\ntests t\n' $((i + 6)) >>"$list"
 done
 run
 expect "a survivor with its reason" 0 $? "== 19 of 20 caught: 95 %"
@@ -90,6 +90,13 @@ expect "a file that is gone" 1 $? "core/gone.txt is not there"
 printf 'file core/sum.txt\nold answer\nnew answer\ntests t\n' >"$list"
 run --check
 expect "a mutant that changes nothing" 1 $? "changes nothing"
+: >"$list"
+for wanted in 6 7 6; do
+    printf 'file core/sum.txt\nold answer 5\nnew answer %d\ntests t\n\n' $wanted >>"$list"
+done
+run --check
+expect "a mutant that is there twice" 1 $? "list.txt:11: is the mutant of list.txt:1 again" \
+    "1 of 3 mutants do not fit"
 printf 'file core/sum.txt\nold answer\nnew question\n' >"$list"
 run --check
 expect "a mutant without tests" 1 $? "has no file, no old text or no tests"
