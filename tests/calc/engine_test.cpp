@@ -128,6 +128,7 @@ TEST(EngineSums, AnOverflowKeepsTheResultButForTheSweptVolume) {
 
 TEST(EngineSums, CylindersAreToldByTheirText) {
     EXPECT_EQ(resultOf("Engine Displacement Calc", "4.0", "4", "3.48"), "0.00 Cu.In");
+    EXPECT_EQ(resultOf("Engine Displacement Calc", "6.0", "4", "3.48"), "0.00 Cu.In");
     EXPECT_EQ(resultOf("Engine Displacement Calc", " 8", "4", "3.48"), "0.00 Cu.In");
 }
 
@@ -145,6 +146,11 @@ TEST(Conversion, RoundsToTwoDecimals) {
         {"CfmToLpm", 283.17}, {"LpmToCfm", 35.31}};
     for (const auto& [routine, ofHundred] : table)
         EXPECT_EQ(converted(*conversionNamed(routine), 100), ofHundred) << routine;
+    // A way back is no exact inverse.
+    EXPECT_EQ(converted(Conversion::KgToLbs, 1e6), 2204585.5);
+    EXPECT_EQ(converted(Conversion::CmToIn, 1e6), 393700.7);
+    EXPECT_EQ(converted(Conversion::CcToCuIn, 1e6), 61020);
+    EXPECT_EQ(converted(Conversion::KphToMph, 1e6), 621388.1);
     EXPECT_FALSE(conversionNamed("InToFt"));
     EXPECT_FALSE(converted(Conversion::InToCm, 1.7e308));
 }
