@@ -3,6 +3,7 @@
 #include "calc/conversions.h"
 #include "core/basic/format.h"
 #include "core/basic/numbers.h"
+#include "core/basic/plain_number.h"
 
 #include <algorithm>
 #include <array>
@@ -166,12 +167,20 @@ double convert(CalcForm& form, Conversion conversion, double x) {
     return form.ConvertedValue;
 }
 
+// A blank in front where a minus would stand. A large number has no exponent, since the next switch
+// would take the digits in front of it for the whole.
+std::string resultNumber(double value) {
+    const std::string text = core::Str(value);
+    if (text.find('E') == std::string::npos) return text;
+    return (value < 0 ? "" : " ") + core::plainNumber(value);
+}
+
 void turnRow(CalcForm& form, int row) {
     for (const UnitTurn& turn : unitTurns) {
         if (form.unit[row] != turn.from) continue;
         form.unit[row] = turn.to;
         const double value = Val(form.Text[row]);
-        if (value != 0) form.Text[row] = core::CStr(convert(form, turn.conversion, value));
+        if (value != 0) form.Text[row] = core::plainNumber(convert(form, turn.conversion, value));
         form.MetricShown = turn.MetricShown;
         return;
     }
@@ -183,7 +192,7 @@ void turnResult(CalcForm& form) {
     const double value = Val(form.Label5);
     if (value == 0) return;
     if (turn.conversion) {
-        form.Label5 = core::Str(convert(form, *turn.conversion, value)) + std::string(turn.unit);
+        form.Label5 = resultNumber(convert(form, *turn.conversion, value)) + std::string(turn.unit);
     } else if (!turn.picture.empty()) {
         if (const auto product = finite(value * turn.factor))
             form.Label5 = core::Format(*product, turn.picture);

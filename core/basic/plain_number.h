@@ -1,5 +1,5 @@
 #pragma once
-// Numbers as the boxes of the setup form and the cells of a pit run show them.
+// Numbers as boxes and the cells of a pit run show them.
 #include <string>
 
 namespace kvo::core {

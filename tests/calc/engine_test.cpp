@@ -234,6 +234,25 @@ TEST(ToggleMetric, TurnsTheResultOfFourSums) {
     EXPECT_EQ(power.Label5, "514.4 Hp");
 }
 
+TEST(ToggleMetric, WritesLargeNumbersWithoutAnExponent) {
+    CalcForm form = formOf("Tyre Diameter Calc", "", "", "1000000000000000");
+    EXPECT_TRUE(Command1_Click(form));
+    EXPECT_EQ(form.Label5, "318309886183791.00 In");
+    form.Label5 = "2000000000000000.00 In";
+    ToggleMetric_Click(form);
+    EXPECT_EQ(form.Text[3], "2540000000000000");
+    EXPECT_EQ(form.Label5, " 5080000000000000 Cm");
+    ToggleMetric_Click(form);
+    EXPECT_EQ(form.Text[3], "999999778000000");
+    EXPECT_EQ(form.Label5, " 1999999556000000 In");
+    // What is below 1 has no digit in front of its point in a result, and one in a box.
+    CalcForm small = formOf("Tyre Diameter Calc", "", "", ".3");
+    small.Label5 = "0.10 In";
+    ToggleMetric_Click(small);
+    EXPECT_EQ(small.Text[3], "0.76");
+    EXPECT_EQ(small.Label5, " .25 Cm");
+}
+
 TEST(ToggleMetric, LeavesAResultOfZero) {
     CalcForm form = formOf("Engine Displacement Calc", "4.0", "4", "3.48");
     Command1_Click(form);
