@@ -30,7 +30,6 @@
 using namespace kvo;
 using namespace kvo::forms;
 using namespace kvo::platform_qt;
-using platform::boxStyle::critical;
 
 class DataGraphRunTest : public QObject, private testing::GraphWindow {
     Q_OBJECT

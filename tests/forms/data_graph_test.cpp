@@ -29,7 +29,6 @@
 using namespace kvo;
 using namespace kvo::forms;
 using namespace kvo::platform_qt;
-using platform::boxStyle::critical;
 
 class DataGraphTest : public QObject, private testing::GraphWindow {
     Q_OBJECT

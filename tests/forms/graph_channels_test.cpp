@@ -10,7 +10,6 @@
 using namespace kvo;
 using namespace kvo::forms;
 using namespace kvo::platform_qt;
-using platform::boxStyle::critical;
 
 class GraphChannelsTest : public QObject, private testing::GraphWindow {
     Q_OBJECT
@@ -76,8 +75,8 @@ private slots:
         QTest::mouseDClick(&part<QWidget>("Rpm"), Qt::LeftButton);
         QCOMPARE(state().Config.EngineColour, 0x00FF00);
         dialogs().expectColour(0U);
-        dialogs().expectBox(
-            "You can't have the same colour as the graph background.", critical, "Error");
+        dialogs().expectBox("You can't have the same colour as the graph background.",
+            platform::boxStyle::critical, "Error");
         QTest::mouseDClick(&part<QWidget>("Rpm"), Qt::LeftButton);
         QCOMPARE(state().Config.EngineColour, 0x00FF00);
     }

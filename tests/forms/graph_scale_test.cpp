@@ -27,7 +27,6 @@
 using namespace kvo;
 using namespace kvo::forms;
 using namespace kvo::platform_qt;
-using platform::boxStyle::critical;
 
 class GraphScaleTest : public QObject, private testing::GraphWindow {
     Q_OBJECT
@@ -191,7 +190,7 @@ private slots:
         graph.commands().ZoomIn_Click();
         trend().surface().setUsable(false);
         dialogs().expectBox("There isn't enough video memory to display at this resolution.",
-            critical, "Memory Error");
+            platform::boxStyle::critical, "Memory Error");
         // The step back gives the surface a new size, which has memory again.
         command("Resolution(4)").trigger();
         QVERIFY(trend().surface().usable());
@@ -208,7 +207,7 @@ private slots:
         QVERIFY(trend().surface().usable());
         QVERIFY(!part<QToolButton>("CancelZoom").isEnabled());
         dialogs().expectBox("There isn't enough video memory to display at this resolution.",
-            critical, "Memory Error");
+            platform::boxStyle::critical, "Memory Error");
         press("ZoomIn");
         QCOMPARE(trend().width(), part<QWidget>("Frame1").width());
         QCOMPARE(part<QMenu>("Mnu_Scale").title(), QStringLiteral("&Graph Scale(Full)  "));
