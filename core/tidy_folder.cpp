@@ -80,9 +80,8 @@ void thinCopies(const std::string& folder, const platform::DateTime& now, platfo
 
 bool isWriteLeftover(std::string_view name) {
     constexpr std::string_view end = ".new";
-    if (!name.starts_with('.') || !name.ends_with(end)) return false;
-    name.remove_prefix(1);
-    name.remove_suffix(end.size());
+    if (!name.starts_with('.') || !name.ends_with(end) || name.size() <= end.size()) return false;
+    name = name.substr(1, name.size() - 1 - end.size());
     const std::size_t dash = name.rfind('-');
     const std::size_t dot = name.rfind('.');
     if (dash == std::string_view::npos || dot == std::string_view::npos || dot == 0 || dash < dot)

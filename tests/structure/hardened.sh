@@ -22,7 +22,7 @@ grep 'GNU_STACK' <<<"$segments" | grep -q 'RW ' || complain "has a stack that ca
 ! grep -q 'TEXTREL' <<<"$dynamic" || complain "has relocations in its code"
 if [ "${2:-}" = --shipped ]; then
     names=$(LC_ALL=C nm --dynamic --undefined-only "$program")
-    for name in __stack_chk_fail _chk@ __glibcxx_assert_fail; do
+    for name in __stack_chk_fail __glibcxx_assert_fail; do
         grep -q "$name" <<<"$names" || complain "does not use $name"
     done
 fi
