@@ -6,6 +6,7 @@
 #include "core/config.h"
 #include "mainwin/start.h"
 #include "platform/os/heap.h"
+#include "platform/os/os_clock.h"
 #include "platform/os/os_files.h"
 #include "platform/qt/application.h"
 #include "platform/services.h"
@@ -116,9 +117,11 @@ int runStart(Starter starter, int argc, char** argv) {
     platform_os::keepFreedMemory();
     platform_qt::prepareApplication(application);
     platform_os::OsFiles files;
+    platform_os::OsClock clock;
     SilentDialogs dialogs;
     platform::services() = {};
     platform::services().files = &files;
+    platform::services().clock = &clock;
     platform::services().dialogs = &dialogs;
     forms::startProgram();
     return 1;

@@ -7,11 +7,13 @@
 #include <cerrno>
 #include <fstream>
 #include <new>
+#include <string_view>
 #include <system_error>
 
 #ifdef _WIN32
 #include <process.h>
 #else
+#include <dirent.h>
 #include <fcntl.h>
 #include <unistd.h>
 #endif
@@ -29,16 +31,12 @@ namespace {
 // No file of this program comes near it; a larger one is none of ours.
 constexpr std::uintmax_t largestFile = std::uintmax_t{1} << 30U;
 
-bool sameButForCase(const std::string& a, const std::string& b) {
+bool sameButForCase(std::string_view a, std::string_view b) {
     const auto lower = [](char c) {
         return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
     };
     return std::equal(a.begin(), a.end(), b.begin(), b.end(),
         [&](char x, char y) { return lower(x) == lower(y); });
-}
-
-bool isSeparator(fs::path::value_type c) {
-    return c == '/' || c == fs::path::preferred_separator;
 }
 
 bool isThere(const fs::path& path) {
@@ -47,21 +45,32 @@ bool isThere(const fs::path& path) {
 }
 
 // The entry of `folder` that has this name in another case, the first in order; empty if none has.
+#ifndef _WIN32
+// Asked for every name that is new, in a folder that may hold years of runs: by the system's own
+// list, which makes no path of each entry.
+fs::path inAnotherCase(const fs::path& folder, const std::string& name) {
+    std::string best;
+    DIR* const entries = ::opendir(folder.empty() ? "." : folder.c_str());
+    if (entries == nullptr) return {};
+    while (const dirent* entry = ::readdir(entries)) {
+        const std::string_view found(entry->d_name);
+        if (sameButForCase(found, name) && (best.empty() || found < best)) best = found;
+    }
+    ::closedir(entries);
+    return best.empty() ? fs::path() : folder / best;
+}
+#else
 fs::path inAnotherCase(const fs::path& folder, const std::string& name) {
     std::error_code error;
     std::string best;
     const fs::path shown = folder.empty() ? fs::path(".") : folder;
     for (fs::directory_iterator it(shown, error), end; !error && it != end; it.increment(error)) {
-        // Asked once for every run of a library: a name of another length is left out at once.
-        const auto& whole = it->path().native();
-        if (whole.size() < name.size() ||
-            (whole.size() > name.size() && !isSeparator(whole[whole.size() - name.size() - 1])))
-            continue;
         std::string entry = it->path().filename().string();
         if (sameButForCase(entry, name) && (best.empty() || entry < best)) best = std::move(entry);
     }
     return best.empty() ? fs::path() : folder / best;
 }
+#endif
 
 // The path as it stands on the disk: each part in the case that is there. What is not there at all
 // stays as it was given, with all that would lie in it.
