@@ -56,20 +56,13 @@ Copy::Copy() {
 }
 
 void Copy::makeLists() {
-    const auto list = [](RunRows& rows, const char* name) {
-        auto* view = named(new QListView, name);
-        view->setModel(&rows);
-        view->setUniformItemSizes(true);
-        view->setEditTriggers(QAbstractItemView::NoEditTriggers);
-        return view;
-    };
-    File_List = list(m_descriptions, "File_List");
+    File_List = makeRunView(m_descriptions, "File_List");
     File_List->setSelectionMode(QAbstractItemView::ExtendedSelection);
     File_List->setAlternatingRowColors(true);
     File_List->setToolTip(
         QStringLiteral("Ctrl or Shift and a click select several runs, Ctrl+A selects all."));
     File_List->setMinimumSize(File_List->fontMetrics().averageCharWidth() * 90, 200);
-    Path_List = list(m_names, "Path_List");
+    Path_List = makeRunView(m_names, "Path_List");
     Path_List->hide();
     Path_List->setParent(this);
     Label_Files = buddyLabel({}, File_List);

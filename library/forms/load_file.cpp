@@ -44,18 +44,10 @@ LoadFile::LoadFile() {
         QStringLiteral("&Load"), QStringLiteral("File To Load"), QStringLiteral("Load Data File"));
     m_descriptions.show(&runList().rows());
     m_names.show(&runList().rows());
-    Data_File();
 }
 
 void LoadFile::makeLayout() {
-    const auto list = [](RunRows& rows, const char* name) {
-        auto* view = named(new QListView, name);
-        view->setModel(&rows);
-        view->setUniformItemSizes(true);
-        view->setEditTriggers(QAbstractItemView::NoEditTriggers);
-        return view;
-    };
-    Files_List = list(m_descriptions, "Files_List");
+    Files_List = makeRunView(m_descriptions, "Files_List");
     Files_List->setAccessibleName(QStringLiteral("Runs"));
     Files_List->setAlternatingRowColors(true);
     Files_List->setToolTip(
@@ -63,7 +55,7 @@ void LoadFile::makeLayout() {
     Files_List->setMinimumSize(Files_List->fontMetrics().averageCharWidth() * 70, 320);
     Files_List->installEventFilter(this);
     Files_List->viewport()->installEventFilter(this);
-    Path_List = list(m_names, "Path_List");
+    Path_List = makeRunView(m_names, "Path_List");
     Path_List->hide();
     Path_List->setParent(this);
     Discription = named(new QLineEdit, "Discription");

@@ -1,6 +1,9 @@
 #include "library/forms/run_rows.h"
 
+#include "platform/qt/form_kit.h"
 #include "platform/qt/text.h"
+
+#include <QListView>
 
 namespace kvo::forms {
 
@@ -24,6 +27,14 @@ QVariant RunRows::data(const QModelIndex& index, int role) const {
 void RunRows::changed() {
     beginResetModel();
     endResetModel();
+}
+
+QListView* makeRunView(RunRows& rows, const char* name) {
+    auto* view = platform_qt::named(new QListView, name);
+    view->setModel(&rows);
+    view->setUniformItemSizes(true); // so that 100,000 rows are not measured one by one
+    view->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    return view;
 }
 
 } // namespace kvo::forms

@@ -7,6 +7,8 @@
 
 #include <vector>
 
+class QListView;
+
 namespace kvo::forms {
 
 class RunRows : public QAbstractListModel {
@@ -25,5 +27,8 @@ private:
     Column m_column;
     const std::vector<core::RunIndexEntry>* m_rows = nullptr;
 };
+
+// A list of such rows for a form to place, under the name of its control; nothing in it is edited.
+QListView* makeRunView(RunRows& rows, const char* name);
 
 } // namespace kvo::forms

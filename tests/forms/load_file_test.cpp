@@ -77,6 +77,21 @@ private slots:
         QCOMPARE(chosen->infoPath, std::string("/kvo/Data/26111609.01i"));
     }
 
+    void tellsOfAListThatCannotBeReadNow() {
+        const auto index = m_program->files.read("/kvo/Data/KvoData.Ini");
+        m_program->files.failReads("/kvo/Data/KvoData.Ini", MemoryFiles::Failure::diskError);
+        const int written = m_program->files.writes();
+        m_program->dialogs.expectBoxTitled("Kvo");
+        onModal([](QWidget*) {
+            QCOMPARE(list().model()->rowCount(), 0);
+            QTest::keyClick(&list(), Qt::Key_Escape);
+        });
+        QVERIFY(!chooser().choose(QStringLiteral("Load"), QStringLiteral("x")));
+        QCOMPARE(m_program->files.writes(), written);
+        m_program->files.allowReads();
+        QVERIFY(m_program->files.read("/kvo/Data/KvoData.Ini") == index);
+    }
+
     void opensAgainOnTheLastChoice() {
         onModal([](QWidget*) {
             clickRow(1);

@@ -6,23 +6,16 @@
 #include "core/run_index.h"
 #include "graph/forms/data_graph.h"
 #include "link/forms/download_data.h"
-#include "link/forms/logger_line.h"
 #include "link/forms/port_search.h"
-#include "mainwin/main_window.h"
-#include "mainwin/start.h"
 #include "setup/forms/setup_software.h"
 #include "tests/forms/support/form_test_main.h"
-#include "tests/forms/support/test_program.h"
+#include "tests/forms/support/main_window.h"
 #include "tests/forms/support/user_click.h"
-#include "tests/support/virtual_line.h"
-#include "tools/logger_simulator/model_logger.h"
 
-#include <QAction>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMenu>
 #include <QPushButton>
 #include <QTabBar>
 
@@ -37,29 +30,11 @@ using kvo::forms::SetupSoftware;
 using kvo::forms::VrnWin32;
 using kvo::platform::Reply;
 
-class SetupCourseTest : public QObject {
+class SetupCourseTest : public QObject, private MainWindow {
     Q_OBJECT
-
-    struct Line {
-        explicit Line(TestProgram& program) : link(line, line, program.dialogs) {
-            platform::services().port = &line;
-            platform::services().yield = &line;
-            forms::useLoggerLink(&link);
-        }
-        ~Line() { forms::useLoggerLink(nullptr); }
-        simulator::ModelLogger logger{25};
-        VirtualLine line{logger};
-        link::LoggerLink link;
-    };
-    std::unique_ptr<TestProgram> m_program;
-    std::unique_ptr<Line> m_line;
 
     ScriptedDialogs& dialogs() { return m_program->dialogs; }
     core::AppConfig& config() { return m_program->state.Config; }
-    static QAction& command(const char* name) { return control<QAction>(form<VrnWin32>(), name); }
-    static bool menusEnabled() {
-        return control<QMenu>(form<VrnWin32>(), "Mnu_Setup").menuAction()->isEnabled();
-    }
     core::AppConfig saved() {
         core::AppConfig file;
         const auto bytes = m_program->files.read("/kvo/Kvo.Cfg");
@@ -94,19 +69,11 @@ class SetupCourseTest : public QObject {
 
 private slots:
     void init() {
-        m_program = std::make_unique<TestProgram>();
-        m_line = std::make_unique<Line>(*m_program);
+        open();
         config() = core::defaultConfig();
-        forms::openDoors();
         form<VrnWin32>().show();
     }
-    void cleanup() {
-        const QString problems = modalComplaints() + QString::fromStdString(dialogs().problems());
-        unloadAllForms();
-        m_line.reset();
-        m_program.reset();
-        QCOMPARE(problems, QString());
-    }
+    void cleanup() { QCOMPARE(closeAndTell(), QString()); }
 
     void theMenuReadsTheFileAfreshAndSwitchesTheMenusOff() {
         m_program->putConfig();
@@ -115,7 +82,7 @@ private slots:
         bool seen = false;
         inTheSetup([&] {
             seen = true;
-            QVERIFY(!menusEnabled());
+            QVERIFY(menusDisabled());
             QCOMPARE(control<QLineEdit>(form<SetupSoftware>(), "Driver").text(), QString());
             press("CancelSetup");
         });

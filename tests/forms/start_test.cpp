@@ -82,6 +82,16 @@ private slots:
         QCOMPARE(m_program->files.writes(), 0); // a start never writes
     }
 
+    void leftoversOfAKilledWriteAreClearedAway() {
+        putConfig("");
+        const std::string old = currentFolder() + "/.Kvo.Cfg.12-0.new";
+        m_program->files.put(old, {1});
+        m_program->files.setCreatedOn(old, {2026, 11, 1, 12, 0, 0});
+        shortenSplash();
+        QVERIFY(forms::startProgram());
+        QVERIFY(!m_program->files.exists(old));
+    }
+
     void aCancelledLoginEndsTheProgramBeforeTheMainWindow() {
         putConfig("secret");
         onModal([](QWidget* modal) {

@@ -98,6 +98,14 @@ private slots:
         QCOMPARE(modalComplaints(), QString());
     }
 
+    void tellsOfTimesThatCannotBeReadNow() {
+        m_program->files.put("/kvo/KvoTimes", {1});
+        m_program->files.failReads("/kvo/KvoTimes", MemoryFiles::Failure::diskError);
+        m_program->dialogs.expectBoxTitled("Kvo");
+        form<TimeGraph>().open(false);
+        QCOMPARE(m_program->files.writes(), 0);
+    }
+
     void anEmptyTableHasNoLabels() {
         show();
         QCOMPARE(shownDates(), 0);
