@@ -49,7 +49,14 @@ platform::WriteResult keepContent(const std::string& appFolder, const std::strin
     }
     if (newest > 0 && files.read(joined(folder, copyName(name, newest), files)) == content)
         return {};
-    return files.write(joined(folder, copyName(name, newest + 1), files), content);
+    // A list of the folder that broke off names too few of them; no copy is ever written over.
+    for (int number = newest + 1;; ++number) {
+        const std::string copy = joined(folder, copyName(name, number), files);
+        const auto there = files.readOrReason(copy);
+        if (there) continue;
+        if (there.failure == platform::FileFailure::notFound) return files.write(copy, content);
+        return {false, there.message, there.failure};
+    }
 }
 
 // A file that is there and cannot be read cannot be kept either.
@@ -129,9 +136,12 @@ platform::WriteResult keepText(const std::string& appFolder, const std::string& 
 platform::WriteResult removeKept(
     const std::string& appFolder, const std::string& path, platform::Files& files) {
     if (auto refused = files.replaceable(path); !refused) return refused;
-    if (auto kept = keepCopy(appFolder, path, files); !kept) return kept;
-    if (!files.exists(path)) return {};
-    return files.remove(path);
+    const auto old = files.readOrReason(path);
+    if (!old)
+        return old.failure == platform::FileFailure::notFound ? platform::WriteResult{}
+                                                              : notKept(old);
+    auto kept = keepContent(appFolder, path, *old.content, files);
+    return kept ? files.remove(path) : kept;
 }
 
 } // namespace kvo::core

@@ -102,10 +102,11 @@ platform::WriteResult makeFolderOf(
     return files.makeFolder(folder);
 }
 
-platform::WriteResult writeRecords(const OpenRun& run, int sampleCount,
-    const std::string& appFolder, platform::Files& files, Tail tail = Tail::written) {
+platform::WriteResult writeRecords(
+    const OpenRun& run, int sampleCount, const std::string& appFolder, platform::Files& files) {
     if (auto made = makeFolderOf(run.path, appFolder, files); !made) return made;
-    return replaceBeginningKept(appFolder, run.path, encodeRun(run, sampleCount, tail), files);
+    const platform::Bytes records = encodeRun(run, sampleCount, Tail::written);
+    return replaceBeginningKept(appFolder, run.path, records, files);
 }
 
 } // namespace
@@ -244,8 +245,9 @@ platform::WriteResult SaveRun(
 platform::WriteResult SaveImportedRun(
     const OpenRun& run, const std::string& appFolder, platform::Files& files) {
     const DataTypeFacts* facts = dataTypeFacts(run.DataType);
-    return writeRecords(
-        run, facts != nullptr ? facts->importRows : 0, appFolder, files, Tail::none);
+    if (auto made = makeFolderOf(run.path, appFolder, files); !made) return made;
+    const int rows = facts != nullptr ? facts->importRows : 0;
+    return replaceKept(appFolder, run.path, encodeRun(run, rows, Tail::none), files);
 }
 
 } // namespace kvo::core

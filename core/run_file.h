@@ -73,7 +73,8 @@ struct FreshRun {
     const OpenRun& run, const std::string& appFolder, platform::Files& files);
 
 // Writes a run that was imported from a text to run.path, with all rows that its data type has
-// there and without a tail block. On failure the file is as it was.
+// there and without a tail block. A file that is there is replaced as a whole, also where it is
+// longer. On failure the file is as it was.
 [[nodiscard]] platform::WriteResult SaveImportedRun(
     const OpenRun& run, const std::string& appFolder, platform::Files& files);
 

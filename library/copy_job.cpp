@@ -142,8 +142,9 @@ CopyJob::Outcome CopyJob::copyFile(const std::string& name, bool mayBeMissing) {
 WriteResult CopyJob::put(const std::string& from, const std::string& to, Copied& copied) {
     platform::ReadResult source = m_files.readOrReason(from);
     if (!source) return {false, std::move(source.message), source.failure};
-    if (m_files.exists(to)) {
-        const bool same = m_files.read(to) == source.content;
+    const platform::ReadResult old = m_files.readOrReason(to);
+    if (old || old.failure != FileFailure::notFound) {
+        const bool same = old.content == source.content;
         if (same) copied = Copied::yes;
         if (same) return {};
         if (auto refused = m_files.replaceable(to); !refused) return refused;

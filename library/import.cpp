@@ -203,7 +203,9 @@ std::optional<DateTime> Import::askCorrectDate(const DateTime& created) {
 // A run that is there is replaced once the new one is ready, so that nothing is lost by a file that
 // turns out to be no run.
 bool Import::mayUse(const Target& target) {
-    if (!m_files.exists(target.path)) return true;
+    // What cannot be read now may be there all the same.
+    const auto old = m_files.readOrReason(target.path);
+    if (!old && old.failure == platform::FileFailure::notFound) return true;
     const std::string question = "(" + target.name + ")  File already in Data Base.\n" +
                                  "            Do you want to overwrite it?";
     return m_dialogs.messageBox(question, boxStyle::yesNo + boxStyle::warning, "WARNING") ==
@@ -322,23 +324,13 @@ bool Import::SaveImport(const Source& source, const Target& target, core::OpenRu
     const std::string description = importDescription(target.dateText, *answer);
     run.headerLine = importHeaderLine(run.headerLine, description);
     run.path = target.path;
-    if (!replaceRun(source, run)) return false;
+    if (const auto saved = core::SaveImportedRun(run, m_in.AppFolder, m_files); !saved) {
+        failed(source, saved.message);
+        return false;
+    }
     // Required: a run whose description is listed already is written and not listed again.
     if (!m_known.contains(asListed(description))) m_fresh.push_back({target.name, description});
     return true;
-}
-
-// The old file goes first, since a shorter one would leave the end of it. Where the new one cannot
-// be written the old one is put back.
-bool Import::replaceRun(const Source& source, const core::OpenRun& run) {
-    const auto old = m_files.read(run.path);
-    auto saved = core::removeKept(m_in.AppFolder, run.path, m_files);
-    if (saved) {
-        saved = core::SaveImportedRun(run, m_in.AppFolder, m_files);
-        if (!saved && old) (void)m_files.write(run.path, *old);
-    }
-    if (!saved) failed(source, saved.message);
-    return saved.done;
 }
 
 // --- The index

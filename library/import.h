@@ -92,7 +92,6 @@ private:
     bool DosImport(const Source& source, const Target& target);
     bool SaveImport(const Source& source, const Target& target, core::OpenRun& run);
     std::optional<std::string> askRunNumber(const Source& source, const Target& target);
-    bool replaceRun(const Source& source, const core::OpenRun& run);
     void addRunsWhenDue();
     void addRunsToIndex();
     bool makeDataFolder(const Source& source);

@@ -50,8 +50,9 @@ public:
         if (auto copied = attach(from, name); !copied) return copied;
         const std::string infoName = core::infoFilePath(run.FileName);
         const std::string info = dataFilePath(m_appFolder, infoName, m_files);
-        if (info == from || !m_files.exists(info)) return {};
-        return attach(info, core::infoFilePath(name));
+        if (info == from) return {};
+        auto copied = attach(info, core::infoFilePath(name));
+        return copied.failure == platform::FileFailure::notFound ? WriteResult{} : copied;
     }
 
 private:

@@ -153,6 +153,11 @@ WriteResult refusal(const fs::path& path) {
     return {};
 }
 
+WriteResult notDeleted(const fs::path& path, int error) {
+    const Cause cause = causeOfWrite(error);
+    return {false, path.string() + "\ncould not be deleted.\n" + cause.words, cause.failure};
+}
+
 ReadResult unread(const fs::path& path, const Cause& cause) {
     return {{}, path.string() + "\ncould not be read.\n" + cause.words, cause.failure};
 }
@@ -330,6 +335,19 @@ WriteResult OsFiles::enterable(const std::string& folder) const {
     return {};
 }
 
+WriteResult OsFiles::writable(const std::string& folder) const {
+    const fs::path place = found(folder);
+    std::error_code error;
+    const fs::file_type type = fs::status(place, error).type();
+    if (type != fs::file_type::directory)
+        return failure(place, causeOfWrite(type == fs::file_type::none ? errnoOf(error) : ENOENT));
+#ifndef _WIN32
+    if (::faccessat(AT_FDCWD, place.c_str(), W_OK | X_OK, AT_EACCESS) != 0)
+        return failure(place, causeOfWrite(errno));
+#endif
+    return {};
+}
+
 WriteResult OsFiles::makeFolder(const std::string& path) {
     const fs::path place = found(path);
     if (isFolder(place)) return {};
@@ -339,23 +357,23 @@ WriteResult OsFiles::makeFolder(const std::string& path) {
     std::error_code error;
     fs::create_directories(place, error);
     if (error) return failure(place, causeOfWrite(errnoOf(error)));
+    // What is written into it is safe only where its own name is.
+    m_writer.syncFolder(place.has_parent_path() ? place.parent_path() : fs::path("."));
     return {};
 }
 
 WriteResult OsFiles::remove(const std::string& path) {
     const fs::path place = found(path);
-    if (!isThere(place)) {
+    std::error_code error;
+    const fs::file_type type = fs::symlink_status(place, error).type();
+    if (type == fs::file_type::not_found)
         return {false, place.string() + "\nis not there.", FileFailure::notFound};
-    }
+    if (type == fs::file_type::none) return notDeleted(place, errnoOf(error));
     if (auto refused = refusal(place); !refused) {
         refused.message.replace(refused.message.find("written"), 7, "deleted");
         return refused;
     }
-    std::error_code error;
-    if (!fs::remove(place, error) || error) {
-        const Cause cause = causeOfWrite(errnoOf(error));
-        return {false, place.string() + "\ncould not be deleted.\n" + cause.words, cause.failure};
-    }
+    if (!fs::remove(place, error) || error) return notDeleted(place, errnoOf(error));
     return {};
 }
 

@@ -25,6 +25,7 @@ public:
     bool exists(const std::string& path) const override;
     bool folderExists(const std::string& path) const override;
     platform::WriteResult enterable(const std::string& folder) const override;
+    platform::WriteResult writable(const std::string& folder) const override;
     platform::WriteResult makeFolder(const std::string& path) override;
     platform::WriteResult remove(const std::string& path) override;
     std::vector<std::string> list(const std::string& folder) const override;

@@ -98,6 +98,18 @@ TYPED_TEST(FilesContract, TellsWhetherAFolderCanBeEntered) {
     EXPECT_FALSE(file.message.empty());
 }
 
+TYPED_TEST(FilesContract, TellsWhetherAFolderTakesFiles) {
+    ASSERT_TRUE(this->files().makeFolder(this->at("Data")));
+    ASSERT_TRUE(this->files().write(this->at("file"), Bytes{1}));
+    EXPECT_TRUE(this->files().writable(this->at("Data")));
+    for (const char* none : {"none", "file"}) {
+        const auto asked = this->files().writable(this->at(none));
+        EXPECT_FALSE(asked) << none;
+        EXPECT_EQ(asked.failure, FileFailure::noSuchPath) << none;
+        EXPECT_NE(asked.message.find(this->at(none)), std::string::npos) << asked.message;
+    }
+}
+
 TYPED_TEST(FilesContract, RefusesToReplaceAReadOnlyFile) {
     const std::string path = this->at("Kvo.Cfg");
     EXPECT_TRUE(this->files().replaceable(path));

@@ -261,6 +261,19 @@ private:
     uid_t m_self = geteuid();
 };
 
+TEST(OsFiles, PutTheNameOfANewFolderOnTheDisk) {
+    class Noting : public DiskWriter {
+    public:
+        void syncFolder(const fs::path& folder) override { synced.push_back(folder); }
+        std::vector<fs::path> synced;
+    };
+    TemporaryFolder folder;
+    Noting disk;
+    OsFiles files(disk);
+    ASSERT_TRUE(files.makeFolder(folder / "Backup"));
+    EXPECT_EQ(disk.synced, std::vector<fs::path>{folder.path()});
+}
+
 TEST(OsFiles, TellOfAFolderThatMayNotBeWritten) {
     constexpr fs::perms readable = fs::perms::owner_read | fs::perms::owner_exec |
                                    fs::perms::group_read | fs::perms::group_exec |
@@ -282,6 +295,7 @@ TEST(OsFiles, TellOfAFolderThatMayNotBeWritten) {
         EXPECT_EQ(files.replaceable(folder / "Data/old").failure, FileFailure::notPermitted);
         EXPECT_EQ(files.remove(folder / "Data/old").failure, FileFailure::notPermitted);
         EXPECT_EQ(files.makeFolder(folder / "Backup").failure, FileFailure::notPermitted);
+        EXPECT_EQ(files.writable(folder / "Data").failure, FileFailure::notPermitted);
         EXPECT_EQ(files.read(folder / "Data/old"), before);
     }
     fs::permissions(folder.path(), fs::perms::owner_all);
@@ -303,6 +317,9 @@ TEST(OsFiles, TellOfAFileThatMayNotBeRead) {
         EXPECT_EQ(result.failure, FileFailure::notPermitted) << result.message;
         EXPECT_NE(result.message.find("not permitted to read"), std::string::npos);
     }
+    const auto kept = files.remove(folder / "Data/run");
+    EXPECT_EQ(kept.failure, FileFailure::notPermitted) << kept.message;
+    EXPECT_NE(kept.message.find("could not be deleted"), std::string::npos) << kept.message;
     for (const char* closed : {"Data", "Data/more"})
         EXPECT_EQ(files.enterable(folder / closed).failure, FileFailure::notPermitted) << closed;
     EXPECT_TRUE(files.enterable(folder.path().string()));

@@ -32,11 +32,11 @@ TEST(Backup, KeepsNothingOfAFileThatIsOnlyContinued) {
     EXPECT_TRUE(files.list("/kvo/Backup").empty());
 }
 
-// A disk that counts how often it is asked for a file.
+// A disk that counts how often it is asked for the run.
 class CountingFiles : public MemoryFiles {
 public:
     platform::ReadResult readOrReason(const std::string& path) const override {
-        ++reads;
+        reads += path == run ? 1 : 0;
         return MemoryFiles::readOrReason(path);
     }
     mutable int reads = 0;
@@ -59,6 +59,38 @@ TEST(Backup, GivesAShorterFileItsNewBeginningAlone) {
     EXPECT_TRUE(files.list("/kvo/Backup").empty());
     ASSERT_TRUE(replaceBeginningKept(folder, "/kvo/Data/new", Bytes{5}, files));
     EXPECT_EQ(files.read("/kvo/Data/new"), Bytes{5});
+}
+
+TEST(Backup, WritesOverNoCopyWhereTheFolderCannotBeListed) {
+    MemoryFiles files;
+    files.failQuestions();
+    files.put("/kvo/Backup/26111514.52d.0001", {1});
+    files.put("/kvo/Backup/26111514.52d.0002", {2});
+    files.put(run, {3});
+    ASSERT_TRUE(keepCopy(folder, run, files));
+    EXPECT_EQ(files.read("/kvo/Backup/26111514.52d.0001"), Bytes{1});
+    EXPECT_EQ(files.read("/kvo/Backup/26111514.52d.0002"), Bytes{2});
+    EXPECT_EQ(files.read("/kvo/Backup/26111514.52d.0003"), Bytes{3});
+}
+
+TEST(Backup, KeepsNothingWhereItCannotTellWhetherACopyIsThere) {
+    MemoryFiles files;
+    files.failQuestions();
+    files.put("/kvo/Backup/26111514.52d.0001", {1});
+    files.put("/kvo/Backup/26111514.52d.0002", {2});
+    files.failReads("/kvo/Backup/26111514.52d.0002", MemoryFiles::Failure::diskError);
+    files.put(run, {3});
+    EXPECT_FALSE(removeKept(folder, run, files));
+    EXPECT_EQ(files.read(run), Bytes{3});
+}
+
+TEST(Backup, DeletesAFileThatIsThereHoweverTheDiskIsAsked) {
+    MemoryFiles files;
+    files.failQuestions();
+    files.put(run, {1});
+    ASSERT_TRUE(removeKept(folder, run, files));
+    EXPECT_FALSE(files.read(run));
+    EXPECT_EQ(files.read("/kvo/Backup/26111514.52d.0001"), Bytes{1});
 }
 
 TEST(Backup, DoesNotKeepTheSameStateTwice) {

@@ -252,6 +252,14 @@ TEST_F(CopyJobTest, whatIsThereAndTheSameIsNotWrittenAgain) {
     EXPECT_EQ(files.writes(), before);
 }
 
+TEST_F(CopyJobTest, whatIsThereIsAskedForHoweverTheDiskAnswers) {
+    files.failQuestions();
+    files.put("/stick/" + one, {9});
+    dialogs.expectBoxTitled("File Exists", Reply::no);
+    EXPECT_EQ(copy({0}), 0);
+    EXPECT_EQ(files.read("/stick/" + one), platform::Bytes{9});
+}
+
 TEST_F(CopyJobTest, whatIsThereAndDiffersIsReplacedAfterAQuestionOnly) {
     files.put("/stick/" + one, {9});
     files.put("/stick/26111514.52i", {9});

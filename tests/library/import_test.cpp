@@ -272,6 +272,18 @@ TEST_F(ImportCourse, aLongFirstLineIsCutAndTheRunHasItsTimesAllTheSame) {
     EXPECT_EQ(table.entries[1].TimeET, 850);
 }
 
+// Between a delete and a write the power may fail, and the list still names the run.
+TEST_F(ImportCourse, aRunThatIsOverwrittenIsNeverGoneMeanwhile) {
+    put("run.012", importText(importRowsOf23));
+    files.put("/kvo/Data/26111500.12d", platform::Bytes(300000, 7));
+    files.failQuestions(); // and it is asked for all the same
+    expectDate("run.012");
+    dialogs.expectBoxTitled("WARNING", Reply::yes);
+    dialogs.expectInputTitled("VRN Dos Import", "1");
+    EXPECT_EQ(dos({"run.012"}).imported, 1);
+    EXPECT_EQ(files.removes(), 0);
+}
+
 TEST_F(ImportCourse, aShorterRunLeavesNothingOfTheOneItOverwrites) {
     put("run.012", importText(importRowsOf23));
     files.put("/kvo/Data/26111500.12d", platform::Bytes(300000, 7));

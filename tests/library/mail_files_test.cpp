@@ -122,6 +122,12 @@ TEST_F(MailFilesTest, aFullDiskOrNoFolderSendsNothing) {
     EXPECT_TRUE(mail.drafts.empty());
 }
 
+TEST_F(MailFilesTest, anInfoFileGoesAlongHoweverTheDiskAnswers) {
+    files.failQuestions();
+    EXPECT_TRUE(send({"26111514.52d"}).result);
+    EXPECT_EQ(mail.drafts[0].attachments.size(), 2U);
+}
+
 TEST_F(MailFilesTest, anInfoFileThatCannotBeReadSendsNothing) {
     files.failReads("/kvo/Data/26111514.52i", MemoryFiles::Failure::diskError);
     EXPECT_FALSE(send({"26111514.52d"}).result);

@@ -116,6 +116,15 @@ platform::WriteResult MemoryFiles::enterable(const std::string& folder) const {
     return {false, folder + ": No such folder", FileFailure::noSuchPath};
 }
 
+platform::WriteResult MemoryFiles::writable(const std::string& folder) const {
+    if (!folderExists(folder)) return {false, folder + ": No such folder", FileFailure::noSuchPath};
+    for (const auto& place : m_failures) {
+        if (folder.rfind(place.prefix, 0) == 0 && place.times != 0 && showsBefore(place.how))
+            return refused(folder, place.how);
+    }
+    return {};
+}
+
 platform::WriteResult MemoryFiles::makeFolder(const std::string& path) {
     if (auto failed = refusal(path); !failed) return failed;
     m_folders.insert(path);
@@ -123,6 +132,7 @@ platform::WriteResult MemoryFiles::makeFolder(const std::string& path) {
 }
 
 platform::WriteResult MemoryFiles::remove(const std::string& path) {
+    ++m_removes;
     if (auto failed = refusal(path); !failed) return failed;
     const auto found = find(path);
     if (found == m_files.end()) return {false, path + ": No such file", FileFailure::notFound};
@@ -132,6 +142,7 @@ platform::WriteResult MemoryFiles::remove(const std::string& path) {
 
 std::vector<std::string> MemoryFiles::list(const std::string& folder) const {
     std::vector<std::string> names;
+    if (!m_answers) return names;
     for (const auto& entry : m_files) {
         const std::string& path = entry.first;
         if (path.rfind(folder + "/", 0) != 0) continue;

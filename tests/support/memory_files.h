@@ -18,6 +18,8 @@ public:
     void allowWrites() { m_failures.clear(); }
     // Files and folders below `prefix` are there, and cannot be read or gone into.
     void failReads(const std::string& prefix, Failure how) { m_unreadable[prefix] = how; }
+    // Whether a file is there, and which are, is answered as if there were none: the disk fails.
+    void failQuestions() { m_answers = false; }
     // The file is a link that leads out of its folder.
     void leadAway(const std::string& path) { m_links.insert(path); }
     void allowReads() { m_unreadable.clear(); }
@@ -29,6 +31,7 @@ public:
         m_files[path] = std::move(content);
     }
     int writes() const { return m_writes; }
+    int removes() const { return m_removes; }
 
     platform::ReadResult readOrReason(const std::string& path) const override;
     platform::WriteResult write(const std::string& path, const platform::Bytes& content) override;
@@ -37,9 +40,12 @@ public:
     platform::WriteResult replaceable(const std::string& path) const override;
     // The date that was set, else one and the same for all files.
     std::optional<platform::DateTime> createdOn(const std::string& path) const override;
-    bool exists(const std::string& path) const override { return find(path) != m_files.end(); }
+    bool exists(const std::string& path) const override {
+        return m_answers && find(path) != m_files.end();
+    }
     bool folderExists(const std::string& path) const override;
     platform::WriteResult enterable(const std::string& folder) const override;
+    platform::WriteResult writable(const std::string& folder) const override;
     platform::WriteResult makeFolder(const std::string& path) override;
     platform::WriteResult remove(const std::string& path) override;
     std::vector<std::string> list(const std::string& folder) const override;
@@ -63,6 +69,8 @@ private:
     std::map<std::string, Failure> m_unreadable;
     std::vector<FailingPlace> m_failures;
     int m_writes = 0;
+    int m_removes = 0;
+    bool m_answers = true;
 };
 
 } // namespace kvo::testing
