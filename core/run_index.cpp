@@ -68,15 +68,6 @@ RunIndexEntry entryAt(const platform::Bytes& index, std::size_t offset) {
         rightTrimmed(textAt(index, offset + fileNameWidth, descriptionWidth))};
 }
 
-std::vector<RunIndexEntry> entriesOf(platform::Bytes index) {
-    completeLastRecord(index);
-    std::vector<RunIndexEntry> entries;
-    entries.reserve(index.size() / entryWidth);
-    for (std::size_t at = 0; at < index.size(); at += entryWidth)
-        entries.push_back(entryAt(index, at));
-    return entries;
-}
-
 // Where the record of a row begins; nothing where there is no such row.
 std::optional<std::size_t> placeOfRow(const platform::Bytes& index, const RunIndexEntry& row) {
     for (std::size_t at = 0; at < index.size(); at += entryWidth)
@@ -191,8 +182,17 @@ std::string indexPath(const std::string& appFolder, const platform::Files& files
     return joined(dataFolder(appFolder, files), "KvoData.Ini", files);
 }
 
+std::vector<RunIndexEntry> runIndexOf(platform::Bytes index) {
+    completeLastRecord(index);
+    std::vector<RunIndexEntry> entries;
+    entries.reserve(index.size() / entryWidth);
+    for (std::size_t at = 0; at < index.size(); at += entryWidth)
+        entries.push_back(entryAt(index, at));
+    return entries;
+}
+
 std::vector<RunIndexEntry> readRunIndex(const std::string& path, const platform::Files& files) {
-    return entriesOf(files.read(path).value_or(platform::Bytes{}));
+    return runIndexOf(files.read(path).value_or(platform::Bytes{}));
 }
 
 ReadIndex readOrCreateRunIndex(const std::string& appFolder, platform::Files& files) {
@@ -200,7 +200,7 @@ ReadIndex readOrCreateRunIndex(const std::string& appFolder, platform::Files& fi
     ReadIndex index;
     auto file = files.readOrReason(path);
     if (file) {
-        index.entries = entriesOf(std::move(*file.content));
+        index.entries = runIndexOf(std::move(*file.content));
     } else if (file.failure != platform::FileFailure::notFound) {
         index.unread = file.message;
     } else if (makeDataFolder(appFolder, files)) {

@@ -33,6 +33,8 @@ std::string indexPath(const std::string& appFolder, const platform::Files& files
 // All records in file order; padding kept off. A missing index is empty. A record cut short at the
 // end is taken with what it has.
 std::vector<RunIndexEntry> readRunIndex(const std::string& path, const platform::Files& files);
+// The rows of an index that was read already.
+std::vector<RunIndexEntry> runIndexOf(platform::Bytes index);
 // The same for the program's own index, where a missing one is created empty.
 struct ReadIndex {
     std::vector<RunIndexEntry> entries;

@@ -17,6 +17,7 @@
 #include "library/forms/run_statistics.h"
 #include "library/forms/time_graph.h"
 #include "library/run_list.h"
+#include "library/unlisted_runs.h"
 #include "link/forms/download_data.h"
 #include "link/forms/pit_run.h"
 #include "link/forms/port_search.h"
@@ -37,6 +38,7 @@
 
 #include <QApplication>
 #include <QIcon>
+#include <QTimer>
 
 namespace kvo::forms {
 
@@ -120,6 +122,15 @@ std::optional<std::string> browseFolder() {
     return folder;
 }
 
+// Behind the main window's first events, so that it stands there under the question.
+void offerUnlistedRuns() {
+    QTimer::singleShot(0, &form<VrnWin32>(), [] {
+        const MainMenusDisabled off;
+        const platform::Services& services = platform::services();
+        library::offerUnlistedRuns(core::state().AppFolder, *services.files, *services.dialogs);
+    });
+}
+
 } // namespace
 
 void openDoors() {
@@ -184,7 +195,10 @@ bool startProgram() {
     showModal(form<frmSplash>());
     const bool mayGoOn = form<frmSplash>().LoginSucceeded;
     unload<frmSplash>();
-    if (mayGoOn) form<VrnWin32>().show();
+    if (mayGoOn) {
+        form<VrnWin32>().show();
+        offerUnlistedRuns();
+    }
     return mayGoOn;
 }
 

@@ -1,6 +1,8 @@
 // The start of the program, from the configuration to the main window.
 #include "core/config.h"
 #include "core/default_config.h"
+#include "core/run_index.h"
+#include "core/run_records.h"
 #include "mainwin/main_window.h"
 #include "mainwin/splash.h"
 #include "mainwin/start.h"
@@ -14,6 +16,7 @@
 #include <QPushButton>
 #include <QTemporaryDir>
 #include <QTimer>
+#include <QToolBar>
 
 #include <memory>
 
@@ -90,6 +93,40 @@ private slots:
         shortenSplash();
         QVERIFY(forms::startProgram());
         QVERIFY(!m_program->files.exists(old));
+    }
+
+    // A run whose row was lost with the power.
+    void aRunThatIsNotInTheListIsOfferedOverTheMainWindow() {
+        putConfig("");
+        core::ByteWriter run;
+        core::encodeHeaderLine(run, "25 VRN5 Date:Sun 15 Nov 2026 Run: 7 Final#");
+        run.fillTo(1217 * core::runRecordWidth);
+        m_program->files.put(currentFolder() + "/Data/26111514.52d", run.take());
+        auto& question =
+            m_program->dialogs.expectBoxTitled("Runs Not Listed", platform::Reply::yes);
+        question.contains = "26111514.52d   Sun 15 Nov 2026 Run: 7 Final";
+        question.whileShown = [] {
+            QVERIFY(form<VrnWin32>().isVisible());
+            QVERIFY(!form<VrnWin32>().findChild<QToolBar*>()->isEnabled());
+        };
+        shortenSplash();
+        QVERIFY(forms::startProgram());
+        QTRY_COMPARE(
+            core::readRunIndex(currentFolder() + "/Data/KvoData.Ini", m_program->files).size(), 1U);
+        QVERIFY(form<VrnWin32>().findChild<QToolBar*>()->isEnabled());
+    }
+
+    void noRunIsOfferedWhereTheLoginFailed() {
+        putConfig("secret");
+        core::ByteWriter run;
+        core::encodeHeaderLine(run, "25 VRN5 Date:Sun 15 Nov 2026 Run: 7 Final#");
+        run.fillTo(1217 * core::runRecordWidth);
+        m_program->files.put(currentFolder() + "/Data/26111514.52d", run.take());
+        onModal([](QWidget* modal) {
+            QCOMPARE(userClick(&control<QPushButton>(*modal, "cmdCancel")), QString());
+        });
+        QVERIFY(!forms::startProgram());
+        QCoreApplication::processEvents();
     }
 
     void aCancelledLoginEndsTheProgramBeforeTheMainWindow() {
