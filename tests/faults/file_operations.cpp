@@ -299,8 +299,7 @@ const std::vector<Operation>& operations() {
                 return importRuns(work, ImportMode::windows, {"25010109.12d", "25010109.13d"});
             }},
         {"import a text over a run",
-            [](Work& work) { return importRuns(work, ImportMode::dos, {"run.014"}); },
-            asImported},
+            [](Work& work) { return importRuns(work, ImportMode::dos, {"run.014"}); }, asImported},
         {"copy runs", copyRuns},
         {"mail runs", mailRuns},
         {"print to a file", printToFile},
