@@ -75,8 +75,8 @@ public:
     // Whether the folder can be gone into, and why not: noSuchPath only where the system says that
     // it is not there.
     [[nodiscard]] virtual WriteResult enterable(const std::string& folder) const = 0;
-    // Whether the rights of the folder and of its disk let files be made and deleted in it; done too
-    // where nobody can tell before a try.
+    // Whether the rights of the folder and of its disk let files be made and deleted in it; done
+    // too where nobody can tell before a try.
     [[nodiscard]] virtual WriteResult writable(const std::string& folder) const = 0;
     [[nodiscard]] virtual WriteResult makeFolder(const std::string& path) = 0;
     [[nodiscard]] virtual WriteResult remove(const std::string& path) = 0;
