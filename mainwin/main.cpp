@@ -2,6 +2,7 @@
 #include "core/shared_state.h"
 #include "link/forms/logger_line.h"
 #include "mainwin/start.h"
+#include "platform/look_only_files.h"
 #include "platform/os/heap.h"
 #include "platform/os/os_clock.h"
 #include "platform/os/os_files.h"
@@ -9,6 +10,7 @@
 #include "platform/qt/form_kit.h"
 #include "platform/qt/qt_browser.h"
 #include "platform/qt/qt_dialogs.h"
+#include "platform/qt/qt_folder_lock.h"
 #ifdef _WIN32
 #include "platform/qt/mapi_mail.h"
 #else
@@ -28,7 +30,8 @@ int main(int argc, char* argv[]) {
     QApplication application(argc, argv);
     platform_qt::prepareApplication(application);
 
-    platform_os::OsFiles files;
+    platform_os::OsFiles disk;
+    platform::LookOnlyFiles files(disk);
     platform_os::OsClock clock;
     platform_qt::QtDialogs dialogs;
     platform_qt::QtSerialPort port([] { return core::state().AppFolder; });
@@ -40,7 +43,9 @@ int main(int argc, char* argv[]) {
 #else
     platform_qt::QtMail mail;
 #endif
-    platform::services() = {&files, &clock, &dialogs, &port, &yield, &browser, &printer, &mail};
+    platform_qt::QtFolderLock folderLock;
+    platform::services() = {&files, &clock, &dialogs, &port, &yield, &browser, &printer, &mail,
+        &folderLock, [&files](const std::string& folder) { files.lookOnlyAt(folder); }};
     link::LoggerLink logger(port, yield, dialogs);
     forms::useLoggerLink(&logger);
 

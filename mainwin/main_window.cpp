@@ -53,7 +53,8 @@ void VrnWin32::makeInner() {
 }
 
 void VrnWin32::Form_Load() {
-    setWindowTitle(QStringLiteral("DATA ACQUISITION SYSTEM"));
+    setWindowTitle(
+        QStringLiteral("DATA ACQUISITION SYSTEM") + QLatin1String(core::state().titleMark()));
     Label_Version->setText(versionText());
     m_picture = vehiclePicture();
     const QSize room = screen()->availableSize();
@@ -227,7 +228,8 @@ bool readConfig() {
     }
     services.dialogs->beep();
     services.dialogs->messageBox(read.message, platform::boxStyle::critical, core::programName);
-    doors().showSoftwareSetup();
+    // Who only looks gets along with the default, since a setup could not be kept.
+    if (!state.LookOnly) doors().showSoftwareSetup();
     return false;
 }
 

@@ -1,5 +1,7 @@
 // The menu bar and the toolbar of the main window: what stands where and what it runs.
 #include "mainwin/main_window.h"
+
+#include "core/shared_state.h"
 #include "mainwin/toolbar_icons.h"
 
 #include <QMenuBar>
@@ -22,15 +24,15 @@ std::span<const MenuRow<VrnWin32>> VrnWin32::menuRows() {
         {menuBarItself, "&Help", "Mnu_HelpList", nullptr, {.subMenu = true}},
         {"Mnu_File", "&Open Data File", "Mnu_ViewRun", &W::Mnu_ViewRun_Click},
         {"Mnu_File", "&Time Graph", "Mnu_TimeGraph", &W::Mnu_TimeGraph_Click},
-        {"Mnu_File", "&Delete Data File/s", "Mnu_DeleteRun", &W::Mnu_DeleteRun_Click},
+        {"Mnu_File", "&Delete Data File/s", "Mnu_DeleteRun", &W::Mnu_DeleteRun_Click, {.writes = true}},
         {"Mnu_File", "&Enter Run Info...", "Mnu_EnterRunInfo", &W::Mnu_EnterRunInfo_Click},
         {"Mnu_File", "&Copy Data File/s", "Mnu_copydata(0)", {&W::Mnu_copydata_Click, 0}, {.line = true}},
         {"Mnu_File", "Email Data File/s (Requires internet)", "Mnu_copydata(1)", {&W::Mnu_copydata_Click, 1}},
         {"Mnu_File", "&Import Data File/s", "Mnu_ImportMenu", nullptr, {.subMenu = true}},
-        {"Mnu_ImportMenu", "Kvo  File/s", "Mnu_Import(0)", {&W::Mnu_Import_Click, 0}},
-        {"Mnu_ImportMenu", "Vrn Dos File/s", "Mnu_Import(1)", {&W::Mnu_Import_Click, 1}},
+        {"Mnu_ImportMenu", "Kvo  File/s", "Mnu_Import(0)", {&W::Mnu_Import_Click, 0}, {.writes = true}},
+        {"Mnu_ImportMenu", "Vrn Dos File/s", "Mnu_Import(1)", {&W::Mnu_Import_Click, 1}, {.writes = true}},
         {"Mnu_File", "E&xit", "Mnu_Exit", &W::Mnu_Exit_Click, {.line = true}},
-        {"Mnu_Communications", "&Download Data", "Mnu_DownloadData", &W::Mnu_DownloadData_Click},
+        {"Mnu_Communications", "&Download Data", "Mnu_DownloadData", &W::Mnu_DownloadData_Click, {.writes = true}},
         {"Mnu_Communications", "&Pit Run", "Mnu_PitRun", &W::Mnu_PitRun_Click},
         {"VrnTools", "&Compression Ratio", "Compression", {&W::Calculator_Click, 0}},
         {"VrnTools", "&Engine Displacement", "Displacement", {&W::Calculator_Click, 1}},
@@ -42,9 +44,9 @@ std::span<const MenuRow<VrnWin32>> VrnWin32::menuRows() {
         {"VrnTools", "&Rpm to Mph", "Speed", {&W::Calculator_Click, 3}},
         {"VrnTools", "&Tyre Diameter", "Mnu_TDiameter", {&W::Calculator_Click, 7}},
         {"VrnTools", "&Metric / Imperial Conversions", "MnuConversions", &W::MnuConversions_Click, {.line = true}},
-        {"Mnu_Setup", "Setup Software", "Mnu_SetupSoftware", &W::Mnu_SetupSoftware_Click},
-        {"Mnu_Setup", "Configure &On Board Computer", "Mnu_ConfigureComputer", &W::Mnu_ConfigureComputer_Click},
-        {"Mnu_Setup", "Edit Vehicle Setup Defaults", "Mnu_EditVSetup", &W::Mnu_EditVSetup_Click},
+        {"Mnu_Setup", "Setup Software", "Mnu_SetupSoftware", &W::Mnu_SetupSoftware_Click, {.writes = true}},
+        {"Mnu_Setup", "Configure &On Board Computer", "Mnu_ConfigureComputer", &W::Mnu_ConfigureComputer_Click, {.writes = true}},
+        {"Mnu_Setup", "Edit Vehicle Setup Defaults", "Mnu_EditVSetup", &W::Mnu_EditVSetup_Click, {.writes = true}},
         {"Mnu_HelpList", "&Index", "Mnu_Help(1)", nullptr, {.shortcut = "F1"}},
         {"Mnu_HelpList", "&Keyboard", "Mnu_Help(2)"},
         {"Mnu_HelpList", "&Commands", "Mnu_Help(3)"},
@@ -76,6 +78,7 @@ void VrnWin32::makeCommands() {
     toolbar->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
     toolbar->setIconSize({32, 32});
     addToolBar(toolbar);
+    m_commands.allowWriting(!core::state().LookOnly);
 }
 
 void VrnWin32::enableMenus(bool on) {

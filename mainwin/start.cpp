@@ -24,6 +24,7 @@
 #include "link/forms/setup_obc.h"
 #include "link/port_list.h"
 #include "mainwin/about.h"
+#include "mainwin/folder_held.h"
 #include "mainwin/main_window.h"
 #include "mainwin/product.h"
 #include "mainwin/splash.h"
@@ -179,6 +180,38 @@ void openDoors() {
     all.showAbout = [] { showModal(form<About>()); };
 }
 
+namespace {
+
+// From here on no file of the program's folder is changed.
+void lookOnly() {
+    core::SharedState& state = core::state();
+    platform::services().lookOnlyAt(state.AppFolder);
+    state.LookOnly = true;
+}
+
+// Who may write in the folder is settled before anything in it is read. False where this start is
+// to end: the user has gone to the other window, or leaves.
+
+bool settleFolder() {
+    core::SharedState& state = core::state();
+    platform::FolderLock& lock = *platform::services().folderLock;
+    lock.whenAsked(bringToFront);
+    bool unreached = false;
+    while (const auto holder = lock.take(state.AppFolder)) {
+        const auto answer = form<FolderHeld>().ask(*holder, state.AppFolder, unreached);
+        unload<FolderHeld>();
+        if (answer == FolderHeld::Answer::lookOnly) {
+            lookOnly();
+            break;
+        }
+        if (answer == FolderHeld::Answer::leave || lock.askToShow(*holder)) return false;
+        unreached = true; // unless it has ended meanwhile, and the folder can be taken
+    }
+    return true;
+}
+
+} // namespace
+
 bool startProgram() {
     openDoors();
     QApplication::setWindowIcon(programIcon());
@@ -186,7 +219,8 @@ bool startProgram() {
     if (!core::processorSuffices(processorType, *services.dialogs)) return false;
     core::SharedState& state = core::state();
     state.AppFolder = currentFolder();
-    core::tidyFolder(state.AppFolder, services.clock->now(), *services.files);
+    if (!settleFolder()) return false;
+    if (!state.LookOnly) core::tidyFolder(state.AppFolder, services.clock->now(), *services.files);
     // What a file that is missing or cut does not give has sensible values.
     state.Config = core::defaultConfig();
     // Where the file is of no use, the setup form says whether the user has stated a setup.

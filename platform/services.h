@@ -5,10 +5,14 @@
 #include "platform/clock.h"
 #include "platform/dialogs.h"
 #include "platform/files.h"
+#include "platform/folder_lock.h"
 #include "platform/mail.h"
 #include "platform/printer.h"
 #include "platform/serial_port.h"
 #include "platform/yield.h"
+
+#include <functional>
+#include <string>
 
 namespace kvo::platform {
 
@@ -21,6 +25,9 @@ struct Services {
     Browser* browser = nullptr;
     Printer* printer = nullptr;
     Mail* mail = nullptr;
+    FolderLock* folderLock = nullptr;
+    // From then on nothing that lies in this folder is changed, by whatever service.
+    std::function<void(const std::string& folder)> lookOnlyAt = nullptr;
 };
 
 // The one set of services of the program.

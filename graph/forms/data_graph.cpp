@@ -199,7 +199,7 @@ void DataGraph::chooseRunsToDelete() {
 }
 
 void DataGraph::showState() {
-    setWindowTitle(shown(caption()));
+    setWindowTitle(shown(caption()) + QLatin1String(core::state().titleMark()));
     for (int n = 1; n <= 8; ++n) m_panel->setAnalogCaption(n, m_course.analogCaption(n));
     m_panel->showTimes(core::state().Run.times);
     m_commands.showState();

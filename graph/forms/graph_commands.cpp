@@ -55,10 +55,10 @@ std::span<const Menus> menuRows() {
         {"Mnu_File", "&Info...", "Mnu_Info", &G::Mnu_Info_Click, {.needs = run, .line = true}},
         {"Mnu_File", "&Statistics", "Mnu_Statistics", &G::Mnu_Statistics_Click, {.needs = run}},
         {"Mnu_File", "&Time Graph", "Mnu_TimeGraph", &G::Mnu_TimeGraph_Click},
-        {"Mnu_File", "&Delete Run", "Mnu_DeleteRun", &G::Mnu_DeleteRun_Click, {.line = true}},
+        {"Mnu_File", "&Delete Run", "Mnu_DeleteRun", &G::Mnu_DeleteRun_Click, {.line = true, .writes = true}},
         {"Mnu_File", "I&mport", "Mnu_ImportMenu", {}, {.subMenu = true}},
-        {"Mnu_ImportMenu", "Kvo Data File/s", "Mnu_ImportFiles(0)", {&G::Mnu_ImportFiles_Click, 0}},
-        {"Mnu_ImportMenu", "Vrn Dos File", "Mnu_ImportFiles(1)", {&G::Mnu_ImportFiles_Click, 1}},
+        {"Mnu_ImportMenu", "Kvo Data File/s", "Mnu_ImportFiles(0)", {&G::Mnu_ImportFiles_Click, 0}, {.writes = true}},
+        {"Mnu_ImportMenu", "Vrn Dos File", "Mnu_ImportFiles(1)", {&G::Mnu_ImportFiles_Click, 1}, {.writes = true}},
         {"Mnu_File", "&Print", "Mnu_Printer", {}, {.needs = run, .subMenu = true, .line = true}},
         {"Mnu_Printer", "Screen", "Mnu_Print(0)", {&G::Mnu_Print_Click, 0}, {.needs = run, .shortcut = "Ctrl+P"}},
         {"Mnu_Printer", "Data", "Mnu_Print(1)", {&G::Mnu_Print_Click, 1}, {.needs = run}},
@@ -66,8 +66,8 @@ std::span<const Menus> menuRows() {
         {"Mnu_File", "&Close", "Mnu_Close", &G::Mnu_Close_Click, {.line = true}},
         {"Mnu_View", "&Visible Options", "Mnu_Options", &G::Mnu_Options_Click},
         {"Mnu_View", "Graph BackColour", "Graph_Colour_Invert", &G::Graph_Colour_Invert_Click},
-        {"Mnu_View", "Redo Clutch Rpm", "Mnu_RedoClutch", &G::Mnu_RedoClutch_Click, {.needs = run | noOverlay, .line = true}},
-        {"Mnu_View", "Redo Time Offset", "Mnu_TimeOffset", &G::Mnu_TimeOffset_Click, {.needs = run | noOverlay}},
+        {"Mnu_View", "Redo Clutch Rpm", "Mnu_RedoClutch", &G::Mnu_RedoClutch_Click, {.needs = run | noOverlay, .line = true, .writes = true}},
+        {"Mnu_View", "Redo Time Offset", "Mnu_TimeOffset", &G::Mnu_TimeOffset_Click, {.needs = run | noOverlay, .writes = true}},
         {"Mnu_Resolution", "High", "Resolution(1)", {&G::Resolution_Click, 1}, {.checkable = true}},
         {"Mnu_Resolution", "Medium", "Resolution(4)", {&G::Resolution_Click, 4}, {.checkable = true}},
         {"Mnu_Resolution", "Low", "Resolution(8)", {&G::Resolution_Click, 8}, {.checkable = true}},
@@ -109,6 +109,7 @@ QToolBar& GraphCommands::make(QMainWindow& window) {
     m_commands.makeMenus(*window.menuBar(), *this, menuRows());
     QToolBar* toolbar = m_commands.makeToolbar(window, *this, toolRows());
     toolbar->setIconSize({20, 20});
+    m_commands.allowWriting(!core::state().LookOnly);
     return *toolbar;
 }
 

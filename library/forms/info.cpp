@@ -66,6 +66,7 @@ Info::Info() {
 QLineEdit* Info::makeBox() {
     auto* box = new QLineEdit;
     box->setMaxLength(recordLetters);
+    box->setReadOnly(core::state().LookOnly);
     onlyFileLetters(box);
     connect(box, &QLineEdit::textChanged, this, [this] { setChanged(true); });
     return box;
@@ -73,6 +74,7 @@ QLineEdit* Info::makeBox() {
 
 QWidget* Info::makeNotes() {
     Info_Text = named(new NotesEdit(recordLetters), "Info_Text");
+    Info_Text->setReadOnly(core::state().LookOnly);
     Info_Text->setMinimumSize(fontMetrics().averageCharWidth() * 36, fontMetrics().height() * 4);
     Label_Room = named(new QLabel, "Label_Room");
     connect(Info_Text, &NotesEdit::textChanged, this, [this] {

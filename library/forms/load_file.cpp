@@ -84,7 +84,7 @@ void LoadFile::makeLayout() {
 void LoadFile::setCaptions(const QString& button, const QString& label, const QString& form) {
     BTN_Ok->setText(button);
     Label1->setText(label);
-    setWindowTitle(form);
+    setWindowTitle(form + QLatin1String(core::state().titleMark()));
 }
 
 void LoadFile::Data_File() {
@@ -109,7 +109,7 @@ void LoadFile::showChoice() {
     Path_List->setCurrentIndex(row >= 0 ? m_names.index(row) : QModelIndex{});
     Discription->setText(shown(runList().chosen().Description));
     Discription->setCursorPosition(0);
-    m_edit->setEnabled(row >= 0);
+    m_edit->setEnabled(row >= 0 && !core::state().LookOnly);
 }
 
 std::optional<core::ChosenRun> LoadFile::choose(const QString& button, const QString& form) {

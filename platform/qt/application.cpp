@@ -70,6 +70,21 @@ QFont tabularFont() {
     return fixed;
 }
 
+void bringToFront() {
+    QWidget* last = nullptr;
+    for (QWidget* window : QApplication::topLevelWidgets()) {
+        if (!window->isVisible() || window->windowType() == Qt::Popup) continue;
+        window->setWindowState(window->windowState() & ~Qt::WindowMinimized);
+        window->raise();
+        last = window;
+    }
+    if (QWidget* modal = QApplication::activeModalWidget()) last = modal;
+    if (last == nullptr) return;
+    last->raise();
+    last->activateWindow();
+    QApplication::alert(last);
+}
+
 void changeFolder(const std::string& folder) {
     QDir::setCurrent(shownPath(folder));
 }

@@ -24,6 +24,10 @@ QFont tabularFont();
 // later than a 586, also where a system names its whole family after the 386.
 inline constexpr int processorType = 586;
 
+// Brings the program's windows to the front, out of the task bar too, as far as the desktop lets a
+// window do so by itself; else it is marked there.
+void bringToFront();
+
 // Makes a folder the current directory; silent when it is gone.
 void changeFolder(const std::string& folder);
 // The current directory, without a separator behind it.

@@ -149,6 +149,11 @@ void Commands::setMet(Needs met) {
     enableAll();
 }
 
+void Commands::allowWriting(bool on) {
+    m_mayWrite = on;
+    enableAll();
+}
+
 void Commands::setMenusEnabled(std::initializer_list<std::string_view> controls, bool on) {
     for (const std::string_view control : controls) {
         assert(find(control) != nullptr);
@@ -180,6 +185,7 @@ bool Commands::hasEnabledRow(std::string_view menu) const {
 
 bool Commands::mayRun(const Item& item) const {
     if (item.switchedOff || !isMet(item.row.options.needs)) return false;
+    if (item.row.options.writes && !m_mayWrite) return false;
     if (item.menu == nullptr) return static_cast<bool>(item.row.routine);
     // A menu whose commands are all disabled is not worth opening; the bar stays as it is.
     return isInBar(item.row) || hasEnabledRow(item.row.control);

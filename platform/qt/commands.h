@@ -52,6 +52,7 @@ struct MenuOptions {
     bool subMenu = false; // the row is a menu of its own
     bool line = false;    // a line is drawn above it
     bool checkable = false;
+    bool writes = false; // it changes runs or settings: disabled where the folder is only looked at
     const char* shortcut = "";
 };
 
@@ -155,6 +156,8 @@ public:
     void press(std::string_view text) const;
     // The needs that are met from now on; all others are not.
     void setMet(Needs met);
+    // Whether the rows that write may run at all; they may until it is said.
+    void allowWriting(bool on);
     // Switches menus and commands, on top of what their needs say.
     void setMenusEnabled(std::initializer_list<std::string_view> controls, bool on);
     // Checks the item "array(index)" and no other of its control array; none where there is no such
@@ -188,6 +191,7 @@ private:
     std::vector<Key> m_keys;
     QPointer<QToolBar> m_toolbar;
     Needs m_met = 0;
+    bool m_mayWrite = true;
 };
 
 } // namespace kvo::platform_qt

@@ -50,6 +50,17 @@ private slots:
         Q_UNUSED(graph);
     }
 
+    void whoOnlyLooksHasNoCommandThatWrites() {
+        state().LookOnly = true;
+        const DataGraph& graph = open(32);
+        for (const char* name : {"Mnu_DeleteRun", "Mnu_ImportFiles(0)", "Mnu_ImportFiles(1)",
+                 "Mnu_RedoClutch", "Mnu_TimeOffset"})
+            QVERIFY2(!command(name).isEnabled(), name);
+        for (const char* name : {"Mnu_LoadData", "Mnu_Overlay", "Mnu_Info", "Mnu_Statistics"})
+            QVERIFY2(command(name).isEnabled(), name);
+        QVERIFY(graph.windowTitle().endsWith(QStringLiteral(" - looking only")));
+    }
+
     void aboutComesUpFromTheGraph() {
         open(32);
         testing::onModal([](QWidget* about) { pressIn(about, "Command1"); });

@@ -14,6 +14,7 @@
 #include "platform/qt/form_kit.h"
 #include "platform/qt/qt_browser.h"
 #include "platform/qt/qt_dialogs.h"
+#include "platform/qt/qt_folder_lock.h"
 #include "platform/qt/qt_serial_port.h"
 #include "platform/qt/qt_yield.h"
 #include "platform/qt/text.h"
@@ -136,7 +137,9 @@ int main(int argc, char* argv[]) {
     QtSerialPort port([] { return core::state().AppFolder; });
     QtYield yield(port);
     QtBrowser browser;
+    QtFolderLock folderLock;
     platform::services() = {&files, &clock, &dialogs, &port, &yield, &browser};
+    platform::services().folderLock = &folderLock;
     link::LoggerLink logger(port, yield, dialogs);
     forms::useLoggerLink(&logger);
     const int result = drive();

@@ -17,7 +17,8 @@ TestProgram::TestProgram() {
     state.ConfigKnown = true;
     state.Config.CommPort = 1;
     state.Config.Vehicle_Type = 1;
-    platform::services() = {&files, &clock, &dialogs, nullptr, nullptr, &browser, &printer, &mail};
+    platform::services() = {&guardedFiles, &clock, &dialogs, nullptr, nullptr, &browser, &printer,
+        &mail, &folderLock, [this](const std::string& folder) { guardedFiles.lookOnlyAt(folder); }};
     forms::doors() = forms::Doors();
 }
 

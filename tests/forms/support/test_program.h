@@ -4,6 +4,8 @@
 // or openDoors() opens them as the program does.
 #include "core/shared_state.h"
 #include "platform/browser.h"
+#include "platform/folder_lock.h"
+#include "platform/look_only_files.h"
 #include "platform/mail.h"
 #include "platform/serial_port.h"
 #include "platform/services.h"
@@ -44,6 +46,26 @@ public:
     platform::MailResult result;
 };
 
+// A folder that is held by the programs of a list, one after another, and then is free.
+class ScriptedLock : public platform::FolderLock {
+public:
+    std::optional<platform::FolderHolder> take(const std::string& folder) override {
+        taken.push_back(folder);
+        return taken.size() > holders.size() ? std::nullopt
+                                             : std::optional(holders[taken.size() - 1]);
+    }
+    bool askToShow(const platform::FolderHolder& holder) override {
+        asked.push_back(holder.process);
+        return hears;
+    }
+    void whenAsked(std::function<void()> show) override { ask = std::move(show); }
+    std::vector<platform::FolderHolder> holders;
+    bool hears = true;
+    std::vector<std::string> taken;
+    std::vector<std::int64_t> asked;
+    std::function<void()> ask; // what another program does with this one
+};
+
 struct TestProgram {
     TestProgram();
     ~TestProgram();
@@ -54,6 +76,8 @@ struct TestProgram {
     void putConfig();
 
     MemoryFiles files;
+    platform::LookOnlyFiles guardedFiles{files};
+    ScriptedLock folderLock;
     FixedClock clock{platform::DateTime{2026, 11, 15, 14, 42, 0}}; // a Sunday
     ScriptedDialogs dialogs;
     RecordingBrowser browser;
