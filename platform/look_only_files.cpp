@@ -48,6 +48,10 @@ WriteResult LookOnlyFiles::enterable(const std::string& folder) const {
     return m_below.enterable(folder);
 }
 
+WriteResult LookOnlyFiles::writable(const std::string& folder) const {
+    return isInside(folder) ? refused(folder) : m_below.writable(folder);
+}
+
 WriteResult LookOnlyFiles::makeFolder(const std::string& path) {
     return isInside(path) ? refused(path) : m_below.makeFolder(path);
 }

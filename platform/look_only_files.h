@@ -22,6 +22,7 @@ public:
     bool exists(const std::string& path) const override;
     bool folderExists(const std::string& path) const override;
     WriteResult enterable(const std::string& folder) const override;
+    WriteResult writable(const std::string& folder) const override;
     WriteResult makeFolder(const std::string& path) override;
     WriteResult remove(const std::string& path) override;
     std::vector<std::string> list(const std::string& folder) const override;

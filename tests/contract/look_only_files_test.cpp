@@ -30,6 +30,7 @@ TEST(LookOnlyFiles, RefuseWhatWouldChangeTheFolder) {
     EXPECT_FALSE(files.makeFolder("/kvo/Backup"));
     EXPECT_FALSE(files.remove("/kvo/a"));
     EXPECT_FALSE(files.replaceable("/kvo/a"));
+    EXPECT_FALSE(files.writable("/kvo"));
     EXPECT_FALSE(files.copy("/kvo/a", "/kvo/b"));
     EXPECT_EQ(disk.read("/kvo/a"), (platform::Bytes{1, 2}));
     EXPECT_FALSE(disk.exists("/kvo/b"));
