@@ -68,6 +68,13 @@ RunIndexEntry entryAt(const platform::Bytes& index, std::size_t offset) {
         rightTrimmed(textAt(index, offset + fileNameWidth, descriptionWidth))};
 }
 
+// Where the first record of a file begins; nothing where it has none.
+std::optional<std::size_t> placeOfFile(const platform::Bytes& index, const std::string& fileName) {
+    for (std::size_t at = 0; at < index.size(); at += entryWidth)
+        if (entryAt(index, at).FileName == fileName) return at;
+    return {};
+}
+
 // Where the record of a row begins; nothing where there is no such row.
 std::optional<std::size_t> placeOfRow(const platform::Bytes& index, const RunIndexEntry& row) {
     for (std::size_t at = 0; at < index.size(); at += entryWidth)
@@ -221,8 +228,9 @@ platform::WriteResult removeFromIndex(
     auto index = files.readOrReason(path);
     if (!index) return {false, index.message, index.failure};
     completeLastRecord(*index.content);
-    const auto at = placeOfRow(*index.content, row);
-    if (!at) return {}; // somebody else has taken it off
+    auto at = placeOfRow(*index.content, row);
+    if (!at) at = placeOfFile(*index.content, row.FileName); // somebody else has described it
+    if (!at) return {};                                      // or taken it off
     const auto begin = index.content->begin() + static_cast<std::ptrdiff_t>(*at);
     index.content->erase(begin, begin + static_cast<std::ptrdiff_t>(entryWidth));
     return replaceKept(appFolder, path, *index.content, files);

@@ -44,8 +44,8 @@ ReadIndex readOrCreateRunIndex(const std::string& appFolder, platform::Files& fi
 
 // Takes one row off the index, or gives it another description. The index is read anew and every
 // other record stays as it is, so that what somebody else has added in the meantime is kept; a copy
-// of the old one goes to Backup/. A row that is not there any more is off already, and cannot be
-// described.
+// of the old one goes to Backup/. A row that somebody else has described anew is taken off as the
+// one of its file, and cannot be described; one that is not there at all is off already.
 [[nodiscard]] platform::WriteResult removeFromIndex(
     const std::string& appFolder, const RunIndexEntry& row, platform::Files& files);
 [[nodiscard]] platform::WriteResult describeInIndex(const std::string& appFolder,

@@ -218,6 +218,20 @@ TEST(RunIndex, CarriesAnyByte) {
     EXPECT_EQ(entries[0].Description, odd);
 }
 
+// The run's file is gone by then, and a row without one helps nobody.
+TEST(RunIndex, ARowThatIsDescribedAnewMeanwhileIsTakenOffAllTheSame) {
+    MemoryFiles files;
+    const std::vector<RunIndexEntry> rows{{"a", "1"}, {"b", "2 new"}, {"b", "2 other"}, {"c", "3"}};
+    ASSERT_TRUE(writeRunIndex("/kvo", rows, files));
+    const auto listed = [&] { return readRunIndex("/kvo/Data/KvoData.Ini", files); };
+    ASSERT_TRUE(removeFromIndex("/kvo", {"b", "2 other"}, files)); // the very row goes first
+    EXPECT_EQ(listed(), (std::vector<RunIndexEntry>{rows[0], rows[1], rows[3]}));
+    ASSERT_TRUE(removeFromIndex("/kvo", {"b", "2"}, files));
+    EXPECT_EQ(listed(), (std::vector<RunIndexEntry>{rows[0], rows[3]}));
+    ASSERT_TRUE(removeFromIndex("/kvo", {"b", "2"}, files));
+    EXPECT_EQ(listed().size(), 2U);
+}
+
 TEST(RunIndex, IsKeptWhenItIsRewritten) {
     MemoryFiles files;
     ASSERT_TRUE(writeRunIndex("/kvo", {{"a", "one"}, {"b", "two"}}, files));
