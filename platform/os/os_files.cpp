@@ -265,6 +265,8 @@ WriteResult OsFiles::replace(const fs::path& target, const Bytes& content) {
 
 WriteResult OsFiles::write(const std::string& path, const Bytes& content) {
     fs::path target = found(path);
+    // A name that was refused is no path; a file beside it would come to lie just anywhere.
+    if (!target.has_filename()) return failure(target, causeOfWrite(ENOENT));
     if (auto refused = refusal(target); !refused) return refused;
     // A link stays a link: what it points to is replaced.
     std::error_code error;
@@ -277,6 +279,7 @@ WriteResult OsFiles::write(const std::string& path, const Bytes& content) {
 
 WriteResult OsFiles::createEmpty(const std::string& path) {
     const fs::path place = found(path);
+    if (!place.has_filename()) return failure(place, causeOfWrite(ENOENT));
     errno = 0;
     const int file = m_writer.create(place); // exclusively: never over something
     if (file < 0 && errno == EEXIST) return {};

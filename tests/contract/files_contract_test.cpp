@@ -53,6 +53,15 @@ TYPED_TEST(FilesContract, GivesBackWhatWasWritten) {
     EXPECT_EQ(this->files().read(this->at("Kvo.Cfg")), Bytes{});
 }
 
+// What a refused name gives.
+TYPED_TEST(FilesContract, WritesNothingWithoutAName) {
+    for (const std::string& path : {std::string(), this->at("")}) {
+        EXPECT_EQ(this->files().write(path, Bytes{1}).failure, FileFailure::noSuchPath) << path;
+        EXPECT_FALSE(this->files().createEmpty(path)) << path;
+    }
+    EXPECT_TRUE(this->files().list(this->root()).empty());
+}
+
 TYPED_TEST(FilesContract, HasNothingForAMissingFile) {
     EXPECT_FALSE(this->files().exists(this->at("none")));
     EXPECT_FALSE(this->files().read(this->at("none")));

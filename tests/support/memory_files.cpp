@@ -96,6 +96,8 @@ platform::WriteResult MemoryFiles::refusal(const std::string& path) {
 platform::WriteResult MemoryFiles::write(const std::string& path, const platform::Bytes& content) {
     ++m_writes;
     if (auto failed = refusal(path); !failed) return failed;
+    if (path.empty() || path.ends_with('/'))
+        return {false, path + ": No such folder", FileFailure::noSuchPath};
     const auto found = find(path);
     m_files[found == m_files.end() ? path : found->first] = content;
     return {};
