@@ -196,7 +196,8 @@ Sandbox::~Sandbox() {
 void Sandbox::put(const Disk& wanted) const {
     const Disk there = disk();
     for (auto file = there.rbegin(); file != there.rend(); ++file)
-        if (!wanted.contains(file->first) || isBackup(file->first))
+        if (!wanted.contains(file->first) || isBackup(file->first) ||
+            fs::is_symlink(m_root + "/" + file->first))
             fs::remove_all(m_root + "/" + file->first);
     for (const auto& [path, content] : wanted) {
         const auto at = there.find(path);
@@ -218,7 +219,10 @@ Disk Sandbox::disk() const {
     Disk result;
     for (const auto& entry : fs::recursive_directory_iterator(m_root)) {
         std::string path = entry.path().string().substr(m_root.size() + 1);
-        if (entry.is_directory()) {
+        if (entry.is_symlink()) {
+            const std::string target = fs::read_symlink(entry.path()).string();
+            result[path] = Bytes(target.begin(), target.end());
+        } else if (entry.is_directory()) {
             result[path + "/"];
         } else if (entry.is_regular_file()) {
             Bytes& content = result[path];

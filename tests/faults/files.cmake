@@ -5,6 +5,8 @@ if(KVO_SANITIZE)
     set_target_properties(file_house PROPERTIES EXCLUDE_FROM_ALL ON)
 endif()
 
+kvo_fault_program(two_programs file_house)
+
 # These take over the names of the system's C library.
 if(UNIX AND NOT APPLE)
     add_library(system_calls STATIC system_calls.cpp)
@@ -12,6 +14,7 @@ if(UNIX AND NOT APPLE)
     if(KVO_SANITIZE)
         set_target_properties(system_calls PROPERTIES EXCLUDE_FROM_ALL ON)
     endif()
-    kvo_fault_program(failing_calls file_house system_calls)
-    kvo_fault_program(killed_calls file_house system_calls)
+    foreach(program failing_calls killed_calls power_cut full_disk hostile_names)
+        kvo_fault_program(${program} file_house system_calls)
+    endforeach()
 endif()
