@@ -50,7 +50,7 @@ std::string describedByName(const std::string& name) {
     return of + "Run: 1 " + name;
 }
 
-std::optional<core::RunIndexEntry> rowOf(
+std::optional<core::RunIndexEntry> rowOfFile(
     const std::string& name, const std::string& path, const platform::Files& files) {
     const auto file = files.read(path);
     if (!file) return {};
@@ -88,7 +88,7 @@ std::vector<core::RunIndexEntry> unlistedRuns(
         const std::string path = core::joined(folder, name, files);
         if (!isRunName(name) || listed.contains(withoutCase(path))) continue;
         if (files.linksElsewhere(path)) continue;
-        if (auto row = rowOf(name, path, files)) runs.push_back(std::move(*row));
+        if (auto row = rowOfFile(name, path, files)) runs.push_back(std::move(*row));
     }
     return runs;
 }

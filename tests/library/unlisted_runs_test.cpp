@@ -14,7 +14,7 @@ using platform::Reply;
 using testing::MemoryFiles;
 using Rows = std::vector<RunIndexEntry>;
 
-constexpr int question = 4 + 32;
+constexpr int yesNoQuestion = 4 + 32;
 
 // A file of a run whose header line is `line`, with room for so many records.
 platform::Bytes fileOfRun(const std::string& line, std::size_t records) {
@@ -127,7 +127,7 @@ TEST_F(UnlistedRuns, YesPutsThemAtTheEndOfTheListAsItIs) {
     dialogs.expectBox("A run lies in the Data folder that is not in the list:\n\n"
                       "26111514.52d   Sun 15 Nov 2026 Run: 1 Final\n\n"
                       "Do you want to add it to the list?",
-        question, "Runs Not Listed", Reply::yes);
+        yesNoQuestion, "Runs Not Listed", Reply::yes);
     offer();
     ASSERT_EQ(listed().size(), 3U);
     EXPECT_EQ(listed()[2].FileName, "26111514.52d");
