@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <iterator>
 #include <map>
 #include <set>
 
@@ -15,6 +16,7 @@ namespace {
 
 constexpr int daysOfEachDay = 30;
 constexpr int daysOfEachMonth = 365;
+constexpr std::size_t rawSessionsKept = 200; // some 100 kB each
 
 bool isDigits(std::string_view text) {
     return !text.empty() &&
@@ -44,6 +46,17 @@ std::string thinnedFile(const std::string& copy) {
     for (int channel = 1; channel <= AnalogTables::size; ++channel)
         if (name == analogTableName(channel)) return name;
     return {};
+}
+
+// Year to hour, a dot, the minute: the name of a run without its last letter, and a known end.
+bool isRawSession(std::string_view name) {
+    constexpr std::size_t hourDigits = 8;
+    constexpr std::size_t nameLength = 11;
+    if (name.size() < nameLength || name[hourDigits] != '.') return false;
+    if (!isDigits(name.substr(0, hourDigits))) return false;
+    if (!isDigits(name.substr(hourDigits + 1, nameLength - hourDigits - 1))) return false;
+    const std::string_view end = name.substr(nameLength);
+    return end == "d.raw" || end == "d-failed.raw";
 }
 
 // What of the copies are held one to one: nothing of today, which stays whole; else a day or a
@@ -76,6 +89,11 @@ void thinCopies(const std::string& folder, const platform::DateTime& now, platfo
             (void)files.remove(joined(folder, name, files));
 }
 
+void thinRawSessions(const std::string& folder, platform::Files& files) {
+    for (const std::string& name : rawSessionsToDrop(files.list(folder)))
+        (void)files.remove(joined(folder, name, files));
+}
+
 } // namespace
 
 bool isWriteLeftover(std::string_view name) {
@@ -105,12 +123,21 @@ std::vector<std::string> copiesToDrop(
     return dropped;
 }
 
+std::vector<std::string> rawSessionsToDrop(const std::vector<std::string>& names) {
+    std::vector<std::string> raw;
+    std::copy_if(names.begin(), names.end(), std::back_inserter(raw), isRawSession);
+    std::sort(raw.begin(), raw.end());
+    raw.resize(raw.size() - std::min(raw.size(), rawSessionsKept));
+    return raw;
+}
+
 void tidyFolder(
     const std::string& appFolder, const platform::DateTime& now, platform::Files& files) {
     const std::string backup = joined(appFolder, "Backup", files);
     for (const std::string& folder : {appFolder, dataFolder(appFolder, files), backup})
         removeLeftovers(folder, now, files);
     thinCopies(backup, now, files);
+    thinRawSessions(backup, files);
 }
 
 } // namespace kvo::core

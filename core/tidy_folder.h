@@ -24,8 +24,13 @@ struct KeptCopy {
 std::vector<std::string> copiesToDrop(
     std::vector<KeptCopy> copies, const platform::DateTime& today);
 
-// Clears the program's folder, Data/ and Backup/: leftovers older than a day and copies that may
-// go. What cannot be deleted stays without a word; nothing else is ever touched.
+// Those of the names that are bytes of downloads ("26111514.52d.raw", "26111514.52d-failed.raw")
+// and may go: the newest 200 by their names stay.
+std::vector<std::string> rawSessionsToDrop(const std::vector<std::string>& names);
+
+// Clears the program's folder, Data/ and Backup/: leftovers older than a day, and copies and bytes
+// of downloads that may go. What cannot be deleted stays without a word; nothing else is ever
+// touched.
 void tidyFolder(
     const std::string& appFolder, const platform::DateTime& now, platform::Files& files);
 

@@ -228,7 +228,8 @@ int Download::surplusBytes() {
         gone += m_link.yield().turns(unreadTurns - gone);
     for (int gone = 0; gone < quietTurns && !m_link.lineGone();)
         gone += m_link.yield().turns(quietTurns - gone);
-    return m_link.lineGone() ? 0 : port.inBufferCount() - m_unread;
+    port.inBufferCount(); // and so counts what is there now
+    return m_link.recorder().surplus();
 }
 
 } // namespace kvo::link

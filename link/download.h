@@ -57,10 +57,10 @@ public:
     void DownloadSafe();
     // Two samples a batch, the next batch asked for before the last is taken apart.
     void DownloadFast();
-    // Behind a transfer that came to its end: how many bytes more than the mode leaves unread have
-    // come, a little while later; negative: fewer. 0 also where the line is gone. A byte that was
-    // lost, doubled or made up on the line has shifted all that came behind it, and shows only
-    // here.
+    // Behind a transfer that came to its end, a little while later: how many bytes more have come
+    // since the port was opened than were asked for; negative: fewer, also where the line is gone.
+    // A byte that was lost, doubled or made up on the line has shifted all that came behind it, and
+    // shows only here.
     int surplusBytes();
     // Tells the user that the logger stopped responding, closes the port and unloads the form;
     // once.

@@ -9,6 +9,7 @@
 #include "link/decode.h"
 
 #include <cstdlib>
+#include <new>
 
 namespace kvo::link {
 
@@ -53,6 +54,8 @@ void DownloadSession::Command_Send_Click() {
     if (m_running || m_unloaded) return;
     m_running = true;
     run();
+    m_link.recorder().forget();
+    m_start.reset();
     giveWheelBack();
     m_running = false;
 }
@@ -60,11 +63,58 @@ void DownloadSession::Command_Send_Click() {
 void DownloadSession::run() {
     if (!startSession()) return;
     if (m_in.Config.SpeedWheel_Prompt != 1) askWheel();
-    if (m_cancelled || !fetch()) return;
-    while (wantsAgain())
-        if (!startAgain() || !fetch()) return;
+    if (m_cancelled) return;
+    bool came = fetch();
+    while (came && wantsAgain()) {
+        if (!startAgain()) return;
+        came = fetch();
+    }
     std::string title;
-    if (askTitle(title)) save(title);
+    if (came && askTitle(title))
+        save(title);
+    else
+        (void)keepRaw({}, m_clock.now());
+}
+
+// What is in memory as the line opens, and from here on what passes on it.
+void DownloadSession::noteStart() {
+    m_link.recorder().begin();
+    m_start = std::unique_ptr<DownloadStart>(new (std::nothrow) DownloadStart);
+    if (m_start == nullptr) return;
+    m_start->ReplyByte = m_link.ReplyByte;
+    m_start->WordValue = m_link.WordValue;
+    m_start->RpmValue = m_link.RpmValue;
+    m_start->DataType = m_link.Header.DataType;
+    m_start->samples = m_in.Run.image.samples;
+    m_start->setup = m_in.Run.image.setup;
+    m_start->analog = m_in.Run.image.analog;
+    m_start->periods = m_periods;
+}
+
+// The bytes of the last transfer as a file of its own, from which the run can be made again. An
+// empty title: it became no run. What came before a data type was known, or was cut short by the
+// user, is nothing to look at.
+platform::WriteResult DownloadSession::keepRaw(
+    const std::string& title, const platform::DateTime& moment) {
+    const LineRecord* line = m_link.recorder().end();
+    if (m_cancelled || line == nullptr || m_start == nullptr || m_in.Run.SampleCount == 0)
+        return {};
+    try {
+        const auto raw = std::make_unique<RawSession>();
+        raw->moment = moment;
+        raw->saved = !title.empty();
+        raw->title = title;
+        raw->DataType = m_in.Run.DataType;
+        raw->SampleCount = m_in.Run.SampleCount;
+        raw->surplus = m_surplus;
+        raw->Config = m_in.Config;
+        raw->Tables = m_in.Tables;
+        raw->start = *m_start;
+        raw->line = *line;
+        return keepRawSession(*raw, m_in.AppFolder, m_files);
+    } catch (const std::bad_alloc&) {
+        return {false, "There is not enough memory.", platform::FileFailure::other};
+    }
 }
 
 // Header and rows, and what becomes of the raw values. False: the session is over, and the user
@@ -113,6 +163,7 @@ bool DownloadSession::startAgain() {
 }
 
 void DownloadSession::openPort() {
+    noteStart();
     m_link.LinkFailed = 0;
     m_link.OpenLoggerPort(m_in.Config.CommPort);
     m_link.port().setInputLen(1);
@@ -238,10 +289,22 @@ void DownloadSession::save(const std::string& title) {
     const std::string name = core::runFileName(now);
     const std::string runText = core::runText(title, now);
     m_in.Run.path = core::joined(core::dataFolder(m_in.AppFolder, m_files), name, m_files);
-    if (saveRunFile(name, runText))
+    const bool saved = saveRunFile(name, runText);
+    const platform::WriteResult raw = keepRaw(saved ? title : std::string(), now);
+    if (saved)
         offerView(runText);
     else
         unloadView();
+    if (saved) tellUnkept(raw);
+}
+
+// The run is whole on the disk, and a word about a copy that nobody needs would only shake the
+// trust in it; of a doubtful one the bytes are what helps.
+void DownloadSession::tellUnkept(const platform::WriteResult& raw) {
+    if (raw || m_surplus == 0) return;
+    m_dialogs.messageBox(
+        "The bytes of this download could not be kept in Backup.\r\n" + raw.message,
+        boxStyle::information, "Download Check");
 }
 
 // Writes the run, into another folder if the user chooses one, and the index. False: the user was

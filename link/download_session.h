@@ -9,10 +9,12 @@
 #include "link/download.h"
 #include "link/download_view.h"
 #include "link/logger_link.h"
+#include "link/raw_session.h"
 #include "platform/clock.h"
 #include "platform/dialogs.h"
 #include "platform/files.h"
 
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -47,10 +49,16 @@ public:
     void Cancel_Command_Click();
     // True from the click to its end.
     bool running() const { return m_running; }
+    // Bytes too many behind the last transfer; negative: too few.
+    int surplus() const { return m_surplus; }
+    // What a replay begins with in place of empty arrays.
+    void startWith(const PulsePeriods& periods) { m_periods = periods; }
 
 private:
     void run();
     void openPort();
+    void noteStart();
+    platform::WriteResult keepRaw(const std::string& title, const platform::DateTime& moment);
     bool startSession();
     bool startAgain();
     bool fetch();
@@ -63,6 +71,7 @@ private:
     bool askTitle(std::string& title);
     std::string suggestedTitle() const;
     void save(const std::string& title);
+    void tellUnkept(const platform::WriteResult& raw);
     bool saveRunFile(const std::string& name, const std::string& runText);
     bool chooseOtherPlace(const std::string& name);
     void addToIndex(const core::RunIndexEntry& entry);
@@ -77,7 +86,8 @@ private:
     const platform::Clock& m_clock;
     platform::Files& m_files;
     PulsePeriods m_periods;
-    int m_surplus = 0; // bytes too many behind the last transfer; negative: too few
+    std::unique_ptr<DownloadStart> m_start; // nothing where the memory does not hold it
+    int m_surplus = 0;
     std::optional<float> m_wheelOfFile; // while a typed one stands in the configuration
     bool m_running = false;
     bool m_cancelled = false;

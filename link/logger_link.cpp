@@ -13,39 +13,40 @@ constexpr const char* communicationsError = "Communications Error";
 
 LoggerLink::LoggerLink(
     platform::SerialPort& port, platform::Yield& yield, platform::Dialogs& dialogs)
-    : m_port(port), m_yield(yield), m_dialogs(dialogs) {}
+    : m_line(port, yield), m_dialogs(dialogs) {}
 
 bool LoggerLink::lineGone() const {
-    return m_hadLine && !m_port.portOpen();
+    return m_hadLine && !m_line.portOpen();
 }
 
 std::string LoggerLink::portText(int portNumber) const {
-    const std::string device = m_port.deviceOf(portNumber);
+    const std::string device = m_line.deviceOf(portNumber);
     return "Port " + std::to_string(portNumber) + ": " + (device.empty() ? "no device" : device);
 }
 
 void LoggerLink::tryPort(int portNumber) {
-    if (!m_port.portOpen()) {
-        m_port.setCommPort(portNumber);
-        m_port.setPortOpen(true);
+    if (!m_line.portOpen()) {
+        m_line.setCommPort(portNumber);
+        m_line.setPortOpen(true);
     }
-    m_hadLine = m_port.portOpen();
+    m_hadLine = m_line.portOpen();
 }
 
 void LoggerLink::OpenLoggerPort(int portNumber) {
     // One that a form left open under another number is not the port that the setup names now.
-    if (m_port.commPort() != portNumber) CloseLoggerPort();
-    if (!m_port.portOpen()) m_port.setCommPort(portNumber);
-    m_port.setSettings(lineSettings);
-    m_port.setInputLen(0);
+    if (m_line.commPort() != portNumber) CloseLoggerPort();
+    if (!m_line.portOpen()) m_line.setCommPort(portNumber);
+    m_line.setSettings(lineSettings);
+    m_line.setInputLen(0);
     tryPort(portNumber);
     ReportCommEvent();
-    if (m_port.inBufferCount() >= 1) m_port.input();
-    if (m_port.portOpen()) return;
+    if (m_line.inBufferCount() >= 1) m_line.input();
+    m_line.countAnew();
+    if (m_line.portOpen()) return;
     LinkFailed = -1;
     std::string text =
         "Error Opening Com" + std::to_string(portNumber) + "\r\rPlease fix and try again!";
-    if (const std::string reason = m_port.openErrorText(); !reason.empty()) text += "\r\r" + reason;
+    if (const std::string reason = m_line.openErrorText(); !reason.empty()) text += "\r\r" + reason;
     m_dialogs.messageBox(text, platform::boxStyle::critical, communicationsError);
 }
 
@@ -72,28 +73,28 @@ std::string commEventText(int commEvent) {
 }
 
 void LoggerLink::ReportCommEvent() {
-    const std::string text = commEventText(m_port.commEvent());
+    const std::string text = commEventText(m_line.commEvent());
     if (text.empty()) return;
     m_dialogs.messageBox(text, platform::boxStyle::warning, communicationsError);
 }
 
 void LoggerLink::CloseLoggerPort() {
-    if (m_port.portOpen()) m_port.setPortOpen(false);
+    if (m_line.portOpen()) m_line.setPortOpen(false);
 }
 
 void LoggerLink::SendCommand(std::uint8_t count) {
     const std::string one(1, static_cast<char>(CommandByte));
     for (int i = 0; i < count; ++i) {
-        m_port.output(one);
-        while (m_port.portOpen() && m_port.outBufferCount() != 0)
-            m_yield.turns(platform::turnsPerMillisecond);
+        m_line.output(one);
+        while (m_line.portOpen() && m_line.outBufferCount() != 0)
+            m_line.turns(platform::turnsPerMillisecond);
     }
 }
 
 void LoggerLink::ReadReply() {
-    for (int turn = 0;; turn += m_yield.turns(replyTurns - turn)) {
-        if (m_port.inBufferCount() >= 1) {
-            if (const std::string got = m_port.input(); !got.empty()) {
+    for (int turn = 0;; turn += m_line.turns(replyTurns - turn)) {
+        if (m_line.inBufferCount() >= 1) {
+            if (const std::string got = m_line.input(); !got.empty()) {
                 ReplyByte = static_cast<std::uint8_t>(got.front());
                 return;
             }

@@ -4,6 +4,7 @@
 // lives as long as the program: a time-out leaves what the last reply had put there, and callers
 // rely on that. No clock: waits count turns (platform/yield.h).
 #include "link/header.h"
+#include "link/line_record.h"
 #include "platform/dialogs.h"
 #include "platform/serial_port.h"
 #include "platform/yield.h"
@@ -74,12 +75,13 @@ public:
     // True once the port that was opened last is closed or lost.
     bool lineGone() const;
 
-    platform::SerialPort& port() { return m_port; }
-    platform::Yield& yield() { return m_yield; }
+    platform::SerialPort& port() { return m_line; }
+    platform::Yield& yield() { return m_line; }
+    // Notes what passes on the line, where a session wants it.
+    LineRecorder& recorder() { return m_line; }
 
 private:
-    platform::SerialPort& m_port;
-    platform::Yield& m_yield;
+    LineRecorder m_line; // the port and its waits
     platform::Dialogs& m_dialogs;
     bool m_hadLine = false; // the last attempt to open succeeded
 };

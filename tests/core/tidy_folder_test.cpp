@@ -109,6 +109,24 @@ TEST_F(TidyFolder, OnlyCopiesOfListsAndSettingsAreThinned) {
     EXPECT_TRUE(files.exists("/kvo/KvoData.Ini.0001"));
 }
 
+TEST_F(TidyFolder, TheBytesOfTheNewest200DownloadsStay) {
+    const auto minute = [](int number) {
+        const std::string digits = std::to_string(10000 + number);
+        return "2611" + digits.substr(1, 2) + "14." + digits.substr(3, 2) + "d";
+    };
+    for (int number = 100; number < 302; ++number)
+        put("/kvo/Backup/" + minute(number) + ".raw", {2026, 11, 15, 9, 0, 0});
+    put("/kvo/Backup/" + minute(1) + "-failed.raw", {2026, 11, 15, 14, 41, 0});
+    for (const char* name :
+        {"notes.raw", "26111514.52d.raw.0001", "20010114.5xd.raw", "x26111514.52d.raw"})
+        put(std::string("/kvo/Backup/") + name, {2020, 1, 1, 0, 0, 0});
+    tidyFolder("/kvo", today, files);
+    EXPECT_EQ(files.list("/kvo/Backup").size(), 200U + 4U);
+    EXPECT_FALSE(files.exists("/kvo/Backup/" + minute(1) + "-failed.raw"));
+    EXPECT_FALSE(files.exists("/kvo/Backup/" + minute(101) + ".raw"));
+    EXPECT_TRUE(files.exists("/kvo/Backup/" + minute(102) + ".raw"));
+}
+
 TEST_F(TidyFolder, WhatCannotBeDeletedStaysWithoutAWord) {
     put("/kvo/.Kvo.Cfg.12-0.new", {2020, 1, 1, 0, 0, 0});
     files.failWrites("/kvo", MemoryFiles::Failure::notPermitted);

@@ -7,7 +7,12 @@
 
 namespace kvo::testing {
 
-VirtualLine::VirtualLine(simulator::LineEnd& far, bool paced) : m_line(far, paced) {}
+VirtualLine::VirtualLine(simulator::LineEnd& far, bool paced)
+    : m_far(far), m_paced(paced), m_line(std::in_place, far, paced) {}
+
+void VirtualLine::replug() {
+    m_line.emplace(m_far, m_paced);
+}
 
 void VirtualLine::failToOpen(int port, platform::PortError why, std::string text) {
     m_failures[port] = {why, std::move(text)};
@@ -62,8 +67,8 @@ void VirtualLine::setPortOpen(bool open) {
 }
 
 void VirtualLine::catchUp() {
-    m_line.advance(milliseconds());
-    std::string arrived = m_line.takeArrived();
+    m_line->advance(milliseconds());
+    std::string arrived = m_line->takeArrived();
     if (m_vanishAt >= 0 && m_received + static_cast<long>(arrived.size()) >= m_vanishAt) {
         arrived.resize(static_cast<std::size_t>(m_vanishAt - m_received));
         m_received = m_vanishAt;
@@ -73,7 +78,7 @@ void VirtualLine::catchUp() {
     }
     m_received += static_cast<long>(arrived.size());
     if (m_open) m_buffer += arrived;
-    if (m_line.hungUp()) vanish();
+    if (m_line->hungUp()) vanish();
 }
 
 int VirtualLine::inBufferCount() {
@@ -92,7 +97,7 @@ void VirtualLine::output(std::string_view bytes) {
         ++m_sent;
         m_everythingSent.push_back(c);
         if (onSend) onSend(byte);
-        if (m_port == m_pluggedInto && !m_jammed) m_line.send(byte, milliseconds());
+        if (m_port == m_pluggedInto && !m_jammed) m_line->send(byte, milliseconds());
     }
 }
 
@@ -106,7 +111,7 @@ std::string VirtualLine::input() {
 
 long VirtualLine::turnOfNextEvent() {
     long next = std::numeric_limits<long>::max();
-    if (const auto due = m_line.nextEventMs())
+    if (const auto due = m_line->nextEventMs())
         next = static_cast<long>(std::ceil(*due * platform::turnsPerMillisecond));
     if (!m_callbacks.empty()) next = std::min(next, m_callbacks.begin()->first);
     return next;

@@ -9,6 +9,7 @@
 
 #include <functional>
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -32,6 +33,8 @@ public:
     // The port vanishes after so many bytes have been received from it, counted from now.
     void vanishAfterBytes(long bytes) { m_vanishAt = m_received + bytes; }
     void vanish();
+    // The cable is in again; what was under way on the line is gone.
+    void replug();
     // The output buffer never runs empty: a device that takes nothing.
     void jamOutput(bool jam) { m_jammed = jam; }
     // Called for every byte that is sent and every port that an open was tried on.
@@ -79,7 +82,9 @@ private:
     void close();
     long turnOfNextEvent();
 
-    simulator::DuplexLine m_line;
+    simulator::LineEnd& m_far;
+    bool m_paced;
+    std::optional<simulator::DuplexLine> m_line;
     std::map<int, Failure> m_failures;
     std::multimap<long, std::function<void()>> m_callbacks;
     std::string m_buffer;
