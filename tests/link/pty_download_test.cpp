@@ -26,12 +26,23 @@ double secondsSince(Clock::time_point start) {
     return std::chrono::duration<double>(Clock::now() - start).count();
 }
 
+// Until the far end has answered all that was asked.
+void waitForTheRest(PtyLogger& pty) {
+    for (int round = 0; round < 2; ++round) {
+        // The far end may be gone before it comes to it.
+        const auto done = std::make_shared<std::atomic<bool>>(false);
+        pty.post([done] { *done = true; });
+        while (!*done && pty.running()) std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+}
+
 // A rig whose form sits on a link over the real device in place of the virtual line.
 struct PtyRig {
     PtyRig(int dataType, bool fast, Fault fault = {}, bool paced = false)
         : rig(dataType, fast), end(rig.logger, fault), pty(end, paced) {
         if (!pty.start()) throw std::runtime_error(pty.errorText());
         port = std::make_unique<PosixSerialPort>(pty.device());
+        port->letFarEndRun = [this] { waitForTheRest(pty); };
         link = std::make_unique<LoggerLink>(*port, *port, rig.dialogs);
         session = std::make_unique<DownloadSession>(
             *link, testing::inputOf(*rig.state), *rig.view, rig.dialogs, rig.clock, rig.files);
@@ -121,15 +132,6 @@ TEST(PtyDownload, LateAndGarbledLoggersAreDownloaded) {
         t.rig.expectSave();
         t.click();
         EXPECT_TRUE(t.rig.files.exists("/kvo/Data/26111514.52d"));
-    }
-}
-
-// Until the far end has answered all that was asked. A user is slower than that.
-void waitForTheRest(PtyLogger& pty) {
-    for (int round = 0; round < 2; ++round) {
-        std::atomic<bool> done = false;
-        pty.post([&] { done = true; });
-        while (!done) std::this_thread::sleep_for(std::chrono::milliseconds(1));
     }
 }
 

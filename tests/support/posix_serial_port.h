@@ -5,6 +5,7 @@
 #include "platform/serial_port.h"
 #include "platform/yield.h"
 
+#include <functional>
 #include <string>
 
 namespace kvo::testing {
@@ -16,6 +17,10 @@ public:
     PosixSerialPort& operator=(const PosixSerialPort&) = delete;
     ~PosixSerialPort() override { close(); }
 
+    // Gives back once the far end has done all that it was asked for. Where it is set, only a wait
+    // in which the far end had its turn and said nothing counts as time: on a machine with much
+    // other work a thread may not run for longer than a logger may take.
+    std::function<void()> letFarEndRun;
     // How often the port was lost; once at most for each open.
     int losses() const { return m_losses; }
     long wakes() const { return m_wakes; }
@@ -42,6 +47,7 @@ public:
 private:
     void close();
     void lose();
+    bool waitForBytes(int milliseconds);
 
     std::string m_device;
     std::string m_buffer;
