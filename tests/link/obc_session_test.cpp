@@ -258,6 +258,27 @@ TEST(ObcSession, WhatDoesNotGreetIsToldAndThePortClosed) {
     }
 }
 
+// The answers are not looked at, so noise in their place changes nothing of what is written.
+TEST(ObcSession, AFloodInTheWriteLosesNoSetting) {
+    for (const auto& wire : simulator::wireLayouts) {
+        for (const long requests : {34L, 40L, 60L}) {
+            ObcRig rig(wire.dataType, {Fault::Kind::flood, requests}, true);
+            ASSERT_TRUE(rig.open());
+            rig.view.boxes[ObcBox::Label_RoRpm] = "2500";
+            const long before = rig.line.turnsGone();
+            rig.expectQuestion();
+            rig.expectClosing();
+            rig.session.SaveSetup_Click();
+            EXPECT_EQ(rig.dialogs.problems(), "");
+            EXPECT_EQ(rig.line.bytesSent(), static_cast<long>(34 + writeBytes));
+            EXPECT_EQ(rig.line.closings(), 1);
+            EXPECT_LT(rig.line.turnsGone() - before, 2 * replyTurns);
+            for (int i = 0; i < 100; ++i) rig.line.turns(replyTurns); // what was under way
+            EXPECT_TRUE(rig.logger.configurationWaits()) << requests;
+        }
+    }
+}
+
 TEST(ObcSession, APortThatDoesNotOpenIsToldOnce) {
     ObcRig rig(25);
     rig.line.failToOpen(1, PortError::busy);

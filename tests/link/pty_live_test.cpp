@@ -195,6 +195,19 @@ TEST(PtyConfiguration, APulledCableEndsTheWriteAtOnce) {
     }
 }
 
+TEST(PtyConfiguration, AFloodInTheWriteEndsNothing) {
+    for (const long requests : {34L, 60L}) {
+        PtyObc obc(25, {Fault::Kind::flood, requests});
+        ASSERT_TRUE(obc.open());
+        obc.rig.expectQuestion();
+        obc.rig.expectClosing();
+        obc.session.SaveSetup_Click();
+        EXPECT_EQ(obc.rig.dialogs.problems(), "");
+        EXPECT_FALSE(obc.cable.port.portOpen());
+        EXPECT_LT(obc.cable.port.wakes(), 2000);
+    }
+}
+
 TEST(PtyConfiguration, ALoggerThatFallsSilentIsWaitedForByteByByte) {
     for (const auto& wire : simulator::wireLayouts) {
         PtyObc obc(wire.dataType, {Fault::Kind::stopAfter, 73});

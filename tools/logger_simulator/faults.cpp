@@ -55,7 +55,7 @@ std::vector<std::string> faultNames() {
 }
 
 void FaultyEnd::receive(std::uint8_t byte) {
-    if (m_fault.kind == Fault::Kind::flood) m_flooding = true;
+    if (m_fault.kind == Fault::Kind::flood && ++m_requests > m_fault.n) m_flooding = true;
     m_greeting = byte == 'Q';
     m_inner.receive(byte);
 }

@@ -20,7 +20,7 @@ struct Fault {
         garble,        // byte n of the answers is turned over
         late,          // every answer comes n milliseconds late
         hangUpAt,      // the cable is pulled out behind byte n of the answers
-        flood          // from the first request on, endless garbage
+        flood          // from the first request on, endless garbage; with n behind n requests
     };
     Kind kind = Kind::none;
     long n = 0; // answers are counted from 1
@@ -48,6 +48,7 @@ private:
     LineEnd& m_inner;
     Fault m_fault;
     long m_count = 0;
+    long m_requests = 0;
     bool m_greeting = false; // the next answer is that to a "Q"
     bool m_flooding = false;
     std::uint32_t m_garbage = 1;
