@@ -53,10 +53,10 @@ public:
 // Cuts each run short as the transfer is about to begin.
 class ShortRuns : public link::DownloadView {
 public:
-    explicit ShortRuns(core::OpenRun& run) : m_run(run) {}
+    ShortRuns(core::OpenRun& run, int samples) : m_run(run), m_samples(samples) {}
     bool unloaded = false;
     void setText_Display(const std::string&) override {}
-    void setProgressMax(int) override { m_run.SampleCount = samplesOfRun; }
+    void setProgressMax(int) override { m_run.SampleCount = static_cast<std::uint16_t>(m_samples); }
     void setProgress(int) override {}
     void hideButtons() override {}
     void unload() override { unloaded = true; }
@@ -66,6 +66,7 @@ public:
 
 private:
     core::OpenRun& m_run;
+    int m_samples;
 };
 
 // A wait that does not go on for ever: past its turns it throws.
@@ -116,7 +117,7 @@ public:
     }
 
     // Answers of a whole session: the greeting, the byte that is thrown away, header and samples.
-    int answers() const { return 2 + 32 + samplesOfRun * m_recordSize; }
+    int answers() const { return 2 + 32 + samples * m_recordSize; }
     int batch() const { return fast ? 2 * m_recordSize : 1; }
 
     Outcome download(bool again) {
@@ -126,7 +127,7 @@ public:
         m_user = {};
         m_user.again = again;
         m_yield.left = mostTurns;
-        ShortRuns view(m_state->Run);
+        ShortRuns view(m_state->Run, samples);
         link::DownloadSession session(m_link,
             {m_state->Config, m_state->ConfigKnown, m_state->AppFolder, m_state->Run,
                 m_state->Tables},
@@ -154,6 +155,7 @@ public:
 
     const int type;
     const bool fast;
+    int samples = samplesOfRun; // of its runs
 
 private:
     platform::SerialPort& m_port;

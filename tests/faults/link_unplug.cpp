@@ -1,0 +1,149 @@
+// The cable is pulled out at every byte of the header and every 37th of the data: the port closes,
+// the user is told, and nothing is left that uses the processor.
+#include "tests/faults/link_port.h"
+#include "tests/faults/proof.h"
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QObject>
+#include <QTimer>
+
+#include <chrono>
+#include <clocale>
+#include <cstdio>
+#include <unistd.h>
+
+namespace {
+
+using namespace kvo;
+using namespace kvo::faults;
+using Moment = std::chrono::steady_clock::time_point;
+
+constexpr double mostCloseMs = 50;
+constexpr double mostCore = 0.01;
+constexpr int wholeRun = 1213; // of the type whose runs are not cut short
+
+// Gives so many answers, then the cable is out.
+class PulledEnd : public simulator::LineEnd {
+public:
+    PulledEnd(simulator::LineEnd& inner, long answers) : m_inner(inner), m_left(answers) {}
+    void receive(std::uint8_t byte) override { m_inner.receive(byte); }
+    std::optional<simulator::OutgoingByte> next() override {
+        if (m_left == 0) return {};
+        const auto out = m_inner.next();
+        if (out) --m_left;
+        return out;
+    }
+    bool hungUp() const override {
+        if (m_left > 0) return false;
+        if (!m_told) m_when = std::chrono::steady_clock::now();
+        m_told = true;
+        return true;
+    }
+    Moment pulled() const { return m_when; }
+
+private:
+    simulator::LineEnd& m_inner;
+    long m_left;
+    mutable bool m_told = false;
+    mutable Moment m_when;
+};
+
+struct Figures {
+    std::vector<double> closeMs;
+    std::vector<double> core;
+    long slow = 0;
+    long busy = 0;
+};
+
+// How much of a core the program takes for so long, with nothing to do.
+double idleCore(int milliseconds) {
+    const double used = processorSeconds();
+    QElapsedTimer clock;
+    clock.start();
+    bool over = false;
+    QTimer::singleShot(milliseconds, [&over] { over = true; });
+    while (!over) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    return (processorSeconds() - used) / (static_cast<double>(clock.nsecsElapsed()) * 1e-9);
+}
+
+void pullAt(
+    RealPort& real, Station& station, long answers, int watchMs, Proof& proof, Figures& figures) {
+    const std::string name = station.name() + " pulled behind byte " + std::to_string(answers);
+    station.logger.powerUp();
+    PulledEnd end(station.logger, answers);
+    simulator::PtyLogger pty(end, false);
+    if (!pty.start()) throw std::runtime_error(pty.errorText());
+    real.plugIn(pty.device());
+    std::optional<Moment> closed;
+    const auto watch = QObject::connect(&real.port, &platform_qt::QtSerialPort::activity, [&] {
+        if (!closed && !real.port.portOpen()) closed = std::chrono::steady_clock::now();
+    });
+    const Outcome outcome = station.program.download(false);
+    QObject::disconnect(watch);
+    proof.check(outcome.broken.empty() && !outcome.typeUnknown, name + ":" + outcome.broken);
+    proof.check(outcome.failureTold || outcome.asked > 0, name + ": not told");
+    proof.check(closed.has_value(), name + ": the port did not close by itself");
+    const double core = idleCore(watchMs);
+    figures.core.push_back(core);
+    if (core > mostCore) ++figures.busy;
+    pty.stop();
+    if (!closed) return;
+    const std::chrono::duration<double, std::milli> took = *closed - end.pulled();
+    figures.closeMs.push_back(std::max(0.0, took.count()));
+    if (took.count() > mostCloseMs) ++figures.slow;
+}
+
+std::vector<long> places(const Station& station, bool all) {
+    constexpr long greetingAndHeader = 34;
+    constexpr long stride = 37;
+    std::vector<long> answers;
+    for (long n = 1; n <= greetingAndHeader; ++n)
+        if (all || n == 1 || n == 20) answers.push_back(n);
+    for (long n = greetingAndHeader + 1; n < station.program.answers(); n += stride)
+        if (all || n < greetingAndHeader + 2) answers.push_back(n);
+    return answers;
+}
+
+std::string middleAndMost(std::vector<double> values, double factor) {
+    if (values.empty()) return "none";
+    std::sort(values.begin(), values.end());
+    char text[64];
+    std::snprintf(text, sizeof text, "%.2f median, %.2f at most",
+        values[values.size() / 2] * factor, values.back() * factor);
+    return text;
+}
+
+} // namespace
+
+int main(int argc, char* argv[]) {
+    const Options options = optionsOf(argc, argv);
+    const QCoreApplication application(argc, argv);
+    std::setlocale(LC_NUMERIC, "C");
+    const bool all = options.count > 0;
+    Proof proof(options);
+    RealPort real;
+    const auto stations = allStations(real);
+    Figures figures;
+    std::int64_t cases = 0;
+    for (const auto& station : stations) {
+        if (station->program.type == 25)
+            station->program.samples = all ? wholeRun : samplesOfRun;
+        else if (!all)
+            continue;
+        for (const long answers : places(*station, all)) {
+            if (all && cases >= options.count) break;
+            alarm(300); // a hang ends the program
+            pullAt(real, *station, answers, all ? 100 : 30, proof, figures);
+            ++cases;
+        }
+    }
+    double core = 0;
+    for (const double one : figures.core) core += one / static_cast<double>(figures.core.size());
+    char mean[32];
+    std::snprintf(mean, sizeof mean, "%.2f %% of a core", core * 100);
+    return proof.end("unplugged at every byte of the header and every 37th of the data", cases,
+        "cuts",
+        "closed in ms: " + middleAndMost(figures.closeMs, 1) + ", " + std::to_string(figures.slow) +
+            " over 50; after it " + mean + ", " + std::to_string(figures.busy) + " cuts over 1 %");
+}
