@@ -118,6 +118,27 @@ TEST(Replay, ADoubtfulRunThatWasKept) {
     }
 }
 
+// What a longer run had left of its periods, in rows that the fast mode does not read.
+TEST(Replay, PeriodsOfATryBeforeArePartOfIt) {
+    DownloadRig rig(8, true);
+    rig.expectSave();
+    rig.click();
+    auto session = rawOf(rig);
+    ASSERT_NE(session, nullptr);
+    const auto before = replayDownload(*session).runFile;
+    session->start.periods.EnginePeriod[2520] = 15000; // 1000 rpm
+    const auto behind = replayDownload(*session).runFile;
+    ASSERT_TRUE(before && behind);
+    EXPECT_NE(*before, *behind);
+}
+
+TEST(Replay, NothingIsNotedBehindADownload) {
+    DownloadRig rig(8, true);
+    rig.expectSave();
+    rig.click();
+    EXPECT_EQ(rig.link.recorder().end(), nullptr);
+}
+
 // The second try of a run is what is kept, and begins where the first one ended.
 TEST(Replay, ARunThatWasDownloadedAgain) {
     DownloadRig rig(20, false, {Fault::Kind::drop, 5000}, true);
