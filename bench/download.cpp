@@ -81,6 +81,7 @@ Transfer transfer(bool fast) {
     platform_qt::QtSerialPort port([&] { return folder.path(); });
     platform_qt::QtYield yield(port);
     link::LoggerLink link(port, yield, dialogs);
+    link.recorder().begin(); // as a download does
     link.OpenLoggerPort(1);
     demand(link.LinkFailed == 0 && link.greetLogger(), "the simulated logger did not answer");
     link.ReadLoggerHeader();

@@ -13,6 +13,7 @@ constexpr int batchTurns = 32000;
 // For the bytes that a mode leaves unread, and for such as should not come behind them.
 constexpr int unreadTurns = 250 * platform::turnsPerMillisecond;
 constexpr int quietTurns = 50 * platform::turnsPerMillisecond;
+constexpr int longestTurns = 1000 * platform::turnsPerMillisecond;
 
 struct WireLayout {
     int DataType;
@@ -226,9 +227,14 @@ int Download::surplusBytes() {
     platform::SerialPort& port = m_link.port();
     for (int gone = 0; gone < unreadTurns && port.inBufferCount() < m_unread && !m_link.lineGone();)
         gone += m_link.yield().turns(unreadTurns - gone);
-    for (int gone = 0; gone < quietTurns && !m_link.lineGone();)
-        gone += m_link.yield().turns(quietTurns - gone);
-    port.inBufferCount(); // and so counts what is there now
+    // Bytes that still come, late ones behind a pause, keep it looking; a flood does not for ever.
+    for (int gone = 0, quiet = 0;
+         quiet < quietTurns && gone < longestTurns && !m_link.lineGone();) {
+        const int before = port.inBufferCount();
+        const int turns = m_link.yield().turns(quietTurns - quiet);
+        gone += turns;
+        quiet = port.inBufferCount() == before ? quiet + turns : 0;
+    }
     return m_link.recorder().surplus();
 }
 

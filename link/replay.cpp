@@ -34,6 +34,7 @@ public:
     }
     platform::WriteResult replaceable(const std::string&) const override { return {}; }
     bool linksElsewhere(const std::string&) const override { return false; }
+    platform::WriteResult writable(const std::string&) const override { return {}; }
     std::optional<platform::DateTime> createdOn(const std::string&) const override { return {}; }
     bool exists(const std::string& path) const override { return content.contains(path); }
     bool folderExists(const std::string&) const override { return true; }
@@ -89,14 +90,20 @@ private:
 
 class PassingView : public DownloadView {
 public:
+    PassingView(core::OpenRun& run, std::uint16_t samples) : m_run(run), m_samples(samples) {}
     void setText_Display(const std::string&) override {}
-    void setProgressMax(int) override {}
+    // The file says how many rows its run has.
+    void setProgressMax(int) override { m_run.SampleCount = m_samples; }
     void setProgress(int) override {}
     void hideButtons() override {}
     void unload() override {}
     void showSoftwareSetup() override {}
     void showFreshRun(const std::string&, const std::string&) override {}
     void refreshChooser(const std::string&) override {}
+
+private:
+    core::OpenRun& m_run;
+    std::uint16_t m_samples;
 };
 
 std::string titleOf(const RawSession& session) {
@@ -123,12 +130,12 @@ Replay replayDownload(const RawSession& session) {
     files.content["/Kvo.Cfg"] = core::encodeConfig(session.Config);
     PassingUser user(titleOf(session), replay.told);
     const PassingClock clock(session.moment);
-    PassingView view;
     ReplayedLine line(session.line);
     LoggerLink link(line, line, user);
     const auto state = std::make_unique<core::SharedState>();
     state->Config = session.Config;
     state->Tables = session.Tables;
+    PassingView view(state->Run, session.SampleCount);
     DownloadSession download(link,
         {state->Config, state->ConfigKnown, state->AppFolder, state->Run, state->Tables}, view,
         user, clock, files);

@@ -94,6 +94,13 @@ struct Outcome {
     bool typeUnknown = false; // required: the form stays, without a word
 };
 
+// The run that the bytes of the download give.
+inline std::optional<platform::Bytes> replayed(const Outcome& outcome) {
+    std::string why;
+    const auto raw = outcome.raw ? link::decodeRawSession(*outcome.raw, why) : nullptr;
+    return raw == nullptr ? std::nullopt : link::replayDownload(*raw).runFile;
+}
+
 // One program at one logger, from download to download.
 class DownloadingProgram {
 public:

@@ -26,6 +26,8 @@ struct TerminalTally {
 void judge(const Outcome& outcome, const Station& station, const std::string& name, Proof& proof,
     TerminalTally& tally) {
     if (!proof.check(outcome.broken.empty(), name + ":" + outcome.broken)) return;
+    if (outcome.run)
+        proof.check(replayed(outcome) == outcome.run, name + ": its bytes give another run");
     if (outcome.typeUnknown)
         ++tally.unknown;
     else if (outcome.failureTold)

@@ -4,6 +4,8 @@
 
 #include "core/basic/numbers.h"
 #include "core/run_index.h"
+#include "tests/faults/link_program.h"
+#include "tests/faults/link_script.h"
 #include "tests/support/download_rig.h"
 
 #include <gtest/gtest.h>
@@ -344,6 +346,20 @@ TEST(DownloadSession, ABatchTooLongOfTheUnreadOnesIsCounted) {
         rig.click();
         EXPECT_EQ(rig.dialogs.problems(), "");
     }
+}
+
+// Bytes that come late behind the last sample are waited for until there are no more: one too many
+// would else be made up for by one that is still under way.
+TEST(DownloadSession, LateBytesBehindTheLastSampleAreCountedToTheLast) {
+    using faults::Wrong;
+    simulator::ModelLogger logger(17, 7);
+    faults::ScriptedEnd end(logger);
+    testing::VirtualLine line(end, true);
+    faults::DownloadingProgram program(*simulator::wireLayout(17), true, line, line);
+    end.begin({{Wrong::late, 244, 260}, {Wrong::gained, 211, 1}}, 1);
+    const faults::Outcome outcome = program.download(false);
+    EXPECT_EQ(outcome.broken, "");
+    EXPECT_EQ(outcome.asked, 1);
 }
 
 // Whether a byte was lost before cannot be told without the bytes behind.
