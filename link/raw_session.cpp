@@ -37,7 +37,7 @@ void putNumber(ByteWriter& writer, std::uint64_t value) {
     writer.u8(static_cast<std::uint8_t>(value));
 }
 
-std::uint64_t number(ByteReader& reader) {
+std::uint64_t takeNumber(ByteReader& reader) {
     std::uint64_t value = 0;
     for (unsigned shift = 0; shift < 64U; shift += 7U) {
         const std::uint8_t byte = reader.u8().value_or(0);
@@ -47,8 +47,8 @@ std::uint64_t number(ByteReader& reader) {
     return value;
 }
 
-std::uint32_t smallNumber(ByteReader& reader) {
-    return static_cast<std::uint32_t>(number(reader));
+std::uint32_t takeSmallNumber(ByteReader& reader) {
+    return static_cast<std::uint32_t>(takeNumber(reader));
 }
 
 void putText(ByteWriter& writer, std::string_view text) {
@@ -56,8 +56,8 @@ void putText(ByteWriter& writer, std::string_view text) {
     writer.characters(text);
 }
 
-std::string text(ByteReader& reader) {
-    return reader.text(static_cast<std::size_t>(number(reader))).value_or(std::string());
+std::string takeText(ByteReader& reader) {
+    return reader.text(static_cast<std::size_t>(takeNumber(reader))).value_or(std::string());
 }
 
 template <typename Record> void putRecord(ByteWriter& writer, const Record& record) {
@@ -67,7 +67,7 @@ template <typename Record> void putRecord(ByteWriter& writer, const Record& reco
 }
 
 template <typename Record> void takeRecord(ByteReader& reader, Record& record) {
-    const std::string bytes = text(reader);
+    const std::string bytes = takeText(reader);
     decode(core::RecordBytes(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()),
         record);
 }
@@ -126,7 +126,8 @@ void takeStart(ByteReader& reader, DownloadStart& start) {
     start.DataType = reader.u8().value_or(0);
     takeRecord(reader, start.setup);
     takeRecord(reader, start.analog);
-    for (auto row = number(reader); row >= 1 && row <= core::maxSamples; row = number(reader)) {
+    for (auto row = takeNumber(reader); row >= 1 && row <= core::maxSamples;
+         row = takeNumber(reader)) {
         const int i = static_cast<int>(row);
         takeRecord(reader, start.samples[i]);
         start.periods.EnginePeriod[i] = reader.i32le().value_or(0);
@@ -148,7 +149,8 @@ void putSent(ByteWriter& writer, std::string_view sent) {
 
 std::string sentBytes(ByteReader& reader, std::size_t most) {
     std::string sent;
-    for (auto run = number(reader); run > 0 && run <= most - sent.size(); run = number(reader))
+    for (auto run = takeNumber(reader); run > 0 && run <= most - sent.size();
+         run = takeNumber(reader))
         sent.append(static_cast<std::size_t>(run), static_cast<char>(reader.u8().value_or(0)));
     return sent;
 }
@@ -178,16 +180,16 @@ void putEvents(ByteWriter& writer, const std::vector<LineEvent>& events) {
 }
 
 void takeEvents(ByteReader& reader, std::vector<LineEvent>& events) {
-    const std::uint64_t count = number(reader);
+    const std::uint64_t count = takeNumber(reader);
     LineEvent event;
     for (std::uint64_t i = 0; i < count && !reader.failed(); ++i) {
         const std::uint8_t first = reader.u8().value_or(0);
         const bool usual = first < longEvent;
         event.kind =
             usual ? LineEvent::Kind::arrived : static_cast<LineEvent::Kind>(first - longEvent);
-        event.turn += usual ? first % shortTurns : smallNumber(reader);
-        event.sent += usual ? (first < noneSent ? 1U : 0U) : smallNumber(reader);
-        event.bytes = usual ? 1 : smallNumber(reader);
+        event.turn += usual ? first % shortTurns : takeSmallNumber(reader);
+        event.sent += usual ? (first < noneSent ? 1U : 0U) : takeSmallNumber(reader);
+        event.bytes = usual ? 1 : takeSmallNumber(reader);
         events.push_back(event);
     }
 }
@@ -196,18 +198,18 @@ std::unique_ptr<RawSession> takeSession(ByteReader& reader, std::size_t size) {
     auto session = std::make_unique<RawSession>();
     takeMoment(reader, session->moment);
     session->saved = reader.u8().value_or(0) != 0;
-    session->title = text(reader);
+    session->title = takeText(reader);
     session->DataType = reader.u8().value_or(0);
     session->SampleCount = reader.u16le().value_or(0);
     session->surplus = reader.i32le().value_or(0);
-    const std::string config = text(reader);
+    const std::string config = takeText(reader);
     const bool read =
         core::decodeConfig(platform::Bytes(config.begin(), config.end()), session->Config);
     takeTables(reader, *session);
     takeStart(reader, session->start);
     constexpr std::size_t longestRun = 100; // a byte of the file stands for many that were sent
     session->line.sent = sentBytes(reader, longestRun * size);
-    session->line.came = text(reader);
+    session->line.came = takeText(reader);
     takeEvents(reader, session->line.events);
     return read && !reader.failed() && reader.left() == 0 ? std::move(session) : nullptr;
 }

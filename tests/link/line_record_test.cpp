@@ -8,7 +8,7 @@
 namespace kvo::link {
 namespace {
 
-using Kind = LineEvent::Kind;
+using EventKind = LineEvent::Kind;
 
 struct RecordedLine {
     RecordedLine() {
@@ -32,7 +32,7 @@ TEST(LineRecorder, NotesWhatWasSentAndWhatCameAndWhen) {
     EXPECT_EQ(record->sent, "Q");
     EXPECT_EQ(record->came, "?");
     const auto turn = static_cast<std::uint32_t>(t.line.turnsGone());
-    EXPECT_EQ(record->events, (std::vector<LineEvent>{{Kind::arrived, turn, 1, 1}}));
+    EXPECT_EQ(record->events, (std::vector<LineEvent>{{EventKind::arrived, turn, 1, 1}}));
 }
 
 // What was never read is taken out of the buffer as the port closes; nothing is sent for it.
@@ -58,8 +58,8 @@ TEST(LineRecorder, NotesALossOnce) {
     t.recorder.setPortOpen(false);
     const LineRecord* record = t.recorder.end();
     ASSERT_EQ(record->events.size(), 2U);
-    EXPECT_EQ(record->events[0].kind, Kind::arrived);
-    EXPECT_EQ(record->events[1].kind, Kind::lost);
+    EXPECT_EQ(record->events[0].kind, EventKind::arrived);
+    EXPECT_EQ(record->events[1].kind, EventKind::lost);
     EXPECT_EQ(record->events[1].bytes, 2U);
 }
 
@@ -95,8 +95,8 @@ TEST(LineRecorder, TooMuchIsNoNote) {
 
 TEST(ReplayedLine, BringsTheSameAtTheSameTurn) {
     const LineRecord record{"QD", "?xy",
-        {{Kind::arrived, 70, 1, 1}, {Kind::sentOut, 90, 2, 0}, {Kind::arrived, 100, 2, 2},
-            {Kind::lost, 200, 2, 1}}};
+        {{EventKind::arrived, 70, 1, 1}, {EventKind::sentOut, 90, 2, 0},
+            {EventKind::arrived, 100, 2, 2}, {EventKind::lost, 200, 2, 1}}};
     ReplayedLine line(record);
     line.setPortOpen(true);
     line.setInputLen(0);
