@@ -10,6 +10,7 @@
 #include "tests/support/memory_files.h"
 #include "tools/logger_simulator/wire_layout.h"
 
+#include <algorithm>
 #include <memory>
 #include <optional>
 #include <stdexcept>
@@ -76,7 +77,7 @@ public:
     long left = 0;
     int turns(int limit) override {
         const int gone = m_inner.turns(limit);
-        left -= gone;
+        left -= std::max(gone, 1); // a wait of no time counts too
         if (left < 0) throw std::runtime_error("endless");
         return gone;
     }
