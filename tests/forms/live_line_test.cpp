@@ -22,6 +22,7 @@
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTimer>
 
@@ -204,8 +205,9 @@ private slots:
             if (!now.isEmpty()) said = now;
         });
         look.start(20);
-        runFor(2800);
-        QCOMPARE(said, QStringLiteral("No data from the logger for 2 s"));
+        // A machine that does other work may show a later second first.
+        const QRegularExpression plain(QStringLiteral("^No data from the logger for [2-9] s$"));
+        QTRY_VERIFY_WITH_TIMEOUT(plain.match(said).hasMatch(), 9000);
     }
 
     void anotherProgramFindsThePortInUse() {
