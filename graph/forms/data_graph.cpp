@@ -9,6 +9,7 @@
 #include "platform/qt/text.h"
 #include "platform/services.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QScreen>
 #include <QTimer>
@@ -105,11 +106,14 @@ void DataGraph::openChosen(const std::optional<core::ChosenRun>& run) {
     activateWindow();
 }
 
-// The run that is wanted, or the chooser, once the window stands.
-void DataGraph::openAsked() {
+// The run that is wanted, or the chooser, once the window stands. A command that was quicker may
+// have a dialog up, even the chooser itself: it goes first.
+void DataGraph::openAsked(int afterMs) {
+    constexpr int againMs = 50;
     if (!m_chooseOnShow) return;
-    m_chooseOnShow = false;
-    QTimer::singleShot(0, this, [this] {
+    QTimer::singleShot(afterMs, this, [this] {
+        if (QApplication::activeModalWidget() != nullptr) return openAsked(againMs);
+        if (!std::exchange(m_chooseOnShow, false)) return;
         const auto chosen = std::exchange(m_chosenElsewhere, std::nullopt);
         chosen ? m_course.show(*chosen) : m_course.Mnu_LoadData();
     });

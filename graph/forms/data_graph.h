@@ -69,7 +69,7 @@ private:
     void Form_Activate();
     void Form_Unload();
     void Form_Resize();
-    void openAsked();
+    void openAsked(int afterMs = 0);
 
     // graph::CourseView
     std::optional<core::ChosenRun> chooseRun(const std::string& title) override;

@@ -38,6 +38,23 @@ private slots:
     void init() { begin(); }
     void cleanup() { QCOMPARE(end(), QString()); }
 
+    // A key that was typed ahead may open the same chooser before the window asks for its run.
+    void aCommandThatWasQuickerThanTheChooserGoesFirst() {
+        store(32, 1);
+        QStringList titles;
+        const auto cancel = [&titles](QWidget* chooser) {
+            titles << chooser->windowTitle();
+            pressIn(chooser, "BTN_Cancel");
+        };
+        testing::onModal(cancel);
+        testing::onModal(cancel);
+        auto& graph = form<DataGraph>();
+        graph.show();
+        command("Mnu_DeleteRun").trigger();
+        QTRY_COMPARE(
+            titles, (QStringList{QStringLiteral("Delete File"), QStringLiteral("Load Data File")}));
+    }
+
     void chooserOpensARunAndTheKeysGoThroughItsList() {
         for (const int number : {1, 2, 3}) listModelRun(state(), files(), 32, number);
         DataGraph& graph = openByChooser([](QWidget* chooser) {
