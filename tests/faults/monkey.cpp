@@ -63,7 +63,8 @@ void tellAndEnd(int signal) {
 // What the toolkit warns of is a fault of ours, but for what the off-screen plugin cannot do.
 faults::Proof* warnings = nullptr;
 void onWarning(QtMsgType type, const QMessageLogContext&, const QString& text) {
-    if (type == QtDebugMsg || type == QtInfoMsg || text.startsWith("This plugin does not support")) return;
+    if (type == QtDebugMsg || type == QtInfoMsg || text.startsWith("This plugin does not support"))
+        return;
     std::string told = text.toStdString();
     for (const std::string& action : lastActions()) told += "\n  " + action;
     warnings->fault(told);
