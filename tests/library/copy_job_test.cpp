@@ -122,6 +122,14 @@ TEST_F(CopyJobTest, aMissingFolderIsMadeAfterAYes) {
     EXPECT_TRUE(files.folderExists("/stick/new"));
 }
 
+TEST_F(CopyJobTest, theFolderIsMadeBeforeAnythingIsCopied) {
+    files.failWrites("/stick/new/" + two, Failure::diskError);
+    expectCreate("/stick/new", Reply::yes);
+    expectPlain("        Error Copying File       ");
+    EXPECT_EQ(copy({1}, "/stick/new/"), 0);
+    EXPECT_TRUE(files.folderExists("/stick/new"));
+}
+
 TEST_F(CopyJobTest, aNoLeavesTheFormAsItWas) {
     expectCreate("/gone", Reply::no).whileShown = [this] { EXPECT_FALSE(dialogs.hourglass()); };
     EXPECT_EQ(copy({0, 1}, "/gone"), 0);

@@ -241,6 +241,7 @@ TEST(PitRunSession, SilenceIsToldFromTwoSecondsOnAndNothingElseChanges) {
             (std::vector<std::string>{"No data from the logger for 2 s",
                 "No data from the logger for 3 s", "No data from the logger for 4 s",
                 "No data from the logger for 5 s", ""}));
+        EXPECT_LE(rig.view.statusCalls, 7); // a second is written once: screen readers speak it
         EXPECT_TRUE(rig.view.readings.empty());
         EXPECT_EQ(rig.view.captions, (std::vector<std::string>{"Stop", "Start"}));
         EXPECT_LT(rig.line.yields(), 60); // it sleeps
@@ -347,6 +348,7 @@ TEST(PitRunSession, ALineThatTakesNothingCanBeLeft) {
     EXPECT_TRUE(rig.view.unloaded);
     EXPECT_EQ(rig.view.touchedAfterUnload, 0);
     EXPECT_EQ(rig.line.closings(), 1);
+    EXPECT_LT(rig.line.turnsGone(), 2 * second); // the second press ended it, and nothing later
     EXPECT_FALSE(rig.session.running());
 }
 

@@ -27,6 +27,7 @@ public:
     link::PitRunLayout layout;
     std::vector<link::PitRunReadings> readings;
     std::vector<std::string> statuses; // as they changed
+    int statusCalls = 0;
     bool unloaded = false;
     int touchedAfterUnload = 0;
     std::function<void()> onReadings;
@@ -44,6 +45,7 @@ public:
     }
     void setStatus(const std::string& text) override {
         touch();
+        ++statusCalls;
         if (statuses.empty() ? !text.empty() : statuses.back() != text) statuses.push_back(text);
     }
     void unload() override {
