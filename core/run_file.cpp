@@ -7,10 +7,13 @@
 #include "core/run_info.h"
 #include "core/run_records.h"
 #include "platform/dialogs.h"
+#include "platform/memory.h"
 
 #include <algorithm>
 #include <array>
+#include <new>
 #include <optional>
+#include <utility>
 
 namespace kvo::core {
 
@@ -104,9 +107,11 @@ platform::WriteResult makeFolderOf(
 
 platform::WriteResult writeRecords(
     const OpenRun& run, int sampleCount, const std::string& appFolder, platform::Files& files) {
-    if (auto made = makeFolderOf(run.path, appFolder, files); !made) return made;
-    const platform::Bytes records = encodeRun(run, sampleCount, Tail::written);
-    return replaceBeginningKept(appFolder, run.path, records, files);
+    return platform::writtenWithinMemory(run.path, [&] {
+        if (auto made = makeFolderOf(run.path, appFolder, files); !made) return made;
+        const platform::Bytes records = encodeRun(run, sampleCount, Tail::written);
+        return replaceBeginningKept(appFolder, run.path, records, files);
+    });
 }
 
 } // namespace
@@ -162,43 +167,55 @@ RunIndexEntry indexEntryOf(const std::string& path, const std::string& RunText) 
         path.substr(path.size() - std::min(path.size(), nameLength)), indexDescription(RunText)};
 }
 
-LoadOutcome LoadRun(const std::string& path, OpenRun& run, platform::Files& files) {
-    const std::string trimmed = rightTrimmed(path);
-    const auto file = files.read(trimmed);
-    if (!file) return {LoadResult::missing, 0};
+namespace {
+
+LoadOutcome notRead(platform::FileFailure why) {
+    return {why == platform::FileFailure::noMemory ? LoadResult::noMemory : LoadResult::missing, 0};
+}
+
+LoadOutcome readMainRun(const std::string& path, OpenRun& run, platform::Files& files) {
+    std::string trimmed = rightTrimmed(path);
+    const auto read = files.readOrReason(trimmed);
+    if (!read) return notRead(read.failure);
+    const auto& file = read.content;
     // A file without any record counts as having an empty first one, so that it never passes for
     // the run that was loaded before it.
-    const std::string line = file->empty()
-                                 ? std::string()
-                                 : decodeHeaderLine(runRecord(*file, 1)).value_or(run.headerLine);
+    std::string line = file->empty()
+                           ? std::string()
+                           : decodeHeaderLine(runRecord(*file, 1)).value_or(run.headerLine);
     const std::uint8_t type = typeInFront(line);
     const DataTypeFacts* facts = dataTypeFacts(type);
     if (facts == nullptr || facts->rows == 0) return {LoadResult::notARun, type};
-    run.path = trimmed;
-    run.infoPath = infoFilePath(trimmed);
-    run.headerLine = line;
+    std::string infoPath = infoFilePath(trimmed);
+    TrackTimes times = LoadRunTimes(infoPath, files);
+    // From here on nothing takes memory, so a run is never half of the one before.
+    run.path = std::move(trimmed);
+    run.infoPath = std::move(infoPath);
+    run.headerLine = std::move(line);
+    run.times = std::move(times);
     run.DataType = type;
     decode(runRecord(*file, 2), run.image.header);
     readRows(*file, facts->rows, run);
     readBlocks(*file, facts->rows, run.image);
     repairTimeOffset(run.image.tail, type);
-    run.times = LoadRunTimes(run.infoPath, files);
     return {LoadResult::loaded, type};
 }
 
-LoadOutcome LoadOverlayRun(
+LoadOutcome readOverlayRun(
     const std::string& path, OpenRun& overlay, const platform::Files& files) {
-    const std::string trimmed = rightTrimmed(path);
-    const auto file = files.read(trimmed);
-    if (!file) return {LoadResult::missing, 0};
-    const std::string line = decodeHeaderLine(runRecord(*file, 1)).value_or("");
+    std::string trimmed = rightTrimmed(path);
+    const auto read = files.readOrReason(trimmed);
+    if (!read) return notRead(read.failure);
+    const auto& file = read.content;
+    std::string line = decodeHeaderLine(runRecord(*file, 1)).value_or("");
     const std::uint8_t type = typeInFront(line);
     const DataTypeFacts* facts = dataTypeFacts(type);
     if (facts == nullptr || facts->overlayRows == 0) return {LoadResult::notARun, type};
+    std::string infoPath = infoFilePath(trimmed);
     overlay = {};
-    overlay.path = trimmed;
-    overlay.infoPath = infoFilePath(trimmed);
-    overlay.headerLine = line;
+    overlay.path = std::move(trimmed);
+    overlay.infoPath = std::move(infoPath);
+    overlay.headerLine = std::move(line);
     overlay.DataType = type;
     decode(runRecord(*file, 2), overlay.image.header);
     // Required: the loop has no test for the end of the file, and takes blocks for rows where its
@@ -212,7 +229,32 @@ LoadOutcome LoadOverlayRun(
     return {LoadResult::loaded, type};
 }
 
+LoadMessage noMemoryMessage(const std::string& path) {
+    return {
+        "Not enough memory to load\n" + rightTrimmed(path), platform::boxStyle::critical, false};
+}
+
+} // namespace
+
+LoadOutcome LoadRun(const std::string& path, OpenRun& run, platform::Files& files) {
+    try {
+        return readMainRun(path, run, files);
+    } catch (const std::bad_alloc&) {
+        return {LoadResult::noMemory, 0};
+    }
+}
+
+LoadOutcome LoadOverlayRun(
+    const std::string& path, OpenRun& overlay, const platform::Files& files) {
+    try {
+        return readOverlayRun(path, overlay, files);
+    } catch (const std::bad_alloc&) {
+        return {LoadResult::noMemory, 0};
+    }
+}
+
 LoadMessage loadMessage(LoadResult result, const std::string& path) {
+    if (result == LoadResult::noMemory) return noMemoryMessage(path);
     const std::string trimmed = rightTrimmed(path);
     if (result == LoadResult::missing) {
         return {"File no Found                  \n" + trimmed, missingStyle, false};
@@ -222,6 +264,7 @@ LoadMessage loadMessage(LoadResult result, const std::string& path) {
 }
 
 LoadMessage overlayLoadMessage(LoadResult result, const std::string& path) {
+    if (result == LoadResult::noMemory) return noMemoryMessage(path);
     if (result == LoadResult::missing) {
         return {" File no Found\n" + rightTrimmed(path), missingStyle, false};
     }

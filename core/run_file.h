@@ -15,7 +15,8 @@ namespace kvo::core {
 enum class LoadResult {
     loaded,
     missing, // the file cannot be opened: nothing was read
-    notARun  // no known data type stands in front of its header line
+    notARun, // no known data type stands in front of its header line
+    noMemory // there is not enough of it for the file
 };
 
 struct LoadOutcome {

@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <new>
 #include <numeric>
 #include <optional>
 #include <span>
@@ -208,6 +209,8 @@ ReadIndex readOrCreateRunIndex(const std::string& appFolder, platform::Files& fi
     auto file = files.readOrReason(path);
     if (file) {
         index.entries = runIndexOf(std::move(*file.content));
+    } else if (file.failure == platform::FileFailure::noMemory) {
+        throw std::bad_alloc(); // the list that there was is better than none
     } else if (file.failure != platform::FileFailure::notFound) {
         index.unread = file.message;
     } else if (makeDataFolder(appFolder, files)) {

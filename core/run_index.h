@@ -35,7 +35,8 @@ std::string indexPath(const std::string& appFolder, const platform::Files& files
 std::vector<RunIndexEntry> readRunIndex(const std::string& path, const platform::Files& files);
 // The rows of an index that was read already.
 std::vector<RunIndexEntry> runIndexOf(platform::Bytes index);
-// The same for the program's own index, where a missing one is created empty.
+// The same for the program's own index, where a missing one is created empty. Throws std::bad_alloc
+// where there is not enough memory for it.
 struct ReadIndex {
     std::vector<RunIndexEntry> entries;
     std::string unread; // why an index that is there could not be read; nothing is created then

@@ -4,8 +4,10 @@
 #include "core/config.h"
 #include "core/data_types.h"
 #include "core/paths.h"
+#include "platform/memory.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace kvo::graph {
 namespace {
@@ -69,6 +71,12 @@ void Course::tell(const core::LoadMessage& message) {
     m_dialogs.messageBox(message.text, message.style, core::programName);
 }
 
+// A picture for which there is not enough memory is told of; the runs are as they are.
+template <class Draw> void Course::draw(Draw&& work) {
+    platform::withinMemory(m_dialogs, "draw the whole picture", std::forward<Draw>(work));
+    m_graph.LoadingBar = 0;
+}
+
 // --- A run comes and goes
 
 void Course::openEmpty() {
@@ -118,6 +126,11 @@ void Course::GraphChange(int index) {
 }
 
 void Course::show(const core::ChosenRun& chosen) {
+    platform::withinMemory(m_dialogs, "show this run", [&] { showRun(chosen); });
+}
+
+void Course::showRun(const core::ChosenRun& chosen) {
+    std::string caption = "Data File: " + core::rightTrimmed(chosen.fileName);
     core::LoadOutcome outcome;
     {
         const Working working(m_dialogs);
@@ -129,16 +142,18 @@ void Course::show(const core::ChosenRun& chosen) {
     }
     dropOverlay();
     m_commandRenamed = true;
-    m_runCaption = "Data File: " + core::rightTrimmed(chosen.fileName);
-    m_window.emptyLabels();
-    m_window.setScaleRight(m_in.Run.SampleCount + 1);
-    m_window.showState();
-    m_window.showChannelsForType(m_in.Run.DataType);
-    m_graph.LoadingBar = core::flagOn;
-    m_window.drawTrend();
-    m_graph.LoadingBar = 0;
-    m_graph.CursorSample = m_in.Run.image.tail.TimeOffset;
-    m_window.timeLine();
+    m_runCaption = std::move(caption);
+    draw([this] {
+        m_window.emptyLabels();
+        m_window.setScaleRight(m_in.Run.SampleCount + 1);
+        m_window.showState();
+        m_window.showChannelsForType(m_in.Run.DataType);
+        m_graph.LoadingBar = core::flagOn;
+        m_window.drawTrend();
+        m_graph.LoadingBar = 0;
+        m_graph.CursorSample = m_in.Run.image.tail.TimeOffset;
+        m_window.timeLine();
+    });
 }
 
 void Course::takeImported(const std::vector<std::string>& paths) {
@@ -194,7 +209,8 @@ void Course::unloadOverlay() {
 void Course::Mnu_Overlay() {
     if (overlayLoaded()) return unloadOverlay();
     if (const auto chosen = m_window.chooseRun("Load Overlay File")) {
-        loadOverlay(*chosen);
+        const auto load = [&] { loadOverlay(*chosen); };
+        if (!platform::withinMemory(m_dialogs, "load this overlay", load)) dropOverlay();
     }
     m_window.showState();
     m_window.timeLine();
@@ -212,13 +228,14 @@ void Course::loadOverlay(const core::ChosenRun& chosen) {
     if (!outcome) tell(core::overlayLoadMessage(outcome.result, chosen.path));
     if (!outcome || !takesType(loaded.DataType)) return dropOverlay();
     m_in.Overlay = std::move(loaded);
-    // A sample with time-shared exhausts fills one of their labels and leaves the others.
-    m_window.emptyOverlayLabels();
     m_graph.OverlayLoaded = core::flagOn;
-    m_window.showState();
-    m_graph.LoadingBar = core::flagOn;
-    m_window.overLayDraw();
-    m_graph.LoadingBar = 0;
+    draw([this] {
+        // A sample with time-shared exhausts fills one of their labels and leaves the others.
+        m_window.emptyOverlayLabels();
+        m_window.showState();
+        m_graph.LoadingBar = core::flagOn;
+        m_window.overLayDraw();
+    });
 }
 
 bool Course::takesType(std::uint8_t overlayType) {

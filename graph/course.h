@@ -104,6 +104,8 @@ private:
     bool takesType(std::uint8_t overlayType);
     void clear();
     void tell(const core::LoadMessage& message);
+    void showRun(const core::ChosenRun& chosen);
+    template <class Draw> void draw(Draw&& work);
     void finishTool(const ToolResult& result);
     ToolPlace toolPlace() const;
 

@@ -3,6 +3,8 @@
 #include "core/data_types.h"
 #include "core/paths.h"
 
+#include <new>
+
 namespace kvo::graph {
 
 using namespace channels;
@@ -74,18 +76,11 @@ bool TrendDrawing::DrawTrend() {
     trend.cls();
     const bool drawable = trend.usable();
     if (drawable && m_run.SampleCount != 0) {
-        if (unsetResolution(m_config.G_Res)) m_config.G_Res = usualResolution;
-        m_host.showLabels(drawTrendLabels(m_run.DataType, m_config));
-        m_host.setProgressMax(progressMax(m_config, m_run.DataType, m_run.SampleCount));
-        m_host.showLoading("Loading:", core::baseName(m_run.path));
-        m_view.ProgressCount = 0;
-        m_view.RpmScale = static_cast<std::int16_t>(m_config.MaxRpm + 6);
-        DrawGrid();
-        DrawSwitches();
-        trend.setDrawStyle(0);
-        trend.setDrawWidth(1);
-        for (const int channel : drawOrder(m_run.DataType)) {
-            if (isDrawn(channel)) drawChannel(channel);
+        try {
+            drawRun();
+        } catch (const std::bad_alloc&) {
+            endDrawing();
+            throw;
         }
         m_host.hideLoading();
     }
@@ -95,9 +90,45 @@ bool TrendDrawing::DrawTrend() {
     return drawable;
 }
 
+void TrendDrawing::drawRun() {
+    platform::Surface& trend = m_host.trend();
+    if (unsetResolution(m_config.G_Res)) m_config.G_Res = usualResolution;
+    m_host.showLabels(drawTrendLabels(m_run.DataType, m_config));
+    m_host.setProgressMax(progressMax(m_config, m_run.DataType, m_run.SampleCount));
+    m_host.showLoading("Loading:", core::baseName(m_run.path));
+    m_view.ProgressCount = 0;
+    m_view.RpmScale = static_cast<std::int16_t>(m_config.MaxRpm + 6);
+    DrawGrid();
+    DrawSwitches();
+    trend.setDrawStyle(0);
+    trend.setDrawWidth(1);
+    for (const int channel : drawOrder(m_run.DataType)) {
+        if (isDrawn(channel)) drawChannel(channel);
+    }
+}
+
+void TrendDrawing::endDrawing() {
+    m_host.hideLoading();
+    m_view.ProgressCount = 0;
+    m_host.setTrendHourglass(false);
+}
+
 void TrendDrawing::OverLayDraw() {
     platform::Surface& trend = m_host.trend();
     m_host.setTrendHourglass(true);
+    try {
+        drawOverlay();
+    } catch (const std::bad_alloc&) {
+        endDrawing();
+        throw;
+    }
+    // Required: DrawStyle is not put back; the next DrawTrend sets it.
+    endDrawing();
+    trend.refresh();
+}
+
+void TrendDrawing::drawOverlay() {
+    platform::Surface& trend = m_host.trend();
     m_host.setProgressMax(overlayProgressMax(m_config, m_overlay.DataType, m_run.SampleCount));
     m_host.showLoading("Overlaying:", core::baseName(m_overlay.path));
     trend.setAutoRedraw(true);
@@ -108,11 +139,6 @@ void TrendDrawing::OverLayDraw() {
     for (const int channel : drawOrder(m_overlay.DataType)) {
         if (isDrawn(channel)) drawOverlayChannel(channel);
     }
-    // Required: DrawStyle is not put back; the next DrawTrend sets it.
-    m_host.hideLoading();
-    m_view.ProgressCount = 0;
-    m_host.setTrendHourglass(false);
-    trend.refresh();
 }
 
 void TrendDrawing::DrawGrid() {

@@ -63,6 +63,9 @@ public:
     void drawChannelAlone(int channel);
 
 private:
+    void drawRun();
+    void drawOverlay();
+    void endDrawing();
     void applyMagnifyDefault(int channel);
     void drawPoints(std::int32_t colour);
     void Ind_Line(int calls);

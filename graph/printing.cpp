@@ -5,6 +5,7 @@
 
 #include <array>
 #include <cassert>
+#include <new>
 
 namespace kvo::graph {
 namespace {
@@ -46,7 +47,7 @@ PrintResult printPages(PrintJob& job, const PrintItem& item, const PictureInput&
 }
 
 PrintResult printDocument(const PrintItem& item, const PictureInput& input,
-    std::string& analogPicture, const PrintPlace& place) {
+    std::string& analogPicture, const PrintPlace& place) try {
     PrintTable table;
     if (item.data) table = makePrintTable(channels::viewOfRun(input.run), analogPicture);
     if (table.failed) return {Printed::failed, "A value of the run cannot be worked out."};
@@ -56,6 +57,8 @@ PrintResult printDocument(const PrintItem& item, const PictureInput& input,
     auto printed = printPages(*start.job, item, input, table, place.progress);
     if (!printed) start.job->kill();
     return printed;
+} catch (const std::bad_alloc&) { // a job that was begun is killed as it goes
+    return {Printed::failed, {}};
 }
 
 } // namespace

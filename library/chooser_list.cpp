@@ -118,13 +118,13 @@ std::optional<std::size_t> findTyped(
 platform::WriteResult DeleteFile(const std::string& appFolder,
     std::vector<core::RunIndexEntry>& rows, std::size_t row, platform::Files& files) {
     if (row >= rows.size()) return {};
-    const std::string path = dataFilePath(appFolder, rows[row].FileName, files);
+    const core::RunIndexEntry gone = rows[row]; // first, so that no lack of memory comes between
+    const std::string path = dataFilePath(appFolder, gone.FileName, files);
     if (!path.empty()) {
         for (const std::string& each : {path, core::infoFilePath(path)}) {
             if (auto removed = core::removeKept(appFolder, each, files); !removed) return removed;
         }
     }
-    const core::RunIndexEntry gone = rows[row];
     rows.erase(rows.begin() + static_cast<std::ptrdiff_t>(row));
     return core::removeFromIndex(appFolder, gone, files);
 }

@@ -8,11 +8,13 @@
 #include "core/run_info.h"
 #include "core/run_records.h"
 #include "library/text_run.h"
+#include "platform/memory.h"
 
 #include <algorithm>
 #include <array>
 #include <charconv>
 #include <memory>
+#include <new>
 #include <utility>
 
 namespace kvo::library {
@@ -118,8 +120,9 @@ Import::Import(
 
 void Import::Data_File() {
     const std::string unread = m_in.runs.read(m_in.AppFolder, m_files);
-    m_known.clear();
-    for (const core::RunIndexEntry& row : m_in.runs.rows()) m_known.insert(row.Description);
+    std::unordered_set<std::string> known;
+    for (const core::RunIndexEntry& row : m_in.runs.rows()) known.insert(row.Description);
+    m_known.swap(known);
     m_view.showRuns();
     if (!unread.empty()) m_dialogs.messageBox(unread, boxStyle::critical, "Run index");
 }
@@ -131,6 +134,20 @@ ImportedBatch Import::Butten_Import(
     m_cancelled = false;
     m_listedAt = m_in.now();
     ImportedBatch batch;
+    platform::withinMemory(
+        m_dialogs, "import these files", [&] { importFiles(mode, folder, names, batch); });
+    batch.cancelled = m_cancelled;
+    batch.written = std::exchange(m_written, {});
+    platform::withinMemory(m_dialogs, "list the imported runs", [&] {
+        addRunsToIndex();
+        Data_File();
+    });
+    m_running = false;
+    return batch;
+}
+
+void Import::importFiles(ImportMode mode, const std::string& folder,
+    const std::vector<std::string>& names, ImportedBatch& batch) {
     batch.files = static_cast<int>(names.size());
     for (int i = 0; i < batch.files && !m_cancelled; ++i) {
         const std::string& name = names[static_cast<std::size_t>(i)];
@@ -138,16 +155,20 @@ ImportedBatch Import::Butten_Import(
         m_view.setProgress(0, 1);
         if (m_cancelled) break;
         const Source source{core::joined(folder, name, m_files), name, i + 1 == batch.files};
-        if (importFile(mode, source)) ++batch.imported;
+        if (importWithinMemory(mode, source)) ++batch.imported;
         addRunsWhenDue();
     }
     m_view.clearProgress();
-    batch.cancelled = m_cancelled;
-    batch.written = std::exchange(m_written, {});
-    addRunsToIndex();
-    Data_File();
-    m_running = false;
-    return batch;
+}
+
+// A file that there is not enough memory for is named like any other that fails.
+bool Import::importWithinMemory(ImportMode mode, const Source& source) {
+    try {
+        return importFile(mode, source);
+    } catch (const std::bad_alloc&) {
+    }
+    failed(source, platform::noMemoryReason);
+    return false;
 }
 
 bool Import::importFile(ImportMode mode, const Source& source) {
@@ -162,9 +183,13 @@ bool Import::importFile(ImportMode mode, const Source& source) {
         return false;
     }
     if (!mayUse(target)) return false;
+    // Room in front of the write: a run that is in is entered without more memory.
+    m_written.reserve(m_written.size() + 1);
+    m_fresh.reserve(m_fresh.size() + 1);
+    std::string path = target.path;
     const bool done =
         mode == ImportMode::windows ? WinImport(source, target) : DosImport(source, target);
-    if (done) m_written.push_back(target.path);
+    if (done) m_written.push_back(std::move(path));
     return done;
 }
 
@@ -270,22 +295,26 @@ bool Import::WinImport(const Source& source, const Target& target) {
         return false;
     }
     if (!makeDataFolder(source)) return false;
+    core::RunIndexEntry entry{target.name, descriptionOfRunFile(*line)};
     const auto copied = core::replaceKept(m_in.AppFolder, target.path, *content, m_files);
     if (!copied) {
         failed(source, copied.message);
         return false;
     }
-    m_fresh.push_back({target.name, descriptionOfRunFile(*line)});
+    m_fresh.push_back(std::move(entry));
     return copyInfo(source, target);
 }
 
 // The run is in also where its notes cannot be copied.
 bool Import::copyInfo(const Source& source, const Target& target) {
-    const auto info = m_files.readOrReason(core::infoFilePath(source.path));
-    if (!info && info.failure == platform::FileFailure::notFound) return true;
-    const auto copied = info ? core::replaceKept(m_in.AppFolder, core::infoFilePath(target.path),
-                                   *info.content, m_files)
-                             : platform::WriteResult{false, info.message, info.failure};
+    const auto copied = platform::writtenWithinMemory("The notes", [&]() -> platform::WriteResult {
+        const auto info = m_files.readOrReason(core::infoFilePath(source.path));
+        if (info)
+            return core::replaceKept(
+                m_in.AppFolder, core::infoFilePath(target.path), *info.content, m_files);
+        if (info.failure == platform::FileFailure::notFound) return {};
+        return {false, info.message, info.failure};
+    });
     if (!copied) failed(source, "The run is imported, but not its notes.\n" + copied.message);
     return true;
 }
@@ -324,12 +353,14 @@ bool Import::SaveImport(const Source& source, const Target& target, core::OpenRu
     const std::string description = importDescription(target.dateText, *answer);
     run.headerLine = importHeaderLine(run.headerLine, description);
     run.path = target.path;
+    // Required: a run whose description is listed already is written and not listed again.
+    const bool isListed = m_known.contains(asListed(description));
+    core::RunIndexEntry entry{target.name, description};
     if (const auto saved = core::SaveImportedRun(run, m_in.AppFolder, m_files); !saved) {
         failed(source, saved.message);
         return false;
     }
-    // Required: a run whose description is listed already is written and not listed again.
-    if (!m_known.contains(asListed(description))) m_fresh.push_back({target.name, description});
+    if (!isListed) m_fresh.push_back(std::move(entry));
     return true;
 }
 
@@ -341,14 +372,18 @@ void Import::addRunsWhenDue() {
     if (m_fresh.size() < mostUnlisted && now - m_listedAt < longestUnlisted) return;
     m_listedAt = now;
     if (m_fresh.empty()) return;
-    if (core::AddRunsToIndex(m_in.AppFolder, m_fresh, core::IndexOrder::sorted, m_files))
-        m_fresh.clear();
+    if (writeIndex()) m_fresh.clear();
+}
+
+platform::WriteResult Import::writeIndex() {
+    return platform::writtenWithinMemory("The list of runs", [this] {
+        return core::AddRunsToIndex(m_in.AppFolder, m_fresh, core::IndexOrder::sorted, m_files);
+    });
 }
 
 void Import::addRunsToIndex() {
     while (!m_fresh.empty()) {
-        const auto written =
-            core::AddRunsToIndex(m_in.AppFolder, m_fresh, core::IndexOrder::sorted, m_files);
+        const auto written = writeIndex();
         if (written) return m_fresh.clear();
         const Reply reply = m_dialogs.messageBox(
             written.message + "\n\nThe imported runs are in the Data folder, but not in the list.",

@@ -82,6 +82,9 @@ private:
         std::string dateText;
     };
 
+    void importFiles(ImportMode mode, const std::string& folder,
+        const std::vector<std::string>& names, ImportedBatch& batch);
+    bool importWithinMemory(ImportMode mode, const Source& source);
     bool importFile(ImportMode mode, const Source& source);
     std::optional<platform::DateTime> askDate(const Source& source);
     std::optional<platform::DateTime> askCorrectDate(const platform::DateTime& created);
@@ -92,6 +95,7 @@ private:
     bool DosImport(const Source& source, const Target& target);
     bool SaveImport(const Source& source, const Target& target, core::OpenRun& run);
     std::optional<std::string> askRunNumber(const Source& source, const Target& target);
+    platform::WriteResult writeIndex();
     void addRunsWhenDue();
     void addRunsToIndex();
     bool makeDataFolder(const Source& source);

@@ -4,16 +4,25 @@
 #include "library/chooser_list.h"
 
 #include <algorithm>
+#include <new>
 
 namespace kvo::library {
 
-std::string RunList::read(const std::string& appFolder, platform::Files& files) {
+std::string RunList::readAnew(const std::string& appFolder, platform::Files& files) {
     const std::string selected = chosen().FileName;
     core::ReadIndex index = core::readOrCreateRunIndex(appFolder, files);
+    const auto row = rowToOpenOn(index.entries, selected.empty() ? m_lastTaken : selected);
     m_rows = std::move(index.entries);
-    const auto row = rowToOpenOn(m_rows, selected.empty() ? m_lastTaken : selected);
     choose(row ? static_cast<int>(*row) : -1);
-    return index.unread;
+    return std::move(index.unread);
+}
+
+std::string RunList::read(const std::string& appFolder, platform::Files& files) {
+    try {
+        return readAnew(appFolder, files);
+    } catch (const std::bad_alloc&) {
+        return "Not enough memory to read the list of runs.";
+    }
 }
 
 void RunList::choose(int row) {

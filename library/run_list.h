@@ -46,6 +46,8 @@ public:
         std::string_view newText, core::OpenRun& openRun, platform::Files& files);
 
 private:
+    std::string readAnew(const std::string& appFolder, platform::Files& files);
+
     std::vector<core::RunIndexEntry> m_rows;
     int m_chosen = -1;
     std::string m_lastTaken; // file name

@@ -20,6 +20,7 @@ enum class FileFailure {
     noSuchPath,   // the folder that was to be written in is not there
     notPermitted, // by the owner's rights, or the whole disk can only be read
     readOnly,     // the file itself is marked as read-only
+    noMemory,     // for its content
     other
 };
 

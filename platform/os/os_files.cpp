@@ -1,5 +1,6 @@
 #include "platform/os/os_files.h"
 
+#include "platform/memory.h"
 #include "platform/os/file_date.h"
 #include "platform/os/os_clock.h"
 
@@ -213,7 +214,7 @@ ReadResult OsFiles::readOrReason(const std::string& path) const {
     try {
         return readWhole(place, static_cast<std::size_t>(size));
     } catch (const std::bad_alloc&) {
-        return unread(place, {FileFailure::other, "There is not enough memory."});
+        return unread(place, {FileFailure::noMemory, platform::noMemoryReason});
     } catch (const std::ios_base::failure&) {
         return unread(place, causeOfRead(EIO));
     }

@@ -17,6 +17,7 @@
 #include <algorithm>
 #include <functional>
 #include <memory>
+#include <new>
 #include <optional>
 
 using namespace kvo;
@@ -32,6 +33,7 @@ public:
     std::vector<std::string> chooserTitles;
     std::optional<core::ChosenRun> answer;
     std::function<void()> whileDeleting;
+    bool withoutMemory = false; // to draw
 
     std::optional<core::ChosenRun> chooseRun(const std::string& title) override {
         chooserTitles.push_back(title);
@@ -48,8 +50,14 @@ public:
     void showChannelsForType(int type) override {
         calls.push_back("channels " + std::to_string(type));
     }
-    void drawTrend() override { calls.push_back(bar("draw")); }
-    void overLayDraw() override { calls.push_back(bar("overlay")); }
+    void drawTrend() override {
+        if (withoutMemory) throw std::bad_alloc();
+        calls.push_back(bar("draw"));
+    }
+    void overLayDraw() override {
+        if (withoutMemory) throw std::bad_alloc();
+        calls.push_back(bar("overlay"));
+    }
     void timeLine() override { calls.push_back("line " + std::to_string(view->CursorSample)); }
 
     std::string bar(const std::string& name) const {
@@ -173,6 +181,43 @@ TEST_F(CourseOnRuns, NoChoiceChangesNothing) {
     // The line and the focus come back behind a cancelled chooser too.
     EXPECT_EQ(window.drawn(), (Calls{"line 160"}));
     EXPECT_FALSE(course.overlayLoaded());
+}
+
+TEST_F(CourseOnRuns, ARunThatThereIsNoMemoryForLeavesTheRunThatIsShown) {
+    load(1);
+    overlay(1);
+    window.drawn();
+    files.failReads(pathOf(3), kvo::testing::MemoryFiles::Failure::noMemory);
+    dialogs.expectBox("Not enough memory to load\n" + pathOf(3), 16, "Kvo");
+    load(3);
+    EXPECT_EQ(state->Run.path, pathOf(1));
+    EXPECT_EQ(course.caption(), "Data File: 24060512.31d");
+    dialogs.expectBox("Not enough memory to load\n" + pathOf(3), 16, "Kvo");
+    overlay(3);
+    EXPECT_FALSE(course.overlayLoaded());
+    files.allowReads();
+    files.failReads("/kvo/Data/24060512.33i", kvo::testing::MemoryFiles::Failure::noMemory);
+    dialogs.expectBox("Not enough memory to load\n" + pathOf(3), 16, "Kvo");
+    load(3);
+    EXPECT_EQ(state->Run.path, pathOf(1)) << "its track times are no empty ones";
+    EXPECT_EQ(state->Run.times.Text_ET, "7.1");
+    EXPECT_EQ(dialogs.problems(), "");
+}
+
+TEST_F(CourseOnRuns, APictureThatThereIsNoMemoryForIsToldAndTheRunIsThere) {
+    load(1);
+    window.withoutMemory = true;
+    dialogs.expectBox("Not enough memory to draw the whole picture.", 16, "Kvo");
+    load(3);
+    EXPECT_EQ(state->Run.path, pathOf(3));
+    EXPECT_EQ(course.caption(), "Data File: 24060512.33d");
+    EXPECT_EQ(view.LoadingBar, 0);
+    dialogs.expectBox("Not enough memory to draw the whole picture.", 16, "Kvo");
+    overlay(3);
+    EXPECT_TRUE(course.overlayLoaded());
+    EXPECT_EQ(view.LoadingBar, 0);
+    EXPECT_FALSE(dialogs.hourglass());
+    EXPECT_EQ(dialogs.problems(), "");
 }
 
 TEST_F(CourseOnRuns, AFileThatDoesNotLoadLeavesTheRunThatIsShown) {

@@ -47,8 +47,10 @@ class RefusingFiles : public testing::MemoryFiles {
 public:
     int refusals = 0;
     mutable std::map<std::string, int> reads;
+    std::function<void(const std::string& path)> onRead;
     platform::ReadResult readOrReason(const std::string& path) const override {
         ++reads[path];
+        if (onRead) onRead(path);
         return MemoryFiles::readOrReason(path);
     }
     platform::WriteResult write(const std::string& path, const platform::Bytes& content) override {

@@ -71,6 +71,21 @@ TEST_F(ImportCourse, aDateThatIsNotTheFilesIsAskedUntilItIsOne) {
     EXPECT_TRUE(files.exists("/kvo/Data/09070800.12d"));
 }
 
+TEST_F(ImportCourse, aFileThatThereIsNoMemoryForIsNamedAndTheOthersGoOn) {
+    put("a.12d", importedRunFile("25 x Date:Wed 01 Jan 2025 Run: 4#"));
+    put("b.13d", importedRunFile("25 x Date:Wed 01 Jan 2025 Run: 5#"));
+    expectDate("a.12d");
+    dialogs.expectBox("a.12d\nThere is not enough memory.\n\nGo on with the next file?", 49, "Kvo");
+    expectDate("b.13d");
+    int shown = 0;
+    files.onRead = [&shown](const std::string& path) {
+        if (path == "/disk/a.12d" && ++shown == 1) throw std::bad_alloc();
+    };
+    EXPECT_EQ(windows({"a.12d", "b.13d"}).imported, 1);
+    EXPECT_FALSE(import.running());
+    EXPECT_EQ(texts(), (std::vector<std::string>{"Wed 01 Jan 2025 Run: 5"}));
+}
+
 TEST_F(ImportCourse, aBlankDateEndsTheFileAndTheOthersGoOn) {
     put("a.12d", importedRunFile("25 x Date:Wed 01 Jan 2025 Run: 4#"));
     put("b.13d", importedRunFile("25 x Date:Wed 01 Jan 2025 Run: 5#"));

@@ -176,6 +176,14 @@ TEST_F(RunListTest, aDeleteLeavesNoChoice) {
     EXPECT_EQ(rowsOnDisk(), 2U);
 }
 
+TEST_F(RunListTest, aListThatThereIsNoMemoryForStaysAsItWas) {
+    list.choose(1);
+    files.failReads("/kvo/Data/KvoData.Ini", testing::MemoryFiles::Failure::noMemory);
+    EXPECT_EQ(list.read("/kvo", files), "Not enough memory to read the list of runs.");
+    EXPECT_EQ(list.rowCount(), 3);
+    EXPECT_EQ(list.chosenRow(), 1);
+}
+
 TEST_F(RunListTest, aDeleteThatFailsKeepsTheRowAndTheChoice) {
     list.choose(1);
     files.failWrites("/kvo/Backup", testing::MemoryFiles::Failure::fullDisk);

@@ -19,6 +19,7 @@ constexpr std::array kinds{Kind{FileFailure::full, "No space left on device"},
     Kind{FileFailure::readOnly, "Permission denied"},
     Kind{FileFailure::notPermitted, "Operation not permitted"},
     Kind{FileFailure::notReady, "No medium found"}, Kind{FileFailure::noSuchPath, "No such folder"},
+    Kind{FileFailure::noMemory, "Cannot allocate memory"},
     Kind{FileFailure::other, "Input/output error"}};
 
 const Kind& kindOf(MemoryFiles::Failure how) {
@@ -99,7 +100,8 @@ platform::WriteResult MemoryFiles::write(const std::string& path, const platform
     if (path.empty() || path.ends_with('/'))
         return {false, path + ": No such folder", FileFailure::noSuchPath};
     const auto found = find(path);
-    m_files[found == m_files.end() ? path : found->first] = content;
+    platform::Bytes copy = content; // first: a write for which there is no memory leaves nothing
+    m_files[found == m_files.end() ? path : found->first] = std::move(copy);
     return {};
 }
 

@@ -12,7 +12,15 @@ namespace kvo::testing {
 class MemoryFiles : public platform::Files {
 public:
     // What is wrong with a place; each fails with a kind and words of its own.
-    enum class Failure { fullDisk, readOnly, notPermitted, notReady, noFolder, diskError };
+    enum class Failure {
+        fullDisk,
+        readOnly,
+        notPermitted,
+        notReady,
+        noFolder,
+        noMemory,
+        diskError
+    };
     // Writes below `prefix` fail from now on, `times` times; -1: until it is allowed again.
     void failWrites(const std::string& prefix, Failure how, int times = -1);
     void allowWrites() { m_failures.clear(); }
