@@ -3,6 +3,7 @@
 #include "link/forms/logger_line.h"
 #include "mainwin/start.h"
 #include "platform/look_only_files.h"
+#include "platform/memory.h"
 #include "platform/os/heap.h"
 #include "platform/os/os_clock.h"
 #include "platform/os/os_files.h"
@@ -21,13 +22,11 @@
 #include "platform/qt/qt_yield.h"
 #include "platform/services.h"
 
-#include <QApplication>
-
 using namespace kvo;
 
 int main(int argc, char* argv[]) {
     platform_os::keepFreedMemory();
-    QApplication application(argc, argv);
+    platform_qt::Application application(argc, argv);
     platform_qt::prepareApplication(application);
 
     platform_os::OsFiles disk;
@@ -49,7 +48,9 @@ int main(int argc, char* argv[]) {
     link::LoggerLink logger(port, yield, dialogs);
     forms::useLoggerLink(&logger);
 
-    const int result = forms::startProgram() ? QApplication::exec() : 0;
+    bool started = false;
+    platform::withinMemory(dialogs, "start", [&started] { started = forms::startProgram(); });
+    const int result = started ? QApplication::exec() : 0;
     platform_qt::unloadAllForms();
     return result;
 }

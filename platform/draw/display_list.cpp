@@ -63,6 +63,8 @@ void DisplayList::clear() {
     ++m_generation;
 }
 
+// What an operation needs is taken before the operation, so that none is there without it where
+// memory runs out; what nobody points to then does no harm.
 bool DisplayList::goesOn(Kind kind, const UserScale& scale) const {
     return !m_sealed && !m_operations.empty() && m_operations.back().kind == kind &&
            m_scales[m_operations.back().scale] == scale;
@@ -81,39 +83,45 @@ DisplayList::Operation& DisplayList::begin(Kind kind, const UserScale& scale, st
 void DisplayList::addLine(
     Point from, std::span<const Point> to, const Style& style, const UserScale& scale) {
     if (to.empty()) return;
-    const bool on =
-        goesOn(Kind::line, scale) && m_operations.back().style == style && m_points.back() == from;
-    if (!on) {
-        begin(Kind::line, scale, m_points.size()).style = style;
-        m_points.push_back(from);
-    }
-    Operation& op = m_operations.back();
+    const bool on = goesOn(Kind::line, scale) && m_operations.back().style == style &&
+                    m_operations.back().first + m_operations.back().count == m_points.size() &&
+                    m_points.back() == from;
+    const std::size_t first = m_points.size();
+    if (!on) m_points.push_back(from);
+    m_points.insert(m_points.end(), to.begin(), to.end());
+    Operation& op = on ? m_operations.back() : begin(Kind::line, scale, first);
+    op.style = style;
     // Where the line began does not count: every curve has a stroke from the origin of the scale.
     op.runsRight &= (!on || to[0].x >= from.x) && runsRight(to);
-    m_points.insert(m_points.end(), to.begin(), to.end());
     op.count = m_points.size() - op.first;
 }
 
 void DisplayList::addBox(Point a, Point b, Colour colour, const UserScale& scale) {
-    if (!goesOn(Kind::boxes, scale)) begin(Kind::boxes, scale, m_boxes.size());
+    const bool on = goesOn(Kind::boxes, scale) &&
+                    m_operations.back().first + m_operations.back().count == m_boxes.size();
+    const std::size_t first = m_boxes.size();
     m_boxes.push_back({a, b, colour});
-    ++m_operations.back().count;
+    ++(on ? m_operations.back() : begin(Kind::boxes, scale, first)).count;
 }
 
 void DisplayList::addBars(
     std::span<const std::uint8_t> masks, std::span<const Bar> bars, const UserScale& scale) {
-    Operation& op = begin(Kind::bars, scale, m_masks.size());
-    op.count = masks.size();
-    op.bars = m_bars.size();
-    op.barCount = std::min<std::size_t>(bars.size(), 8);
+    const std::size_t firstMask = m_masks.size();
+    const std::size_t firstBar = m_bars.size();
+    const std::size_t barCount = std::min<std::size_t>(bars.size(), 8);
     m_masks.insert(m_masks.end(), masks.begin(), masks.end());
-    m_bars.insert(m_bars.end(), bars.begin(), bars.begin() + static_cast<long>(op.barCount));
+    m_bars.insert(m_bars.end(), bars.begin(), bars.begin() + static_cast<long>(barCount));
+    Operation& op = begin(Kind::bars, scale, firstMask);
+    op.count = masks.size();
+    op.bars = firstBar;
+    op.barCount = barCount;
 }
 
 void DisplayList::addText(
     Point leftTop, std::string_view text, float points, Colour colour, const UserScale& scale) {
-    Operation& op = begin(Kind::text, scale, m_letters.size());
+    const std::size_t first = m_letters.size();
     m_letters += text;
+    Operation& op = begin(Kind::text, scale, first);
     op.count = text.size();
     op.style.colour = colour;
     op.points = points;

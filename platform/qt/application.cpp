@@ -1,8 +1,9 @@
 #include "platform/qt/application.h"
 
+#include "platform/memory.h"
 #include "platform/qt/text.h"
+#include "platform/services.h"
 
-#include <QApplication>
 #include <QDir>
 #include <QEvent>
 #include <QFontDatabase>
@@ -11,9 +12,12 @@
 #include <QWidget>
 
 #include <clocale>
+#include <new>
 
 namespace kvo::platform_qt {
 namespace {
+
+constexpr std::size_t reserveBytes = 1 << 20; // enough for a box
 
 bool digitsOfOneWidth(const QFont& font) {
     const QFontMetricsF metrics(font);
@@ -47,6 +51,30 @@ void dropOffscreenComplaints(
 }
 
 } // namespace
+
+Application::Application(int& argc, char* argv[])
+    : QApplication(argc, argv), m_reserve(std::make_unique<char[]>(reserveBytes)) {}
+
+bool Application::notify(QObject* receiver, QEvent* event) {
+    try {
+        return QApplication::notify(receiver, event);
+    } catch (const std::bad_alloc&) {
+    }
+    tellNoMemory();
+    return false;
+}
+
+// While the box stands nothing is told on top of it.
+void Application::tellNoMemory() noexcept {
+    platform::Dialogs* const dialogs = platform::services().dialogs;
+    if (m_telling || dialogs == nullptr) return;
+    m_telling = true;
+    m_reserve.reset();
+    dialogs->setHourglass(false); // of the work that was broken off
+    platform::tellNoMemory(*dialogs, "do this");
+    m_reserve.reset(new (std::nothrow) char[reserveBytes]);
+    m_telling = false;
+}
 
 void prepareApplication(QApplication& application) {
     std::setlocale(LC_NUMERIC, "C");

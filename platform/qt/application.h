@@ -1,15 +1,30 @@
 #pragma once
 // What the one QApplication needs before the first form: number formats that do not follow the
 // locale, one look on every desktop, and control names that assistive tools and test drivers find.
+#include <QApplication>
 #include <QFont>
 #include <QObject>
 #include <QString>
 
+#include <memory>
 #include <string>
 
-class QApplication;
-
 namespace kvo::platform_qt {
+
+// The one application object. No exception gets through Qt's loops: where memory runs out in an
+// event, the event is dropped, the user is told once by the program's dialogs, and the loop goes
+// on.
+class Application : public QApplication {
+public:
+    Application(int& argc, char* argv[]);
+    bool notify(QObject* receiver, QEvent* event) override;
+
+private:
+    void tellNoMemory() noexcept;
+
+    std::unique_ptr<char[]> m_reserve; // given up so that there is memory for telling
+    bool m_telling = false;
+};
 
 // Called once, right behind the application object: LC_NUMERIC and the default locale become "C",
 // the style Fusion with the desktop's own palette and font, the namer is installed, and closing the

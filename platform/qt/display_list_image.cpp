@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <new>
 #include <optional>
 
 namespace kvo::platform_qt {
@@ -89,6 +90,7 @@ void reserveImage(QImage& image, int widthPx, int heightPx) {
     if (image.width() >= widthPx && image.height() >= heightPx) return;
     image = QImage(); // the old one goes first, so that there are never two
     image = QImage(std::max(1, widthPx), std::max(1, heightPx), QImage::Format_RGB32);
+    if (image.isNull()) throw std::bad_alloc();
 }
 
 } // namespace kvo::platform_qt

@@ -22,7 +22,8 @@ void paintWhole(const ImagePart& part, const platform::PixelRect& clip,
     const platform::DisplayList& picture, platform::Colour ground,
     const platform::SurfaceSize& surface, double pixelRatio);
 
-// Makes the image at least this large, without keeping what it holds.
+// Makes the image at least this large, without keeping what it holds. Throws std::bad_alloc where
+// there is not enough memory.
 void reserveImage(QImage& image, int widthPx, int heightPx);
 
 } // namespace kvo::platform_qt

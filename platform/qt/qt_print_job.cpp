@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <new>
 #include <utility>
 
 namespace kvo::platform_qt {
@@ -27,6 +28,7 @@ QMarginsF marginsOf(const QPageLayout& layout) {
 
 QImage imageOf(const platform::PixelImage& picture) {
     QImage image(picture.widthPx, picture.heightPx, QImage::Format_RGB32);
+    if (image.isNull()) throw std::bad_alloc();
     const auto width = static_cast<std::size_t>(picture.widthPx);
     for (int y = 0; y < picture.heightPx; ++y) {
         std::memcpy(image.scanLine(y), picture.pixels.data() + static_cast<std::size_t>(y) * width,

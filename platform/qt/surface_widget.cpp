@@ -4,10 +4,13 @@
 #include <QMouseEvent>
 #include <QPaintEvent>
 #include <QPainter>
+#include <QTimer>
 
 #include <algorithm>
 #include <cmath>
 #include <cstring>
+#include <new>
+#include <utility>
 
 namespace kvo::platform_qt {
 
@@ -41,6 +44,7 @@ platform::SurfaceSize SurfaceWidget::deviceSize() const {
 
 QImage SurfaceWidget::picture(const QSize& sizePx) const {
     QImage image(sizePx, QImage::Format_RGB32);
+    if (image.isNull()) return image; // too large for the memory
     const PixelRect area{0, 0, sizePx.width(), sizePx.height()};
     const platform::SurfaceSize surface{sizePx.width(), sizePx.height(), 1};
     const ImagePart part{&image, area};
@@ -174,9 +178,22 @@ void SurfaceWidget::paintUpper(QPainter& painter, const PixelRect& part) {
         QPoint(part.left, part.top), m_scratch, QRect(0, 0, part.width(), part.height()));
 }
 
+// What is thrown must not leave the window's painting half done: it is thrown again from the loop,
+// once until a painting has come to its end, since the box that tells of it uncovers the surface.
 void SurfaceWidget::paintEvent(QPaintEvent* event) {
+    try {
+        paint(*event);
+        m_unpainted = false;
+    } catch (const std::bad_alloc&) {
+        m_view = {}; // nothing of the image counts
+        if (std::exchange(m_unpainted, true)) return;
+        QTimer::singleShot(0, this, [] { throw std::bad_alloc(); });
+    }
+}
+
+void SurfaceWidget::paint(const QPaintEvent& event) {
     m_updating = false;
-    const PixelRect view = devicePart(visibleRegion().boundingRect().united(event->rect()));
+    const PixelRect view = devicePart(visibleRegion().boundingRect().united(event.rect()));
     if (view.empty()) return;
     bringUpToDate(view);
     PixelRect onTop{0, 0, 0, 0};
@@ -190,7 +207,7 @@ void SurfaceWidget::paintEvent(QPaintEvent* event) {
     QPainter painter(this);
     // Device pixels from here on, so that each pixel of the image is one of the screen.
     painter.scale(1 / devicePixelRatioF(), 1 / devicePixelRatioF());
-    for (const QRect& rect : event->region()) {
+    for (const QRect& rect : event.region()) {
         const PixelRect part = intersection(devicePart(rect), m_view);
         painter.drawImage(QPoint(part.left, part.top), m_image,
             QRect(part.left - m_view.left, part.top - m_view.top, part.width(), part.height()));

@@ -54,6 +54,7 @@ private:
     platform::Point userPoint(const QPointF& position) const;
     platform::PixelRect devicePart(const QRect& rect) const;
     QRect widgetRect(const platform::PixelRect& rect) const;
+    void paint(const QPaintEvent& event);
     void bringUpToDate(const platform::PixelRect& view);
     void paintPart(const platform::PixelRect& part);
     bool scrollTo(const platform::PixelRect& view);
@@ -68,7 +69,8 @@ private:
     std::uint32_t m_generation = 0;
     std::size_t m_operations = 0; // so many are in m_image
     std::vector<QRect> m_upperRects;
-    bool m_updating = false; // an update of everything is on its way
+    bool m_unpainted = false; // the last painting was broken off
+    bool m_updating = false;  // an update of everything is on its way
     int m_fullPaints = 0;
 };
 

@@ -1,7 +1,9 @@
 // Making, finding and putting away forms; texts across the border; names for assistive tools.
 #include "platform/qt/text.h"
+#include "platform/services.h"
 #include "tests/forms/support/form_test_main.h"
 #include "tests/forms/support/user_click.h"
+#include "tests/support/scripted_dialogs.h"
 
 #include <QDialog>
 #include <QEventLoop>
@@ -12,6 +14,7 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <new>
 
 using namespace kvo::platform_qt;
 using namespace kvo::testing;
@@ -75,6 +78,24 @@ private slots:
         QVERIFY(!isLoaded<Sample>());
         QCOMPARE(Sample::lastText, QStringLiteral("late"));
         QTRY_COMPARE(Sample::alive, 0);
+    }
+
+    // Whatever is thrown up to the loop for want of memory is told once, and the loop goes on.
+    void anEventWithoutMemoryIsToldOfAndDropped() {
+        kvo::testing::ScriptedDialogs dialogs;
+        kvo::platform::services().dialogs = &dialogs;
+        dialogs.setHourglass(true);
+        const auto runOut = [] { throw std::bad_alloc(); };
+        dialogs.expectBox("Not enough memory to do this.", kvo::platform::boxStyle::critical, "Kvo")
+            .whileShown = [&runOut] {
+            QTimer::singleShot(0, qApp, runOut); // not told on top of the box
+            QCoreApplication::processEvents();
+        };
+        QTimer::singleShot(0, qApp, runOut);
+        QTRY_COMPARE(QString::fromStdString(dialogs.problems()), QString());
+        QCOMPARE(dialogs.titles().size(), 1U);
+        QVERIFY(!dialogs.hourglass());
+        kvo::platform::services().dialogs = nullptr;
     }
 
     // A wait inside a handler runs an event loop of its own; the form must not go away under it.

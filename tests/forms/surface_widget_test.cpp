@@ -1,7 +1,9 @@
 // The surface as a real widget: what is in view is pixel for pixel the part of the whole picture,
 // after every way in which the view or the picture can change.
 #include "platform/qt/surface_widget.h"
+#include "platform/services.h"
 #include "tests/forms/support/form_test_main.h"
+#include "tests/support/scripted_dialogs.h"
 
 #include <QCoreApplication>
 #include <QProcess>
@@ -9,7 +11,13 @@
 #include <QSignalSpy>
 #include <QTest>
 
+#include <fstream>
 #include <random>
+
+#ifdef Q_OS_LINUX
+#include <sys/resource.h>
+#include <unistd.h>
+#endif
 
 using kvo::platform::SurfaceSize;
 using kvo::platform_qt::paintOperations;
@@ -241,6 +249,37 @@ private slots:
         QCOMPARE(window.trend->picture({600, 400}), window.expected());
         QCOMPARE(window.trend->picture({900, 700}).size(), QSize(900, 700));
     }
+
+#if defined(Q_OS_LINUX) && !defined(__SANITIZE_ADDRESS__)
+    // The image of a surface that fills a large window is too large for what is left of the memory:
+    // the picture stays away, that is told once, and it is back when there is memory again.
+    void paintsNothingWithoutMemoryAndSaysSo() {
+        kvo::testing::ScriptedDialogs dialogs;
+        kvo::platform::services().dialogs = &dialogs;
+        Window window({600, 400}, {600, 400});
+        drawCurves(*window.trend);
+        QVERIFY(window.isRight());
+        rlimit before{};
+        QCOMPARE(getrlimit(RLIMIT_AS, &before), 0);
+        dialogs.expectBox("Not enough memory to do this.", kvo::platform::boxStyle::critical, "Kvo")
+            .whileShown = [&before] { setrlimit(RLIMIT_AS, &before); };
+        QImage picture(8000, 6000, QImage::Format_RGB32); // stands for the window's own pixels
+        window.trend->resize(8000, 6000);
+        long pages = 0;
+        QVERIFY(std::ifstream("/proc/self/statm") >> pages);
+        const rlim_t room = rlim_t{64} << 20U; // for all but the image
+        const rlimit little{
+            static_cast<rlim_t>(pages * sysconf(_SC_PAGESIZE)) + room, before.rlim_max};
+        QCOMPARE(setrlimit(RLIMIT_AS, &little), 0);
+        window.trend->render(&picture);
+        window.trend->render(&picture);
+        QTRY_COMPARE(QString::fromStdString(dialogs.problems()), QString());
+        setrlimit(RLIMIT_AS, &before);
+        window.trend->resize(600, 400);
+        QVERIFY(window.isRight());
+        kvo::platform::services().dialogs = nullptr;
+    }
+#endif
 
     // The same tests on a screen with two device pixels to one.
     void allThatWithAScaleFactor() {

@@ -4,7 +4,6 @@
 #include "platform/qt/application.h"
 #include "platform/qt/form_kit.h"
 
-#include <QApplication>
 #include <QFont>
 #include <QString>
 #include <QTest>
@@ -20,7 +19,7 @@ QString nameOfFormTest();
 // Runs a test class on the application as the program prepares it, with Qt's own dialogs.
 template <class TestClass> int runFormTest(int argc, char* argv[]) {
     QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
-    QApplication application(argc, argv);
+    kvo::platform_qt::Application application(argc, argv);
     kvo::platform_qt::prepareApplication(application);
     application.setFont(QFont(QStringLiteral("DejaVu Sans"), 9));
     TestClass test;
