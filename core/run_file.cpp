@@ -288,9 +288,11 @@ platform::WriteResult SaveRun(
 platform::WriteResult SaveImportedRun(
     const OpenRun& run, const std::string& appFolder, platform::Files& files) {
     const DataTypeFacts* facts = dataTypeFacts(run.DataType);
-    if (auto made = makeFolderOf(run.path, appFolder, files); !made) return made;
     const int rows = facts != nullptr ? facts->importRows : 0;
-    return replaceKept(appFolder, run.path, encodeRun(run, rows, Tail::none), files);
+    return platform::writtenWithinMemory(run.path, [&] {
+        if (auto made = makeFolderOf(run.path, appFolder, files); !made) return made;
+        return replaceKept(appFolder, run.path, encodeRun(run, rows, Tail::none), files);
+    });
 }
 
 } // namespace kvo::core

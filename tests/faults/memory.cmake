@@ -1,0 +1,1 @@
+kvo_fault_program(no_memory graph library)
