@@ -3,6 +3,7 @@
 #include "graph/layout.h"
 #include "platform/draw/raster.h"
 #include "platform/qt/application.h"
+#include "platform/qt/form_kit.h"
 
 #include <QFontMetrics>
 #include <QMouseEvent>
@@ -36,7 +37,7 @@ ChannelToggle::ChannelToggle(QWidget* parent) : QCheckBox(parent) {}
 void ChannelToggle::setCaption(const QString& caption) {
     m_caption = caption;
     QString text = shownCaption();
-    setToolTip(text);
+    setToolTip(platform_qt::plainTip(text));
     setText(text.replace(QLatin1Char('&'), QLatin1String("&&")));
 }
 

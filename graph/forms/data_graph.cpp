@@ -11,6 +11,7 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QScopedValueRollback>
 #include <QScreen>
 #include <QTimer>
 #include <QToolBar>
@@ -112,7 +113,7 @@ void DataGraph::openAsked(int afterMs) {
     constexpr int againMs = 50;
     if (!m_chooseOnShow) return;
     QTimer::singleShot(afterMs, this, [this] {
-        if (QApplication::activeModalWidget() != nullptr) return openAsked(againMs);
+        if (QApplication::activeModalWidget() != nullptr || m_choosing) return openAsked(againMs);
         if (!std::exchange(m_chooseOnShow, false)) return;
         const auto chosen = std::exchange(m_chosenElsewhere, std::nullopt);
         chosen ? m_course.show(*chosen) : m_course.Mnu_LoadData();
@@ -194,11 +195,13 @@ void DataGraph::keyPressEvent(QKeyEvent* event) {
 
 std::optional<core::ChosenRun> DataGraph::chooseRun(const std::string& title) {
     const GraphMenusDisabled off(m_commands);
+    const QScopedValueRollback choosing(m_choosing, true);
     return doors().chooseRun("Load", title);
 }
 
 void DataGraph::chooseRunsToDelete() {
     const GraphMenusDisabled off(m_commands);
+    const QScopedValueRollback choosing(m_choosing, true);
     doors().chooseRunsToDelete("Delete File");
 }
 

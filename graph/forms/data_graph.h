@@ -97,6 +97,7 @@ private:
     GraphPrinting m_printing;
     GraphCommands m_commands;
     bool m_chooseOnShow = false;
+    bool m_choosing = false; // the chooser is up, or closed but not yet back
     std::optional<core::ChosenRun> m_chosenElsewhere;
 };
 

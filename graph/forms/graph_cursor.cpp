@@ -95,7 +95,7 @@ void GraphCursor::Label_DataChanel_Change(const QString& text) {
     if (text == line.pointerText()) return;
     const bool narrow = toTwips(m_surface.window()->width()) < graph::widestWithToolTip;
     line.showPointer(text, !narrow);
-    m_surface.trend().setToolTip(narrow ? text : QString());
+    m_surface.trend().setToolTip(narrow ? plainTip(text) : QString());
 }
 
 // --- The average of a stretch

@@ -161,7 +161,7 @@ void Import::showFolder(bool entered) {
     if (!entered) return platform::services().dialogs->beep();
     kept<Import>().folder = m_walk.folder();
     LAB_CurrentDir->setText(shownPath(m_walk.folder()));
-    LAB_CurrentDir->setToolTip(Qt::convertFromPlainText(LAB_CurrentDir->text()));
+    LAB_CurrentDir->setToolTip(plainTip(LAB_CurrentDir->text()));
     Dir_Dos->clear();
     for (const std::string& row : m_walk.rows()) Dir_Dos->addItem(shownPath(row));
     Dir_Dos->setCurrentRow(0);

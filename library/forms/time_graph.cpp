@@ -41,11 +41,6 @@ QColor shownTimeColour(platform::Colour colour) {
     return QColor::fromRgb(platform::rgb32(colour));
 }
 
-// A title with < and > in it stays text.
-QString plainTip(const QString& text) {
-    return text.isEmpty() ? text : Qt::convertFromPlainText(text);
-}
-
 // The label of a run: it looks like a label, and is pressed like a button.
 class RunLabel : public QPushButton {
 public:
@@ -195,7 +190,7 @@ void TimeGraph::Draw_TimeGraph() {
     for (const library::TimedRow& row : m_rows) {
         QPushButton& label = Date[row.row];
         label.setText(shownCaption(row.label));
-        label.setToolTip(shown(row.toolTip));
+        label.setToolTip(plainTip(shown(row.toolTip)));
         label.show();
         widest = qMax(widest, fontMetrics().horizontalAdvance(shown(row.label)));
     }

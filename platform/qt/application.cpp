@@ -8,6 +8,7 @@
 #include <QEvent>
 #include <QFontDatabase>
 #include <QFontMetricsF>
+#include <QLabel>
 #include <QLocale>
 #include <QWidget>
 
@@ -123,9 +124,19 @@ std::string currentFolder() {
     return folder == "/" ? std::string() : folder;
 }
 
+// A label guesses by its text whether that is a page with markup. Ours are what users and files
+// say. A tool tip is such a label too, but long ones are made a page of plain text to break the
+// lines.
+static void showPlain(QWidget* widget) {
+    auto* label = qobject_cast<QLabel*>(widget);
+    if (label != nullptr && label->textFormat() == Qt::AutoText && !label->inherits("QTipLabel"))
+        label->setTextFormat(Qt::PlainText);
+}
+
 bool Namer::eventFilter(QObject* object, QEvent* event) {
     if (event->type() != QEvent::Polish || !object->isWidgetType()) return false;
     auto* widget = static_cast<QWidget*>(object);
+    showPlain(widget);
     const QString name = widget->objectName();
     if (!name.isEmpty() && !name.startsWith(QLatin1String("qt_")) &&
         widget->accessibleDescription().isEmpty()) {

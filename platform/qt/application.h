@@ -49,7 +49,7 @@ void changeFolder(const std::string& folder);
 std::string currentFolder();
 
 // Gives every named widget its object name as accessible description, unless it has one. Object
-// names do not reach the accessibility bus by themselves.
+// names do not reach the accessibility bus by themselves. Labels show their text as it is.
 class Namer : public QObject {
 public:
     using QObject::QObject;

@@ -118,6 +118,10 @@ QLabel* buddyLabel(const QString& caption, QWidget* box) {
     return label;
 }
 
+QString plainTip(const QString& text) {
+    return Qt::mightBeRichText(text) ? Qt::convertFromPlainText(text) : text;
+}
+
 QLabel* plainLabel(const QString& text) {
     auto* label = new QLabel(text);
     label->setTextFormat(Qt::PlainText);
@@ -147,6 +151,8 @@ public:
         : QObject(box), m_handler(std::move(handler)) {}
     bool eventFilter(QObject* object, QEvent* event) override {
         if (object != parent() || event->type() != QEvent::FocusOut) return false;
+        // A box loses the focus with its window too, at the latest while that is taken apart.
+        if (!static_cast<QWidget*>(object)->window()->isVisible()) return false;
         const auto reason = static_cast<QFocusEvent*>(event)->reason();
         if (reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason) m_handler();
         return false;

@@ -158,6 +158,8 @@ QVBoxLayout* column(std::initializer_list<LayoutPart> parts);
 QLabel* buddyLabel(const QString& caption, QWidget* box);
 // A label whose text is shown as it is, whatever it holds; and one above a group of others.
 QLabel* plainLabel(const QString& text);
+// A text as a tool tip shows it as it is, where one with < and > in it would be a page with markup.
+QString plainTip(const QString& text);
 QLabel* headingLabel(const QString& text);
 // A label for a value that changes in place: digits of one width, and room for `widest` so that
 // nothing beside it moves.

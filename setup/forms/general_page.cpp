@@ -220,7 +220,7 @@ void GeneralPage::showDevices() {
          ++entry) {
         const QString text = QString::fromStdString(ports[static_cast<std::size_t>(entry)]);
         ComPort->setItemData(entry, text, Qt::ToolTipRole);
-        if (entry == ComPort->currentIndex()) ComPort->setToolTip(text);
+        if (entry == ComPort->currentIndex()) ComPort->setToolTip(plainTip(text));
     }
 }
 

@@ -157,6 +157,23 @@ private slots:
         unload<Sample>();
     }
 
+    void aWindowThatGoesLeavesNoBox() {
+        auto window = std::make_unique<QWidget>();
+        auto* box = new QLineEdit;
+        window->setLayout(column({box}));
+        int left = 0;
+        onLeave(box, [&left] { ++left; });
+        window->show();
+        window->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(window.get()));
+        box->setFocus();
+        window->hide();
+        box->clearFocus();
+        QCOMPARE(left, 0);
+        window.reset();
+        QCOMPARE(left, 0);
+    }
+
     void leavingABoxIsNotLosingTheWindow() {
         QWidget window;
         auto* first = new QLineEdit;
