@@ -208,8 +208,7 @@ private slots:
         putRuns(2);
         show();
         QTest::mouseMove(&graph(), place(656, 2.5));
-        QCOMPARE(graph().toolTip(),
-            Qt::convertFromPlainText(QStringLiteral("660 foot 6.56: 15 Nov 2026 Run: 2 Final &")));
+        QCOMPARE(graph().toolTip(), QStringLiteral("660 foot 6.56: 15 Nov 2026 Run: 2 Final &"));
         QTest::mouseMove(&graph(), place(700, 2.5));
         QCOMPARE(graph().toolTip(), QString());
     }
