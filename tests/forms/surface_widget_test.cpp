@@ -250,10 +250,12 @@ private slots:
         QCOMPARE(window.trend->picture({900, 700}).size(), QSize(900, 700));
     }
 
-#if defined(Q_OS_LINUX) && !defined(__SANITIZE_ADDRESS__)
     // The image of a surface that fills a large window is too large for what is left of the memory:
     // the picture stays away, that is told once, and it is back when there is memory again.
     void paintsNothingWithoutMemoryAndSaysSo() {
+#if !defined(Q_OS_LINUX) || defined(__SANITIZE_ADDRESS__)
+        QSKIP("the sanitizer has memory of its own, and other systems count theirs otherwise");
+#else
         kvo::testing::ScriptedDialogs dialogs;
         kvo::platform::services().dialogs = &dialogs;
         Window window({600, 400}, {600, 400});
@@ -278,8 +280,8 @@ private slots:
         window.trend->resize(600, 400);
         QVERIFY(window.isRight());
         kvo::platform::services().dialogs = nullptr;
-    }
 #endif
+    }
 
     // The same tests on a screen with two device pixels to one.
     void allThatWithAScaleFactor() {
