@@ -19,6 +19,8 @@ int RunRows::rowCount(const QModelIndex& parent) const {
 
 QVariant RunRows::data(const QModelIndex& index, int role) const {
     if (role != Qt::DisplayRole || m_rows == nullptr) return {};
+    // A view asks for no row too: Ctrl+C in a list that has none chosen.
+    if (index.row() < 0 || index.row() >= rowCount({})) return {};
     const core::RunIndexEntry& row = (*m_rows)[static_cast<std::size_t>(index.row())];
     const std::string& text = m_column == Column::description ? row.Description : row.FileName;
     return platform_qt::shown(text);

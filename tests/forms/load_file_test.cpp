@@ -7,6 +7,8 @@
 #include "tests/forms/support/test_program.h"
 #include "tests/forms/support/user_click.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
@@ -75,6 +77,18 @@ private slots:
         QVERIFY(chosen.has_value());
         QCOMPARE(chosen->path, std::string("/kvo/Data/26111609.01d"));
         QCOMPARE(chosen->infoPath, std::string("/kvo/Data/26111609.01i"));
+    }
+
+    // The view asks for the text of a row that there is not.
+    void copyingFromAListWithoutAChoiceDoesNothing() {
+        QVERIFY(core::writeRunIndex("/kvo", {}, m_program->files).done);
+        QGuiApplication::clipboard()->setText(QStringLiteral("kept"));
+        chooser().Data_File();
+        chooser().show();
+        QVERIFY(!list().currentIndex().isValid());
+        QTest::keyClick(&list(), Qt::Key_C, Qt::ControlModifier);
+        QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("kept"));
+        QCOMPARE(list().model()->data(QModelIndex()), QVariant());
     }
 
     void tellsOfAListThatCannotBeReadNow() {
