@@ -178,12 +178,14 @@ private:
         act(*window);
     }
 
+    // A form that is closed may ask something: that is closed as well, until all loops have ended.
     void endAll() {
-        alarm(0);
+        constexpr int againMs = 10;
+        QTimer::singleShot(againMs, this, [this] { endAll(); });
+        forms::closeLoggerLine();
         if (QWidget* popup = QApplication::activePopupWidget()) popup->close();
         if (QWidget* modal = QApplication::activeModalWidget()) modal->close();
-        forms::closeLoggerLine();
-        QApplication::quit();
+        QCoreApplication::exit();
     }
 
     void watchGap() {
