@@ -19,10 +19,6 @@ namespace {
 
 namespace boxStyle = platform::boxStyle;
 
-std::string withoutCase(std::string text) {
-    return core::upperCased(std::move(text));
-}
-
 // "26111514.52d", and as "26111514.52D" where it comes from a system that knows no case. The list
 // has one byte a character, and all that make such a name are ASCII.
 bool isRunName(const std::string& name) {
@@ -69,7 +65,7 @@ std::set<std::string> listedPaths(
     const std::string& appFolder, const platform::Bytes& index, const platform::Files& files) {
     std::set<std::string> paths;
     for (const core::RunIndexEntry& row : core::runIndexOf(index))
-        paths.insert(withoutCase(dataFilePath(appFolder, row.FileName, files)));
+        paths.insert(core::upperCased(dataFilePath(appFolder, row.FileName, files)));
     return paths;
 }
 
@@ -86,7 +82,7 @@ std::vector<core::RunIndexEntry> unlistedRuns(
     std::vector<core::RunIndexEntry> runs;
     for (const std::string& name : files.list(folder)) {
         const std::string path = core::joined(folder, name, files);
-        if (!isRunName(name) || listed.contains(withoutCase(path))) continue;
+        if (!isRunName(name) || listed.contains(core::upperCased(path))) continue;
         if (files.linksElsewhere(path)) continue;
         if (auto row = rowOfFile(name, path, files)) runs.push_back(std::move(*row));
     }

@@ -7,6 +7,7 @@
 #include "core/run_file.h"
 #include "core/run_index.h"
 #include "link/decode.h"
+#include "platform/memory.h"
 
 #include <cstdlib>
 #include <new>
@@ -99,7 +100,7 @@ platform::WriteResult DownloadSession::keepRaw(
     const LineRecord* line = m_link.recorder().end();
     if (m_cancelled || line == nullptr || m_start == nullptr || m_in.Run.SampleCount == 0)
         return {};
-    try {
+    return platform::writtenWithinMemory(rawSessionName(moment, !title.empty()), [&] {
         const auto raw = std::make_unique<RawSession>();
         raw->moment = moment;
         raw->saved = !title.empty();
@@ -112,9 +113,7 @@ platform::WriteResult DownloadSession::keepRaw(
         raw->start = *m_start;
         raw->line = *line;
         return keepRawSession(*raw, m_in.AppFolder, m_files);
-    } catch (const std::bad_alloc&) {
-        return {false, "There is not enough memory.", platform::FileFailure::other};
-    }
+    });
 }
 
 // Header and rows, and what becomes of the raw values. False: the session is over, and the user

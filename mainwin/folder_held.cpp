@@ -29,8 +29,7 @@ FolderHeld::FolderHeld() {
     setObjectName(QStringLiteral("FolderHeld"));
     setWindowTitle(QStringLiteral("Kvo"));
     const auto line = [](const char* name) {
-        auto* label = named(new QLabel, name);
-        label->setTextFormat(Qt::PlainText);
+        auto* label = named(plainLabel({}), name);
         label->setWordWrap(true);
         return label;
     };

@@ -132,6 +132,33 @@ void offerUnlistedRuns() {
     });
 }
 
+// From here on no file of the program's folder is changed.
+void lookOnly() {
+    core::SharedState& state = core::state();
+    platform::services().lookOnlyAt(state.AppFolder);
+    state.LookOnly = true;
+}
+
+// Who may write in the folder is settled before anything in it is read. False where this start is
+// to end: the user has gone to the other window, or leaves.
+bool settleFolder() {
+    core::SharedState& state = core::state();
+    platform::FolderLock& lock = *platform::services().folderLock;
+    lock.whenAsked(bringToFront);
+    bool unreached = false;
+    while (const auto holder = lock.take(state.AppFolder)) {
+        const auto answer = form<FolderHeld>().ask(*holder, state.AppFolder, unreached);
+        unload<FolderHeld>();
+        if (answer == FolderHeld::Answer::lookOnly) {
+            lookOnly();
+            break;
+        }
+        if (answer == FolderHeld::Answer::leave || lock.askToShow(*holder)) return false;
+        unreached = true; // unless it has ended meanwhile, and the folder can be taken
+    }
+    return true;
+}
+
 } // namespace
 
 void openDoors() {
@@ -179,38 +206,6 @@ void openDoors() {
     all.openConversions = [] { form<Conversions>().showOverForm(); };
     all.showAbout = [] { showModal(form<About>()); };
 }
-
-namespace {
-
-// From here on no file of the program's folder is changed.
-void lookOnly() {
-    core::SharedState& state = core::state();
-    platform::services().lookOnlyAt(state.AppFolder);
-    state.LookOnly = true;
-}
-
-// Who may write in the folder is settled before anything in it is read. False where this start is
-// to end: the user has gone to the other window, or leaves.
-
-bool settleFolder() {
-    core::SharedState& state = core::state();
-    platform::FolderLock& lock = *platform::services().folderLock;
-    lock.whenAsked(bringToFront);
-    bool unreached = false;
-    while (const auto holder = lock.take(state.AppFolder)) {
-        const auto answer = form<FolderHeld>().ask(*holder, state.AppFolder, unreached);
-        unload<FolderHeld>();
-        if (answer == FolderHeld::Answer::lookOnly) {
-            lookOnly();
-            break;
-        }
-        if (answer == FolderHeld::Answer::leave || lock.askToShow(*holder)) return false;
-        unreached = true; // unless it has ended meanwhile, and the folder can be taken
-    }
-    return true;
-}
-
-} // namespace
 
 bool startProgram() {
     openDoors();

@@ -3,6 +3,8 @@
 // as a table of operations, and what must hold of the folder whatever becomes of one of them.
 #include "core/config_record.h"
 #include "core/open_run.h"
+#include "library/copy_job.h"
+#include "library/import.h"
 #include "platform/dialogs.h"
 #include "platform/files.h"
 
@@ -108,5 +110,20 @@ private:
 
 // The outcome of an operation on the disk that is there now.
 Outcome runOn(const Operation& operation, platform::Files& files, const Sandbox& sandbox);
+
+// A form of an import or a copy that shows nothing.
+class NoView : public library::ImportView, public library::CopyView {
+public:
+    void showFile(const std::string&, int, int) override {}
+    void setProgress(int, int) override {}
+    void clearProgress() override {}
+    void showRuns() override {}
+    void showDestination(const std::string&) override {}
+    void moveTo(std::size_t) override {}
+    void lockControls(bool) override {}
+    void showProgress(const std::string&) override {}
+    void hideProgress() override {}
+    void deselect(std::size_t) override {}
+};
 
 } // namespace kvo::faults

@@ -115,20 +115,6 @@ bool saveTable(Work& work) {
     return core::SaveAnalogTable(work.app(), core::analogTableName(1), 1, tables, work.files).done;
 }
 
-class NoView : public library::ImportView, public library::CopyView {
-public:
-    void showFile(const std::string&, int, int) override {}
-    void setProgress(int, int) override {}
-    void clearProgress() override {}
-    void showRuns() override {}
-    void showDestination(const std::string&) override {}
-    void moveTo(std::size_t) override {}
-    void lockControls(bool) override {}
-    void showProgress(const std::string&) override {}
-    void hideProgress() override {}
-    void deselect(std::size_t) override {}
-};
-
 bool importRuns(Work& work, library::ImportMode mode, const std::vector<std::string>& names) {
     const core::AppConfig config = configOf("Ann");
     const std::string app = work.app();

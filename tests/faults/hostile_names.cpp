@@ -91,20 +91,6 @@ private:
     std::vector<std::string> m_allowed;
 };
 
-class NoView : public library::ImportView, public library::CopyView {
-public:
-    void showFile(const std::string&, int, int) override {}
-    void setProgress(int, int) override {}
-    void clearProgress() override {}
-    void showRuns() override {}
-    void showDestination(const std::string&) override {}
-    void moveTo(std::size_t) override {}
-    void lockControls(bool) override {}
-    void showProgress(const std::string&) override {}
-    void hideProgress() override {}
-    void deselect(std::size_t) override {}
-};
-
 class NoMail : public platform::Mail {
 public:
     explicit NoMail(std::string folder) : m_folder(std::move(folder)) {}
