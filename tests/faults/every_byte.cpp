@@ -1,6 +1,8 @@
 // Every byte of five run files with every value, and every length of them, through what opens a
-// run: as main run, as overlay. The count is the number of values a byte is given; the short form
-// takes few of them, and few of the lengths.
+// run: as main run, as overlay. The bytes of the settings, the first rows, the last one and the
+// blocks change one by one; those of all rows besides, a column of all rows at a time, each row by
+// another value, so that every byte of the file has had every value. The count is the number of
+// values a byte is given; the short form takes few of them, and few of the lengths.
 #include "core/data_types.h"
 #include "core/default_config.h"
 #include "core/run_file.h"
@@ -17,8 +19,8 @@ using namespace kvo;
 
 namespace {
 
-constexpr std::size_t shownRows =
-    36; // of each file in the sweep of its bytes; all rows are read alike
+constexpr std::size_t width = 84;     // of a record
+constexpr std::size_t shownRows = 36; // whose bytes change one by one; all rows are read alike
 
 platform::Bytes runFile(int type) {
     const core::DataTypeFacts* facts = core::dataTypeFacts(type);
@@ -43,9 +45,46 @@ void open(const platform::Bytes& file) {
 // The places of a byte that are worth trying one by one: record by record, all that the reader
 // looks at but the rows behind the first ones, which it takes as it takes those.
 bool isTried(std::size_t at, std::size_t size) {
-    constexpr std::size_t width = 84;
     constexpr std::size_t blocks = 4 * width; // the last row among them
     return at < (2 + shownRows) * width || at + blocks >= size;
+}
+
+// The same byte of all rows at once. Gives how many files that were.
+std::int64_t sweepColumns(platform::Bytes file, int rows, int values) {
+    const platform::Bytes before = file;
+    std::int64_t cases = 0;
+    for (std::size_t column = 0; column < width; ++column)
+        for (int value = 0; value < values; ++value, ++cases) {
+            for (int row = 0; row < rows; ++row) {
+                const std::size_t at = (2 + static_cast<std::size_t>(row)) * width + column;
+                file[at] = static_cast<std::uint8_t>(before[at] + value + row);
+            }
+            open(file);
+            for (int row = 0; row < rows; ++row) {
+                const std::size_t at = (2 + static_cast<std::size_t>(row)) * width + column;
+                file[at] = before[at];
+            }
+        }
+    return cases;
+}
+
+// One byte after another, of those that are tried alone.
+std::int64_t sweepBytes(const platform::Bytes& full, int values, bool whole) {
+    // The head alone, so that a case is not the reading of all rows; then the blocks in place.
+    platform::Bytes head(full.begin(), full.begin() + (2 + shownRows) * width);
+    platform::Bytes behind = full;
+    std::int64_t cases = 0;
+    for (std::size_t at = 0; at < full.size(); at += whole ? 1 : 5) {
+        if (!isTried(at, full.size())) continue;
+        platform::Bytes& file = at < head.size() ? head : behind;
+        const std::uint8_t before = file[at];
+        for (int i = 0; i < values; ++i, ++cases) {
+            file[at] = static_cast<std::uint8_t>(before + 1 + i * (whole ? 1 : 85));
+            open(file);
+        }
+        file[at] = before;
+    }
+    return cases;
 }
 
 } // namespace
@@ -58,19 +97,8 @@ int main(int argc, char* argv[]) {
     std::int64_t cases = 0;
     for (const int type : {8, 17, 20, 25, 43}) {
         const platform::Bytes full = runFile(type);
-        // The head alone, so that a case is not the reading of all rows; then the blocks in place.
-        platform::Bytes head(full.begin(), full.begin() + (2 + shownRows) * 84);
-        platform::Bytes behind = full;
-        for (std::size_t at = 0; at < full.size(); at += whole ? 1 : 5) {
-            if (!isTried(at, full.size())) continue;
-            platform::Bytes& file = at < head.size() ? head : behind;
-            const std::uint8_t before = file[at];
-            for (int i = 0; i < values; ++i, ++cases) {
-                file[at] = static_cast<std::uint8_t>(before + 1 + i * (whole ? 1 : 85));
-                open(file);
-            }
-            file[at] = before;
-        }
+        cases += sweepBytes(full, values, whole);
+        cases += sweepColumns(full, core::dataTypeFacts(type)->rows, whole ? values : 1);
         for (std::size_t length = 0; length <= full.size(); length += whole ? 1 : 199, ++cases)
             open(platform::Bytes(full.begin(), full.begin() + static_cast<std::ptrdiff_t>(length)));
         auto run = std::make_unique<core::OpenRun>();

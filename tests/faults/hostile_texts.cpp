@@ -1,6 +1,6 @@
 // Texts that somebody else may have written - titles, notes, times, names of inputs and of files -
-// shown wherever the program shows them: as they are, never as a page with markup in it, a marked
-// letter, a format or a header line.
+// shown, printed and mailed wherever the program does so: as they are, never as a page with markup
+// in it, a marked letter, a format or a header line.
 //   hostile_texts [--count TEXTS] [--seed N]
 #include "core/config.h"
 #include "core/forms/doors.h"
@@ -8,6 +8,7 @@
 #include "core/run_index.h"
 #include "core/run_info.h"
 #include "graph/forms/data_graph.h"
+#include "library/mail_files.h"
 #include "mainwin/main_window.h"
 #include "mainwin/start.h"
 #include "platform/qt/application.h"
@@ -17,11 +18,13 @@
 #include "tests/forms/support/model_run.h"
 #include "tests/forms/support/test_program.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QLabel>
 #include <QTest>
 #include <QTimer>
 
+#include <algorithm>
 #include <array>
 #include <memory>
 
@@ -66,6 +69,12 @@ std::string hostileText(std::int64_t number) {
     }
 }
 
+std::string withoutBlanks(std::string text) {
+    std::erase_if(
+        text, [](char c) { return std::string_view(" \r\n\t").find(c) != std::string::npos; });
+    return text;
+}
+
 class Gallery : public QObject {
 public:
     Gallery(faults::Options options, faults::Proof& proof)
@@ -76,8 +85,9 @@ public:
 
     int run() {
         for (std::int64_t number = 0; number < m_count; ++number) showAll(number);
-        return m_proof.end("hostile texts in every window", m_count, "texts",
-            std::to_string(m_labels) + " labels and tool tips looked at");
+        return m_proof.end("hostile texts in every window, on paper and in mails", m_count, "texts",
+            std::to_string(m_labels) + " labels and tool tips, " + std::to_string(m_pages) +
+                " pages and " + std::to_string(m_mails) + " mails looked at");
     }
 
 private:
@@ -107,7 +117,46 @@ private:
         forms::doors().showSoftwareSetup();
         forms::doors().showTimeGraph(false);
         settle();
+        printAll(program);
+        mail(program);
         unloadAllForms();
+    }
+
+    // The caption on each page is the run's own text.
+    void printAll(testing::TestProgram& program) {
+        form<forms::DataGraph>().findChild<QAction*>("Mnu_Print(2)")->trigger();
+        const bool one = program.printer.documents.size() == 1 &&
+                         program.printer.documents[0]->state == testing::JobState::ended;
+        if (!m_proof.check(one, "a run of the text " + m_text + " is not printed")) return;
+        for (const testing::PrintedPage& page : program.printer.documents[0]->pages) {
+            ++m_pages;
+            std::string printed; // which a long text makes lines of
+            for (const testing::PrintedText& text : page.texts) printed += text.text;
+            m_proof.check(withoutBlanks(printed).find(withoutBlanks(m_text)) != std::string::npos,
+                "a page without the text " + m_text);
+        }
+    }
+
+    // The text is in the body as it was typed, and in no other part of the draft.
+    void mail(testing::TestProgram& program) {
+        library::MailOrder order;
+        order.appFolder = "/kvo";
+        order.runs = core::readRunIndex(core::indexPath("/kvo", program.files), program.files);
+        order.text = m_text;
+        const auto sent = library::SendFile(order, program.files, program.mail, {});
+        m_proof.check(bool(sent.result) && program.mail.drafts.size() == 1, "not mailed");
+        std::string body = sent.draft.body;
+        std::erase(body, '\r');
+        std::string typed = m_text;
+        std::erase(typed, '\r');
+        m_proof.check(body.find(typed) != std::string::npos, "a body without " + m_text);
+        m_proof.check(sent.draft.subject.find_first_of("\r\n") == std::string::npos &&
+                          sent.draft.recipient.find_first_of("\r\n") == std::string::npos,
+            "a head of several lines: " + m_text);
+        for (const std::string& path : sent.draft.attachments)
+            m_proof.check(path.find_first_of("\r\n,\"'<>&% ") == std::string::npos,
+                "an attachment named " + path);
+        ++m_mails;
     }
 
     // A folder whose runs, notes, times and setup all say it.
@@ -178,6 +227,8 @@ private:
 
     std::int64_t m_count;
     std::int64_t m_labels = 0;
+    std::int64_t m_pages = 0;
+    std::int64_t m_mails = 0;
     std::string m_text;
     QTimer m_timer;
     faults::Proof& m_proof;
@@ -187,6 +238,7 @@ private:
 
 int main(int argc, char* argv[]) {
     const faults::Options options = faults::optionsOf(argc, argv);
+    // Not the program's own application, which would swallow an exception that this looks for.
     QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     QApplication application(argc, argv);
     prepareApplication(application);

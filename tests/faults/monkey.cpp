@@ -379,6 +379,7 @@ private:
 int main(int argc, char* argv[]) {
     const faults::Options options = faults::optionsOf(argc, argv);
     QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+    // Not the program's own application, which would swallow an exception that this looks for.
     QApplication application(argc, argv);
     prepareApplication(application);
     QApplication::setEffectEnabled(Qt::UI_AnimateMenu, false);
