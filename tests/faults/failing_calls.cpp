@@ -45,14 +45,7 @@ public:
         m_whole.disk = m_sandbox.disk();
         m_proof.check(m_whole.done, std::string(operation.name) + " fails where nothing does");
         for (long n = 1;; ++n) {
-            bool reached = false;
-            for (std::size_t k = 0; k < kinds.size(); ++k) {
-                // The short form goes through the kinds in turn.
-                const auto turn = static_cast<std::size_t>(n);
-                if (m_all || k == turn % kinds.size())
-                    reached = tryOne(operation, n, kinds[k], false);
-                if (m_all || k == (turn + 3) % kinds.size()) tryOne(operation, n, kinds[k], true);
-            }
+            const bool reached = m_all ? tryAllKinds(operation, n) : tryInTurn(operation, n);
             if (!reached) return;
         }
     }
@@ -60,6 +53,19 @@ public:
     long told() const { return m_told; }
 
 private:
+    bool tryAllKinds(const Operation& operation, long n) {
+        bool reached = false;
+        for (const int kind : kinds) {
+            reached = tryOne(operation, n, kind, false);
+            tryOne(operation, n, kind, true);
+        }
+        return reached;
+    }
+    // The short form goes through the kinds in turn, once and from then on.
+    bool tryInTurn(const Operation& operation, long n) {
+        const auto turn = static_cast<std::size_t>(n);
+        return tryOne(operation, n, kinds[turn / 2 % kinds.size()], turn % 2 == 0);
+    }
     bool tryOne(const Operation& operation, long n, int kind, bool fromThenOn) {
         m_sandbox.put(m_start);
         FailingCall failing(n, kind, fromThenOn);

@@ -1,5 +1,6 @@
 // The program is killed at every system call of every operation on files, in front of it and, at a
-// write, with half of it done; then it starts again.
+// write, with half of it done; then it starts again. The short form takes every second call; any
+// count takes all.
 #include "platform/os/os_files.h"
 #include "tests/faults/file_house.h"
 #include "tests/faults/proof.h"
@@ -33,14 +34,14 @@ private:
 
 class Kills {
 public:
-    explicit Kills(Proof& proof) : m_proof(proof) {}
+    Kills(Proof& proof, bool all) : m_proof(proof), m_stride(all ? 1 : 2) {}
 
     void killAll(const Operation& operation) {
         const Disk start = startOf(operation);
         m_sandbox.put(start);
         Outcome whole = runOn(operation, m_files, m_sandbox);
         whole.disk = m_sandbox.disk();
-        for (long n = 1;; ++n) {
+        for (long n = 1;; n += m_stride) {
             m_sandbox.put(start);
             if (!killAt(operation, n)) return;
             ++m_kills;
@@ -77,6 +78,7 @@ private:
     Proof& m_proof;
     Sandbox m_sandbox;
     platform_os::OsFiles m_files;
+    long m_stride;
     long m_kills = 0;
 };
 
@@ -85,8 +87,9 @@ private:
 
 int main(int argc, char* argv[]) {
     using namespace kvo::faults;
-    Proof proof(optionsOf(argc, argv));
-    Kills kills(proof);
+    const Options options = optionsOf(argc, argv);
+    Proof proof(options);
+    Kills kills(proof, options.count > 0);
     for (const Operation& operation : operations()) kills.killAll(operation);
     return proof.end("killed at every n-th system call of " + std::to_string(operations().size()) +
                          " operations, then started again",
