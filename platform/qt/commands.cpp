@@ -194,7 +194,8 @@ bool Commands::mayRun(const Item& item) const {
 // From the last row to the first, since the rows of a menu follow it. A key that presses a command
 // hears of it by itself.
 void Commands::enableAll() {
-    for (const Item& item : m_items | std::views::reverse) item.action->setEnabled(mayRun(item));
+    for (auto item = m_items.rbegin(); item != m_items.rend(); ++item)
+        item->action->setEnabled(mayRun(*item));
     for (const Key& key : m_keys) {
         if (!pressesCommand(key.row))
             key.action->setEnabled(key.row.routine && isMet(key.row.needs));

@@ -31,12 +31,16 @@
 #include <array>
 #include <csignal>
 #include <cstdio>
+#include <cstdlib>
 #include <ctime>
 #include <deque>
 #include <map>
 #include <memory>
 #include <random>
 #include <unistd.h>
+#if __has_include(<execinfo.h>)
+#include <execinfo.h>
+#endif
 
 using namespace kvo;
 using namespace kvo::platform_qt;
@@ -60,6 +64,19 @@ void tellAndEnd(int signal) {
     std::raise(signal);
 }
 
+// Addresses, which addr2line knows the lines of, where the system tells them.
+std::string callers() {
+    std::string told;
+#if __has_include(<execinfo.h>)
+    std::array<void*, 150> calls{};
+    const int count = backtrace(calls.data(), static_cast<int>(calls.size()));
+    char** names = backtrace_symbols(calls.data(), count);
+    for (int i = 0; names != nullptr && i < count; ++i) told += std::string("\n  at ") + names[i];
+    std::free(names);
+#endif
+    return told;
+}
+
 // What the toolkit warns of is a fault of ours, but for what the off-screen plugin cannot do.
 faults::Proof* warnings = nullptr;
 void onWarning(QtMsgType type, const QMessageLogContext&, const QString& text) {
@@ -67,6 +84,7 @@ void onWarning(QtMsgType type, const QMessageLogContext&, const QString& text) {
         return;
     std::string told = text.toStdString();
     for (const std::string& action : lastActions()) told += "\n  " + action;
+    told += callers();
     warnings->fault(told);
 }
 
