@@ -198,13 +198,17 @@ CellPlaces cellPlaces(int widthPx, int heightPx, int togglePx, bool withOverlay)
         {togglePx + room - half, cellMarginPx / 2, half, line}};
 }
 
-ReadOutPlaces readOutPlaces(int widthPx, int heightPx, int timePx, int textPx, int filePx) {
-    const int loading = textPx + filePx + loadingBarPx + 2 * readOutGapPx;
-    const int pointer = std::max(0, widthPx - timePx - loading - 2 * readOutGapPx);
-    return {{0, 0, timePx, heightPx}, {timePx + readOutGapPx, 0, pointer, heightPx},
-        {widthPx - loading, 0, loading, heightPx}, {0, 0, textPx, heightPx},
-        {textPx + readOutGapPx, 0, filePx, heightPx},
-        {loading - loadingBarPx, 2, loadingBarPx, heightPx - 4}};
+ReadOutPlaces readOutPlaces(int widthPx, int heightPx, const ReadOutWidths& texts) {
+    const int loadingFile = texts.loadingTextPx + readOutGapPx;
+    const int bar = loadingFile + texts.loadingFilePx + readOutGapPx;
+    const int loading = bar + loadingBarPx;
+    const int between = texts.timePx + readOutGapPx;
+    const int pointer = texts.betweenPx > 0 ? between + texts.betweenPx + readOutGapPx : between;
+    const int room = std::max(0, widthPx - loading - readOutGapPx - pointer);
+    return {{0, 0, texts.timePx, heightPx}, {between, 0, texts.betweenPx, heightPx},
+        {pointer, 0, room, heightPx}, {widthPx - loading, 0, loading, heightPx},
+        {0, 0, texts.loadingTextPx, heightPx}, {loadingFile, 0, texts.loadingFilePx, heightPx},
+        {bar, 2, loadingBarPx, heightPx - 4}};
 }
 
 } // namespace kvo::graph

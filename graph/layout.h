@@ -171,13 +171,20 @@ CellPlaces cellPlaces(int widthPx, int heightPx, int togglePx, bool withOverlay)
 inline constexpr int leastReadOutPx = 400;
 struct ReadOutPlaces {
     BoxPx time;
+    BoxPx between; // the time from a reference, where there is one
     BoxPx pointer;
     BoxPx loading; // the next three lie in it
     BoxPx loadingText;
     BoxPx loadingFile;
     BoxPx progress;
 };
-// By the widths of the texts.
-ReadOutPlaces readOutPlaces(int widthPx, int heightPx, int timePx, int textPx, int filePx);
+// Of the texts; 0 for the time from a reference where there is none.
+struct ReadOutWidths {
+    int timePx = 0;
+    int betweenPx = 0;
+    int loadingTextPx = 0;
+    int loadingFilePx = 0;
+};
+ReadOutPlaces readOutPlaces(int widthPx, int heightPx, const ReadOutWidths& texts);
 
 } // namespace kvo::graph

@@ -75,7 +75,7 @@ float PrintedPanel::squareSide() const {
 
 float PrintedPanel::widthOf(const Column& column) const {
     const float square = squareSide() / pageRatio + pad;
-    const float overlay = m_panel.overlay ? column.overlay + 3 * pad : 0;
+    const float overlay = m_panel.hasSecond() ? column.overlay + 3 * pad : 0;
     return square + column.name + column.value + 4 * pad + overlay;
 }
 
@@ -125,9 +125,11 @@ void PrintedPanel::printCell(const Column& column, const PanelCell& cell, float 
     const Colour colour =
         isChannel ? asColour(channels::channelColour(m_config, cell.channel)) : platform::black;
     printValue(cell, cell.value, colour, valueX, column.value + 2 * pad, y);
-    if (!isChannel || !m_panel.overlay) return;
-    printValue(cell, cell.overlay, asColour(overlayColour(m_config, cell.channel)),
-        valueX + column.value + 3 * pad, column.overlay + 2 * pad, y);
+    if (!isChannel || !m_panel.hasSecond()) return;
+    const Colour second =
+        m_panel.differences ? colour : asColour(overlayColour(m_config, cell.channel));
+    printValue(
+        cell, cell.overlay, second, valueX + column.value + 3 * pad, column.overlay + 2 * pad, y);
 }
 
 // The colour of the curve, in a border since it may be the paper's own.

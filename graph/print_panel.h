@@ -14,7 +14,7 @@ struct PanelCell {
     int channel = -1; // -1: one of the track times
     std::string name;
     std::string value;
-    std::string overlay;
+    std::string overlay; // or the difference to a reference
     bool on = true;
 };
 struct PanelGroup {
@@ -25,7 +25,10 @@ struct PanelTexts {
     std::string time;    // of the cursor, or of the stretch that is averaged
     std::string pointer; // text of what lies under the pointer, where it stands beside the time
     std::vector<PanelGroup> groups;
-    bool overlay = false; // whether the overlay's values are shown
+    bool overlay = false;     // whether the overlay's values are shown
+    bool differences = false; // whether those to a reference are shown in their place
+
+    bool hasSecond() const { return overlay || differences; }
 };
 
 // The page's scale is (0, 0)-(1, 1) while one of these works on it.

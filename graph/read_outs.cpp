@@ -155,11 +155,11 @@ void fillMeans(Filler& filler, const Stretch& stretch, const RunView& run) {
     }
 }
 
+} // namespace
+
 double timeOf(const RunView& run, int sample) {
     return (run.row(sample).Index - run.image->tail.TimeOffset) / core::samplesPerSecond;
 }
-
-} // namespace
 
 ReadOutTexts timeLineTexts(const ReadOutInput& input, int sample) {
     ReadOutTexts texts;

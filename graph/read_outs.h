@@ -9,6 +9,9 @@
 
 namespace kvo::graph {
 
+// The time of a sample of the run, seconds from the run's time zero.
+double timeOf(const channels::RunView& run, int sample);
+
 // A value label and what it shows from now on.
 struct LabelText {
     int channel = 0; // 0 to 24

@@ -8,22 +8,36 @@ namespace {
 constexpr int solidStyle = 0;
 constexpr int averageStyle = 2;
 constexpr int timeLineStyle = 4;
+constexpr int referenceStyle = 1;
 constexpr float wordSize = 25;    // points
 constexpr float wordHeight = 600; // units of the surface
 constexpr double halfTheWord = 137;
-
-// Drawn over the picture and not into it.
-void beginOnTop(platform::Surface& trend, int style) {
-    trend.setAutoRedraw(false);
-    trend.refresh();
-    trend.setDrawStyle(style);
-}
 
 void upright(platform::Surface& trend, float x, platform::Colour colour) {
     trend.line(x, trendTop, x, 0, colour);
 }
 
+// Drawn over the picture and not into it.
+void beginOnTop(platform::Surface& trend, int style, std::int32_t graphBackColour,
+    std::optional<int> reference) {
+    trend.setAutoRedraw(false);
+    trend.refresh();
+    if (reference) {
+        trend.setDrawStyle(referenceStyle);
+        upright(trend, static_cast<float>(*reference), referenceColour(graphBackColour));
+    }
+    trend.setDrawStyle(style);
+}
+
 } // namespace
+
+platform::Colour referenceColour(std::int32_t graphBackColour) {
+    constexpr int light = 128000; // thousandths of the lightness that an eye sees
+    const auto back = static_cast<platform::Colour>(graphBackColour);
+    const auto part = [back](unsigned shift) { return static_cast<int>(back >> shift & 0xFFU); };
+    const bool isLight = 299 * part(0) + 587 * part(8) + 114 * part(16) >= light;
+    return isLight ? platform::black : platform::white;
+}
 
 platform::Colour timeLineColour(std::int32_t graphBackColour) {
     // Required: compared with the number 12, not with the colour of that number.
@@ -32,14 +46,16 @@ platform::Colour timeLineColour(std::int32_t graphBackColour) {
     return platform::paletteColour(graphBackColour == lightRed ? red : lightRed);
 }
 
-void drawTimeLine(platform::Surface& trend, int sample, std::int32_t graphBackColour) {
-    beginOnTop(trend, timeLineStyle);
+void drawTimeLine(platform::Surface& trend, int sample, std::int32_t graphBackColour,
+    std::optional<int> reference) {
+    beginOnTop(trend, timeLineStyle, graphBackColour, reference);
     upright(trend, static_cast<float>(sample), timeLineColour(graphBackColour));
     trend.setDrawStyle(solidStyle);
 }
 
-void drawAverageStart(platform::Surface& trend, float x, std::int32_t graphBackColour) {
-    beginOnTop(trend, averageStyle);
+void drawAverageStart(
+    platform::Surface& trend, float x, std::int32_t graphBackColour, std::optional<int> reference) {
+    beginOnTop(trend, averageStyle, graphBackColour, reference);
     upright(trend, x, timeLineColour(graphBackColour));
     trend.setDrawStyle(solidStyle);
 }

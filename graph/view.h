@@ -28,9 +28,10 @@ struct GraphView {
     double MphScale = 0;           // vertical units a mph; set by DrawGrid
     double ProgressCount = 0;      // running total of the loading bar
     std::int32_t OverlayChannelColour = 0;
-    std::int16_t LoadingBar = 0; // -1 while a redraw belongs to a load
-    std::string RocosText;       // result of RoCoS_Cal
-    float DragStartX = 0;        // where the right button went down
+    std::int16_t LoadingBar = 0;  // -1 while a redraw belongs to a load
+    std::string RocosText;        // result of RoCoS_Cal
+    float DragStartX = 0;         // where the right button went down
+    std::optional<int> Reference; // sample that the read-outs are compared to
     std::int32_t SwitchColourDyna = switchDynaDefault;
     std::int32_t SwitchColourShift = switchShiftDefault;
     std::int32_t SwitchColourThrottle = switchThrottleDefault;

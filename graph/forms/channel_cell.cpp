@@ -103,6 +103,7 @@ ValueLabel::ValueLabel(QWidget* parent) : QLabel(parent) {
 }
 
 void ValueLabel::setFore(platform::Colour fore) {
+    if (fore == m_fore) return;
     m_fore = fore;
     applyColours();
 }

@@ -278,12 +278,29 @@ void ChannelPanel::showTexts(const graph::ReadOutTexts& texts) {
     m_texts.time = texts.loggerTime;
     m_readOuts->LoggerTime->setText(shown(texts.loggerTime));
     for (const auto* list : {&texts.labels, &texts.emptied}) {
-        for (const graph::LabelText& label : *list) {
-            ChannelCell& shownIn = cell(label.channel);
-            (label.overlay ? m_texts.overlays
-                           : m_texts.values)[static_cast<std::size_t>(label.channel)] = label.text;
-            (label.overlay ? shownIn.overlay : shownIn.value)->setText(shown(label.text));
-        }
+        for (const graph::LabelText& label : *list) showLabel(label);
+    }
+}
+
+void ChannelPanel::showLabel(const graph::LabelText& label) {
+    ChannelCell& shownIn = cell(label.channel);
+    (label.overlay ? m_texts.overlays : m_texts.values)[static_cast<std::size_t>(label.channel)] =
+        label.text;
+    (label.overlay ? shownIn.overlay : shownIn.value)->setText(shown(label.text));
+}
+
+void ChannelPanel::showDifferences(
+    const core::AppConfig& config, const std::optional<graph::Differences>& differences) {
+    if (!differences) {
+        if (m_texts.differences) emptyOverlayLabels();
+        return;
+    }
+    m_texts.differences = true;
+    m_texts.between = "Reference: " + differences->time;
+    m_readOuts->showReference(shown(m_texts.between));
+    for (const graph::LabelText& label : differences->labels) {
+        showLabel(label);
+        showOverlayColour(label.channel, asColour(channels::channelColour(config, label.channel)));
     }
 }
 
@@ -298,6 +315,9 @@ void ChannelPanel::emptyLabels() {
 void ChannelPanel::emptyOverlayLabels() {
     for (const ChannelCell* one : m_cells) one->overlay->clear();
     m_texts.overlays = {};
+    m_texts.between.clear();
+    m_texts.differences = false;
+    m_readOuts->showReference(std::nullopt);
 }
 
 void ChannelPanel::showChannelOn(const core::AppConfig& config, int channel) {
@@ -370,11 +390,13 @@ graph::PanelTexts ChannelPanel::shownTexts(
     const core::AppConfig& config, const core::TrackTimes& times, bool overlay) const {
     graph::PanelTexts texts;
     texts.time = m_texts.time;
+    if (m_texts.differences) texts.time += "    " + m_texts.between;
     if (m_readOuts->pointerStandsInLine()) texts.pointer = typed(m_readOuts->pointerText());
     for (int group = 0; group < static_cast<int>(m_groups.size()); ++group)
         texts.groups.push_back(shownGroup(config, group));
     texts.overlay = overlay;
-    if (overlay) return texts;
+    texts.differences = m_texts.differences;
+    if (texts.hasSecond()) return texts;
     texts.groups.push_back({"Times", {}});
     for (const TimeBox& box : timeBoxes)
         texts.groups.back().cells.push_back({-1, box.caption, times.*box.time, {}, true});

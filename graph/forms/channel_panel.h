@@ -7,11 +7,13 @@
 #include "graph/forms/read_out_line.h"
 #include "graph/print_panel.h"
 #include "graph/read_outs.h"
+#include "graph/reference.h"
 #include "graph/view.h"
 
 #include <QFrame>
 
 #include <array>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -37,6 +39,10 @@ public:
 
     // Value and overlay labels of the channels that are named; the others keep what they show.
     void showTexts(const graph::ReadOutTexts& texts);
+    // Differences to a reference, in the labels of the overlay's values and in their channels' own
+    // colours; none while there is no reference.
+    void showDifferences(
+        const core::AppConfig& config, const std::optional<graph::Differences>& differences);
     void emptyLabels();
     void emptyOverlayLabels();
     void showLabels(const graph::LabelVisibility& labels);
@@ -50,11 +56,11 @@ public:
     void setAnalogCaption(int n, const std::string& caption);
     void showTimes(const core::TrackTimes& times);
     void setExhaustHeading(const QString& heading);
-    // Room for the overlay's values, which cover the run's times.
+    // Room for the overlay's values, or for differences, which cover the run's times.
     void uncoverOverlay(bool on);
 
     // All that stands in the panel, to be printed: of a run with these times, with an overlay or
-    // without.
+    // without, or with the differences to a reference.
     graph::PanelTexts shownTexts(
         const core::AppConfig& config, const core::TrackTimes& times, bool overlay) const;
     bool clutchLabelVisible() const;
@@ -77,6 +83,7 @@ private:
         QGridLayout* grid = nullptr;
         int columns = 1;
     };
+    void showLabel(const graph::LabelText& label);
     QWidget* makeTimes();
     void makeGroup(QHBoxLayout& panels, int group);
     void makeCell(int channel, QWidget* box);
@@ -87,6 +94,8 @@ private:
     // What the labels show.
     struct Texts {
         std::string time;
+        std::string between; // the time from a reference
+        bool differences = false;
         std::array<std::string, channels::channelCount> values;
         std::array<std::string, channels::channelCount> overlays;
     };

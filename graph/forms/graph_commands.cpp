@@ -4,6 +4,7 @@
 #include "core/run_info.h"
 #include "core/shared_state.h"
 #include "graph/forms/graph_channels.h"
+#include "graph/forms/graph_cursor.h"
 #include "graph/forms/graph_icons.h"
 #include "graph/forms/graph_printing.h"
 #include "graph/forms/graph_scale.h"
@@ -33,6 +34,7 @@ constexpr Needs runBefore = 4;  // a run before the choice of the list
 constexpr Needs runBehind = 8;  // and one behind it
 constexpr Needs zoomed = 16;    // a zoom that can be cancelled
 constexpr Needs notZoomed = 32; // one of the sizes of Mnu_Scale
+constexpr Needs compared = 64;  // a reference that the values are compared to
 
 using Menus = MenuRow<GraphCommands>;
 using Keys = ToolRow<GraphCommands>;
@@ -76,6 +78,8 @@ std::span<const Menus> menuRows() {
         {"Mnu_Scale", "1/4 Screen", "Mnu_ScaleItem(2)", {&G::Mnu_ScaleItem_Click, 2}, {.checkable = true}},
         {"Mnu_Scale", "Custom", "Mnu_ScaleItem(3)", {&G::Mnu_ScaleItem_Click, 3}, {.checkable = true}},
         {"Mnu_Tools", "Unit &Convertor", "Convertor_Mnu", &G::Convertor_Mnu_Click},
+        {"Mnu_Tools", "Set &Reference", "Mnu_Reference", &G::Mnu_Reference_Click, {.needs = run | noOverlay, .line = true, .shortcut = "R"}},
+        {"Mnu_Tools", "Take Reference &Away", "Mnu_ReferenceAway", &G::Mnu_ReferenceAway_Click, {.needs = compared, .shortcut = "Esc"}},
         {"Mnu_Help", "&Help", "Mnu_HelpItem"},
         {"Mnu_Help", "&About KVO", "Mnu_GraphFile", &G::Mnu_GraphFile_Click},
     });
@@ -145,6 +149,7 @@ void GraphCommands::showState() {
     if (m_parts.view.CancelZoomOffered) met |= zoomed;
     if (course.hasRun()) met |= run;
     if (!course.overlayLoaded()) met |= noOverlay;
+    if (m_parts.view.Reference) met |= compared;
     if (course.canChange(0)) met |= runBefore;
     if (course.canChange(1)) met |= runBehind;
     m_commands.setMet(met);
@@ -273,6 +278,18 @@ void GraphCommands::CancelZoom_Click() {
 void GraphCommands::Convertor_Mnu_Click() {
     const GraphMenusDisabled off(*this);
     doors().openConversions();
+}
+
+// --- Commands of the cursor
+
+void GraphCommands::Mnu_Reference_Click() {
+    m_parts.cursor.setReference();
+    m_parts.window.showState();
+}
+
+void GraphCommands::Mnu_ReferenceAway_Click() {
+    m_parts.cursor.takeReferenceAway();
+    m_parts.window.showState();
 }
 
 void GraphCommands::Mnu_GraphFile_Click() {

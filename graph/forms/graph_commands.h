@@ -19,6 +19,7 @@ class QToolBar;
 namespace kvo::forms {
 
 class GraphChannels;
+class GraphCursor;
 class GraphPrinting;
 class GraphScale;
 class GraphSurface;
@@ -29,6 +30,7 @@ struct GraphParts {
     graph::Course& course;
     graph::CourseView& window;
     GraphSurface& surface;
+    GraphCursor& cursor;
     GraphScale& scale;
     GraphChannels& channels;
     GraphPrinting& printing;
@@ -70,6 +72,8 @@ public:
     void ZoomOut_Click();
     void CancelZoom_Click();
     void Convertor_Mnu_Click();
+    void Mnu_Reference_Click();
+    void Mnu_ReferenceAway_Click();
     void Mnu_GraphFile_Click();
 
 private:

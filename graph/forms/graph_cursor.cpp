@@ -40,7 +40,7 @@ graph::ReadOutInput GraphCursor::readOutInput(const channels::ShownRuns& runs) {
 }
 
 void GraphCursor::TimeLine() {
-    m_panel.uncoverOverlay(m_course.overlayLoaded());
+    uncoverSecondValues();
     if (channels::viewOfRun(core::state().Run).has(m_view.CursorSample)) {
         showTimeLine();
     } else if (m_course.hasRun()) {
@@ -50,10 +50,35 @@ void GraphCursor::TimeLine() {
 }
 
 void GraphCursor::showTimeLine() {
-    graph::drawTimeLine(
-        m_surface.surface(), m_view.CursorSample, core::state().Config.GraphBackColour);
+    graph::drawTimeLine(m_surface.surface(), m_view.CursorSample,
+        core::state().Config.GraphBackColour, m_view.Reference);
     const channels::ShownRuns runs = shownRuns();
-    m_panel.showTexts(graph::timeLineTexts(readOutInput(runs), m_view.CursorSample));
+    const graph::ReadOutInput input = readOutInput(runs);
+    showTexts(input, graph::timeLineTexts(input, m_view.CursorSample), m_view.CursorSample);
+}
+
+void GraphCursor::showTexts(
+    const graph::ReadOutInput& input, const graph::ReadOutTexts& texts, std::optional<int> cursor) {
+    m_panel.showTexts(texts);
+    if (m_view.Reference)
+        m_panel.showDifferences(
+            input.config, graph::differences(input, texts, cursor, *m_view.Reference));
+}
+
+void GraphCursor::uncoverSecondValues() {
+    if (!m_view.Reference) m_panel.showDifferences(core::state().Config, std::nullopt);
+    m_panel.uncoverOverlay(m_course.overlayLoaded() || m_view.Reference);
+}
+
+void GraphCursor::setReference() {
+    if (channels::viewOfRun(core::state().Run).has(m_view.CursorSample))
+        m_view.Reference = m_view.CursorSample;
+    TimeLine();
+}
+
+void GraphCursor::takeReferenceAway() {
+    m_view.Reference.reset();
+    TimeLine();
 }
 
 void GraphCursor::placeCursor(double sample) {
@@ -102,17 +127,19 @@ void GraphCursor::Label_DataChanel_Change(const QString& text) {
 
 void GraphCursor::startAverage(float x) {
     m_view.DragStartX = x;
-    graph::drawAverageStart(m_surface.surface(), x, core::state().Config.GraphBackColour);
+    graph::drawAverageStart(
+        m_surface.surface(), x, core::state().Config.GraphBackColour, m_view.Reference);
 }
 
 void GraphCursor::finishAverage(float x) {
     const float start = m_view.DragStartX;
     graph::drawAverage(m_surface.surface(), start, x, core::state().Config.GraphBackColour);
-    m_panel.uncoverOverlay(m_course.overlayLoaded());
+    uncoverSecondValues();
     const channels::ShownRuns runs = shownRuns();
-    const auto texts = graph::AverageRange(readOutInput(runs), qMin(start, x), qMax(start, x));
+    const graph::ReadOutInput input = readOutInput(runs);
+    const auto texts = graph::AverageRange(input, qMin(start, x), qMax(start, x));
     if (texts.outside) return platform::services().dialogs->beep();
-    m_panel.showTexts(texts);
+    showTexts(input, texts, std::nullopt);
 }
 
 } // namespace kvo::forms

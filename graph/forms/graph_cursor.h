@@ -9,6 +9,8 @@
 #include <QObject>
 #include <QString>
 
+#include <optional>
+
 namespace kvo::forms {
 
 class ChannelPanel;
@@ -25,6 +27,10 @@ public:
     // The line at the cursor and its read-outs; a beep where the cursor lies outside of the run.
     // The keys go to the surface.
     void TimeLine();
+    // The reference of the differences, at the cursor; a beep where the cursor lies outside of the
+    // run.
+    void setReference();
+    void takeReferenceAway();
     // The text under the pointer; a narrow window shows it as a tool tip.
     void Label_DataChanel_Change(const QString& text);
 
@@ -32,6 +38,9 @@ private:
     graph::ReadOutInput readOutInput(const channels::ShownRuns& runs);
     channels::ShownRuns shownRuns() const;
     void showTimeLine();
+    void showTexts(const graph::ReadOutInput& input, const graph::ReadOutTexts& texts,
+        std::optional<int> cursor);
+    void uncoverSecondValues();
     void placeCursor(double sample);
     void Trend_KeyDown(int key, Qt::KeyboardModifiers modifiers);
     void Trend_MouseDown(Qt::MouseButton button, float x, float y);

@@ -22,18 +22,21 @@ void placeInLine(QWidget& widget, const graph::BoxPx& box) {
 
 ReadOutLine::ReadOutLine(QWidget* parent)
     : QWidget(parent), LoggerTime(named(new QLabel(this), "LoggerTime")),
+      ReferenceTime(named(new QLabel(this), "ReferenceTime")),
       Label_DataChanel(named(new QLabel(this), "Label_DataChanel")),
       LoadingFrame(named(new QWidget(this), "LoadingFrame")),
       LoadingText(named(new QLabel(LoadingFrame), "LoadingText")),
       LoadingFile(named(new QLabel(LoadingFrame), "LoadingFile")),
       ProgressBar1(named(new QProgressBar(LoadingFrame), "ProgressBar1")) {
-    for (QLabel* label : {LoggerTime, Label_DataChanel, LoadingText, LoadingFile}) {
+    for (QLabel* label : {LoggerTime, ReferenceTime, Label_DataChanel, LoadingText, LoadingFile}) {
         label->setTextFormat(Qt::PlainText);
         label->setFont(tabularFont());
     }
     QFont bold = LoggerTime->font();
     bold.setBold(true);
     LoggerTime->setFont(bold);
+    ReferenceTime->setFont(bold);
+    ReferenceTime->hide();
     ProgressBar1->setAccessibleName(QStringLiteral("Loading"));
     ProgressBar1->setTextVisible(false);
     LoadingFrame->hide();
@@ -49,6 +52,13 @@ void ReadOutLine::showPointer(const QString& text, bool inLine) {
     m_pointerInLine = inLine;
     Label_DataChanel->setText(text);
     Label_DataChanel->setVisible(inLine);
+}
+
+void ReadOutLine::showReference(const std::optional<QString>& text) {
+    ReferenceTime->setText(text.value_or(QString()));
+    if (text.has_value() != ReferenceTime->isHidden()) return;
+    ReferenceTime->setVisible(text.has_value());
+    place();
 }
 
 void ReadOutLine::startLoading(const QString& text, const QString& file) {
@@ -79,11 +89,16 @@ void ReadOutLine::resizeEvent(QResizeEvent*) {
 }
 
 void ReadOutLine::place() {
-    const int time =
-        QFontMetrics(LoggerTime->font()).horizontalAdvance(QStringLiteral("Time:-00.00 / -00.00 "));
-    const graph::ReadOutPlaces places = graph::readOutPlaces(
-        width(), height(), time, LoadingText->sizeHint().width(), LoadingFile->sizeHint().width());
+    const QFontMetrics bold(LoggerTime->font());
+    graph::ReadOutWidths texts;
+    texts.timePx = bold.horizontalAdvance(QStringLiteral("Time:-00.00 / -00.00 "));
+    if (!ReferenceTime->isHidden())
+        texts.betweenPx = bold.horizontalAdvance(QStringLiteral("Reference: -00.00 sec "));
+    texts.loadingTextPx = LoadingText->sizeHint().width();
+    texts.loadingFilePx = LoadingFile->sizeHint().width();
+    const graph::ReadOutPlaces places = graph::readOutPlaces(width(), height(), texts);
     placeInLine(*LoggerTime, places.time);
+    placeInLine(*ReferenceTime, places.between);
     placeInLine(*Label_DataChanel, places.pointer);
     placeInLine(*LoadingFrame, places.loading);
     placeInLine(*LoadingText, places.loadingText);

@@ -7,6 +7,8 @@
 #include <QProgressBar>
 #include <QWidget>
 
+#include <optional>
+
 namespace kvo::forms {
 
 class ReadOutLine : public QWidget {
@@ -16,6 +18,7 @@ public:
     explicit ReadOutLine(QWidget* parent = nullptr);
 
     QLabel* const LoggerTime;
+    QLabel* const ReferenceTime;
     QLabel* const Label_DataChanel;
     QWidget* const LoadingFrame;
     QLabel* const LoadingText;
@@ -26,6 +29,8 @@ public:
     QSize minimumSizeHint() const override;
     // The text under the pointer. A narrow window has it elsewhere, and the line none.
     void showPointer(const QString& text, bool inLine);
+    // The time from a reference to the cursor; none while there is no reference.
+    void showReference(const std::optional<QString>& text);
     const QString& pointerText() const { return m_pointerText; }
     bool pointerStandsInLine() const { return m_pointerInLine; }
     // The loading panel. It comes up with the first progress a tenth of a second after the start,

@@ -414,6 +414,27 @@ TEST_F(CourseOnRuns, LoadsAndNeighboursTakeTheOverlayOff) {
     EXPECT_STREQ(course.overlayCommand(), "Overlay Data File");
 }
 
+TEST_F(CourseOnRuns, AnotherRunAnOverlayAndADeleteTakeTheReferenceAway) {
+    load(1);
+    view.Reference = 300;
+    files.failReads(pathOf(3), kvo::testing::MemoryFiles::Failure::noMemory);
+    for (int i = 0; i < 2; ++i) dialogs.expectBoxTitled("Kvo");
+    load(3);
+    overlay(3);
+    EXPECT_EQ(view.Reference, 300); // the run is still there, and without an overlay
+    files.allowReads();
+    overlay(2);
+    EXPECT_EQ(view.Reference, std::nullopt);
+    course.Mnu_Overlay();
+    view.Reference = 300;
+    course.GraphChange(1);
+    EXPECT_EQ(view.Reference, std::nullopt);
+    view.Reference = 300;
+    window.whileDeleting = [this] { ASSERT_TRUE(files.remove(state->Run.path)); };
+    course.Mnu_DeleteRun();
+    EXPECT_EQ(view.Reference, std::nullopt);
+}
+
 TEST_F(CourseOnRuns, DeletingTheShownRunTakesEverythingOfIt) {
     load(1);
     overlay(2);

@@ -140,12 +140,20 @@ TEST(Layout, AnOverlaysValueTakesHalfOfTheRoom) {
 }
 
 TEST(Layout, TheLoadingPanelStandsAtTheEndOfItsLine) {
-    const ReadOutPlaces places = readOutPlaces(1000, 20, 150, 60, 90);
+    const ReadOutPlaces places = readOutPlaces(1000, 20, {150, 0, 60, 90});
     EXPECT_EQ(places.time, (BoxPx{0, 0, 150, 20}));
     EXPECT_EQ(places.pointer, (BoxPx{162, 0, 472, 20}));
     EXPECT_EQ(places.loading, (BoxPx{646, 0, 354, 20}));
     EXPECT_EQ(places.loadingText, (BoxPx{0, 0, 60, 20}));
     EXPECT_EQ(places.loadingFile, (BoxPx{72, 0, 90, 20}));
     EXPECT_EQ(places.progress, (BoxPx{174, 2, 180, 16}));
-    EXPECT_EQ(readOutPlaces(300, 20, 150, 60, 90).pointer.width, 0);
+    EXPECT_EQ(readOutPlaces(300, 20, {150, 0, 60, 90}).pointer.width, 0);
+}
+
+TEST(Layout, TheTimeFromAReferenceStandsBesideTheTime) {
+    const ReadOutPlaces places = readOutPlaces(1000, 20, {150, 80, 60, 90});
+    EXPECT_EQ(places.time, (BoxPx{0, 0, 150, 20}));
+    EXPECT_EQ(places.between, (BoxPx{162, 0, 80, 20}));
+    EXPECT_EQ(places.pointer, (BoxPx{254, 0, 380, 20}));
+    EXPECT_EQ(places.loading, (BoxPx{646, 0, 354, 20}));
 }

@@ -83,6 +83,15 @@ TEST_F(PrintPanelTest, TheOverlaysValuesStandBesideWhereThereIsOne) {
     EXPECT_GT(find(page, "Times")->x, find(page, "7000")->x);
 }
 
+TEST_F(PrintPanelTest, DifferencesStandInTheOverlaysPlaceInTheChannelsColour) {
+    config.OverlayColours = 1; // the overlay would have another
+    panel.differences = true;
+    const PrintedPage& page = print(true);
+    ASSERT_NE(find(page, "7000"), nullptr);
+    EXPECT_GT(find(page, "7000")->x, find(page, "8000")->x);
+    EXPECT_EQ(find(page, "7000")->colour, find(page, "8000")->colour);
+}
+
 TEST_F(PrintPanelTest, SquaresHaveTheCurvesColoursWhereTheChannelIsOn) {
     EXPECT_EQ(boxes(print(true), readableOnWhite(0x00FFFF)), 1);
     EXPECT_EQ(boxes(print(true), 0xFF0000), 0); // off

@@ -81,3 +81,39 @@ TEST(Transient, ADragEndsWithACrossItsEdgeAndTheWord) {
     trend.print("x");
     EXPECT_EQ(trend.operations().back().fontSize, 7);
 }
+
+TEST(Transient, TheReferenceLineLiesBelowTheTimeLine) {
+    RecordingSurface trend;
+    drawTimeLine(trend, 311, 0, 250);
+    const auto lines = trend.ofKind(Kind::line);
+    ASSERT_EQ(lines.size(), 2U);
+    EXPECT_EQ(lines[0].x1, 250);
+    EXPECT_EQ(lines[0].y1, 1100);
+    EXPECT_EQ(lines[0].x2, 250);
+    EXPECT_EQ(lines[0].y2, 0);
+    EXPECT_EQ(lines[0].drawStyle, 1);
+    EXPECT_EQ(lines[0].colour, platform::white);
+    EXPECT_FALSE(lines[0].kept);
+    expectLine(lines[1], 311, 1100, 311, 0, 4);
+    EXPECT_EQ(trend.currentX(), 311);
+}
+
+TEST(Transient, TheReferenceLineStaysWhileAnAverageBegins) {
+    RecordingSurface trend;
+    drawAverageStart(trend, 300, 0, 250);
+    const auto lines = trend.ofKind(Kind::line);
+    ASSERT_EQ(lines.size(), 2U);
+    EXPECT_EQ(lines[0].x1, 250);
+    expectLine(lines[1], 300, 1100, 300, 0, 2);
+}
+
+TEST(Transient, TheReferenceLineIsSeenOnEveryBackground) {
+    EXPECT_EQ(referenceColour(0), platform::white);
+    EXPECT_EQ(referenceColour(0xFFFFFF), platform::black);
+    EXPECT_EQ(referenceColour(0xC0C0C0), platform::black);
+    EXPECT_EQ(referenceColour(0x7F7F7F), platform::white);
+    EXPECT_EQ(referenceColour(0x808080), platform::black);
+    EXPECT_EQ(referenceColour(0x00FF00), platform::black); // green is light
+    EXPECT_EQ(referenceColour(0xFF0000), platform::white); // blue is dark
+    EXPECT_EQ(referenceColour(0x0000FF), platform::white); // and so is red
+}

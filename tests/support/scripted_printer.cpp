@@ -27,8 +27,8 @@ public:
     }
     void setDigitWidth(float ofHeight) override { m_digitWidth = ofHeight; }
     void printAt(float x, float y, std::string_view text, platform::TextSide side) override {
-        m_document->pages.back().texts.push_back(
-            {x, y, std::string(text), side, m_digitWidth, m_surface.fontSize()});
+        m_document->pages.back().texts.push_back({x, y, std::string(text), side, m_digitWidth,
+            m_surface.fontSize(), m_surface.foreColor()});
     }
     // A letter of 8 points is one unit wide and high.
     float textWidth(std::string_view text) const override {

@@ -19,6 +19,7 @@ struct PrintedText {
     platform::TextSide side = platform::TextSide::left;
     float digitWidth = 0;
     float points = 8;
+    platform::Colour colour = platform::black;
     friend bool operator==(const PrintedText&, const PrintedText&) = default;
 };
 
