@@ -76,7 +76,7 @@ void raiseGraph() {
 void showTimeGraph(bool fromGraph) {
     auto& timeGraph = form<TimeGraph>();
     if (!fromGraph) hideMainWindow();
-    timeGraph.open(fromGraph);
+    timeGraph.showTable(fromGraph);
 }
 
 void showPitRun() {
@@ -175,7 +175,7 @@ void openDoors() {
     all.chooseRunsToDelete = chooseRunsToDelete;
     all.refreshChooser = refreshChooser;
     all.importRuns = [](bool ofThisProgram) {
-        return form<Import>().open(
+        return form<Import>().importRuns(
             ofThisProgram ? library::ImportMode::windows : library::ImportMode::dos);
     };
     all.copyRuns = [] { form<Copy>().copyFiles(); };
@@ -201,7 +201,7 @@ void openDoors() {
         form<Info>().editRun(runPath, caption);
     };
     all.editVehicleSetup = [] { form<Info>().editSetupDefaults(); };
-    all.showCalculator = [](int sum) { form<CalcForm>().open(sum); };
+    all.showCalculator = [](int sum) { form<CalcForm>().showSum(sum); };
     all.showConversions = [] { form<Conversions>().showForMainWindow(); };
     all.openConversions = [] { form<Conversions>().showOverForm(); };
     all.showAbout = [] { showModal(form<About>()); };

@@ -85,7 +85,7 @@ void CalcForm::makeLayout() {
     setLayout(all);
 }
 
-void CalcForm::open(int sum) {
+void CalcForm::showSum(int sum) {
     const calc::EngineSum& row = calc::engineSums()[static_cast<std::size_t>(sum)];
     m_state = calc::openedCalcForm(row);
     setWindowTitle(shown(row.title));

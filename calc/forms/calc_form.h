@@ -18,7 +18,7 @@ public:
     CalcForm();
 
     // The sum at this place of engineSums(), modal until the user closes it.
-    void open(int sum);
+    void showSum(int sum);
 
 protected:
     void reject() override { Cancel_Click(); }

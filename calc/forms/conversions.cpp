@@ -61,7 +61,7 @@ QWidget* Conversions::makeButtons() {
 QWidget* Conversions::makeBoxes() {
     auto* boxes = new QWidget;
     Label3 = named(new QLabel(QStringLiteral("=")), "Label3");
-    Text1.make("Text1", [this](int) {
+    Text1.make("Text1", [](int) {
         auto* box = new QLineEdit;
         box->setFont(tabularFont());
         box->setAlignment(Qt::AlignRight);

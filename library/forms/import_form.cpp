@@ -128,7 +128,7 @@ void Import::makeLayout() {
 
 // --- Opening and closing
 
-std::vector<std::string> Import::open(ImportMode mode) {
+std::vector<std::string> Import::importRuns(ImportMode mode) {
     kept<Import>().written.clear();
     m_mode = mode;
     setWindowTitle(importCaption(mode));

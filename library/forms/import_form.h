@@ -37,7 +37,7 @@ public:
 
     // Form_Load: sets the form for files of this program, or for those of the older one.
     // Gives the paths of the run files that were written.
-    std::vector<std::string> open(library::ImportMode mode);
+    std::vector<std::string> importRuns(library::ImportMode mode);
     // The folder that the lists show, UTF-8. One that cannot be read leaves them, with a beep.
     void goTo(const std::string& folder);
 

@@ -197,7 +197,7 @@ void TimeGraph::Draw_TimeGraph() {
     Frame1->setFixedWidth(qBound(100, widest + 16, widestLabelPx));
 }
 
-void TimeGraph::open(bool fromGraph) {
+void TimeGraph::showTable(bool fromGraph) {
     TimeGraphFromGraph = fromGraph;
     if (isVisible()) Form_Load(); // times may have come in behind it
     if (isMinimized()) showNormal();

@@ -28,7 +28,7 @@ public:
 
     // Reads the times and comes to the front. Opened from the graph it gives way to that when it
     // goes, else to the main window.
-    void open(bool fromGraph);
+    void showTable(bool fromGraph);
 
     void Date_Click(int row);
     void BUT_Close_Click();

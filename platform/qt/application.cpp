@@ -4,12 +4,14 @@
 #include "platform/qt/text.h"
 #include "platform/services.h"
 
+#include <QAbstractButton>
 #include <QDir>
 #include <QEvent>
 #include <QFontDatabase>
 #include <QFontMetricsF>
 #include <QLabel>
 #include <QLocale>
+#include <QShortcutEvent>
 #include <QWidget>
 
 #include <clocale>
@@ -84,6 +86,7 @@ void prepareApplication(QApplication& application) {
     QApplication::setStyle(QStringLiteral("Fusion"));
     settleFont(application);
     application.installEventFilter(new Namer(&application));
+    application.installEventFilter(new PromptKeys(&application));
     QApplication::setQuitOnLastWindowClosed(false);
     if (QApplication::platformName() == QLatin1String("offscreen"))
         formerHandler = qInstallMessageHandler(dropOffscreenComplaints);
@@ -143,6 +146,16 @@ bool Namer::eventFilter(QObject* object, QEvent* event) {
         widget->setAccessibleDescription(name);
     }
     return false;
+}
+
+// A key that several captions have only goes from one of them to the next.
+bool PromptKeys::eventFilter(QObject* object, QEvent* event) {
+    if (event->type() != QEvent::Shortcut) return false;
+    auto* button = qobject_cast<QAbstractButton*>(object);
+    if (button == nullptr || static_cast<QShortcutEvent*>(event)->isAmbiguous()) return false;
+    if (button->isCheckable()) button->setFocus(Qt::ShortcutFocusReason);
+    button->click();
+    return true;
 }
 
 } // namespace kvo::platform_qt

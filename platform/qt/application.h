@@ -27,8 +27,8 @@ private:
 };
 
 // Called once, right behind the application object: LC_NUMERIC and the default locale become "C",
-// the style Fusion with the desktop's own palette and font, the namer is installed, and closing the
-// last window no longer ends the program (the main window's unload does).
+// the style Fusion with the desktop's own palette and font, the filters below are installed, and
+// closing the last window no longer ends the program (the main window's unload does).
 void prepareApplication(QApplication& application);
 
 // The application's font when its digits are all of one width, else a font of that size whose
@@ -51,6 +51,14 @@ std::string currentFolder();
 // Gives every named widget its object name as accessible description, unless it has one. Object
 // names do not reach the accessibility bus by themselves. Labels show their text as it is.
 class Namer : public QObject {
+public:
+    using QObject::QObject;
+    bool eventFilter(QObject* object, QEvent* event) override;
+};
+
+// Clicks a button at once when the key of its caption is pressed. The toolkit does so a moment
+// later: a click that then comes to a window behind a dialog would open a second one over it.
+class PromptKeys : public QObject {
 public:
     using QObject::QObject;
     bool eventFilter(QObject* object, QEvent* event) override;

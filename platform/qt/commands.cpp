@@ -10,7 +10,6 @@
 
 #include <algorithm>
 #include <cassert>
-#include <ranges>
 #include <string>
 #include <utility>
 

@@ -49,7 +49,7 @@ class CalcFormTest : public QObject {
             ran = true;
             press("Cancel");
         });
-        form<CalcForm>().open(placeOf(menu));
+        form<CalcForm>().showSum(placeOf(menu));
         QVERIFY(ran);
         QVERIFY(!isLoaded<CalcForm>());
     }
@@ -110,7 +110,7 @@ private slots:
             QCOMPARE(result(), QStringLiteral("9.2 :1"));
             QTest::keyClick(modal, Qt::Key_Escape);
         });
-        form<CalcForm>().open(placeOf("Compression"));
+        form<CalcForm>().showSum(placeOf("Compression"));
         QVERIFY(!isLoaded<CalcForm>());
     }
 

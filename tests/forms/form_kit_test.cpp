@@ -5,6 +5,7 @@
 #include "tests/forms/support/user_click.h"
 #include "tests/support/scripted_dialogs.h"
 
+#include <QCheckBox>
 #include <QDialog>
 #include <QEventLoop>
 #include <QLabel>
@@ -222,6 +223,27 @@ private slots:
             QCOMPARE(metrics.horizontalAdvance(QLatin1Char(digit)),
                 metrics.horizontalAdvance(QLatin1Char('0')));
         }
+    }
+
+    // A click that came later could find a dialog over the window.
+    void aKeyOfACaptionClicksAtOnce() {
+        QDialog window;
+        auto* go = new QPushButton(QStringLiteral("&Go"));
+        auto* tick = new QCheckBox(QStringLiteral("&Tick"));
+        window.setLayout(column({new QLineEdit, go, tick}));
+        int clicks = 0;
+        connect(go, &QPushButton::clicked, &window, [&] { ++clicks; });
+        window.show();
+        QVERIFY(QTest::qWaitForWindowActive(&window));
+        QTest::keyClick(&window, Qt::Key_G, Qt::AltModifier);
+        QCOMPARE(clicks, 1);
+        QTest::keyClick(&window, Qt::Key_T, Qt::AltModifier);
+        QVERIFY(tick->isChecked() && tick->hasFocus());
+        // Of two captions with one key neither is meant.
+        tick->setText(QStringLiteral("&Got"));
+        QTest::keyClick(&window, Qt::Key_G, Qt::AltModifier);
+        QCOMPARE(clicks, 1);
+        QVERIFY(tick->isChecked());
     }
 
     void windowsAreMeasuredInTwips() {

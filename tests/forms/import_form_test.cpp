@@ -112,7 +112,7 @@ class ImportFormTest : public QObject {
             script();
             if (isLoaded<ImportForm>()) press("Butten_Cancel");
         });
-        m_written = importForm().open(mode);
+        m_written = importForm().importRuns(mode);
         QVERIFY(!isLoaded<ImportForm>());
     }
 
@@ -386,7 +386,7 @@ private slots:
             QCOMPARE(part<QLabel>("LAB_CurrentDir").text(), QDir::toNativeSeparators(disk()));
             press("Butten_Cancel");
         });
-        importForm().open(ImportMode::windows);
+        importForm().importRuns(ImportMode::windows);
     }
 };
 

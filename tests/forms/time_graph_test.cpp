@@ -68,7 +68,7 @@ class TimeGraphTest : public QObject {
     }
     void show(bool fromGraph = false, QSize size = {1366, 768}) {
         form<TimeGraph>().resize(size);
-        form<TimeGraph>().open(fromGraph);
+        form<TimeGraph>().showTable(fromGraph);
         QVERIFY(QTest::qWaitForWindowActive(&form<TimeGraph>()));
     }
 
@@ -102,7 +102,7 @@ private slots:
         m_program->files.put("/kvo/KvoTimes", {1});
         m_program->files.failReads("/kvo/KvoTimes", MemoryFiles::Failure::diskError);
         m_program->dialogs.expectBoxTitled("Kvo");
-        form<TimeGraph>().open(false);
+        form<TimeGraph>().showTable(false);
         QCOMPARE(m_program->files.writes(), 0);
     }
 
@@ -306,7 +306,7 @@ private slots:
         putRuns(1);
         show(true);
         putRuns(2);
-        form<TimeGraph>().open(true);
+        form<TimeGraph>().showTable(true);
         QCOMPARE(shownDates(), 2);
     }
 
