@@ -4,6 +4,7 @@
 #include "core/config.h"
 #include "core/data_types.h"
 #include "core/paths.h"
+#include "graph/run_title.h"
 #include "platform/memory.h"
 
 #include <algorithm>
@@ -44,6 +45,14 @@ bool Course::canChange(int index) const {
 
 std::string Course::caption() const {
     return hasRun() ? m_runCaption + m_overlayCaption : captionWithoutRun;
+}
+
+std::string Course::runTitle() const {
+    return hasRun() ? shownTitle(m_in.Run) : std::string();
+}
+
+std::string Course::overlayTitle() const {
+    return overlayLoaded() ? shownTitle(m_in.Overlay) : std::string();
 }
 
 const char* Course::overlayCommand() const {

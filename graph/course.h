@@ -90,6 +90,9 @@ public:
     bool canChange(int index) const;
     // Caption of the window.
     std::string caption() const;
+    // Title and date of the run and of the overlay; empty where there is none.
+    std::string runTitle() const;
+    std::string overlayTitle() const;
     // Caption of Mnu_Overlay and of its key.
     const char* overlayCommand() const;
     const char* overlayKey() const { return overlayLoaded() ? "Unload" : "Overlay"; }

@@ -198,17 +198,46 @@ CellPlaces cellPlaces(int widthPx, int heightPx, int togglePx, bool withOverlay)
         {togglePx + room - half, cellMarginPx / 2, half, line}};
 }
 
+bool pointerHasLabel(int windowWidthTwips) {
+    return windowWidthTwips >= widestWithToolTip;
+}
+
+namespace {
+
+// The titles from the right end, in what the other texts leave them.
+void placeTitles(ReadOutPlaces& places, int widthPx, int heightPx, const ReadOutWidths& texts) {
+    const int left =
+        places.pointer.left + (texts.pointerPx > 0 ? texts.pointerPx + readOutGapPx : 0);
+    const bool both = texts.overlayTitlePx > 0;
+    const int room = std::max(0, widthPx - left - (both ? readOutGapPx : 0));
+    const int half = both ? room / 2 : room;
+    const int overlay = std::min(texts.overlayTitlePx, std::max(half, room - texts.runTitlePx));
+    const int run = std::min(texts.runTitlePx, room - overlay);
+    const int runLeft = widthPx - overlay - (both ? readOutGapPx : 0) - run;
+    places.runTitle = {runLeft, 0, run, heightPx};
+    places.overlayTitle = {widthPx - overlay, 0, overlay, heightPx};
+    const int behindPointer = run > 0 ? runLeft - readOutGapPx : widthPx;
+    places.pointer.width = std::max(0, behindPointer - places.pointer.left);
+}
+
+} // namespace
+
 ReadOutPlaces readOutPlaces(int widthPx, int heightPx, const ReadOutWidths& texts) {
-    const int loadingFile = texts.loadingTextPx + readOutGapPx;
-    const int bar = loadingFile + texts.loadingFilePx + readOutGapPx;
-    const int loading = bar + loadingBarPx;
+    ReadOutPlaces places;
     const int between = texts.timePx + readOutGapPx;
-    const int pointer = texts.betweenPx > 0 ? between + texts.betweenPx + readOutGapPx : between;
-    const int room = std::max(0, widthPx - loading - readOutGapPx - pointer);
-    return {{0, 0, texts.timePx, heightPx}, {between, 0, texts.betweenPx, heightPx},
-        {pointer, 0, room, heightPx}, {widthPx - loading, 0, loading, heightPx},
-        {0, 0, texts.loadingTextPx, heightPx}, {loadingFile, 0, texts.loadingFilePx, heightPx},
-        {bar, 2, loadingBarPx, heightPx - 4}};
+    places.time = {0, 0, texts.timePx, heightPx};
+    places.between = {between, 0, texts.betweenPx, heightPx};
+    places.pointer.left = texts.betweenPx > 0 ? between + texts.betweenPx + readOutGapPx : between;
+    places.pointer.height = heightPx;
+    placeTitles(places, widthPx, heightPx, texts);
+    const int file = texts.loadingTextPx + readOutGapPx;
+    const int bar = file + texts.loadingFilePx + readOutGapPx;
+    const int loading = bar + loadingBarPx;
+    places.loading = {widthPx - loading, 0, loading, heightPx};
+    places.loadingText = {0, 0, texts.loadingTextPx, heightPx};
+    places.loadingFile = {file, 0, texts.loadingFilePx, heightPx};
+    places.progress = {bar, 2, loadingBarPx, heightPx - 4};
+    return places;
 }
 
 } // namespace kvo::graph

@@ -45,6 +45,7 @@ inline constexpr int scrollBarWidthPx = 17;
 // has a label; on a narrower window it is a tool tip.
 inline constexpr int lowestWindowPx = 420;
 inline constexpr int widestWithToolTip = 15400;
+bool pointerHasLabel(int windowWidthTwips);
 // The side of a window that opens, of the screen's.
 int openedSidePx(int screenPx);
 
@@ -173,15 +174,21 @@ struct ReadOutPlaces {
     BoxPx time;
     BoxPx between; // the time from a reference, where there is one
     BoxPx pointer;
-    BoxPx loading; // the next three lie in it
+    BoxPx runTitle;     // these two at the right end; the loading panel covers them
+    BoxPx overlayTitle; // where there is one
+    BoxPx loading;      // the next three lie in it
     BoxPx loadingText;
     BoxPx loadingFile;
     BoxPx progress;
 };
-// Of the texts; 0 for the time from a reference where there is none.
+// Of the texts; 0 for what does not show. The titles give way to the text under the pointer, and a
+// long one to a short one.
 struct ReadOutWidths {
     int timePx = 0;
     int betweenPx = 0;
+    int pointerPx = 0;
+    int runTitlePx = 0;
+    int overlayTitlePx = 0;
     int loadingTextPx = 0;
     int loadingFilePx = 0;
 };

@@ -5,6 +5,7 @@
 #include "graph/paper_surface.h"
 
 #include <algorithm>
+#include <string_view>
 
 namespace kvo::graph {
 namespace {
@@ -96,13 +97,6 @@ void wholePage(PrintJob& job) {
 }
 
 } // namespace
-
-std::string_view titleOf(std::string_view headerLine) {
-    constexpr std::string_view date = "Date:";
-    if (const auto at = headerLine.find(date); at != std::string_view::npos)
-        headerLine.remove_prefix(at + date.size());
-    return headerLine.substr(0, headerLine.find('#'));
-}
 
 void printPicture(PrintJob& job, const PictureInput& input) {
     wholePage(job);

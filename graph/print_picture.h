@@ -5,13 +5,13 @@
 #include "core/open_run.h"
 #include "graph/layout.h"
 #include "graph/print_panel.h"
+#include "graph/run_title.h"
 #include "graph/view.h"
 #include "platform/draw/display_list.h"
 #include "platform/draw/pixel_scale.h"
 #include "platform/printer.h"
 
 #include <string>
-#include <string_view>
 
 namespace kvo::graph {
 
@@ -29,9 +29,6 @@ struct PictureInput {
     std::string caption; // of the window; a file's text
     PanelTexts panel;
 };
-
-// Date, number and title of a run, from its header line; all of the line where it has no date.
-std::string_view titleOf(std::string_view headerLine);
 
 // Draws it on the job's page at hand.
 void printPicture(platform::PrintJob& job, const PictureInput& input);

@@ -209,6 +209,7 @@ void DataGraph::showState() {
     setWindowTitle(shown(caption()) + QLatin1String(core::state().titleMark()));
     for (int n = 1; n <= 8; ++n) m_panel->setAnalogCaption(n, m_course.analogCaption(n));
     m_panel->showTimes(core::state().Run.times);
+    m_panel->readOuts().showTitles(shown(m_course.runTitle()), shown(m_course.overlayTitle()));
     m_commands.showState();
 }
 

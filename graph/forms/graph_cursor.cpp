@@ -118,9 +118,9 @@ void GraphCursor::Trend_MouseMove(Qt::MouseButtons buttons, float x, float y) {
 void GraphCursor::Label_DataChanel_Change(const QString& text) {
     ReadOutLine& line = m_panel.readOuts();
     if (text == line.pointerText()) return;
-    const bool narrow = toTwips(m_surface.window()->width()) < graph::widestWithToolTip;
-    line.showPointer(text, !narrow);
-    m_surface.trend().setToolTip(narrow ? plainTip(text) : QString());
+    const bool inLine = graph::pointerHasLabel(toTwips(m_surface.window()->width()));
+    line.showPointer(text, inLine);
+    m_surface.trend().setToolTip(inLine ? QString() : plainTip(text));
 }
 
 // --- The average of a stretch

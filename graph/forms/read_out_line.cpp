@@ -18,17 +18,32 @@ void placeInLine(QWidget& widget, const graph::BoxPx& box) {
     widget.setGeometry(box.left, box.top, box.width, box.height);
 }
 
+// A pixel more than the letters, which some of them lean over.
+int titleWidth(const QFontMetrics& metrics, const QString& title) {
+    return title.isEmpty() ? 0 : metrics.horizontalAdvance(title) + 1;
+}
+
+void showTitle(QLabel& label, const QString& title, const graph::BoxPx& box) {
+    placeInLine(label, box);
+    label.setText(label.fontMetrics().elidedText(title, Qt::ElideMiddle, box.width));
+    label.setToolTip(plainTip(title));
+    label.setAccessibleName(title);
+}
+
 } // namespace
 
 ReadOutLine::ReadOutLine(QWidget* parent)
     : QWidget(parent), LoggerTime(named(new QLabel(this), "LoggerTime")),
       ReferenceTime(named(new QLabel(this), "ReferenceTime")),
       Label_DataChanel(named(new QLabel(this), "Label_DataChanel")),
+      RunTitle(named(new QLabel(this), "RunTitle")),
+      OverlayTitle(named(new QLabel(this), "OverlayTitle")),
       LoadingFrame(named(new QWidget(this), "LoadingFrame")),
       LoadingText(named(new QLabel(LoadingFrame), "LoadingText")),
       LoadingFile(named(new QLabel(LoadingFrame), "LoadingFile")),
       ProgressBar1(named(new QProgressBar(LoadingFrame), "ProgressBar1")) {
-    for (QLabel* label : {LoggerTime, ReferenceTime, Label_DataChanel, LoadingText, LoadingFile}) {
+    for (QLabel* label : {LoggerTime, ReferenceTime, Label_DataChanel, RunTitle, OverlayTitle,
+             LoadingText, LoadingFile}) {
         label->setTextFormat(Qt::PlainText);
         label->setFont(tabularFont());
     }
@@ -39,6 +54,7 @@ ReadOutLine::ReadOutLine(QWidget* parent)
     ReferenceTime->hide();
     ProgressBar1->setAccessibleName(QStringLiteral("Loading"));
     ProgressBar1->setTextVisible(false);
+    LoadingFrame->setAutoFillBackground(true); // it covers the titles
     LoadingFrame->hide();
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
 }
@@ -52,6 +68,13 @@ void ReadOutLine::showPointer(const QString& text, bool inLine) {
     m_pointerInLine = inLine;
     Label_DataChanel->setText(text);
     Label_DataChanel->setVisible(inLine);
+    if (inLine && Label_DataChanel->sizeHint().width() > Label_DataChanel->width()) place();
+}
+
+void ReadOutLine::showTitles(const QString& run, const QString& overlay) {
+    m_runTitle = run;
+    m_overlayTitle = overlay.isEmpty() ? overlay : QStringLiteral("Overlay: ") + overlay;
+    place();
 }
 
 void ReadOutLine::showReference(const std::optional<QString>& text) {
@@ -88,18 +111,31 @@ void ReadOutLine::resizeEvent(QResizeEvent*) {
     place();
 }
 
-void ReadOutLine::place() {
+graph::ReadOutWidths ReadOutLine::textWidths() const {
     const QFontMetrics bold(LoggerTime->font());
+    const QFontMetrics plain(RunTitle->font());
     graph::ReadOutWidths texts;
     texts.timePx = bold.horizontalAdvance(QStringLiteral("Time:-00.00 / -00.00 "));
     if (!ReferenceTime->isHidden())
         texts.betweenPx = bold.horizontalAdvance(QStringLiteral("Reference: -00.00 sec "));
+    if (graph::pointerHasLabel(toTwips(window()->width())))
+        texts.pointerPx =
+            qMax(plain.horizontalAdvance(QStringLiteral(" Overlay Exhaust Temp 0 = 0000 ")),
+                Label_DataChanel->sizeHint().width());
+    texts.runTitlePx = titleWidth(plain, m_runTitle);
+    texts.overlayTitlePx = titleWidth(plain, m_overlayTitle);
     texts.loadingTextPx = LoadingText->sizeHint().width();
     texts.loadingFilePx = LoadingFile->sizeHint().width();
-    const graph::ReadOutPlaces places = graph::readOutPlaces(width(), height(), texts);
+    return texts;
+}
+
+void ReadOutLine::place() {
+    const graph::ReadOutPlaces places = graph::readOutPlaces(width(), height(), textWidths());
     placeInLine(*LoggerTime, places.time);
     placeInLine(*ReferenceTime, places.between);
     placeInLine(*Label_DataChanel, places.pointer);
+    showTitle(*RunTitle, m_runTitle, places.runTitle);
+    showTitle(*OverlayTitle, m_overlayTitle, places.overlayTitle);
     placeInLine(*LoadingFrame, places.loading);
     placeInLine(*LoadingText, places.loadingText);
     placeInLine(*LoadingFile, places.loadingFile);

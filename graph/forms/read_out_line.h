@@ -1,7 +1,9 @@
 #pragma once
-// The line between surface and channels: the time of the cursor, what lies under the pointer, and
-// the loading panel at its right end. Placed without a layout, since its texts change with every
-// move of cursor and mouse.
+// The line between surface and channels: the time of the cursor, what lies under the pointer, which
+// runs these are, and the loading panel at its right end. Placed without a layout, since its texts
+// change with every move of cursor and mouse.
+#include "graph/layout.h"
+
 #include <QElapsedTimer>
 #include <QLabel>
 #include <QProgressBar>
@@ -20,6 +22,8 @@ public:
     QLabel* const LoggerTime;
     QLabel* const ReferenceTime;
     QLabel* const Label_DataChanel;
+    QLabel* const RunTitle;
+    QLabel* const OverlayTitle;
     QWidget* const LoadingFrame;
     QLabel* const LoadingText;
     QLabel* const LoadingFile;
@@ -31,6 +35,9 @@ public:
     void showPointer(const QString& text, bool inLine);
     // The time from a reference to the cursor; none while there is no reference.
     void showReference(const std::optional<QString>& text);
+    // Which run this is, and which lies over it; empty where there is none. What has no room is
+    // left out in the middle, and the whole stands in a tool tip.
+    void showTitles(const QString& run, const QString& overlay);
     const QString& pointerText() const { return m_pointerText; }
     bool pointerStandsInLine() const { return m_pointerInLine; }
     // The loading panel. It comes up with the first progress a tenth of a second after the start,
@@ -46,9 +53,12 @@ protected:
 
 private:
     void place();
+    graph::ReadOutWidths textWidths() const;
 
     QElapsedTimer m_loading;
     QString m_pointerText;
+    QString m_runTitle;
+    QString m_overlayTitle;
     bool m_pointerInLine = true;
 };
 

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <utility>
+
 using namespace kvo::graph;
 
 namespace {
@@ -140,20 +142,56 @@ TEST(Layout, AnOverlaysValueTakesHalfOfTheRoom) {
 }
 
 TEST(Layout, TheLoadingPanelStandsAtTheEndOfItsLine) {
-    const ReadOutPlaces places = readOutPlaces(1000, 20, {150, 0, 60, 90});
+    const ReadOutPlaces places = readOutPlaces(1000, 20, {150, 0, 0, 0, 0, 60, 90});
     EXPECT_EQ(places.time, (BoxPx{0, 0, 150, 20}));
-    EXPECT_EQ(places.pointer, (BoxPx{162, 0, 472, 20}));
+    EXPECT_EQ(places.pointer, (BoxPx{162, 0, 838, 20}));
+    EXPECT_EQ(places.runTitle.width, 0);
+    EXPECT_EQ(places.overlayTitle.width, 0);
     EXPECT_EQ(places.loading, (BoxPx{646, 0, 354, 20}));
     EXPECT_EQ(places.loadingText, (BoxPx{0, 0, 60, 20}));
     EXPECT_EQ(places.loadingFile, (BoxPx{72, 0, 90, 20}));
     EXPECT_EQ(places.progress, (BoxPx{174, 2, 180, 16}));
-    EXPECT_EQ(readOutPlaces(300, 20, {150, 0, 60, 90}).pointer.width, 0);
+    EXPECT_EQ(readOutPlaces(100, 20, {150, 0, 0, 0, 0, 60, 90}).pointer.width, 0);
 }
 
 TEST(Layout, TheTimeFromAReferenceStandsBesideTheTime) {
-    const ReadOutPlaces places = readOutPlaces(1000, 20, {150, 80, 60, 90});
+    const ReadOutPlaces places = readOutPlaces(1000, 20, {150, 80, 100, 0, 0, 60, 90});
     EXPECT_EQ(places.time, (BoxPx{0, 0, 150, 20}));
     EXPECT_EQ(places.between, (BoxPx{162, 0, 80, 20}));
-    EXPECT_EQ(places.pointer, (BoxPx{254, 0, 380, 20}));
+    EXPECT_EQ(places.pointer, (BoxPx{254, 0, 746, 20}));
     EXPECT_EQ(places.loading, (BoxPx{646, 0, 354, 20}));
+}
+
+TEST(Layout, TheTitlesStandAtTheEndOfTheLine) {
+    ReadOutPlaces places = readOutPlaces(1000, 20, {150, 0, 200, 300, 0, 0, 0});
+    EXPECT_EQ(places.runTitle, (BoxPx{700, 0, 300, 20}));
+    EXPECT_EQ(places.overlayTitle.width, 0);
+    EXPECT_EQ(places.pointer, (BoxPx{162, 0, 526, 20}));
+    places = readOutPlaces(1000, 20, {150, 0, 200, 300, 250, 0, 0});
+    EXPECT_EQ(places.overlayTitle, (BoxPx{750, 0, 250, 20}));
+    EXPECT_EQ(places.runTitle, (BoxPx{438, 0, 300, 20}));
+    EXPECT_EQ(places.pointer, (BoxPx{162, 0, 264, 20}));
+}
+
+// What is told under the pointer keeps its room; of two titles the longer one is shortened first.
+TEST(Layout, LongTitlesAreShortened) {
+    const auto titles = [](int run, int overlay, int pointer) {
+        const ReadOutPlaces places = readOutPlaces(1000, 20, {150, 0, pointer, run, overlay, 0, 0});
+        EXPECT_GE(places.pointer.width, pointer);
+        EXPECT_LE(places.pointer.left + pointer, places.runTitle.left);
+        return std::pair(places.runTitle.width, places.overlayTitle.width);
+    };
+    EXPECT_EQ(titles(900, 0, 200), std::pair(626, 0)); // 1000 - 162 - 212
+    EXPECT_EQ(titles(900, 900, 200), std::pair(307, 307));
+    EXPECT_EQ(titles(100, 900, 200), std::pair(100, 514));
+    EXPECT_EQ(titles(900, 100, 200), std::pair(514, 100));
+    EXPECT_EQ(titles(900, 0, 0), std::pair(838, 0));
+    const ReadOutPlaces none = readOutPlaces(200, 20, {150, 0, 200, 300, 300, 0, 0});
+    EXPECT_EQ(none.runTitle.width, 0);
+    EXPECT_EQ(none.overlayTitle.width, 0);
+}
+
+TEST(Layout, ThePointersTextHasALabelInAWideWindow) {
+    EXPECT_FALSE(pointerHasLabel(15399));
+    EXPECT_TRUE(pointerHasLabel(15400));
 }

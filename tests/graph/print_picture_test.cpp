@@ -76,14 +76,6 @@ struct PrintPictureTest : ::testing::Test {
 
 } // namespace
 
-TEST(TitleOf, IsDateNumberAndTitle) {
-    EXPECT_EQ(titleOf("32 VRN32 Ver 1.3 128k Serial No 7  Date:Wed 05 Jun 2024 Run: 3 Final#"),
-        "Wed 05 Jun 2024 Run: 3 Final");
-    EXPECT_EQ(titleOf("20 an old file"), "20 an old file");
-    EXPECT_EQ(titleOf("20 Date:cut off"), "cut off");
-    EXPECT_EQ(titleOf(""), "");
-}
-
 TEST_F(PrintPictureTest, TitleAndCaptionStandOnTop) {
     const PrintedPage& page = print();
     ASSERT_EQ(page.texts.size(), 3U); // and the time of the panel, which is empty here
