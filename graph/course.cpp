@@ -95,7 +95,7 @@ void Course::openEmpty() {
 
 void Course::dropRun() {
     dropOverlay();
-    m_graph.Reference.reset();
+    m_graph.marks = {};
     m_in.Run.SampleCount = 0;
     m_in.Run.times = {};
     m_runCaption.clear();
@@ -151,7 +151,7 @@ void Course::showRun(const core::ChosenRun& chosen) {
         return overlayLoaded() ? unloadOverlay() : m_window.showState();
     }
     dropOverlay();
-    m_graph.Reference.reset(); // a sample of the run that was there
+    m_graph.marks = {}; // a sample of the run that was there
     m_commandRenamed = true;
     m_runCaption = std::move(caption);
     draw([this] {
@@ -240,7 +240,7 @@ void Course::loadOverlay(const core::ChosenRun& chosen) {
     if (!outcome || !takesType(loaded.DataType)) return dropOverlay();
     m_in.Overlay = std::move(loaded);
     m_graph.OverlayLoaded = core::flagOn;
-    m_graph.Reference.reset(); // the overlay's values take its labels
+    m_graph.marks = {}; // the overlay's values take its labels
     draw([this] {
         // A sample with time-shared exhausts fills one of their labels and leaves the others.
         m_window.emptyOverlayLabels();

@@ -7,6 +7,7 @@
 #include "core/data_types.h"
 #include "graph/curves.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 
@@ -225,6 +226,11 @@ int cursorStep(bool right, bool shift, bool ctrl, bool alt) {
 
 std::optional<std::int16_t> cursorAt(double x) {
     return core::CInt(x);
+}
+
+int cursorDraggedTo(double x, int sampleCount) {
+    const double inside = std::clamp(x, 1.0, static_cast<double>(std::max(1, sampleCount)));
+    return cursorAt(inside).value_or(1);
 }
 
 std::optional<std::string> textUnderPointer(

@@ -16,6 +16,9 @@ int cursorStep(bool right, bool shift, bool ctrl, bool alt);
 // The sample of a position on the surface, ties to even; nothing beyond 16 bits (a run-time
 // failure).
 std::optional<std::int16_t> cursorAt(double x);
+// The sample that a drag has taken the cursor to, in a run of so many: the nearest one, and beyond
+// the run its end.
+int cursorDraggedTo(double x, int sampleCount);
 
 // What the label under the pointer needs of the window.
 struct PointerLabels {

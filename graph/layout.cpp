@@ -158,6 +158,14 @@ ScrollSteps scrollSteps(int frameWidthPx, int frameHeightPx) {
     return steps;
 }
 
+ScrollValues scrollToKeep(const Size& trend, const SeenPlace& place) {
+    const auto value = [](double at, double seenPx, double step) {
+        return rounded((at - seenPx * twipsPerPixel) / step);
+    };
+    return {value(place.along * trend.width, place.frameXPx, horizontalStep),
+        value(place.down * trend.height, place.frameYPx, verticalStep)};
+}
+
 std::optional<int> ScrollToCursor(int hScrollMax, int sampleCount, int cursorSample) {
     if (sampleCount == 0 || cursorSample == 0) return std::nullopt;
     const double quotient = static_cast<double>(sampleCount) / cursorSample;

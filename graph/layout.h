@@ -116,6 +116,22 @@ struct ScrollSteps {
     int vSingle = 0;
 };
 ScrollSteps scrollSteps(int frameWidthPx, int frameHeightPx);
+// Values of both bars.
+struct ScrollValues {
+    int h = 0;
+    int v = 0;
+    friend bool operator==(const ScrollValues&, const ScrollValues&) = default;
+};
+// A place of the surface, 0 to 1 from its left top, and where in its frame it is seen.
+struct SeenPlace {
+    double along = 0;
+    double down = 0;
+    double frameXPx = 0;
+    double frameYPx = 0;
+};
+// The values that keep a place where it is seen, on a surface of another size, twips. They may lie
+// beyond the ends of the bars.
+ScrollValues scrollToKeep(const Size& trend, const SeenPlace& place);
 // Value of HScroll that brings the cursor into view; nothing without samples or a cursor.
 std::optional<int> ScrollToCursor(int hScrollMax, int sampleCount, int cursorSample);
 

@@ -18,15 +18,12 @@ void upright(platform::Surface& trend, float x, platform::Colour colour) {
 }
 
 // Drawn over the picture and not into it.
-void beginOnTop(platform::Surface& trend, int style, std::int32_t graphBackColour,
-    std::optional<int> reference) {
+void beginOnTop(platform::Surface& trend, std::int32_t graphBackColour, const Marks& marks) {
     trend.setAutoRedraw(false);
     trend.refresh();
-    if (reference) {
-        trend.setDrawStyle(referenceStyle);
-        upright(trend, static_cast<float>(*reference), referenceColour(graphBackColour));
-    }
-    trend.setDrawStyle(style);
+    if (!marks.reference) return;
+    trend.setDrawStyle(referenceStyle);
+    upright(trend, static_cast<float>(*marks.reference), referenceColour(graphBackColour));
 }
 
 } // namespace
@@ -46,16 +43,23 @@ platform::Colour timeLineColour(std::int32_t graphBackColour) {
     return platform::paletteColour(graphBackColour == lightRed ? red : lightRed);
 }
 
-void drawTimeLine(platform::Surface& trend, int sample, std::int32_t graphBackColour,
-    std::optional<int> reference) {
-    beginOnTop(trend, timeLineStyle, graphBackColour, reference);
-    upright(trend, static_cast<float>(sample), timeLineColour(graphBackColour));
+void drawTimeLine(
+    platform::Surface& trend, int sample, std::int32_t graphBackColour, const Marks& marks) {
+    const platform::Colour colour = timeLineColour(graphBackColour);
+    beginOnTop(trend, graphBackColour, marks);
+    if (marks.averageFrom) {
+        trend.setDrawStyle(averageStyle);
+        upright(trend, static_cast<float>(*marks.averageFrom), colour);
+    }
+    trend.setDrawStyle(timeLineStyle);
+    upright(trend, static_cast<float>(sample), colour);
     trend.setDrawStyle(solidStyle);
 }
 
 void drawAverageStart(
-    platform::Surface& trend, float x, std::int32_t graphBackColour, std::optional<int> reference) {
-    beginOnTop(trend, averageStyle, graphBackColour, reference);
+    platform::Surface& trend, float x, std::int32_t graphBackColour, const Marks& marks) {
+    beginOnTop(trend, graphBackColour, marks);
+    trend.setDrawStyle(averageStyle);
     upright(trend, x, timeLineColour(graphBackColour));
     trend.setDrawStyle(solidStyle);
 }

@@ -4,6 +4,7 @@
 #include "channels/channels.h"
 #include "core/basic/from_one.h"
 #include "core/config_record.h"
+#include "graph/zoom_history.h"
 #include "platform/draw/colour.h"
 
 #include <array>
@@ -22,16 +23,25 @@ inline constexpr std::int32_t switchShiftDefault = 255;
 inline constexpr std::int32_t switchThrottleDefault = 0xFF00FF;
 inline constexpr std::int32_t switchBrakeDefault = 65408;
 
+// Samples that the user has marked beside the cursor; each has a line of its own.
+struct Marks {
+    std::optional<int> reference;   // that the read-outs are compared to
+    std::optional<int> averageFrom; // where an average by the keys begins
+    bool any() const { return reference || averageFrom; }
+    friend bool operator==(const Marks&, const Marks&) = default;
+};
+
 struct GraphView {
     std::int16_t CursorSample = 0; // sample number under the time line
     std::int16_t RpmScale = 0;     // rpm a vertical unit; MaxRpm + 6 from DrawTrend on
     double MphScale = 0;           // vertical units a mph; set by DrawGrid
     double ProgressCount = 0;      // running total of the loading bar
     std::int32_t OverlayChannelColour = 0;
-    std::int16_t LoadingBar = 0;  // -1 while a redraw belongs to a load
-    std::string RocosText;        // result of RoCoS_Cal
-    float DragStartX = 0;         // where the right button went down
-    std::optional<int> Reference; // sample that the read-outs are compared to
+    std::int16_t LoadingBar = 0; // -1 while a redraw belongs to a load
+    std::string RocosText;       // result of RoCoS_Cal
+    float DragStartX = 0;        // where the right button went down
+    Marks marks;
+    ZoomHistory zooms;
     std::int32_t SwitchColourDyna = switchDynaDefault;
     std::int32_t SwitchColourShift = switchShiftDefault;
     std::int32_t SwitchColourThrottle = switchThrottleDefault;

@@ -6,6 +6,7 @@
 #include "platform/qt/form_kit.h"
 
 #include <QFontMetrics>
+#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QStyleOptionFocusRect>
@@ -89,6 +90,14 @@ void ChannelToggle::paintEvent(QPaintEvent*) {
         focus.initFrom(this);
         focus.rect = rect();
         painter.drawPrimitive(QStyle::PE_FrameFocusRect, focus);
+    }
+}
+
+void ChannelToggle::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_C && event->modifiers() == Qt::NoModifier) {
+        emit colourWanted();
+    } else {
+        QCheckBox::keyPressEvent(event);
     }
 }
 

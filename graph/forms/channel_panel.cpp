@@ -121,6 +121,8 @@ void ChannelPanel::makeCell(int channel, QWidget* box) {
     connect(one->toggle, &QCheckBox::clicked, this, [this, channel] { emit toggled(channel); });
     connect(one->value, &ValueLabel::doubleClicked, this,
         [this, channel] { emit colourWanted(channel); });
+    connect(one->toggle, &ChannelToggle::colourWanted, this,
+        [this, channel] { emit colourWanted(channel); });
     one->toggle->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(one->toggle, &QWidget::customContextMenuRequested, this,
         [this, channel, one](
@@ -156,7 +158,7 @@ QWidget* ChannelPanel::makeTimes() {
 // What a double click on the value does, for the keyboard.
 void ChannelPanel::channelMenu(int channel, const QPoint& place) {
     QMenu menu(this);
-    const QAction* colour = menu.addAction(QStringLiteral("&Colour..."));
+    const QAction* colour = menu.addAction(QStringLiteral("&Colour...\tC"));
     if (menu.exec(place) == colour) emit colourWanted(channel);
 }
 

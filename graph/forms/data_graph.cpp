@@ -45,9 +45,14 @@ void DataGraph::makeControls() {
     m_commands.make(*this).setParent(m_inner);
     setCentralWidget(m_inner);
     m_inner->installEventFilter(this);
-    connect(m_surface, &GraphSurface::zoomWanted, this, [this](int direction) {
-        if (hasRun()) direction > 0 ? m_scale.ZoomIn() : m_scale.ZoomOut();
+    connect(m_surface, &GraphSurface::zoomWanted, this, [this](int direction, QPointF at) {
+        if (hasRun()) m_scale.zoomAbout(direction, at);
     });
+    connect(&m_surface->trend(), &SurfaceWidget::mouseDoubleClicked, this,
+        [this](Qt::MouseButton button) {
+            if (hasRun() && button == Qt::LeftButton) m_scale.fitWhole();
+        });
+    connect(&m_cursor, &GraphCursor::marksChanged, this, &DataGraph::showState);
     connect(m_panel, &ChannelPanel::heightChanged, this, &DataGraph::Form_Resize);
     setTabOrders();
     const QSize room = screen()->availableSize();
@@ -247,6 +252,8 @@ void DataGraph::drawTrend() {
         m_scale.showFull();
         drawTrend();
     }
+    m_view.zooms.clear(); // there is no memory for what was before
+    showState();
 }
 
 // --- What other forms ask for

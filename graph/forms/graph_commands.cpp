@@ -34,7 +34,8 @@ constexpr Needs runBefore = 4;  // a run before the choice of the list
 constexpr Needs runBehind = 8;  // and one behind it
 constexpr Needs zoomed = 16;    // a zoom that can be cancelled
 constexpr Needs notZoomed = 32; // one of the sizes of Mnu_Scale
-constexpr Needs compared = 64;  // a reference that the values are compared to
+constexpr Needs marked = 64;    // a reference, or the begin of an average
+constexpr Needs steps = 128;    // a zoom that can be stepped back
 
 using Menus = MenuRow<GraphCommands>;
 using Keys = ToolRow<GraphCommands>;
@@ -79,7 +80,12 @@ std::span<const Menus> menuRows() {
         {"Mnu_Scale", "Custom", "Mnu_ScaleItem(3)", {&G::Mnu_ScaleItem_Click, 3}, {.checkable = true}},
         {"Mnu_Tools", "Unit &Convertor", "Convertor_Mnu", &G::Convertor_Mnu_Click},
         {"Mnu_Tools", "Set &Reference", "Mnu_Reference", &G::Mnu_Reference_Click, {.needs = run | noOverlay, .line = true, .shortcut = "R"}},
-        {"Mnu_Tools", "Take Reference &Away", "Mnu_ReferenceAway", &G::Mnu_ReferenceAway_Click, {.needs = compared, .shortcut = "Esc"}},
+        {"Mnu_Tools", "&Average", "Mnu_Average", &G::Mnu_Average_Click, {.needs = run, .shortcut = "A"}},
+        {"Mnu_Tools", "Take &Mark Away", "Mnu_MarkAway", &G::Mnu_MarkAway_Click, {.needs = marked, .shortcut = "Esc"}},
+        {"Mnu_Tools", "&First Sample", "Mnu_SampleEnd(0)", {&G::Mnu_SampleEnd_Click, 0}, {.needs = run, .line = true, .shortcut = "Home"}},
+        {"Mnu_Tools", "&Last Sample", "Mnu_SampleEnd(1)", {&G::Mnu_SampleEnd_Click, 1}, {.needs = run, .shortcut = "End"}},
+        {"Mnu_Tools", "Fit &Whole Run", "Mnu_FitWhole", &G::Mnu_FitWhole_Click, {.needs = run, .line = true, .shortcut = "F"}},
+        {"Mnu_Tools", "Zoom &Back", "Mnu_ZoomBack", &G::Mnu_ZoomBack_Click, {.needs = run | steps, .shortcut = "Backspace"}},
         {"Mnu_Help", "&Help", "Mnu_HelpItem"},
         {"Mnu_Help", "&About KVO", "Mnu_GraphFile", &G::Mnu_GraphFile_Click},
     });
@@ -149,7 +155,8 @@ void GraphCommands::showState() {
     if (m_parts.view.CancelZoomOffered) met |= zoomed;
     if (course.hasRun()) met |= run;
     if (!course.overlayLoaded()) met |= noOverlay;
-    if (m_parts.view.Reference) met |= compared;
+    if (m_parts.view.marks.any()) met |= marked;
+    if (!m_parts.view.zooms.empty()) met |= steps;
     if (course.canChange(0)) met |= runBefore;
     if (course.canChange(1)) met |= runBehind;
     m_commands.setMet(met);
@@ -284,12 +291,27 @@ void GraphCommands::Convertor_Mnu_Click() {
 
 void GraphCommands::Mnu_Reference_Click() {
     m_parts.cursor.setReference();
-    m_parts.window.showState();
 }
 
-void GraphCommands::Mnu_ReferenceAway_Click() {
-    m_parts.cursor.takeReferenceAway();
-    m_parts.window.showState();
+void GraphCommands::Mnu_Average_Click() {
+    m_parts.cursor.average();
+}
+
+void GraphCommands::Mnu_MarkAway_Click() {
+    m_parts.cursor.takeMarkAway();
+}
+
+void GraphCommands::Mnu_SampleEnd_Click(int last) {
+    m_parts.cursor.goToEnd(last != 0);
+    m_parts.scale.ScrollToCursor();
+}
+
+void GraphCommands::Mnu_FitWhole_Click() {
+    m_parts.scale.fitWhole();
+}
+
+void GraphCommands::Mnu_ZoomBack_Click() {
+    m_parts.scale.stepBack();
 }
 
 void GraphCommands::Mnu_GraphFile_Click() {

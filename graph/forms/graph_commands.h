@@ -73,7 +73,11 @@ public:
     void CancelZoom_Click();
     void Convertor_Mnu_Click();
     void Mnu_Reference_Click();
-    void Mnu_ReferenceAway_Click();
+    void Mnu_Average_Click();
+    void Mnu_MarkAway_Click();
+    void Mnu_SampleEnd_Click(int last); // 0 the first sample, 1 the last
+    void Mnu_FitWhole_Click();
+    void Mnu_ZoomBack_Click();
     void Mnu_GraphFile_Click();
 
 private:

@@ -11,6 +11,8 @@
 #include "platform/qt/text.h"
 #include "platform/services.h"
 
+#include <utility>
+
 namespace kvo::forms {
 
 using namespace platform_qt;
@@ -24,6 +26,7 @@ GraphCursor::GraphCursor(
     connect(&trend, &SurfaceWidget::mouseDown, this, &GraphCursor::Trend_MouseDown);
     connect(&trend, &SurfaceWidget::mouseUp, this, &GraphCursor::Trend_MouseUp);
     connect(&trend, &SurfaceWidget::mouseMoved, this, &GraphCursor::Trend_MouseMove);
+    connect(&trend, &SurfaceWidget::mouseDoubleClicked, this, [this] { m_dragging = false; });
     connect(&trend, &SurfaceWidget::mouseLeft, this, [this] { Label_DataChanel_Change({}); });
 }
 
@@ -41,7 +44,7 @@ graph::ReadOutInput GraphCursor::readOutInput(const channels::ShownRuns& runs) {
 
 void GraphCursor::TimeLine() {
     uncoverSecondValues();
-    if (channels::viewOfRun(core::state().Run).has(m_view.CursorSample)) {
+    if (cursorInRun()) {
         showTimeLine();
     } else if (m_course.hasRun()) {
         platform::services().dialogs->beep();
@@ -51,7 +54,7 @@ void GraphCursor::TimeLine() {
 
 void GraphCursor::showTimeLine() {
     graph::drawTimeLine(m_surface.surface(), m_view.CursorSample,
-        core::state().Config.GraphBackColour, m_view.Reference);
+        core::state().Config.GraphBackColour, m_view.marks);
     const channels::ShownRuns runs = shownRuns();
     const graph::ReadOutInput input = readOutInput(runs);
     showTexts(input, graph::timeLineTexts(input, m_view.CursorSample), m_view.CursorSample);
@@ -60,25 +63,22 @@ void GraphCursor::showTimeLine() {
 void GraphCursor::showTexts(
     const graph::ReadOutInput& input, const graph::ReadOutTexts& texts, std::optional<int> cursor) {
     m_panel.showTexts(texts);
-    if (m_view.Reference)
+    if (m_view.marks.reference)
         m_panel.showDifferences(
-            input.config, graph::differences(input, texts, cursor, *m_view.Reference));
+            input.config, graph::differences(input, texts, cursor, *m_view.marks.reference));
 }
 
 void GraphCursor::uncoverSecondValues() {
-    if (!m_view.Reference) m_panel.showDifferences(core::state().Config, std::nullopt);
-    m_panel.uncoverOverlay(m_course.overlayLoaded() || m_view.Reference);
+    if (!m_view.marks.reference) m_panel.showDifferences(core::state().Config, std::nullopt);
+    m_panel.uncoverOverlay(m_course.overlayLoaded() || m_view.marks.reference);
 }
 
-void GraphCursor::setReference() {
-    if (channels::viewOfRun(core::state().Run).has(m_view.CursorSample))
-        m_view.Reference = m_view.CursorSample;
-    TimeLine();
+bool GraphCursor::cursorInRun() const {
+    return channels::viewOfRun(core::state().Run).has(m_view.CursorSample);
 }
 
-void GraphCursor::takeReferenceAway() {
-    m_view.Reference.reset();
-    TimeLine();
+void GraphCursor::goToEnd(bool last) {
+    placeCursor(last ? core::state().Run.SampleCount : 1);
 }
 
 void GraphCursor::placeCursor(double sample) {
@@ -96,11 +96,19 @@ void GraphCursor::Trend_KeyDown(int key, Qt::KeyboardModifiers modifiers) {
 
 void GraphCursor::Trend_MouseDown(Qt::MouseButton button, float x, float) {
     if (!m_course.hasRun()) return;
+    m_dragging = button == Qt::LeftButton;
     if (button == Qt::LeftButton) placeCursor(x);
     if (button == Qt::RightButton) startAverage(x);
 }
 
+// The cursor keeps to the run, so that a drag beyond it ends on its last sample without a beep.
+void GraphCursor::dragTo(float x) {
+    const int sample = graph::cursorDraggedTo(x, core::state().Run.SampleCount);
+    if (sample != m_view.CursorSample) placeCursor(sample);
+}
+
 void GraphCursor::Trend_MouseUp(Qt::MouseButton button, float x, float) {
+    if (button == Qt::LeftButton) m_dragging = false;
     if (button == Qt::RightButton && m_course.hasRun()) finishAverage(x);
 }
 
@@ -108,6 +116,7 @@ void GraphCursor::Trend_MouseUp(Qt::MouseButton button, float x, float) {
 
 void GraphCursor::Trend_MouseMove(Qt::MouseButtons buttons, float x, float y) {
     if (!m_course.hasRun() || buttons.testFlag(Qt::RightButton)) return;
+    if (m_dragging && buttons.testFlag(Qt::LeftButton)) dragTo(x);
     const graph::PointerLabels labels{[this](int channel) { return m_panel.canBeFound(channel); },
         [this](int n) { return m_course.analogCaption(n); }};
     const channels::ShownRuns runs = shownRuns();
@@ -127,8 +136,9 @@ void GraphCursor::Label_DataChanel_Change(const QString& text) {
 
 void GraphCursor::startAverage(float x) {
     m_view.DragStartX = x;
+    if (std::exchange(m_view.marks.averageFrom, std::nullopt)) emit marksChanged();
     graph::drawAverageStart(
-        m_surface.surface(), x, core::state().Config.GraphBackColour, m_view.Reference);
+        m_surface.surface(), x, core::state().Config.GraphBackColour, m_view.marks);
 }
 
 void GraphCursor::finishAverage(float x) {
@@ -140,6 +150,39 @@ void GraphCursor::finishAverage(float x) {
     const auto texts = graph::AverageRange(input, qMin(start, x), qMax(start, x));
     if (texts.outside) return platform::services().dialogs->beep();
     showTexts(input, texts, std::nullopt);
+}
+
+// --- Marks by the keys
+
+void GraphCursor::setReference() {
+    if (cursorInRun()) m_view.marks.reference = m_view.CursorSample;
+    TimeLine();
+    emit marksChanged();
+}
+
+void GraphCursor::average() {
+    const std::optional<int> from = m_view.marks.averageFrom;
+    if (from && cursorInRun() && *from != m_view.CursorSample) {
+        startAverage(static_cast<float>(*from));
+        finishAverage(m_view.CursorSample);
+        // The word has taken the position along; the arrow keys go on from the cursor.
+        m_surface.surface().setCurrentX(m_view.CursorSample);
+        return;
+    }
+    m_view.marks.averageFrom.reset();
+    if (!from && cursorInRun()) m_view.marks.averageFrom = m_view.CursorSample;
+    TimeLine();
+    emit marksChanged();
+}
+
+void GraphCursor::takeMarkAway() {
+    if (m_view.marks.averageFrom) {
+        m_view.marks.averageFrom.reset();
+    } else {
+        m_view.marks.reference.reset();
+    }
+    TimeLine();
+    emit marksChanged();
 }
 
 } // namespace kvo::forms

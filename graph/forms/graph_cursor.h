@@ -30,11 +30,22 @@ public:
     // The reference of the differences, at the cursor; a beep where the cursor lies outside of the
     // run.
     void setReference();
-    void takeReferenceAway();
+    // An average by the keys: the first call marks the cursor, the second averages from there.
+    void average();
+    // The mark that was set last.
+    void takeMarkAway();
+    // The cursor on the first sample of the run, or on its last.
+    void goToEnd(bool last);
     // The text under the pointer; a narrow window shows it as a tool tip.
     void Label_DataChanel_Change(const QString& text);
 
+signals:
+    // A mark was set or taken away.
+    void marksChanged();
+
 private:
+    bool cursorInRun() const;
+    void dragTo(float x);
     graph::ReadOutInput readOutInput(const channels::ShownRuns& runs);
     channels::ShownRuns shownRuns() const;
     void showTimeLine();
@@ -53,6 +64,7 @@ private:
     const graph::Course& m_course;
     GraphSurface& m_surface;
     ChannelPanel& m_panel;
+    bool m_dragging = false; // with the left button
 };
 
 } // namespace kvo::forms

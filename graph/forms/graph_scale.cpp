@@ -10,6 +10,13 @@ namespace kvo::forms {
 
 using platform_qt::Hourglass;
 
+namespace {
+
+constexpr double zoomInFactor = 1.2;
+constexpr double zoomOutFactor = 0.8;
+
+} // namespace
+
 // A setting that Mnu_Scale names from now on; none where it goes on naming the one before.
 void GraphScale::takeScale(std::optional<int> setting) {
     if (setting) m_view.ScaleShown = *setting;
@@ -39,35 +46,84 @@ void GraphScale::redraw(std::optional<int> setting) {
 
 void GraphScale::choose(int item) {
     const Hourglass busy(*platform::services().dialogs);
+    m_view.zooms.clear();
     redraw(m_surface.Graph_scale(item));
 }
 
 void GraphScale::chooseCustom(const std::optional<graph::Size>& size) {
     const Hourglass busy(*platform::services().dialogs);
+    m_view.zooms.clear();
     if (size) m_surface.setTrendSize(*size);
     m_surface.Graph_scale(graph::scaleCustom);
     redraw(size ? std::optional(graph::scaleCustom) : std::nullopt);
 }
 
-void GraphScale::zoom(double factor) {
-    const Hourglass busy(*platform::services().dialogs);
+// --- Zoom
+
+graph::ZoomPlace GraphScale::place() const {
+    return {core::state().Config.ScaleCustom, m_view.ScaleShown, m_surface.trendSize(),
+        m_surface.scrollValues()};
+}
+
+void GraphScale::grow(double factor) {
+    m_view.zooms.add(place());
     m_surface.surface().setAutoRedraw(true);
     core::state().Config.ScaleCustom = graph::scaleZoomed;
     redraw(m_surface.Graph_scale(graph::scaleZoomed, factor));
-    ScrollToCursor();
+}
+
+void GraphScale::offerCancel() {
     m_view.CancelZoomOffered = true;
     m_window.showState();
 }
 
+void GraphScale::zoom(double factor) {
+    const Hourglass busy(*platform::services().dialogs);
+    grow(factor);
+    ScrollToCursor();
+    offerCancel();
+}
+
 void GraphScale::ZoomIn() {
-    zoom(1.2);
+    zoom(zoomInFactor);
 }
 
 void GraphScale::ZoomOut() {
-    zoom(0.8);
+    zoom(zoomOutFactor);
+}
+
+void GraphScale::zoomAbout(int direction, const QPointF& global) {
+    const Hourglass busy(*platform::services().dialogs);
+    const graph::SeenPlace seen = m_surface.seenAt(global);
+    grow(direction > 0 ? zoomInFactor : zoomOutFactor);
+    m_surface.keepInPlace(seen);
+    offerCancel();
+}
+
+void GraphScale::fitWhole() {
+    if (core::state().Config.ScaleCustom == graph::scaleFull) return;
+    const Hourglass busy(*platform::services().dialogs);
+    m_view.zooms.add(place());
+    m_view.CancelZoomOffered = false;
+    core::state().Config.ScaleCustom = graph::scaleFull;
+    redraw(m_surface.Graph_scale(graph::scaleFull));
+}
+
+void GraphScale::stepBack() {
+    const auto before = m_view.zooms.takeBack();
+    if (!before) return;
+    const Hourglass busy(*platform::services().dialogs);
+    const bool full = before->setting == graph::scaleFull;
+    core::state().Config.ScaleCustom = static_cast<std::int16_t>(before->setting);
+    m_view.CancelZoomOffered = before->setting == graph::scaleZoomed;
+    if (!full) m_surface.setTrendSize(before->trend);
+    m_surface.Graph_scale(full ? graph::scaleFull : graph::scaleZoomed);
+    redraw(before->scaleShown);
+    m_surface.scrollTo(before->scroll);
 }
 
 void GraphScale::CancelZoom() {
+    m_view.zooms.clear();
     core::state().Config.ScaleCustom = static_cast<std::int16_t>(m_view.ScaleShown);
     m_view.CancelZoomOffered = false;
     ArrangeGraph();

@@ -5,6 +5,8 @@
 #include "graph/layout.h"
 #include "graph/view.h"
 
+#include <QPointF>
+
 #include <optional>
 
 namespace kvo::forms {
@@ -27,6 +29,14 @@ public:
     void ZoomIn();
     void ZoomOut();
     void CancelZoom();
+    // A step in (1) or out (-1) about a place of the screen, which stays where it is.
+    void zoomAbout(int direction, const QPointF& global);
+    // The whole run in its frame.
+    void fitWhole();
+    // To where the last zoom, or the fit of the whole run, started from.
+    void stepBack();
+    // The cursor into view.
+    void ScrollToCursor();
     // The surface in its frame, without drawing it.
     void showFull();
 
@@ -34,8 +44,10 @@ private:
     void takeScale(std::optional<int> setting);
     void applyTrendScale();
     void redraw(std::optional<int> setting);
+    void grow(double factor);
+    void offerCancel();
     void zoom(double factor);
-    void ScrollToCursor();
+    graph::ZoomPlace place() const;
 
     graph::GraphView& m_view;
     graph::Course& m_course;

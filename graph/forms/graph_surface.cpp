@@ -122,6 +122,32 @@ void GraphSurface::ScrollToCursor(int sampleCount, int cursorSample) {
         HScroll->setValue(*value);
 }
 
+graph::ScrollValues GraphSurface::scrollValues() const {
+    return {HScroll->value(), VScroll->value()};
+}
+
+void GraphSurface::scrollTo(const graph::ScrollValues& values) {
+    const graph::ScrollValues before = scrollValues();
+    {
+        const QSignalBlocker noHorizontal(HScroll);
+        const QSignalBlocker noVertical(VScroll);
+        HScroll->setValue(values.h);
+        VScroll->setValue(values.v);
+    }
+    if (scrollValues() != before) HScroll_Change();
+}
+
+graph::SeenPlace GraphSurface::seenAt(const QPointF& global) const {
+    const QPointF onTrend = Trend->mapFromGlobal(global);
+    const QPointF inFrame = Frame1->mapFromGlobal(global);
+    return {onTrend.x() / qMax(1, Trend->width()), onTrend.y() / qMax(1, Trend->height()),
+        inFrame.x(), inFrame.y()};
+}
+
+void GraphSurface::keepInPlace(const graph::SeenPlace& place) {
+    scrollTo(graph::scrollToKeep(m_trendSize, place));
+}
+
 bool GraphSurface::scrolls() const {
     return !VScroll->isHidden();
 }
@@ -137,7 +163,7 @@ graph::SurfacePart GraphSurface::partInView() const {
 void GraphSurface::wheelEvent(QWheelEvent* event) {
     if (event->modifiers().testFlag(Qt::ControlModifier)) {
         const int delta = event->angleDelta().y();
-        if (delta != 0) emit zoomWanted(delta > 0 ? 1 : -1);
+        if (delta != 0) emit zoomWanted(delta > 0 ? 1 : -1, event->globalPosition());
     } else if (scrolls()) {
         const bool along = event->modifiers().testFlag(Qt::ShiftModifier);
         QCoreApplication::sendEvent(along ? HScroll : VScroll, event);

@@ -34,6 +34,14 @@ public:
     void settle() { m_settled = true; }
     bool settled() const { return m_settled; }
     void ScrollToCursor(int sampleCount, int cursorSample);
+    // How large Trend is, twips, and the values of the bars.
+    graph::Size trendSize() const { return m_trendSize; }
+    graph::ScrollValues scrollValues() const;
+    // Both bars at once; beyond their ends they stand at these.
+    void scrollTo(const graph::ScrollValues& values);
+    // What is seen at a place of the window, and that place in view again behind a zoom.
+    graph::SeenPlace seenAt(const QPointF& global) const;
+    void keepInPlace(const graph::SeenPlace& place);
     // Whether the surface is larger than its frame.
     bool scrolls() const;
     // The part of Trend that is in view.
@@ -44,8 +52,8 @@ public:
 signals:
     // Another part of Trend is in view.
     void scrolled();
-    // Ctrl and the wheel: 1 for in, -1 for out.
-    void zoomWanted(int direction);
+    // Ctrl and the wheel: 1 for in, -1 for out, about a place of the screen.
+    void zoomWanted(int direction, QPointF global);
 
 protected:
     void wheelEvent(QWheelEvent* event) override;

@@ -244,6 +244,11 @@ void SurfaceWidget::mouseReleaseEvent(QMouseEvent* event) {
     emit mouseUp(event->button(), at.x, at.y);
 }
 
+void SurfaceWidget::mouseDoubleClickEvent(QMouseEvent* event) {
+    mousePressEvent(event);
+    emit mouseDoubleClicked(event->button());
+}
+
 void SurfaceWidget::leaveEvent(QEvent* event) {
     QWidget::leaveEvent(event);
     emit mouseLeft();

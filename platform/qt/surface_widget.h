@@ -32,6 +32,8 @@ signals:
     void mouseDown(Qt::MouseButton button, float x, float y);
     void mouseMoved(Qt::MouseButtons buttons, float x, float y);
     void mouseUp(Qt::MouseButton button, float x, float y);
+    // Behind the mouseDown of a second click.
+    void mouseDoubleClicked(Qt::MouseButton button);
     void mouseLeft();
     // Left and right arrow only; other keys go on to the window.
     void keyDown(int key, Qt::KeyboardModifiers modifiers);
@@ -42,6 +44,7 @@ protected:
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
     void leaveEvent(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 

@@ -27,8 +27,8 @@ class GraphReferenceTest : public QObject, private testing::GraphWindow {
     }
     bool stands() {
         const bool shown = !part<QWidget>("ReferenceTime").isHidden();
-        if (shown != view().Reference.has_value()) qFatal("the line and its time differ");
-        if (shown != command("Mnu_ReferenceAway").isEnabled()) qFatal("the command differs");
+        if (shown != view().marks.reference.has_value()) qFatal("the line and its time differ");
+        if (shown != command("Mnu_MarkAway").isEnabled()) qFatal("the command differs");
         return shown;
     }
     int engineAt(int sample) { return state().Run.image.samples[sample].EngineRpm; }
@@ -51,7 +51,7 @@ private slots:
         key(Qt::Key_R);
         QVERIFY(stands());
         QVERIFY(secondValuesShow());
-        QCOMPARE(view().Reference, 160);
+        QCOMPARE(view().marks.reference, 160);
         QCOMPARE(text("OverlayRpm"), QStringLiteral("0"));
         QCOMPARE(text("ReferenceTime"), QStringLiteral("Reference: 0.00 sec"));
         QCOMPARE(text("LoggerTime"), time); // as without one
@@ -65,7 +65,7 @@ private slots:
         QVERIFY(!part<QWidget>("Frame_Times").isVisible());
         // Set again it stands at the cursor.
         key(Qt::Key_R);
-        QCOMPARE(view().Reference, 260);
+        QCOMPARE(view().marks.reference, 260);
         QCOMPARE(text("OverlayRpm"), QStringLiteral("0"));
         QCOMPARE(dialogs().beeps(), 0);
     }
@@ -92,7 +92,7 @@ private slots:
         command("Mnu_Reference").trigger();
         QVERIFY(stands());
         QVERIFY(trend().hasFocus());
-        command("Mnu_ReferenceAway").trigger();
+        command("Mnu_MarkAway").trigger();
         QVERIFY(!stands());
     }
 

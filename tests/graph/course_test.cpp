@@ -416,23 +416,23 @@ TEST_F(CourseOnRuns, LoadsAndNeighboursTakeTheOverlayOff) {
 
 TEST_F(CourseOnRuns, AnotherRunAnOverlayAndADeleteTakeTheReferenceAway) {
     load(1);
-    view.Reference = 300;
+    view.marks.reference = 300;
     files.failReads(pathOf(3), kvo::testing::MemoryFiles::Failure::noMemory);
     for (int i = 0; i < 2; ++i) dialogs.expectBoxTitled("Kvo");
     load(3);
     overlay(3);
-    EXPECT_EQ(view.Reference, 300); // the run is still there, and without an overlay
+    EXPECT_EQ(view.marks.reference, 300); // the run is still there, and without an overlay
     files.allowReads();
     overlay(2);
-    EXPECT_EQ(view.Reference, std::nullopt);
+    EXPECT_EQ(view.marks, Marks{});
     course.Mnu_Overlay();
-    view.Reference = 300;
+    view.marks.reference = 300;
     course.GraphChange(1);
-    EXPECT_EQ(view.Reference, std::nullopt);
-    view.Reference = 300;
+    EXPECT_EQ(view.marks, Marks{});
+    view.marks.reference = 300;
     window.whileDeleting = [this] { ASSERT_TRUE(files.remove(state->Run.path)); };
     course.Mnu_DeleteRun();
-    EXPECT_EQ(view.Reference, std::nullopt);
+    EXPECT_EQ(view.marks, Marks{});
 }
 
 TEST_F(CourseOnRuns, DeletingTheShownRunTakesEverythingOfIt) {

@@ -222,3 +222,18 @@ TEST_F(CursorOnRun, TimeSharedExhaustsAndForeignAnalogsAreNotFound) {
     EXPECT_EQ(under(300, 170), " Exhaust Temp 5 = 680");
     EXPECT_EQ(under(300, 250), "Name7 = 125.0");
 }
+
+TEST(CursorDrag, TakesTheNearestSampleOfTheRun) {
+    EXPECT_EQ(cursorDraggedTo(300.4, 1360), 300);
+    EXPECT_EQ(cursorDraggedTo(300.5, 1360), 300);
+    EXPECT_EQ(cursorDraggedTo(301.5, 1360), 302);
+    EXPECT_EQ(cursorDraggedTo(0.6, 1360), 1);
+    EXPECT_EQ(cursorDraggedTo(1360.4, 1360), 1360);
+}
+
+TEST(CursorDrag, EndsAtTheEndsOfTheRun) {
+    EXPECT_EQ(cursorDraggedTo(-5, 1360), 1);
+    EXPECT_EQ(cursorDraggedTo(1e9, 1360), 1360);
+    EXPECT_EQ(cursorDraggedTo(-1e9, 1360), 1);
+    EXPECT_EQ(cursorDraggedTo(5, 0), 1);
+}

@@ -141,6 +141,15 @@ TEST(Layout, AnOverlaysValueTakesHalfOfTheRoom) {
     EXPECT_EQ(both.overlay, (BoxPx{136, 1, 49, 18}));
 }
 
+// A step of the bars is 8 twips along and 4 down; a pixel has 15.
+TEST(Layout, APlaceStaysWhereItIsSeen) {
+    EXPECT_EQ(scrollToKeep({30000, 15000}, {0.5, 0.5, 100, 100}),
+        (ScrollValues{(15000 - 1500) / 8 + 1, (7500 - 1500) / 4})); // 1687.5, a tie to even
+    EXPECT_EQ(scrollToKeep({30000, 15000}, {0, 0, 0, 0}), (ScrollValues{0, 0}));
+    EXPECT_EQ(scrollToKeep({30000, 15000}, {0, 0, 80, 40}), (ScrollValues{-150, -150}));
+    EXPECT_EQ(scrollToKeep({32000, 16000}, {1, 1, 0, 0}), (ScrollValues{4000, 4000}));
+}
+
 TEST(Layout, TheLoadingPanelStandsAtTheEndOfItsLine) {
     const ReadOutPlaces places = readOutPlaces(1000, 20, {150, 0, 0, 0, 0, 60, 90});
     EXPECT_EQ(places.time, (BoxPx{0, 0, 150, 20}));

@@ -84,7 +84,7 @@ TEST(Transient, ADragEndsWithACrossItsEdgeAndTheWord) {
 
 TEST(Transient, TheReferenceLineLiesBelowTheTimeLine) {
     RecordingSurface trend;
-    drawTimeLine(trend, 311, 0, 250);
+    drawTimeLine(trend, 311, 0, {250, {}});
     const auto lines = trend.ofKind(Kind::line);
     ASSERT_EQ(lines.size(), 2U);
     EXPECT_EQ(lines[0].x1, 250);
@@ -100,7 +100,7 @@ TEST(Transient, TheReferenceLineLiesBelowTheTimeLine) {
 
 TEST(Transient, TheReferenceLineStaysWhileAnAverageBegins) {
     RecordingSurface trend;
-    drawAverageStart(trend, 300, 0, 250);
+    drawAverageStart(trend, 300, 0, {250, {}});
     const auto lines = trend.ofKind(Kind::line);
     ASSERT_EQ(lines.size(), 2U);
     EXPECT_EQ(lines[0].x1, 250);
@@ -116,4 +116,15 @@ TEST(Transient, TheReferenceLineIsSeenOnEveryBackground) {
     EXPECT_EQ(referenceColour(0x00FF00), platform::black); // green is light
     EXPECT_EQ(referenceColour(0xFF0000), platform::white); // blue is dark
     EXPECT_EQ(referenceColour(0x0000FF), platform::white); // and so is red
+}
+
+TEST(Transient, ADottedLineStandsWhereAnAverageBegins) {
+    RecordingSurface trend;
+    drawTimeLine(trend, 311, 0, {250, 280});
+    const auto lines = trend.ofKind(Kind::line);
+    ASSERT_EQ(lines.size(), 3U);
+    EXPECT_EQ(lines[0].x1, 250);
+    expectLine(lines[1], 280, 1100, 280, 0, 2);
+    expectLine(lines[2], 311, 1100, 311, 0, 4);
+    EXPECT_EQ(trend.drawStyle(), 0);
 }
