@@ -4,6 +4,7 @@
 #include <charconv>
 #include <cmath>
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 
 namespace kvo::core {
@@ -94,6 +95,37 @@ void roundTo(Decimal& decimal, int places) {
     }
 }
 
+// The same where whole numbers can tell how the 15 digits round, which saves working them out: far
+// enough from the middle between two results, or right on it. Nothing where they cannot.
+std::optional<Decimal> roundedFast(double value, int places) {
+    constexpr double largest = 1e6; // the 15 digits of what is below lie within 1e-9 of it
+    constexpr double nearMiddle = 1e-6;
+    constexpr std::array<double, 3> powers{1, 10, 100};
+    const double size = std::abs(value);
+    if (!(size < largest) || places >= static_cast<int>(powers.size())) return {};
+    const double power = powers[static_cast<std::size_t>(places)];
+    const double scaled = size * power;
+    const double down = std::floor(scaled);
+    const double rest = scaled - down;
+    // The double nearest to a middle has that middle as its 15 digits.
+    const bool isMiddle = size == (down + 0.5) / power;
+    if (!isMiddle && std::abs(rest - 0.5) < nearMiddle) return {};
+    const auto whole = static_cast<std::int64_t>(down) + (isMiddle || rest > 0.5 ? 1 : 0);
+    Decimal decimal;
+    decimal.digits = std::to_string(whole);
+    const auto least = static_cast<std::size_t>(places) + 1;
+    if (decimal.digits.size() < least) decimal.digits.insert(0, least - decimal.digits.size(), '0');
+    decimal.whole = static_cast<int>(decimal.digits.size()) - places;
+    return decimal;
+}
+
+Decimal rounded(double value, int places) {
+    if (auto decimal = roundedFast(value, places)) return *std::move(decimal);
+    Decimal decimal = fifteenDigits(value);
+    roundTo(decimal, places);
+    return decimal;
+}
+
 std::string wholePart(const Decimal& decimal, int required) {
     std::string whole = decimal.digits.substr(0, static_cast<std::size_t>(decimal.whole));
     whole.erase(0, whole.find_first_not_of('0'));
@@ -157,8 +189,7 @@ std::optional<std::string> datePart(
 std::string Format(double value, std::string_view picture) {
     const NumberPicture parsed = parseNumberPicture(picture);
     if (!parsed.hasNumber || !std::isfinite(value)) return parsed.before + parsed.after;
-    Decimal decimal = fifteenDigits(value);
-    roundTo(decimal, parsed.decimals);
+    const Decimal decimal = rounded(value, parsed.decimals);
     const bool zero = decimal.digits.find_first_not_of('0') == std::string::npos;
 
     std::string number = wholePart(decimal, parsed.wholeRequired);

@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <limits>
+#include <string>
 
 namespace kvo::core {
 namespace {
@@ -20,6 +22,44 @@ TEST(NumberPicture, RoundsHalfAwayFromZeroOnTheDecimalForm) {
     EXPECT_EQ(Format(1.005, "##0.00"), "1.01"); // its 15 digits end in 5
     EXPECT_EQ(Format(9.999, "####0"), "10");
     EXPECT_EQ(Format(999.995, "##0.00"), "1000.00");
+}
+
+// What stands right beside the middle between two results, and what has more places or digits than
+// whole numbers are asked for.
+TEST(NumberPicture, RoundsByTheDecimalFormWhereverTheMiddleIsNear) {
+    EXPECT_EQ(Format(0.0125, "0.000"), "0.013");
+    EXPECT_EQ(Format(1.0005, "0.000"), "1.001"); // its 15 digits end in 5
+    EXPECT_EQ(Format(2000000.5, "0"), "2000001");
+    EXPECT_EQ(Format(999999.5, "0"), "1000000");
+    EXPECT_EQ(Format(0.5, "0"), "1");
+    EXPECT_EQ(Format(1.5 - 1e-15, "0"), "2"); // 15 digits say 1.5
+    EXPECT_EQ(Format(1.5 - 1e-13, "0"), "1");
+    EXPECT_EQ(Format(2.675 + 1e-13, "0.00"), "2.68");
+    EXPECT_EQ(Format(2.675 - 1e-13, "0.00"), "2.67");
+    // Every speed that a logger tells, in hundredths of a mile: exact, and every second one a tie.
+    for (int raw = 0; raw <= 100000; ++raw) {
+        const int hundredths = (raw + 1) / 2;
+        std::string digits = std::to_string(hundredths);
+        if (digits.size() < 3) digits.insert(0, 3 - digits.size(), '0');
+        digits.insert(digits.size() - 2, ".");
+        ASSERT_EQ(Format(raw / 200.0, "##0.00"), digits);
+    }
+}
+
+// One place more than the whole numbers serve, whose last digits then say how to round.
+TEST(NumberPicture, RoundsAlikeHoweverManyPlacesAreAsked) {
+    unsigned seed = 12345;
+    for (int i = 0; i < 100000; ++i) {
+        seed = seed * 1664525U + 1013904223U;
+        const double value = (static_cast<double>(seed) - 2e9) / (i % 3 == 0 ? 3e3 : 7.1e6);
+        const std::string fine = Format(value, "0.000000");
+        const std::string tail = fine.substr(fine.size() - 4);
+        if (tail == "5000" || tail == "0000") continue; // rounded to there already
+        const std::string coarse = Format(value, "0.00");
+        const double difference = std::abs(std::stod(coarse)) - std::abs(std::stod(fine));
+        ASSERT_EQ(tail >= "5000", difference > 0) << fine << " and " << coarse;
+        ASSERT_LT(std::abs(difference), 0.0050001) << fine << " and " << coarse;
+    }
 }
 
 TEST(NumberPicture, LosesTheMinusOfAZero) {
