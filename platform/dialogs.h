@@ -23,6 +23,13 @@ inline constexpr int information = 64;
 inline constexpr int secondDefault = 256;
 } // namespace boxStyle
 
+// A file that is to be saved. The suggestion is a whole path, UTF-8 like the rest.
+struct FileQuestion {
+    std::string title;
+    std::string kind; // "Comma separated values (*.csv)"
+    std::string suggestion;
+};
+
 enum class Reply { ok, cancel, retry, yes, no };
 
 class Dialogs {
@@ -40,6 +47,9 @@ public:
     // Asks for a folder to save to; nothing on Cancel.
     virtual std::optional<std::string> chooseFolder(
         const std::string& title, const std::string& start) = 0;
+    // Asks where to save a file; nothing on Cancel. Whether one that is there already may be
+    // replaced is left to whoever asks. Where nobody can be asked nothing is chosen.
+    virtual std::optional<std::string> chooseFile(const FileQuestion&) { return {}; }
     virtual void beep() = 0;
     // The hourglass on all windows while work goes on.
     virtual void setHourglass(bool on) = 0;

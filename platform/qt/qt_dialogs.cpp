@@ -205,6 +205,14 @@ std::optional<std::string> QtDialogs::chooseFolder(
     return typedPath(folder);
 }
 
+std::optional<std::string> QtDialogs::chooseFile(const platform::FileQuestion& question) {
+    const QString path = QFileDialog::getSaveFileName(questionParent(),
+        shownMessage(question.title), shownPath(question.suggestion), shownMessage(question.kind),
+        nullptr, QFileDialog::DontConfirmOverwrite);
+    if (path.isEmpty()) return std::nullopt;
+    return typedPath(path);
+}
+
 void QtDialogs::beep() {
     QApplication::beep();
 }

@@ -14,6 +14,7 @@ public:
     std::optional<platform::Colour> chooseColour(std::optional<platform::Colour> start) override;
     std::optional<std::string> chooseFolder(
         const std::string& title, const std::string& start) override;
+    std::optional<std::string> chooseFile(const platform::FileQuestion& question) override;
     void beep() override;
     void setHourglass(bool on) override;
 

@@ -4,6 +4,7 @@
 #include "tests/forms/support/user_click.h"
 
 #include <QColorDialog>
+#include <QFile>
 #include <QFileDialog>
 #include <QLabel>
 #include <QLineEdit>
@@ -190,6 +191,24 @@ private slots:
             std::optional<std::string>(folder.path().toStdString()));
         onModal([](QWidget* modal) { qobject_cast<QDialog*>(modal)->reject(); });
         QCOMPARE(m_dialogs.chooseFolder("Save To", "/"), std::optional<std::string>());
+    }
+
+    // The suggestion stands there, and one that is there already is not asked about twice.
+    void aFileIsChosenOrNot() {
+        const QTemporaryDir folder;
+        const std::string path = folder.filePath(QStringLiteral("run.csv")).toStdString();
+        QFile there(folder.filePath(QStringLiteral("run.csv")));
+        QVERIFY(there.open(QIODevice::WriteOnly));
+        const platform::FileQuestion question{"Export", "Table (*.csv)", path};
+        onModal([](QWidget* modal) {
+            QCOMPARE(modal->windowTitle(), QStringLiteral("Export"));
+            auto* edit = modal->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+            QCOMPARE(edit->text(), QStringLiteral("run.csv"));
+            QMetaObject::invokeMethod(modal, "accept");
+        });
+        QCOMPARE(m_dialogs.chooseFile(question), std::optional<std::string>(path));
+        onModal([](QWidget* modal) { qobject_cast<QDialog*>(modal)->reject(); });
+        QCOMPARE(m_dialogs.chooseFile(question), std::optional<std::string>());
     }
 
     void theHourglassIsOneForAllWhoAsk() {

@@ -64,6 +64,17 @@ ScriptedDialogs::Expected& ScriptedDialogs::expectColour(std::optional<platform:
     return m_expected.emplace_back(std::move(entry));
 }
 
+ScriptedDialogs::Expected& ScriptedDialogs::expectFile(
+    std::string title, std::string suggestion, std::optional<std::string> answer) {
+    m_looked = false;
+    Expected entry;
+    entry.kind = Expected::Kind::file;
+    entry.title = std::move(title);
+    entry.text = std::move(suggestion);
+    entry.folder = std::move(answer);
+    return m_expected.emplace_back(std::move(entry));
+}
+
 std::string ScriptedDialogs::problems() {
     m_looked = true;
     std::string all;
@@ -128,6 +139,11 @@ std::optional<platform::Colour> ScriptedDialogs::chooseColour(std::optional<plat
 std::optional<std::string> ScriptedDialogs::chooseFolder(
     const std::string& title, const std::string&) {
     const auto entry = take(Expected::Kind::folder, "folder", title, {}, {});
+    return entry ? entry->folder : std::nullopt;
+}
+
+std::optional<std::string> ScriptedDialogs::chooseFile(const platform::FileQuestion& question) {
+    const auto entry = take(Expected::Kind::file, question.suggestion, question.title, {}, {});
     return entry ? entry->folder : std::nullopt;
 }
 

@@ -16,7 +16,7 @@ class ScriptedDialogs : public platform::Dialogs {
 public:
     // One expected question. What is not set is not compared.
     struct Expected {
-        enum class Kind { box, input, colour, folder } kind = Kind::box;
+        enum class Kind { box, input, colour, folder, file } kind = Kind::box;
         std::optional<std::string> text;     // whole text or prompt
         std::optional<std::string> contains; // part of it
         std::optional<std::string> title;
@@ -25,8 +25,8 @@ public:
         platform::Reply reply = platform::Reply::ok;
         std::string answer;
         std::optional<platform::Colour> colour;
-        std::optional<std::string> folder;
-        std::function<void()> whileShown; // runs while the question stands
+        std::optional<std::string> folder; // or the file
+        std::function<void()> whileShown;  // runs while the question stands
     };
 
     ScriptedDialogs() = default;
@@ -42,6 +42,9 @@ public:
         std::string prompt, std::string title, std::string preset, std::string answer);
     Expected& expectInputTitled(std::string title, std::string answer);
     Expected& expectFolder(std::optional<std::string> answer);
+    // The title, the path that is suggested, and the one that is chosen.
+    Expected& expectFile(
+        std::string title, std::string suggestion, std::optional<std::string> answer);
     Expected& expectColour(std::optional<platform::Colour> answer);
 
     // Everything that went wrong up to now, and what is still to be asked; empty if all is well.
@@ -58,6 +61,7 @@ public:
     std::optional<platform::Colour> chooseColour(std::optional<platform::Colour> start) override;
     std::optional<std::string> chooseFolder(
         const std::string& title, const std::string& start) override;
+    std::optional<std::string> chooseFile(const platform::FileQuestion& question) override;
     void beep() override { ++m_beeps; }
     void setHourglass(bool on) override { m_hourglass = on; }
 
