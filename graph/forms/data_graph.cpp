@@ -35,7 +35,9 @@ DataGraph::DataGraph()
       m_scale(m_view, m_course, *this, *m_surface),
       m_channels(m_view, m_course, *this, m_drawing, m_shown, *m_panel),
       m_printing(m_view, m_course, m_shown, *m_surface, *m_panel),
-      m_commands({m_view, m_course, *this, *m_surface, m_cursor, m_scale, m_channels, m_printing}) {
+      m_exporting(m_course, m_printing, *m_surface),
+      m_commands({m_view, m_course, *this, *m_surface, m_cursor, m_scale, m_channels, m_printing,
+          m_exporting}) {
     setObjectName(QStringLiteral("DataGraph"));
     makeControls();
     Form_Load();

@@ -8,6 +8,7 @@
 #include "graph/forms/graph_channels.h"
 #include "graph/forms/graph_commands.h"
 #include "graph/forms/graph_cursor.h"
+#include "graph/forms/graph_export.h"
 #include "graph/forms/graph_printing.h"
 #include "graph/forms/graph_scale.h"
 #include "graph/forms/shown_trend.h"
@@ -41,6 +42,7 @@ public:
     const graph::GraphView& view() const { return m_view; }
     GraphCommands& commands() { return m_commands; }
     GraphChannels& channels() { return m_channels; }
+    GraphExport& exporting() { return m_exporting; }
 
     // Screenshots as PNG files: the window as it stands, or the whole surface at a size of its own.
     // False when the file cannot be written.
@@ -95,6 +97,7 @@ private:
     GraphScale m_scale;
     GraphChannels m_channels;
     GraphPrinting m_printing;
+    GraphExport m_exporting;
     GraphCommands m_commands;
     bool m_chooseOnShow = false;
     bool m_choosing = false; // the chooser is up, or closed but not yet back

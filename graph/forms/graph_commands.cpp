@@ -5,6 +5,7 @@
 #include "core/shared_state.h"
 #include "graph/forms/graph_channels.h"
 #include "graph/forms/graph_cursor.h"
+#include "graph/forms/graph_export.h"
 #include "graph/forms/graph_icons.h"
 #include "graph/forms/graph_printing.h"
 #include "graph/forms/graph_scale.h"
@@ -66,6 +67,13 @@ std::span<const Menus> menuRows() {
         {"Mnu_Printer", "Screen", "Mnu_Print(0)", {&G::Mnu_Print_Click, 0}, {.needs = run, .shortcut = "Ctrl+P"}},
         {"Mnu_Printer", "Data", "Mnu_Print(1)", {&G::Mnu_Print_Click, 1}, {.needs = run}},
         {"Mnu_Printer", "Screen && Data", "Mnu_Print(2)", {&G::Mnu_Print_Click, 2}, {.needs = run}},
+        {"Mnu_File", "&Export", "Mnu_ExportMenu", {}, {.needs = run, .subMenu = true}},
+        {"Mnu_ExportMenu", "&Run as CSV...", "Mnu_Export(0)", {&G::Mnu_Export_Click, GraphExport::wholeRun}, {.needs = run, .shortcut = "Ctrl+E"}},
+        {"Mnu_ExportMenu", "&Stretch in View as CSV...", "Mnu_Export(1)", {&G::Mnu_Export_Click, GraphExport::stretchInView}, {.needs = run, .shortcut = "Ctrl+Shift+E"}},
+        {"Mnu_ExportMenu", "Picture as &PNG...", "Mnu_Export(2)", {&G::Mnu_Export_Click, GraphExport::pngPicture}, {.needs = run, .line = true, .shortcut = "Ctrl+Shift+P"}},
+        {"Mnu_ExportMenu", "Picture as S&VG...", "Mnu_Export(3)", {&G::Mnu_Export_Click, GraphExport::svgPicture}, {.needs = run}},
+        {"Mnu_ExportMenu", "Picture as P&DF...", "Mnu_Export(4)", {&G::Mnu_Export_Click, GraphExport::pdfPicture}, {.needs = run}},
+        {"Mnu_ExportMenu", "&Copy Picture", "Mnu_Export(5)", {&G::Mnu_Export_Click, GraphExport::toClipboard}, {.needs = run, .line = true, .shortcut = "Ctrl+C"}},
         {"Mnu_File", "&Close", "Mnu_Close", &G::Mnu_Close_Click, {.line = true}},
         {"Mnu_View", "&Visible Options", "Mnu_Options", &G::Mnu_Options_Click},
         {"Mnu_View", "Graph BackColour", "Graph_Colour_Invert", &G::Graph_Colour_Invert_Click},
@@ -229,6 +237,11 @@ void GraphCommands::Mnu_ImportFiles_Click(int item) {
 void GraphCommands::Mnu_Print_Click(int item) {
     const GraphMenusDisabled off(*this);
     m_parts.printing.Mnu_Print(item);
+}
+
+void GraphCommands::Mnu_Export_Click(int item) {
+    const GraphMenusDisabled off(*this);
+    m_parts.exporting.Mnu_Export(item);
 }
 
 void GraphCommands::Mnu_Close_Click() {

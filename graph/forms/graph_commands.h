@@ -20,6 +20,7 @@ namespace kvo::forms {
 
 class GraphChannels;
 class GraphCursor;
+class GraphExport;
 class GraphPrinting;
 class GraphScale;
 class GraphSurface;
@@ -34,6 +35,7 @@ struct GraphParts {
     GraphScale& scale;
     GraphChannels& channels;
     GraphPrinting& printing;
+    GraphExport& exporting;
 };
 
 class GraphCommands : public QObject {
@@ -63,6 +65,7 @@ public:
     void Mnu_TimeGraph_Click();
     void Mnu_ImportFiles_Click(int item);
     void Mnu_Print_Click(int item);
+    void Mnu_Export_Click(int item);
     void Mnu_Close_Click();
     void Mnu_Options_Click();
     void Graph_Colour_Invert_Click();

@@ -2,6 +2,7 @@
 // Mnu_Print of the graph window: what it shows, handed to the printing.
 #include "graph/course.h"
 #include "graph/drawing.h"
+#include "graph/print_picture.h"
 #include "graph/view.h"
 
 namespace kvo::forms {
@@ -18,6 +19,8 @@ public:
 
     // An item of Mnu_Print; nothing without a run. Its progress stands over the window.
     void Mnu_Print(int item);
+    // What the window shows, for a page. It refers to the window and to the state.
+    graph::PictureInput shown() const;
 
 private:
     const graph::GraphView& m_view;

@@ -11,15 +11,14 @@
 
 namespace kvo::platform_qt {
 
-namespace {
-
-// Dashes and gaps of a draw style in widths of the line, as on the screen; none for a solid line.
 QList<qreal> dashesOf(int drawStyle) {
     static const std::array<QList<qreal>, 5> dashes{QList<qreal>{}, QList<qreal>{18, 6},
         QList<qreal>{3, 3}, QList<qreal>{9, 6, 3, 6}, QList<qreal>{9, 3, 3, 3, 3, 3}};
     return drawStyle >= 0 && drawStyle < 5 ? dashes[static_cast<std::size_t>(drawStyle)]
                                            : QList<qreal>{};
 }
+
+namespace {
 
 QPen penOf(const PageLine& line) {
     QPen pen(line.colour, line.widthPx, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin);

@@ -4,6 +4,7 @@
 #include <QColor>
 #include <QFont>
 #include <QImage>
+#include <QList>
 #include <QPointF>
 #include <QPolygonF>
 #include <QRectF>
@@ -43,6 +44,9 @@ struct PageClip {
 
 using PageOperation = std::variant<PageLine, PageBox, PageText, PageImage, PageClip>;
 using PageDrawing = std::vector<PageOperation>;
+
+// Dashes and gaps of a draw style in widths of the line, as on the screen; none for a solid line.
+QList<qreal> dashesOf(int drawStyle);
 
 // Paints the operations in their order, without a scale factor: one unit is a pixel.
 void paintPage(QPainter& painter, const PageDrawing& page);

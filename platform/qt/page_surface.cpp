@@ -87,7 +87,8 @@ QPointF PageSurface::place(Point p) const {
 }
 
 qreal PageSurface::linePx() const {
-    return linePoints * m_size.pixelsPerPoint * std::max(1, m_drawWidth);
+    return std::max(
+        m_size.leastLinePx, linePoints * m_size.pixelsPerPoint * std::max(1, m_drawWidth));
 }
 
 void PageSurface::setScale(float left, float top, float right, float bottom) {

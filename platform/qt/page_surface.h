@@ -16,6 +16,7 @@ struct PaperSize {
     QRectF paper;
     QRectF printable; // the paper without its margins
     qreal pixelsPerPoint = 1;
+    qreal leastLinePx = 0; // a finer line would be fainter on a screen
 };
 
 class PageSurface : public platform::Surface {
@@ -24,6 +25,7 @@ public:
 
     // A fresh page. What was set stays set; the current position is (0, 0).
     void startPage(const PaperSize& size);
+    const PageDrawing& page() const { return m_page; }
     // Gives the page away.
     PageDrawing takePage();
 
