@@ -173,7 +173,10 @@ LoadOutcome notRead(platform::FileFailure why) {
     return {why == platform::FileFailure::noMemory ? LoadResult::noMemory : LoadResult::missing, 0};
 }
 
-LoadOutcome readMainRun(const std::string& path, OpenRun& run, platform::Files& files) {
+// `timesOf` gives the track times of an info file, by its path.
+template <class TimesOf>
+LoadOutcome readMainRun(
+    const std::string& path, OpenRun& run, const platform::Files& files, TimesOf&& timesOf) {
     std::string trimmed = rightTrimmed(path);
     const auto read = files.readOrReason(trimmed);
     if (!read) return notRead(read.failure);
@@ -187,7 +190,7 @@ LoadOutcome readMainRun(const std::string& path, OpenRun& run, platform::Files& 
     const DataTypeFacts* facts = dataTypeFacts(type);
     if (facts == nullptr || facts->rows == 0) return {LoadResult::notARun, type};
     std::string infoPath = infoFilePath(trimmed);
-    TrackTimes times = LoadRunTimes(infoPath, files);
+    TrackTimes times = timesOf(infoPath);
     // From here on nothing takes memory, so a run is never half of the one before.
     run.path = std::move(trimmed);
     run.infoPath = std::move(infoPath);
@@ -238,7 +241,16 @@ LoadMessage noMemoryMessage(const std::string& path) {
 
 LoadOutcome LoadRun(const std::string& path, OpenRun& run, platform::Files& files) {
     try {
-        return readMainRun(path, run, files);
+        return readMainRun(path, run, files,
+            [&](const std::string& infoPath) { return LoadRunTimes(infoPath, files); });
+    } catch (const std::bad_alloc&) {
+        return {LoadResult::noMemory, 0};
+    }
+}
+
+LoadOutcome LoadRunAlone(const std::string& path, OpenRun& run, const platform::Files& files) {
+    try {
+        return readMainRun(path, run, files, [](const std::string&) { return TrackTimes{}; });
     } catch (const std::bad_alloc&) {
         return {LoadResult::noMemory, 0};
     }

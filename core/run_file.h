@@ -29,6 +29,8 @@ struct LoadOutcome {
 // does not hold stay as they were in `run`, but for the tail block. Unless loaded, `run` is as it
 // was. A missing info file is created empty.
 LoadOutcome LoadRun(const std::string& path, OpenRun& run, platform::Files& files);
+// The same for who only looks at a run: without its track times, and nothing is created.
+LoadOutcome LoadRunAlone(const std::string& path, OpenRun& run, const platform::Files& files);
 // The same for the overlay, into a fresh image, so that a shorter one shows none of the rows, names
 // and scales of the one before: no track times and no largest speed, and SampleCount is the count
 // of the overlay's own reader.

@@ -17,6 +17,8 @@ namespace {
 constexpr std::size_t infoWidth = 400;
 constexpr std::size_t longestText = 398;
 constexpr std::size_t firstPair = 12; // record of the first name; its value stands behind it
+constexpr std::size_t notesRecord = 1;
+constexpr std::size_t speedRecord = 11;
 constexpr std::size_t records = firstPair - 1 + 2 * 25;
 
 // Records 1 to 11 in their order.
@@ -33,6 +35,11 @@ std::string textOf(const platform::Bytes& file, std::size_t n) {
     ByteReader reader(RecordBytes(file).subspan(start, std::min(infoWidth, file.size() - start)));
     const auto length = reader.u16le();
     return length ? reader.text(*length).value_or("") : "";
+}
+
+TrackTimes timesOf(const platform::Bytes& file) {
+    return {textOf(file, 5), textOf(file, 6), textOf(file, 7), textOf(file, 8), textOf(file, 9),
+        textOf(file, 10)};
 }
 
 void takeUnlessEmpty(std::string& target, std::string text) {
@@ -87,8 +94,17 @@ RunInfo LoadRunInfo(const std::string& infoPath, const VehicleSetup& defaults,
 
 TrackTimes LoadRunTimes(const std::string& infoPath, platform::Files& files) {
     const platform::Bytes file = readOrCreate(infoPath, files);
-    return {textOf(file, 5), textOf(file, 6), textOf(file, 7), textOf(file, 8), textOf(file, 9),
-        textOf(file, 10)};
+    return timesOf(file);
+}
+
+RunNotes readRunNotes(const std::string& infoPath, const platform::Files& files) {
+    platform::ReadResult file = files.readAsNamed(infoPath);
+    // Of a run's name the last letter is the only one, so this is its name in another case.
+    if (!file && infoPath.ends_with('i'))
+        file = files.readAsNamed(infoPath.substr(0, infoPath.size() - 1) + 'I');
+    if (!file) return {};
+    return {textOf(*file.content, notesRecord), timesOf(*file.content),
+        textOf(*file.content, speedRecord)};
 }
 
 InfoWriteResult SaveRunInfo(const std::string& appFolder, const std::string& infoPath,

@@ -35,6 +35,15 @@ RunInfo LoadRunInfo(const std::string& infoPath, const VehicleSetup& defaults,
     platform::Files& files, std::string* unread = nullptr);
 // Records 5 to 10, as LoadRun shows them. A missing file is created empty.
 TrackTimes LoadRunTimes(const std::string& infoPath, platform::Files& files);
+// What a list of runs tells of each of them.
+struct RunNotes {
+    std::string Info_Text;
+    TrackTimes times;
+    std::string Text_Mph;
+};
+// Records 1, 5 to 10 and 11, for a list of many runs: all is empty where there is no info file or
+// it cannot be read, and nothing is created.
+RunNotes readRunNotes(const std::string& infoPath, const platform::Files& files);
 // What became of the two files that hold a run's notes and times.
 struct InfoWriteResult : platform::WriteResult {
     bool notesDone = true; // only the times may be missing then

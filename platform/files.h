@@ -50,6 +50,11 @@ public:
     [[nodiscard]] std::optional<Bytes> read(const std::string& path) const {
         return readOrReason(path).content;
     }
+    // The same, but under this very name alone: nobody looks whether another case of it is there.
+    // For who asks for a file of each run, of which many are not there.
+    [[nodiscard]] virtual ReadResult readAsNamed(const std::string& path) const {
+        return readOrReason(path);
+    }
     // Replaces the file with `content`, or leaves what was there as it was: written beside it,
     // flushed, synced, its size read back, then renamed. A read-only file is not replaced.
     [[nodiscard]] virtual WriteResult write(const std::string& path, const Bytes& content) = 0;

@@ -16,6 +16,10 @@ ReadResult LookOnlyFiles::readOrReason(const std::string& path) const {
     return m_below.readOrReason(path);
 }
 
+ReadResult LookOnlyFiles::readAsNamed(const std::string& path) const {
+    return m_below.readAsNamed(path);
+}
+
 WriteResult LookOnlyFiles::write(const std::string& path, const Bytes& content) {
     return isInside(path) ? refused(path) : m_below.write(path, content);
 }

@@ -14,6 +14,7 @@ public:
     void lookOnlyAt(const std::string& folder) { m_folder = folder; }
 
     ReadResult readOrReason(const std::string& path) const override;
+    ReadResult readAsNamed(const std::string& path) const override;
     WriteResult write(const std::string& path, const Bytes& content) override;
     WriteResult createEmpty(const std::string& path) override;
     WriteResult replaceable(const std::string& path) const override;

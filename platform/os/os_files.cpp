@@ -192,11 +192,8 @@ fs::path temporaryBeside(const fs::path& target, int attempt) {
     return target.parent_path() / name;
 }
 
-} // namespace
-
-ReadResult OsFiles::readOrReason(const std::string& path) const {
-    // Only plain files: opening a pipe or a device could wait for ever.
-    const fs::path place = found(path);
+// Only plain files: opening a pipe or a device could wait for ever.
+ReadResult readPlace(const fs::path& place) {
     std::error_code error;
     const fs::file_type type = fs::status(place, error).type();
     if (type == fs::file_type::not_found) return unread(place, causeOfRead(ENOENT));
@@ -218,6 +215,17 @@ ReadResult OsFiles::readOrReason(const std::string& path) const {
     } catch (const std::ios_base::failure&) {
         return unread(place, causeOfRead(EIO));
     }
+}
+
+} // namespace
+
+ReadResult OsFiles::readOrReason(const std::string& path) const {
+    return readPlace(found(path));
+}
+
+ReadResult OsFiles::readAsNamed(const std::string& path) const {
+    const fs::path given(path);
+    return readPlace(found(given.parent_path().string()) / given.filename());
 }
 
 std::optional<Cause> OsFiles::fill(int file, const Bytes& content) {

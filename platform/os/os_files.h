@@ -17,6 +17,7 @@ public:
     OsFiles& operator=(const OsFiles&) = delete;
 
     platform::ReadResult readOrReason(const std::string& path) const override;
+    platform::ReadResult readAsNamed(const std::string& path) const override;
     platform::WriteResult write(const std::string& path, const platform::Bytes& content) override;
     platform::WriteResult createEmpty(const std::string& path) override;
     bool linksElsewhere(const std::string& path) const override;

@@ -179,6 +179,14 @@ TYPED_TEST(FilesContract, FindsANameInAnotherCase) {
     EXPECT_EQ(this->files().list(this->root()).size(), 1U);
 }
 
+TYPED_TEST(FilesContract, ReadsUnderOneVeryName) {
+    ASSERT_TRUE(this->files().write(this->at("RUN.52I"), Bytes{1, 2}));
+    EXPECT_EQ(this->files().readAsNamed(this->at("RUN.52I")).content, (Bytes{1, 2}));
+    const auto other = this->files().readAsNamed(this->at("RUN.52i"));
+    EXPECT_FALSE(other);
+    EXPECT_EQ(other.failure, FileFailure::notFound);
+}
+
 TYPED_TEST(FilesContract, RemovesAFile) {
     ASSERT_TRUE(this->files().write(this->at("a"), Bytes{1}));
     ASSERT_TRUE(this->files().remove(this->at("a")));

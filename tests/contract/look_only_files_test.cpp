@@ -45,6 +45,8 @@ TEST(LookOnlyFiles, LeaveOtherFoldersAsTheyAre) {
     EXPECT_TRUE(files.write("/kvo2/a", {3}));
     EXPECT_TRUE(files.makeFolder("/kvo2/Data"));
     EXPECT_EQ(files.read("/kvo/a"), (platform::Bytes{1, 2}));
+    EXPECT_EQ(files.readAsNamed("/kvo/a").content, (platform::Bytes{1, 2}));
+    EXPECT_FALSE(files.readAsNamed("/kvo/A"));
     EXPECT_TRUE(files.exists("/kvo/a"));
     EXPECT_EQ(files.list("/kvo"), disk.list("/kvo"));
 }

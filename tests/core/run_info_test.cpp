@@ -1,9 +1,12 @@
 #include "core/run_info.h"
 
+#include "core/run_file.h"
 #include "core/run_records.h"
 #include "tests/support/memory_files.h"
 
 #include <gtest/gtest.h>
+
+#include <memory>
 
 namespace kvo::core {
 namespace {
@@ -214,6 +217,47 @@ TEST(SaveRunInfo, LeavesATableThatCannotBeReadNow) {
     EXPECT_FALSE(saved);
     EXPECT_TRUE(saved.notesDone);
     EXPECT_EQ(saved.failure, platform::FileFailure::notReady);
+}
+
+TEST(RunNotesOfAList, AreReadFromTheirRecords) {
+    Disk disk;
+    ASSERT_TRUE(disk.save(someInfo()));
+    const RunNotes notes = readRunNotes(infoPath, disk.files);
+    EXPECT_EQ(notes.Info_Text, "notes");
+    EXPECT_EQ(notes.times.Text_60FootTime, "1.05");
+    EXPECT_EQ(notes.times.Text_660FootSpeed, "170.1");
+    EXPECT_EQ(notes.times.Text_ET, "7.75");
+    EXPECT_EQ(notes.Text_Mph, "181.2");
+}
+
+TEST(RunNotesOfAList, AreFoundUnderACapitalToo) {
+    Disk disk;
+    ASSERT_TRUE(disk.save(someInfo()));
+    disk.files.put("/kvo/Data/26111515.10I", *disk.files.read(infoPath));
+    EXPECT_EQ(readRunNotes("/kvo/Data/26111515.10i", disk.files).Info_Text, "notes");
+}
+
+TEST(RunNotesOfAList, CreateNothing) {
+    Disk disk;
+    EXPECT_EQ(readRunNotes(infoPath, disk.files).Info_Text, "");
+    EXPECT_FALSE(disk.files.exists(infoPath));
+    EXPECT_EQ(disk.files.writes(), 0);
+    disk.files.put(infoPath, {200, 0, 'a'}); // cut, and longer than its record
+    EXPECT_EQ(readRunNotes(infoPath, disk.files).Info_Text, "");
+    EXPECT_EQ(readRunNotes("", disk.files).Text_Mph, "");
+}
+
+TEST(LoadRunAlone, ReadsTheRunAndMakesNoInfoFile) {
+    Disk disk;
+    const auto run = std::make_unique<OpenRun>();
+    run->times.Text_ET = "7.75";
+    ASSERT_TRUE(LoadRunAlone(ownRun, *run, disk.files));
+    EXPECT_EQ(run->SampleCount, 1213);
+    EXPECT_EQ(run->path, ownRun);
+    EXPECT_EQ(run->times, TrackTimes{});
+    EXPECT_EQ(disk.files.writes(), 0);
+    EXPECT_FALSE(disk.files.exists(infoPath));
+    EXPECT_EQ(LoadRunAlone("/none", *run, disk.files).result, LoadResult::missing);
 }
 
 TEST(SaveRunInfo, KeepsACopyOfTheNotesItReplaces) {

@@ -53,6 +53,12 @@ MemoryFiles::Map::const_iterator MemoryFiles::find(const std::string& path) cons
         [&](const auto& entry) { return sameIgnoringCase(entry.first, path); });
 }
 
+platform::ReadResult MemoryFiles::readAsNamed(const std::string& path) const {
+    ++m_namedReads;
+    if (m_files.contains(path)) return readOrReason(path);
+    return {{}, path + ": No such file", FileFailure::notFound};
+}
+
 platform::ReadResult MemoryFiles::readOrReason(const std::string& path) const {
     const auto found = find(path);
     if (found == m_files.end()) {

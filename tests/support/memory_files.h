@@ -40,8 +40,11 @@ public:
     }
     int writes() const { return m_writes; }
     int removes() const { return m_removes; }
+    // Files that were asked for under their very name.
+    int namedReads() const { return m_namedReads; }
 
     platform::ReadResult readOrReason(const std::string& path) const override;
+    platform::ReadResult readAsNamed(const std::string& path) const override;
     platform::WriteResult write(const std::string& path, const platform::Bytes& content) override;
     platform::WriteResult createEmpty(const std::string& path) override;
     bool linksElsewhere(const std::string& path) const override { return m_links.contains(path); }
@@ -78,6 +81,7 @@ private:
     std::vector<FailingPlace> m_failures;
     int m_writes = 0;
     int m_removes = 0;
+    mutable int m_namedReads = 0;
     bool m_answers = true;
 };
 
