@@ -19,16 +19,6 @@ constexpr std::size_t runNameLength = 12;
 constexpr std::size_t longestDescription = 160;
 constexpr std::size_t longestTitleInFile = 41;
 
-char lower(char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
-std::string lowered(std::string_view text) {
-    std::string result(text);
-    std::transform(result.begin(), result.end(), result.begin(), lower);
-    return result;
-}
-
 // What counts of a row's file name: its last 12 characters, blanks behind them left out.
 std::string runName(std::string_view fileName) {
     const std::string trimmed = core::rightTrimmed(fileName);
@@ -102,17 +92,6 @@ std::optional<std::size_t> rowToOpenOn(
             return datedName(a) < datedName(b);
         });
     return static_cast<std::size_t>((last != rows.end() ? last : newest) - rows.begin());
-}
-
-std::optional<std::size_t> findTyped(
-    const std::vector<core::RunIndexEntry>& rows, std::size_t from, std::string_view typed) {
-    const std::string wanted = lowered(typed);
-    if (wanted.empty()) return {};
-    for (std::size_t step = 0; step < rows.size(); ++step) {
-        const std::size_t row = (from + step) % rows.size();
-        if (lowered(rows[row].Description).find(wanted) != std::string::npos) return row;
-    }
-    return {};
 }
 
 platform::WriteResult DeleteFile(const std::string& appFolder,

@@ -22,10 +22,6 @@ std::string dataFilePath(
 // name tells two digits of its year: 80 to 99 are of the last century.
 std::optional<std::size_t> rowToOpenOn(
     const std::vector<core::RunIndexEntry>& rows, std::string_view lastChosenFile);
-// The next row behind `from` (wrapping) in which `typed` stands, whatever its case; nothing if
-// none.
-std::optional<std::size_t> findTyped(
-    const std::vector<core::RunIndexEntry>& rows, std::size_t from, std::string_view typed);
 
 // Deletes the run file and the info file of a row (copies go to Backup/ first), takes the row off
 // the list and writes the index anew. Files that are not there are passed over; on failure of the

@@ -110,15 +110,6 @@ TEST_F(ChooserList, tellsTheCenturyOfTwoDigitYears) {
     EXPECT_EQ(newestOf({"", "z", "notes.txt", "80010100.00d"}), 3u);
 }
 
-TEST_F(ChooserList, findsTypedTextAnywhereAndWraps) {
-    EXPECT_EQ(findTyped(rows, 0, "SECOND"), 1u);
-    EXPECT_EQ(findTyped(rows, 2, "second"), 1u);
-    EXPECT_EQ(findTyped(rows, 1, "run: 1"), 2u);
-    EXPECT_EQ(findTyped(rows, 0, "fourth"), std::nullopt);
-    EXPECT_EQ(findTyped(rows, 0, ""), std::nullopt);
-    EXPECT_EQ(findTyped({}, 0, "x"), std::nullopt);
-}
-
 TEST_F(ChooserList, deletesRunInfoAndRowAndKeepsTheOrder) {
     files.put("/kvo/Data/26111515.10i", {1, 2, 3});
     ASSERT_TRUE(DeleteFile(folder, rows, 1, files));
