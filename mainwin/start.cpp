@@ -9,6 +9,7 @@
 #include "core/start.h"
 #include "core/tidy_folder.h"
 #include "graph/forms/data_graph.h"
+#include "graph/run_preview.h"
 #include "library/forms/browser.h"
 #include "library/forms/copy.h"
 #include "library/forms/import_form.h"
@@ -113,6 +114,11 @@ void refreshChooser(const std::string& fileName) {
     runs.chooseFile(fileName);
 }
 
+core::RunPicture runPreview(const std::string& path, int widthPx, int heightPx) {
+    return graph::runPreview(
+        path, widthPx, heightPx, core::state().Config, *platform::services().files);
+}
+
 void mailRuns() {
     form<Copy>().mailFiles({versionNumbers(), makersPage()});
 }
@@ -174,6 +180,7 @@ void openDoors() {
     all.chooseRun = chooseRun;
     all.chooseRunsToDelete = chooseRunsToDelete;
     all.refreshChooser = refreshChooser;
+    all.runPreview = runPreview;
     all.importRuns = [](bool ofThisProgram) {
         return form<Import>().importRuns(
             ofThisProgram ? library::ImportMode::windows : library::ImportMode::dos);

@@ -4,6 +4,7 @@
 // Texts have one byte a character, as everywhere in the logic; paths are the system's own text.
 #include "core/basic/from_one.h"
 #include "core/open_run.h"
+#include "core/run_picture.h"
 
 #include <functional>
 #include <optional>
@@ -81,6 +82,9 @@ struct Doors {
     // The index has a fresh run of that file name: the list of runs is read again, and that run is
     // its choice. A file that is not in the list leaves the choice as it was.
     Door<void(const std::string&)> refreshChooser{"refreshChooser"};
+    // A small picture of the run file at this path, so many device pixels wide and high; it is only
+    // looked at.
+    Door<core::RunPicture(const std::string&, int, int)> runPreview{"runPreview"};
     // The import of runs, modal: files of this program (true), or texts of the older one. The paths
     // of the run files that it has written.
     Door<std::vector<std::string>(bool)> importRuns{"importRuns"};

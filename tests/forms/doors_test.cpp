@@ -51,6 +51,7 @@ std::array<bool, doorCount> openOnes() {
         all.chooseRun.isOpen(),
         all.chooseRunsToDelete.isOpen(),
         all.refreshChooser.isOpen(),
+        all.runPreview.isOpen(),
         all.importRuns.isOpen(),
         all.copyRuns.isOpen(),
         all.mailRuns.isOpen(),
@@ -94,10 +95,14 @@ private slots:
     }
 
     void everyDoorIsShutUntilTheProgramOpensIt() {
+        forms::doors().runPreview = {}; // which alone is open in every test
         for (const bool open : openOnes()) QVERIFY(!open);
         forms::openDoors();
         for (const bool open : openOnes()) QVERIFY(open);
+        QCOMPARE(forms::doors().runPreview("/none", 9, 9).problem,
+            std::string("The file of this run cannot be read."));
         TestProgram another; // each test begins with shut doors
+        forms::doors().runPreview = {};
         for (const bool open : openOnes()) QVERIFY(!open);
     }
 

@@ -1,7 +1,8 @@
 #pragma once
 // The services of the program as doubles, with a fresh shared state and an unread list of runs, for
 // as long as the object lives. All doors between the forms are shut: a test opens those it scripts,
-// or openDoors() opens them as the program does.
+// or openDoors() opens them as the program does. That to a run's picture alone is open, and gives
+// none.
 #include "core/shared_state.h"
 #include "platform/browser.h"
 #include "platform/folder_lock.h"
