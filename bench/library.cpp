@@ -28,7 +28,6 @@ constexpr int files = 100;
 constexpr int textType = 25;
 constexpr int textRows = 1213;
 constexpr int timedRuns = 25;
-constexpr double frameSeconds = 1.0 / 60;
 
 // A folder on the disk, not in memory; it goes with the object.
 class DiskFolder {

@@ -7,6 +7,9 @@
 
 namespace kvo::bench {
 
+// A frame at 60 a second.
+inline constexpr double frameSeconds = 1.0 / 60;
+
 // What is measured, and what puts things back before each call of it, which is not measured.
 struct Contender {
     std::function<void()> work;

@@ -2,6 +2,7 @@
 
 #include "core/shared_state.h"
 #include "library/chooser_list.h"
+#include "library/forms/run_preview_pane.h"
 #include "library/forms/unread.h"
 #include "library/run_list.h"
 #include "platform/qt/form_kit.h"
@@ -9,21 +10,31 @@
 #include "platform/services.h"
 #include "platform/text.h"
 
+#include <QComboBox>
+#include <QCoreApplication>
+#include <QHeaderView>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
 #include <QMouseEvent>
 #include <QPushButton>
+#include <QScrollBar>
+#include <QShortcut>
+#include <QTreeView>
 
 namespace kvo::forms {
 
 using namespace platform_qt;
+using library::RunColumn;
 using library::runList;
+using library::RunOrder;
 
 namespace {
 
-constexpr int typeAheadMs = 1000; // a pause this long begins a new search
+constexpr int typeAheadMs = 1000;   // a pause this long begins a new search
+constexpr int filesAtOnce = 8;      // that are read between two events
+constexpr int filesARefresh = 2000; // that are read before the view is brought up to date
 
 // What could not be done, in words; nothing where all is well.
 void tell(const platform::WriteResult& result) {
@@ -35,29 +46,43 @@ void tell(const platform::WriteResult& result) {
 
 } // namespace
 
-LoadFile::LoadFile() {
+LoadFile::LoadFile() : m_rows(runList().rows(), m_found, m_facts) {
     setObjectName(QStringLiteral("LoadFile"));
     m_typedTimer.setSingleShot(true);
     connect(&m_typedTimer, &QTimer::timeout, this, [this] { m_typed.clear(); });
+    connect(&m_reader, &QTimer::timeout, this, &LoadFile::readSome);
+    makeList();
+    makeBoxes();
+    makeFinder();
     makeLayout();
     setCaptions(
         QStringLiteral("&Load"), QStringLiteral("File To Load"), QStringLiteral("Load Data File"));
-    m_descriptions.show(&runList().rows());
     m_names.show(&runList().rows());
+    listChanged();
 }
 
-void LoadFile::makeLayout() {
-    Files_List = makeRunView(m_descriptions, "Files_List");
+void LoadFile::makeList() {
+    Files_List = makeFoundView(m_rows, "Files_List");
     Files_List->setAccessibleName(QStringLiteral("Runs"));
     Files_List->setAlternatingRowColors(true);
     Files_List->setToolTip(
         QStringLiteral("Type to find a run. Right button or F2 changes its description."));
-    Files_List->setMinimumSize(Files_List->fontMetrics().averageCharWidth() * 70, 320);
+    Files_List->setMinimumSize(Files_List->fontMetrics().averageCharWidth() * 94, 220);
     Files_List->installEventFilter(this);
     Files_List->viewport()->installEventFilter(this);
+    connect(Files_List->selectionModel(), &QItemSelectionModel::currentChanged, this,
+        &LoadFile::Files_List_Click);
+    connect(Files_List, &QTreeView::doubleClicked, this, &LoadFile::Files_List_DblClick);
+    connect(Files_List->header(), &QHeaderView::sectionClicked, this, [this](int column) {
+        sortBy(library::orderAfterClick(static_cast<RunColumn>(column), m_found.order()));
+    });
+    connect(&m_rows, &FoundRows::factsWanted, this, &LoadFile::startReading);
     Path_List = makeRunView(m_names, "Path_List");
     Path_List->hide();
     Path_List->setParent(this);
+}
+
+void LoadFile::makeBoxes() {
     Discription = named(new QLineEdit, "Discription");
     Discription->setReadOnly(true);
     Label1 = buddyLabel({}, Discription);
@@ -68,13 +93,38 @@ void LoadFile::makeLayout() {
     BTN_Cancel->setAutoDefault(false);
     m_edit = named(new QPushButton(QStringLiteral("&Edit Description...")), "BTN_Edit");
     m_edit->setAutoDefault(false);
+    m_preview = new RunPreviewPane("Preview");
     connect(BTN_Ok, &QPushButton::clicked, this, &LoadFile::BTN_Ok_Click);
     connect(BTN_Cancel, &QPushButton::clicked, this, &LoadFile::BTN_Cancel_Click);
     connect(m_edit, &QPushButton::clicked, this, &LoadFile::editDescription);
-    connect(Files_List->selectionModel(), &QItemSelectionModel::currentChanged, this,
-        &LoadFile::Files_List_Click);
-    connect(Files_List, &QListView::doubleClicked, this, &LoadFile::Files_List_DblClick);
-    auto* all = column({{Files_List, 1}, row({Label1, {Discription, 1}}),
+}
+
+void LoadFile::makeFinder() {
+    m_filter = named(new QLineEdit, "Text_Filter");
+    m_filter->setPlaceholderText(QStringLiteral("Words of title, date or notes"));
+    m_filter->setToolTip(
+        QStringLiteral("Shows the runs in which every word stands. Ctrl+F comes here."));
+    m_filter->setClearButtonEnabled(true);
+    m_filter->installEventFilter(this);
+    m_order = named(new QComboBox, "Combo_Order");
+    for (int order = 0; order < library::runOrders; ++order)
+        m_order->addItem(QLatin1String(library::runOrderCaption(static_cast<RunOrder>(order))));
+    m_summary = named(plainLabel({}), "Label_Found");
+    connect(m_filter, &QLineEdit::textChanged, this, &LoadFile::Filter_Change);
+    connect(m_order, &QComboBox::activated, this,
+        [this](int order) { sortBy(static_cast<RunOrder>(order)); });
+    const auto* find = new QShortcut(QKeySequence::Find, this);
+    connect(find, &QShortcut::activated, this, [this] {
+        m_filter->setFocus(Qt::ShortcutFocusReason);
+        m_filter->selectAll();
+    });
+}
+
+void LoadFile::makeLayout() {
+    auto* finder = row({buddyLabel(QStringLiteral("&Find:"), m_filter), {m_filter, 1},
+        buddyLabel(QStringLiteral("&Order:"), m_order), m_order});
+    auto* list = column({{Files_List, 1}, m_summary});
+    auto* all = column({finder, {row({{list, 1}, m_preview}), 1}, row({Label1, {Discription, 1}}),
         row({m_edit, LayoutPart::room(), BTN_Ok, BTN_Cancel})});
     all->setContentsMargins(16, 16, 16, 14);
     all->setSpacing(12);
@@ -87,7 +137,15 @@ void LoadFile::setCaptions(const QString& button, const QString& label, const QS
     setWindowTitle(form + QLatin1String(core::state().titleMark()));
 }
 
+// Each opening shows the list as it is: all of it, in its own order.
 void LoadFile::Data_File() {
+    {
+        const QSignalBlocker quiet(m_filter);
+        m_filter->clear();
+    }
+    m_found.filterBy({});
+    m_found.sortBy(RunOrder::asListed);
+    m_facts.forget();
     const std::string unread = runList().read(core::state().AppFolder, *platform::services().files);
     listChanged();
     tellUnread(unread);
@@ -95,21 +153,90 @@ void LoadFile::Data_File() {
 
 // The views read the rows again and go to the choice.
 void LoadFile::listChanged() {
-    const int choice = runList().chosenRow();
-    m_descriptions.changed();
+    m_facts.setRows(runList().rows(), core::state().AppFolder);
+    m_found.setRows(runList().rows());
+    m_wanted = runList().chosenRow();
     m_names.changed();
-    runList().choose(choice); // the views had none for a moment
+    showFound();
+}
+
+// The view reads what is found again; for a moment it has no choice.
+void LoadFile::showFound() {
+    m_showing = true;
+    m_rows.changed();
+    m_showing = false;
+    showOrder();
     showChoice();
+    m_sinceRefresh = 0;
+    m_facts.wantAll(m_found.needsFacts());
+    m_summary->setText(shownMessage(m_found.summary()));
+    if (m_facts.wantsMore()) startReading();
+}
+
+void LoadFile::showOrder() {
+    m_order->setCurrentIndex(static_cast<int>(m_found.order()));
+    const auto mark = library::orderMark(m_found.order());
+    QHeaderView* header = Files_List->header();
+    header->setSortIndicatorShown(mark.has_value());
+    if (mark)
+        header->setSortIndicator(
+            static_cast<int>(mark->column), mark->falls ? Qt::DescendingOrder : Qt::AscendingOrder);
 }
 
 void LoadFile::showChoice() {
     const int row = runList().chosenRow();
-    Files_List->setCurrentIndex(row >= 0 ? m_descriptions.index(row) : QModelIndex{});
-    if (row >= 0) Files_List->scrollTo(m_descriptions.index(row));
+    const QModelIndex place = m_rows.index(m_found.placeOf(row), 0);
+    m_showing = true;
+    Files_List->setCurrentIndex(place);
     Path_List->setCurrentIndex(row >= 0 ? m_names.index(row) : QModelIndex{});
+    m_showing = false;
+    if (place.isValid()) Files_List->scrollTo(place);
     Discription->setText(shown(runList().chosen().Description));
     Discription->setCursorPosition(0);
     m_edit->setEnabled(row >= 0 && !core::state().LookOnly);
+    m_preview->follow(row < 0 ? std::nullopt
+                              : std::optional(runList().chosenRun(
+                                    core::state().AppFolder, *platform::services().files)));
+}
+
+void LoadFile::Filter_Change() {
+    m_found.filterBy(typed(m_filter->text()));
+    chooseFound();
+    showFound();
+}
+
+// The choice stays on the user's run while that is found; else it is the first one found, and the
+// user's again when the line lets it.
+void LoadFile::chooseFound() {
+    const bool first = m_found.isFiltered() && m_found.placeOf(m_wanted) < 0;
+    runList().choose(first ? m_found.rowAt(0) : m_wanted);
+}
+
+void LoadFile::sortBy(RunOrder order) {
+    m_found.sortBy(order);
+    showFound();
+}
+
+void LoadFile::startReading() {
+    if (isVisible() && !m_reader.isActive()) m_reader.start(0);
+}
+
+// Between two events; what is wanted of all rows comes to the view now and then, and at the end.
+void LoadFile::readSome() {
+    const bool inView = m_facts.wantsRowInView();
+    m_sinceRefresh +=
+        static_cast<int>(m_facts.read(filesAtOnce, *platform::services().files).size());
+    const bool ends = !m_facts.wantsMore();
+    if (ends) m_reader.stop();
+    if (inView) m_rows.factsCame();
+    m_summary->setText(shownMessage(m_found.summary()));
+    if (!m_found.needsFacts() || !(ends || m_sinceRefresh >= filesARefresh)) return;
+    m_sinceRefresh = 0;
+    if (!m_found.refresh()) return;
+    const int scrolled = Files_List->verticalScrollBar()->value();
+    if (m_wanted >= 0 && m_found.placeOf(runList().chosenRow()) < 0) chooseFound();
+    showFound();
+    Files_List->verticalScrollBar()->setValue(scrolled);
 }
 
 std::optional<core::ChosenRun> LoadFile::choose(const QString& button, const QString& form) {
@@ -127,7 +254,10 @@ void LoadFile::chooseToDelete(const QString& form) {
 }
 
 void LoadFile::Files_List_Click() {
-    runList().choose(Files_List->currentIndex().row());
+    if (m_showing) return;
+    const int row = m_found.rowAt(Files_List->currentIndex().row());
+    runList().choose(row);
+    m_wanted = row;
     showChoice();
 }
 
@@ -144,6 +274,8 @@ void LoadFile::BTN_Ok_Click() {
 
 void LoadFile::BTN_Cancel_Click() {
     m_answer.reset();
+    // A filter alone chooses nothing for those who step through the list.
+    runList().choose(m_wanted);
     hide();
 }
 
@@ -164,8 +296,10 @@ void LoadFile::DeleteFile() {
             "Warning") != platform::Reply::yes) {
         return;
     }
-    tell(runList().deleteChosen(core::state().AppFolder, *platform::services().files));
-    listChanged();
+    const auto deleted =
+        runList().deleteChosen(core::state().AppFolder, *platform::services().files);
+    listChanged(); // before anything is painted under a message
+    tell(deleted);
 }
 
 void LoadFile::editDescription() {
@@ -175,21 +309,55 @@ void LoadFile::editDescription() {
         "Enter the new file description for.\n\n" + platform::fromFile(description) +
             "\n\nRun Number     Description",
         "Edit File Description", library::editableDescription(description));
-    tell(runList().renameChosen(
-        core::state().AppFolder, answer, core::state().Run, *platform::services().files));
+    const auto renamed = runList().renameChosen(
+        core::state().AppFolder, answer, core::state().Run, *platform::services().files);
     listChanged();
+    tell(renamed);
 }
 
 void LoadFile::typeAhead(const QString& text) {
-    const int row = runList().chosenRow();
+    const int place = m_found.placeOf(runList().chosenRow());
     const bool goesOn = !m_typed.isEmpty();
     m_typed += text;
     m_typedTimer.start(typeAheadMs);
     // A new search begins behind the selected row, a longer one may stay on it.
-    const std::size_t from = row < 0 ? 0 : static_cast<std::size_t>(row) + (goesOn ? 0 : 1);
-    if (const auto found = library::findTyped(runList().rows(), from, typed(m_typed))) {
-        runList().choose(static_cast<int>(*found));
-        showChoice();
+    const int from = place < 0 ? 0 : place + (goesOn ? 0 : 1);
+    if (const auto found = m_found.findTyped(from, typed(m_typed)))
+        Files_List->setCurrentIndex(m_rows.index(*found, 0));
+}
+
+bool LoadFile::keyInList(const QKeyEvent& key) {
+    if (key.key() == Qt::Key_F2 || key.key() == Qt::Key_Menu) {
+        editDescription();
+        return true;
+    }
+    const bool plain = (key.modifiers() & ~Qt::ShiftModifier) == Qt::NoModifier;
+    const bool blankFirst = m_typed.isEmpty() && key.key() == Qt::Key_Space;
+    if (!plain || blankFirst || key.text().isEmpty() || !key.text().front().isPrint()) return false;
+    typeAhead(key.text());
+    return true;
+}
+
+// The list is walked from the line, and Escape empties the line before it leaves the form.
+bool LoadFile::keyInFilter(QKeyEvent& key) {
+    switch (key.key()) {
+    case Qt::Key_Up:
+    case Qt::Key_Down:
+    case Qt::Key_PageUp:
+    case Qt::Key_PageDown:
+        QCoreApplication::sendEvent(Files_List, &key);
+        return true;
+    case Qt::Key_Escape:
+        if (m_filter->text().isEmpty()) return false;
+        m_filter->clear();
+        return true;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        if (m_found.count() > 0) return false;
+        platform::services().dialogs->beep();
+        return true;
+    default:
+        return false;
     }
 }
 
@@ -201,18 +369,10 @@ bool LoadFile::eventFilter(QObject* object, QEvent* event) {
             return true;
         }
     }
-    if (event->type() == QEvent::KeyPress && object == Files_List) {
-        const auto* key = static_cast<QKeyEvent*>(event);
-        if (key->key() == Qt::Key_F2 || key->key() == Qt::Key_Menu) {
-            editDescription();
-            return true;
-        }
-        const bool plain = (key->modifiers() & ~Qt::ShiftModifier) == Qt::NoModifier;
-        const bool blankFirst = m_typed.isEmpty() && key->key() == Qt::Key_Space;
-        if (plain && !blankFirst && !key->text().isEmpty() && key->text().front().isPrint()) {
-            typeAhead(key->text());
-            return true;
-        }
+    if (event->type() == QEvent::KeyPress) {
+        auto& key = *static_cast<QKeyEvent*>(event);
+        if (object == Files_List && keyInList(key)) return true;
+        if (object == m_filter && keyInFilter(key)) return true;
     }
     return QDialog::eventFilter(object, event);
 }
@@ -221,6 +381,12 @@ void LoadFile::showEvent(QShowEvent* event) {
     Data_File();
     Files_List->setFocus();
     QDialog::showEvent(event);
+}
+
+void LoadFile::hideEvent(QHideEvent* event) {
+    m_reader.stop();
+    m_preview->stop();
+    QDialog::hideEvent(event);
 }
 
 } // namespace kvo::forms

@@ -18,10 +18,10 @@
 #include <QDir>
 #include <QLabel>
 #include <QLineEdit>
-#include <QListView>
 #include <QPushButton>
 #include <QTemporaryDir>
 #include <QTimer>
+#include <QTreeView>
 
 #include <memory>
 
@@ -197,7 +197,7 @@ private slots:
         chooser.setCaptions(QStringLiteral("Load"), {}, QStringLiteral("Choose"));
         QCOMPARE(chooser.windowTitle(), QStringLiteral("Choose - looking only"));
         chooser.Data_File();
-        auto& rows = control<QListView>(chooser, "Files_List");
+        auto& rows = control<QTreeView>(chooser, "Files_List");
         rows.setCurrentIndex(rows.model()->index(0, 0));
         QCOMPARE(control<QLineEdit>(chooser, "Discription").text(), QStringLiteral("Final"));
         QVERIFY(!control<QPushButton>(chooser, "BTN_Edit").isEnabled());

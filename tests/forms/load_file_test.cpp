@@ -13,6 +13,7 @@
 #include <QLineEdit>
 #include <QListView>
 #include <QPushButton>
+#include <QTreeView>
 
 #include <memory>
 
@@ -27,7 +28,7 @@ class LoadFileTest : public QObject {
     std::unique_ptr<TestProgram> m_program;
 
     static LoadFile& chooser() { return form<LoadFile>(); }
-    static QListView& list() { return control<QListView>(chooser(), "Files_List"); }
+    static QTreeView& list() { return control<QTreeView>(chooser(), "Files_List"); }
     static QString text() { return control<QLineEdit>(chooser(), "Discription").text(); }
     static QPushButton* button(const char* name) { return &control<QPushButton>(chooser(), name); }
     void putRun(const std::string& name, const std::string& description) {

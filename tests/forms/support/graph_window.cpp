@@ -11,10 +11,10 @@
 #include "tests/forms/support/user_click.h"
 
 #include <QCoreApplication>
-#include <QListView>
 #include <QMenu>
 #include <QPushButton>
 #include <QTest>
+#include <QTreeView>
 
 namespace kvo::testing {
 
@@ -193,7 +193,7 @@ QSet<QString> GraphWindow::hitsAt(float sample) {
 // --- The chooser
 
 void GraphWindow::chooseRow(QWidget* chooser, int row) {
-    auto& list = control<QListView>(*chooser, "Files_List");
+    auto& list = control<QTreeView>(*chooser, "Files_List");
     list.setCurrentIndex(list.model()->index(row, 0));
 }
 
