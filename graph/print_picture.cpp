@@ -1,6 +1,7 @@
 #include "graph/print_picture.h"
 
 #include "core/basic/numbers.h"
+#include "core/run_title.h"
 #include "graph/drawing.h"
 #include "graph/paper_surface.h"
 
@@ -58,7 +59,7 @@ std::string captionBelow(std::string_view caption) {
 // The run's title, and the window's caption where it says more.
 float printTitle(PrintJob& job, const PictureInput& input) {
     job.surface().setForeColor(platform::black);
-    const std::string title = core::rightTrimmed(titleOf(input.run.headerLine));
+    const std::string title = core::rightTrimmed(core::titleOf(input.run.headerLine));
     const std::string caption = captionBelow(input.caption);
     float y = 0;
     if (!title.empty()) y = printAcross(job, y, title, titlePoints);

@@ -1,6 +1,7 @@
 #include "graph/printing.h"
 
 #include "core/paths.h"
+#include "core/run_title.h"
 #include "platform/text.h"
 
 #include <array>
@@ -51,7 +52,7 @@ PrintResult printDocument(const PrintItem& item, const PictureInput& input,
     PrintTable table;
     if (item.data) table = makePrintTable(channels::viewOfRun(input.run), analogPicture);
     if (table.failed) return {Printed::failed, "A value of the run cannot be worked out."};
-    auto start = place.printer.begin({platform::fromFile(titleOf(input.run.headerLine)),
+    auto start = place.printer.begin({platform::fromFile(core::titleOf(input.run.headerLine)),
         item.screen ? Orientation::landscape : Orientation::portrait, item.screen});
     if (!start.result) return start.result;
     auto printed = printPages(*start.job, item, input, table, place.progress);

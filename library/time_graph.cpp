@@ -153,4 +153,8 @@ std::optional<core::ChosenRun> chooseTimedRun(
     return runs.chosenRun(appFolder, files);
 }
 
+std::string printedHeading(const platform::DateTime& today) {
+    return "Times of the newest runs, printed on " + core::Format(today, "ddd dd mmm yyyy");
+}
+
 } // namespace kvo::library

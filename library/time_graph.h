@@ -4,6 +4,7 @@
 #include "core/run_index.h"
 #include "core/run_times.h"
 #include "library/run_list.h"
+#include "platform/clock.h"
 #include "platform/draw/surface.h"
 
 #include <array>
@@ -34,6 +35,8 @@ struct TimeMark {
     int colour = 0;
     std::string_view name;
 };
+// What stands over the graph on paper: what it is, and the day of the printing.
+std::string printedHeading(const platform::DateTime& today);
 // A label of the graph with the marks of its row.
 struct TimedRow {
     int row = 0; // from 1, the entry of the table

@@ -107,9 +107,10 @@ public:
     // Asks for the printer, or for a PDF file where there is none, and opens a job.
     [[nodiscard]] virtual PrintStart begin(const PrintRequest& request) = 0;
 
-    // A document of one page with the picture as large as fits, turned as the picture is.
+    // A document of one page with the picture as large as fits, turned as the picture is, under a
+    // heading: a file's text, smaller where it is too long for the page.
     [[nodiscard]] PrintResult printPicture(
-        const PixelImage& picture, const std::string& documentName);
+        const PixelImage& picture, const std::string& documentName, std::string_view heading = {});
 };
 
 } // namespace kvo::platform

@@ -3,6 +3,7 @@
 #include "core/config.h"
 #include "core/forms/doors.h"
 #include "core/paths.h"
+#include "core/run_title.h"
 #include "core/shared_state.h"
 #include "library/forms/notes_edit.h"
 #include "library/forms/unread.h"
@@ -324,7 +325,8 @@ void Info::Exit_Info_Click() {
 }
 
 void Info::PrintGraph_Click() {
-    if (printWindow(*this).outcome != platform::Printed::failed) return;
+    const std::string title = core::titleOfFile(m_runPath, *platform::services().files);
+    if (printWindow(*this, title).outcome != platform::Printed::failed) return;
     platform::services().dialogs->messageBox(
         "The Info could not be printed. ", platform::boxStyle::ok, core::programName);
 }

@@ -1,6 +1,8 @@
 #include "library/forms/run_statistics.h"
 
+#include "core/basic/numbers.h"
 #include "core/run_info.h"
+#include "core/run_title.h"
 #include "core/shared_state.h"
 #include "library/statistics.h"
 #include "platform/qt/qt_printer.h"
@@ -166,7 +168,8 @@ void Statistics::BUT_Close_Click() {
 }
 
 void Statistics::Print_Button_Click() {
-    if (printWindow(*this).outcome != platform::Printed::failed) return;
+    const std::string title = core::rightTrimmed(core::titleOf(core::state().Run.headerLine));
+    if (printWindow(*this, title).outcome != platform::Printed::failed) return;
     platform::services().dialogs->messageBox(
         "The Statistics could not be printed. ", platform::boxStyle::ok, "Run Statistics");
 }

@@ -227,8 +227,10 @@ void TimeGraph::Date_Click(int row) {
 }
 
 void TimeGraph::PrintGraph_Click() {
-    if (printWindow(*this).outcome != platform::Printed::failed) return;
-    platform::services().dialogs->messageBox(
+    const platform::Services& services = platform::services();
+    const std::string heading = library::printedHeading(services.clock->now());
+    if (printWindow(*this, heading).outcome != platform::Printed::failed) return;
+    services.dialogs->messageBox(
         "The Time Graph could not be printed. ", platform::boxStyle::ok, "Time Graph");
 }
 

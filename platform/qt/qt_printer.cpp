@@ -1,17 +1,14 @@
 #include "platform/qt/qt_printer.h"
 
+#include "platform/qt/paper_window.h"
 #include "platform/qt/print_question.h"
 #include "platform/qt/print_target.h"
 #include "platform/qt/qt_print_job.h"
 #include "platform/qt/text.h"
 #include "platform/services.h"
 
-#include <QImage>
-#include <QPixmap>
 #include <QPrinter>
 #include <QWidget>
-
-#include <cstring>
 
 namespace kvo::platform_qt {
 
@@ -34,23 +31,9 @@ platform::PrintStart QtPrinter::begin(const platform::PrintRequest& request) {
         {}, std::make_unique<QtPrintJob>(std::move(target), request.firstPage, answer.whitePaper)};
 }
 
-platform::PixelImage pictureOf(QWidget& window) {
-    const QImage image = window.grab().toImage().convertToFormat(QImage::Format_RGB32);
-    platform::PixelImage picture;
-    picture.widthPx = image.width();
-    picture.heightPx = image.height();
-    const auto width = static_cast<std::size_t>(image.width());
-    picture.pixels.resize(width * static_cast<std::size_t>(image.height()));
-    for (int y = 0; y < image.height(); ++y) {
-        std::memcpy(picture.pixels.data() + static_cast<std::size_t>(y) * width,
-            image.constScanLine(y), width * sizeof(std::uint32_t));
-    }
-    return picture;
-}
-
-platform::PrintResult printWindow(QWidget& window) {
+platform::PrintResult printWindow(QWidget& window, const std::string& heading) {
     return platform::services().printer->printPicture(
-        pictureOf(window), window.windowTitle().toStdString());
+        paperPictureOf(window), window.windowTitle().toStdString(), heading);
 }
 
 } // namespace kvo::platform_qt

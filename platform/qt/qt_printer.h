@@ -3,6 +3,8 @@
 #include "platform/files.h"
 #include "platform/printer.h"
 
+#include <string>
+
 class QWidget;
 
 namespace kvo::platform_qt {
@@ -17,9 +19,8 @@ private:
     platform::Files& m_files;
 };
 
-// What a window shows, pixel for pixel.
-platform::PixelImage pictureOf(QWidget& window);
-// Prints that on a page of the program's printer, under the window's title.
-[[nodiscard]] platform::PrintResult printWindow(QWidget& window);
+// Prints what a window says on a page of the program's printer, with a heading (a file's text) on
+// top; the document has the window's title.
+[[nodiscard]] platform::PrintResult printWindow(QWidget& window, const std::string& heading);
 
 } // namespace kvo::platform_qt

@@ -5,6 +5,7 @@
 #include "core/config.h"
 #include "core/forms/doors.h"
 #include "core/run_times.h"
+#include "core/run_title.h"
 #include "library/forms/notes_edit.h"
 #include "platform/qt/text.h"
 #include "tests/forms/support/form_test_main.h"
@@ -479,6 +480,9 @@ private slots:
         const PrintedDocument& document = *m_program->printer.documents[0];
         QCOMPARE(document.request.documentName, std::string("Info For: a run"));
         QCOMPARE(document.pages[0].images.size(), std::size_t(1));
+        const std::string title = core::titleOfFile(m_run, files());
+        QVERIFY(title.find("Run: ") != std::string::npos);
+        QCOMPARE(document.pages[0].texts.at(0).text, title);
         QCOMPARE(document.state, JobState::ended);
     }
 

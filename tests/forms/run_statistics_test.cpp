@@ -37,6 +37,7 @@ private slots:
         core::SharedState& state = m_program->state;
         state.Run.SampleCount = 1213;
         state.Run.DataType = 25;
+        state.Run.headerLine = "25 VRN25  Date:Sun 15 Nov 2026 Run: 1 Final #";
         state.Run.image.tail.TimeOffset = 80;
         state.Config.Weight_F = 2000;
         for (int i = 1; i <= core::maxSamples; ++i) {
@@ -164,6 +165,7 @@ private slots:
         QCOMPARE(document.pages.size(), std::size_t(1));
         QCOMPARE(document.pages[0].images.size(), std::size_t(1));
         QVERIFY(document.pages[0].images[0].widthPx > 100);
+        QCOMPARE(document.pages[0].texts.at(0).text, std::string("Sun 15 Nov 2026 Run: 1 Final"));
         QCOMPARE(document.state, JobState::ended);
     }
 

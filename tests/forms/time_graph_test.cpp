@@ -317,6 +317,8 @@ private slots:
         QCOMPARE(m_program->printer.documents.size(), std::size_t(1));
         QCOMPARE(m_program->printer.documents[0]->request.documentName, std::string("Time Graph"));
         QCOMPARE(m_program->printer.documents[0]->pages.front().images.size(), std::size_t(1));
+        QCOMPARE(m_program->printer.documents[0]->pages.front().texts.at(0).text,
+            std::string("Times of the newest runs, printed on Sun 15 Nov 2026"));
         m_program->printer.answer = platform::Printed::failed;
         m_program->dialogs.expectBox("The Time Graph could not be printed. ", 0, "Time Graph");
         click(control<QPushButton>(form<TimeGraph>(), "PrintGraph"));

@@ -193,5 +193,10 @@ TEST(TimeGraph, aTimedRunIsChosenInTheListOfRuns) {
     }
 }
 
+TEST(TimeGraphOnPaper, SaysWhatItIsAndWhen) {
+    EXPECT_EQ(printedHeading({2026, 11, 15, 14, 42, 0}),
+        "Times of the newest runs, printed on Sun 15 Nov 2026");
+}
+
 } // namespace
 } // namespace kvo::library
