@@ -170,7 +170,7 @@ double convert(CalcForm& form, Conversion conversion, double x) {
 // A blank in front where a minus would stand. A large number has no exponent, since the next switch
 // would take the digits in front of it for the whole.
 std::string resultNumber(double value) {
-    const std::string text = core::Str(value);
+    std::string text = core::Str(value);
     if (text.find('E') == std::string::npos) return text;
     return (value < 0 ? "" : " ") + core::plainNumber(value);
 }

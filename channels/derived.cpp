@@ -118,7 +118,8 @@ Reading rocosDrawn(const RunImage& image, int sampleCount, int i) {
     if (!fitsLong(before) || !fitsLong(after)) return Reading::failed();
     const std::int64_t change = after / rocosCount - before / rocosCount;
     if (!fitsLong(change)) return Reading::failed();
-    const auto v = CInt(static_cast<double>(change / 40) * 3.66666666);
+    const std::int64_t steps = change / 40; // Required: whole ones.
+    const auto v = CInt(static_cast<double>(steps) * 3.66666666);
     return v ? Reading::of(*v) : Reading::failed();
 }
 
