@@ -22,11 +22,11 @@ using namespace kvo::bench;
 const std::vector<std::pair<std::string, void (*)(Table&)>> parts{{"files", measureFiles},
     {"index", measureIndex}, {"graph", measureGraph}, {"graph-window", measureGraphWindow},
     {"window", measureWindow}, {"printing", measurePrinting}, {"library", measureLibrary},
-    {"download", measureDownload}, {"pit-run", measurePitRun}};
+    {"export", measureExport}, {"download", measureDownload}, {"pit-run", measurePitRun}};
 
 const kvo::command_line::Syntax syntax{"kvo_bench [PART...]",
     "Measures the named parts, all of them if none is named, and prints one\n"
-    "table. Parts: files index graph graph-window window printing library download\n"
+    "table. Parts: files index graph graph-window window printing library export download\n"
     "pit-run.\n"
     "The exit code is 1 when a goal is missed.\n",
     0, parts.size()};

@@ -18,6 +18,8 @@ void measureWindow(Table& table);
 void measurePrinting(Table& table);
 // The import and the copy of many runs, and the time graph; only with Qt.
 void measureLibrary(Table& table);
+// A run as a table, and the list of 10,000 runs by kvo-cli.
+void measureExport(Table& table);
 // Whole transfers over a pseudo-terminal that is as slow as the line: minutes.
 void measureDownload(Table& table);
 // The pit run's form at the full rate of the line; only with Qt.

@@ -22,6 +22,10 @@ inline constexpr ExportForm pngForm{"Export as PNG", "PNG picture (*.png)", ".pn
 inline constexpr ExportForm svgForm{"Export as SVG", "SVG drawing (*.svg)", ".svg"};
 inline constexpr ExportForm pdfForm{"Export as PDF", "PDF document (*.pdf)", ".pdf"};
 
+// The sides of a picture, pixels. The largest takes 256 MB while it is made.
+inline constexpr int leastPictureSide = 200;
+inline constexpr int mostPictureSide = 8000;
+
 // A name that every file system takes, from date, number and title of a run's header line; of a
 // line that says nothing from the name of its file. UTF-8, without an extension.
 std::string exportName(std::string_view headerLine, std::string_view fileName);

@@ -1,7 +1,7 @@
 #include "graph/forms/export_picture.h"
 
+#include "graph/export_file.h"
 #include "platform/qt/form_kit.h"
-#include "platform/qt/picture_page.h"
 
 #include <QCheckBox>
 #include <QDialogButtonBox>
@@ -42,9 +42,10 @@ ExportPicture::ExportPicture() {
 
 QSpinBox* ExportPicture::makeSide(const char* name) {
     auto* side = named(new QSpinBox, name);
-    side->setRange(leastPictureSide, mostPictureSide);
+    side->setRange(graph::leastPictureSide, graph::mostPictureSide);
     side->setSingleStep(10);
-    side->setToolTip(QStringLiteral("%1 to %2 pixels").arg(leastPictureSide).arg(mostPictureSide));
+    side->setToolTip(
+        QStringLiteral("%1 to %2 pixels").arg(graph::leastPictureSide).arg(graph::mostPictureSide));
     return side;
 }
 

@@ -51,7 +51,7 @@ PicturePage pageFor(int item, const PictureLook& look) {
 }
 
 int withinSides(int px) {
-    return std::clamp(px, leastPictureSide, mostPictureSide);
+    return std::clamp(px, graph::leastPictureSide, graph::mostPictureSide);
 }
 
 } // namespace

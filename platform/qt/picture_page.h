@@ -11,10 +11,6 @@
 
 namespace kvo::platform_qt {
 
-// The sides of a picture, pixels. The largest takes 256 MB while it is made.
-inline constexpr int leastPictureSide = 200;
-inline constexpr int mostPictureSide = 8000;
-
 class PicturePage : public platform::PrintJob {
 public:
     // Letters and lines grow with the picture. White paper is for what has a dark ground on the

@@ -159,7 +159,7 @@ private slots:
             QCOMPARE(side(dialog, "Text_Width").value(), 1920);
             control<QCheckBox>(*dialog, "WhitePaper").setChecked(true);
             side(dialog, "Text_Width").setValue(100000); // the most that there is
-            QCOMPARE(side(dialog, "Text_Width").value(), mostPictureSide);
+            QCOMPARE(side(dialog, "Text_Width").value(), graph::mostPictureSide);
             side(dialog, "Text_Width").setValue(800);
             side(dialog, "Text_Height").setValue(500);
         });

@@ -1,0 +1,62 @@
+#include "tools/kvo_cli/run_place.h"
+
+#include "core/config.h"
+#include "core/default_config.h"
+#include "core/paths.h"
+#include "core/run_file.h"
+#include "core/run_info.h"
+#include "tools/kvo_cli/cli.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <system_error>
+
+namespace kvo::cli {
+namespace fs = std::filesystem;
+
+std::string absolutePath(const std::string& path) {
+    std::error_code ignored;
+    const fs::path absolute = fs::absolute(path, ignored).lexically_normal();
+    const std::string text = absolute.empty() ? path : absolute.string();
+    return text.size() > 1 && text.back() == '/' ? text.substr(0, text.size() - 1) : text;
+}
+
+std::string folderOf(const command_line::Arguments& arguments) {
+    return absolutePath(arguments.has("--folder") ? arguments.options.at("--folder") : ".");
+}
+
+RunPlace runPlace(const command_line::Arguments& arguments, const std::string& run,
+    const platform::Files& files) {
+    RunPlace place{folderOf(arguments), absolutePath(run), {}};
+    if (files.exists(place.run)) {
+        const fs::path data = fs::path(place.run).parent_path();
+        const bool inData = core::upperCased(data.filename().string()) == "DATA";
+        if (!arguments.has("--folder") && inData) place.folder = data.parent_path().string();
+    } else if (core::baseName(run) == run) {
+        place.run = core::joined(core::dataFolder(place.folder, files), run, files);
+    }
+    place.info = core::infoFilePath(place.run);
+    return place;
+}
+
+core::AppConfig configOf(const std::string& folder, const platform::Files& files) {
+    core::AppConfig config = core::defaultConfig();
+    const auto content = files.read(core::joined(folder, "Kvo.Cfg", files));
+    core::AppConfig kept = config;
+    if (content && core::decodeConfig(*content, kept)) config = kept;
+    return config;
+}
+
+std::unique_ptr<core::OpenRun> openRun(const RunPlace& place, platform::Files& look) {
+    auto run = std::make_unique<core::OpenRun>();
+    if (const auto content = look.readOrReason(place.run); !content) {
+        fail(content.message);
+        return nullptr;
+    }
+    const core::LoadOutcome outcome = core::LoadRun(place.run, *run, look);
+    if (outcome) return run;
+    fail(core::loadMessage(outcome.result, place.run).text);
+    return nullptr;
+}
+
+} // namespace kvo::cli
