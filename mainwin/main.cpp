@@ -1,6 +1,7 @@
 // Entry of the program: makes the services, hands them to the forms, shows the first one.
 #include "core/shared_state.h"
 #include "link/forms/logger_line.h"
+#include "mainwin/opening.h"
 #include "mainwin/start.h"
 #include "platform/look_only_files.h"
 #include "platform/memory.h"
@@ -19,14 +20,63 @@
 #endif
 #include "platform/qt/qt_printer.h"
 #include "platform/qt/qt_serial_port.h"
+#include "platform/qt/qt_settings.h"
 #include "platform/qt/qt_yield.h"
+#include "platform/qt/text.h"
 #include "platform/services.h"
+#include "tools/command_line/command_line.h"
+
+#include <QProcess>
+
+#include <algorithm>
+#include <string_view>
 
 using namespace kvo;
 
+namespace {
+
+const command_line::Syntax& syntax() {
+    static const command_line::Syntax programSyntax{"kvo [--last-folder] [FOLDER | RUN]",
+        "Reads the data logger of a drag-racing car or motorcycle and shows its runs.\n"
+        "  FOLDER         the folder of your runs; the current one unless it is given\n"
+        "  RUN            a run file, which is opened in its folder\n"
+        "  --last-folder  the folder that was open last, as from a menu of the desktop\n",
+        0, 1, {"--last-folder"}, {}};
+    return programSyntax;
+}
+
+// The help needs no display.
+bool asksForHelp(int argc, char* argv[]) {
+    return std::any_of(
+        argv, argv + argc, [](std::string_view word) { return word == "--help" || word == "-h"; });
+}
+
+bool startAnew(const std::vector<std::string>& words) {
+    QStringList arguments;
+    for (const std::string& word : words) arguments << platform_qt::shownPath(word);
+    return QProcess::startDetached(QCoreApplication::applicationFilePath(), arguments);
+}
+
+// False where the user has left, or was told why nothing can be opened.
+bool start(const command_line::Arguments& arguments) {
+    const auto place =
+        forms::startPlace({arguments.operands.empty() ? std::string() : arguments.operands.front(),
+            arguments.has("--last-folder")});
+    if (!place) return false;
+    if (!place->folder.empty()) platform_qt::changeFolder(place->folder);
+    if (!forms::startProgram()) return false;
+    if (!place->run.empty()) forms::openSoon(place->run);
+    return true;
+}
+
+} // namespace
+
 int main(int argc, char* argv[]) {
+    if (asksForHelp(argc, argv)) return *command_line::read(syntax(), argc, argv).exitCode;
     platform_os::keepFreedMemory();
-    platform_qt::Application application(argc, argv);
+    platform_qt::Application application(argc, argv); // takes the toolkit's own options off
+    const auto arguments = command_line::read(syntax(), argc, argv);
+    if (arguments.exitCode) return *arguments.exitCode;
     platform_qt::prepareApplication(application);
 
     platform_os::OsFiles disk;
@@ -43,13 +93,15 @@ int main(int argc, char* argv[]) {
     platform_qt::QtMail mail;
 #endif
     platform_qt::QtFolderLock folderLock;
+    platform_qt::QtSettings settings;
     platform::services() = {&files, &clock, &dialogs, &port, &yield, &browser, &printer, &mail,
-        &folderLock, [&files](const std::string& folder) { files.lookOnlyAt(folder); }};
+        &folderLock, [&files](const std::string& folder) { files.lookOnlyAt(folder); }, &settings,
+        startAnew};
     link::LoggerLink logger(port, yield, dialogs);
     forms::useLoggerLink(&logger);
 
     bool started = false;
-    platform::withinMemory(dialogs, "start", [&started] { started = forms::startProgram(); });
+    platform::withinMemory(dialogs, "start", [&] { started = start(arguments); });
     const int result = started ? QApplication::exec() : 0;
     platform_qt::unloadAllForms();
     return result;

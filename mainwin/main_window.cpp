@@ -7,8 +7,10 @@
 #include "core/shared_state.h"
 #include "link/download_session.h"
 #include "link/forms/logger_line.h"
+#include "mainwin/opening.h"
 #include "mainwin/product.h"
 #include "platform/qt/application.h"
+#include "platform/qt/file_drop.h"
 #include "platform/qt/form_kit.h"
 #include "platform/qt/icons.h"
 #include "platform/services.h"
@@ -28,6 +30,7 @@ VrnWin32::VrnWin32() {
     makeCommands();
     makeInner();
     Form_Load();
+    takeFileDrops(*this, openPath);
 }
 
 void VrnWin32::makeInner() {
@@ -57,6 +60,7 @@ void VrnWin32::Form_Load() {
         QStringLiteral("DATA ACQUISITION SYSTEM") + QLatin1String(core::state().titleMark()));
     Label_Version->setText(versionText());
     m_picture = vehiclePicture();
+    showRecent();
     const QSize room = screen()->availableSize();
     setMinimumSize(480, 320);
     resize(qMin(room.width() * 85 / 100, 1280), qMin(room.height() * 85 / 100, 940));
@@ -83,6 +87,7 @@ bool VrnWin32::event(QEvent* event) {
     const bool framed = event->type() == QEvent::Show || event->type() == QEvent::Move ||
                         event->type() == QEvent::WindowActivate;
     if (framed && m_inner != nullptr) Form_Resize();
+    if (event->type() == QEvent::Show) showRecent();
     return done;
 }
 
@@ -155,6 +160,25 @@ void VrnWin32::Mnu_copydata_Click(int index) {
         doors().copyRuns();
     else
         doors().mailRuns();
+}
+
+void VrnWin32::Mnu_OpenFolder_Click() {
+    const MainMenusDisabled off;
+    askForFolder();
+    showRecent();
+}
+
+void VrnWin32::Mnu_RecentFolder_Click(int place) {
+    const auto folders = recentFolders();
+    if (place < static_cast<int>(folders.size()))
+        openFolder(folders[static_cast<std::size_t>(place)]);
+    showRecent();
+}
+
+void VrnWin32::Mnu_RecentRun_Click(int place) {
+    const auto runs = recentRuns();
+    if (place < static_cast<int>(runs.size())) openRecentRun(runs[static_cast<std::size_t>(place)]);
+    showRecent();
 }
 
 void VrnWin32::Mnu_Exit_Click() {

@@ -37,6 +37,7 @@ private:
     void Form_Unload();
     void makeInner();
     void placeLogo();
+    void showRecent();
 
     // main_window_menus.cpp
     static std::span<const platform_qt::MenuRow<VrnWin32>> menuRows();
@@ -48,6 +49,9 @@ private:
     void Mnu_Import_Click(int item);
     void Mnu_EnterRunInfo_Click();
     void Mnu_copydata_Click(int index);
+    void Mnu_OpenFolder_Click();
+    void Mnu_RecentFolder_Click(int place);
+    void Mnu_RecentRun_Click(int place);
     void Mnu_Exit_Click();
     void Mnu_DownloadData_Click();
     void Mnu_PitRun_Click();

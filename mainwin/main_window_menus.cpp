@@ -1,9 +1,13 @@
 // The menu bar and the toolbar of the main window: what stands where and what it runs.
 #include "mainwin/main_window.h"
 
+#include "core/opening.h"
 #include "core/shared_state.h"
+#include "mainwin/opening.h"
 #include "mainwin/toolbar_icons.h"
+#include "platform/qt/text.h"
 
+#include <QAction>
 #include <QMenuBar>
 #include <QToolBar>
 
@@ -12,6 +16,18 @@
 namespace kvo::forms {
 
 using namespace platform_qt;
+
+namespace {
+
+// What a row of those that were open last needs: that there is one in its place.
+constexpr Needs recentFolder(int place) {
+    return 1U << static_cast<unsigned>(place);
+}
+constexpr Needs recentRun(int place) {
+    return recentFolder(place + static_cast<int>(core::mostRecent));
+}
+
+} // namespace
 
 // clang-format off
 std::span<const MenuRow<VrnWin32>> VrnWin32::menuRows() {
@@ -31,6 +47,19 @@ std::span<const MenuRow<VrnWin32>> VrnWin32::menuRows() {
         {"Mnu_File", "&Import Data File/s", "Mnu_ImportMenu", nullptr, {.subMenu = true}},
         {"Mnu_ImportMenu", "Kvo  File/s", "Mnu_Import(0)", {&W::Mnu_Import_Click, 0}, {.writes = true}},
         {"Mnu_ImportMenu", "Vrn Dos File/s", "Mnu_Import(1)", {&W::Mnu_Import_Click, 1}, {.writes = true}},
+        {"Mnu_File", "Open &Folder...", "Mnu_OpenFolder", &W::Mnu_OpenFolder_Click, {.line = true, .shortcut = "Ctrl+Shift+O"}},
+        {"Mnu_File", "&Recent Folders", "Mnu_RecentFolders", nullptr, {.subMenu = true}},
+        {"Mnu_RecentFolders", "", "Mnu_RecentFolder(0)", {&W::Mnu_RecentFolder_Click, 0}, {.needs = recentFolder(0)}}, {"Mnu_RecentFolders", "", "Mnu_RecentFolder(1)", {&W::Mnu_RecentFolder_Click, 1}, {.needs = recentFolder(1)}},
+        {"Mnu_RecentFolders", "", "Mnu_RecentFolder(2)", {&W::Mnu_RecentFolder_Click, 2}, {.needs = recentFolder(2)}}, {"Mnu_RecentFolders", "", "Mnu_RecentFolder(3)", {&W::Mnu_RecentFolder_Click, 3}, {.needs = recentFolder(3)}},
+        {"Mnu_RecentFolders", "", "Mnu_RecentFolder(4)", {&W::Mnu_RecentFolder_Click, 4}, {.needs = recentFolder(4)}}, {"Mnu_RecentFolders", "", "Mnu_RecentFolder(5)", {&W::Mnu_RecentFolder_Click, 5}, {.needs = recentFolder(5)}},
+        {"Mnu_RecentFolders", "", "Mnu_RecentFolder(6)", {&W::Mnu_RecentFolder_Click, 6}, {.needs = recentFolder(6)}}, {"Mnu_RecentFolders", "", "Mnu_RecentFolder(7)", {&W::Mnu_RecentFolder_Click, 7}, {.needs = recentFolder(7)}},
+        {"Mnu_RecentFolders", "", "Mnu_RecentFolder(8)", {&W::Mnu_RecentFolder_Click, 8}, {.needs = recentFolder(8)}}, {"Mnu_RecentFolders", "", "Mnu_RecentFolder(9)", {&W::Mnu_RecentFolder_Click, 9}, {.needs = recentFolder(9)}},
+        {"Mnu_File", "Recent R&uns", "Mnu_RecentRuns", nullptr, {.subMenu = true}},
+        {"Mnu_RecentRuns", "", "Mnu_RecentRun(0)", {&W::Mnu_RecentRun_Click, 0}, {.needs = recentRun(0)}}, {"Mnu_RecentRuns", "", "Mnu_RecentRun(1)", {&W::Mnu_RecentRun_Click, 1}, {.needs = recentRun(1)}},
+        {"Mnu_RecentRuns", "", "Mnu_RecentRun(2)", {&W::Mnu_RecentRun_Click, 2}, {.needs = recentRun(2)}}, {"Mnu_RecentRuns", "", "Mnu_RecentRun(3)", {&W::Mnu_RecentRun_Click, 3}, {.needs = recentRun(3)}},
+        {"Mnu_RecentRuns", "", "Mnu_RecentRun(4)", {&W::Mnu_RecentRun_Click, 4}, {.needs = recentRun(4)}}, {"Mnu_RecentRuns", "", "Mnu_RecentRun(5)", {&W::Mnu_RecentRun_Click, 5}, {.needs = recentRun(5)}},
+        {"Mnu_RecentRuns", "", "Mnu_RecentRun(6)", {&W::Mnu_RecentRun_Click, 6}, {.needs = recentRun(6)}}, {"Mnu_RecentRuns", "", "Mnu_RecentRun(7)", {&W::Mnu_RecentRun_Click, 7}, {.needs = recentRun(7)}},
+        {"Mnu_RecentRuns", "", "Mnu_RecentRun(8)", {&W::Mnu_RecentRun_Click, 8}, {.needs = recentRun(8)}}, {"Mnu_RecentRuns", "", "Mnu_RecentRun(9)", {&W::Mnu_RecentRun_Click, 9}, {.needs = recentRun(9)}},
         {"Mnu_File", "E&xit", "Mnu_Exit", &W::Mnu_Exit_Click, {.line = true}},
         {"Mnu_Communications", "&Download Data", "Mnu_DownloadData", &W::Mnu_DownloadData_Click, {.writes = true}},
         {"Mnu_Communications", "&Pit Run", "Mnu_PitRun", &W::Mnu_PitRun_Click},
@@ -79,6 +108,25 @@ void VrnWin32::makeCommands() {
     toolbar->setIconSize({32, 32});
     addToolBar(toolbar);
     m_commands.allowWriting(!core::state().LookOnly);
+}
+
+// Those that were open last, by their places: the first one is &1, the tenth &0.
+void VrnWin32::showRecent() {
+    Needs met = 0;
+    const auto show = [&](const QString& array, const std::vector<std::string>& paths, auto need) {
+        for (int i = 0; i < static_cast<int>(core::mostRecent); ++i) {
+            QAction& item = m_commands.command(array.arg(i).toStdString());
+            item.setVisible(i < static_cast<int>(paths.size()));
+            if (!item.isVisible()) continue;
+            met |= need(i);
+            QString path = shownPath(paths[static_cast<std::size_t>(i)]);
+            path.replace(QLatin1Char('&'), QLatin1String("&&"));
+            item.setText(QStringLiteral("&%1  ").arg((i + 1) % 10) + path);
+        }
+    };
+    show(QStringLiteral("Mnu_RecentFolder(%1)"), recentFolders(), recentFolder);
+    show(QStringLiteral("Mnu_RecentRun(%1)"), recentRuns(), recentRun);
+    m_commands.setMet(met);
 }
 
 void VrnWin32::enableMenus(bool on) {

@@ -27,6 +27,7 @@
 #include "mainwin/about.h"
 #include "mainwin/folder_held.h"
 #include "mainwin/main_window.h"
+#include "mainwin/opening.h"
 #include "mainwin/product.h"
 #include "mainwin/splash.h"
 #include "mainwin/toolbar_icons.h"
@@ -52,6 +53,11 @@ void showDataGraph() {
     auto& graph = form<DataGraph>();
     hideMainWindow();
     graph.show();
+}
+
+void endProgram() {
+    if (isLoaded<DataGraph>()) form<DataGraph>().close();
+    if (isLoaded<VrnWin32>()) form<VrnWin32>().close();
 }
 
 void showFreshRun(const std::string& path, const std::string& caption) {
@@ -172,6 +178,7 @@ void openDoors() {
     all.hideMainWindow = hideMainWindow;
     all.showMainWindow = showMainWindow;
     all.EnableMainMenus = EnableMainMenus;
+    all.endProgram = endProgram;
     all.showDataGraph = showDataGraph;
     all.showFreshRun = showFreshRun;
     all.showChosenRun = showChosenRun;
@@ -211,6 +218,8 @@ void openDoors() {
     all.showCalculator = [](int sum) { form<CalcForm>().showSum(sum); };
     all.showConversions = [] { form<Conversions>().showForMainWindow(); };
     all.openConversions = [] { form<Conversions>().showOverForm(); };
+    all.openPath = openPath;
+    all.rememberRun = rememberRun;
     all.showAbout = [] { showModal(form<About>()); };
 }
 
@@ -232,6 +241,7 @@ bool startProgram() {
     const bool mayGoOn = form<frmSplash>().LoginSucceeded;
     unload<frmSplash>();
     if (mayGoOn) {
+        rememberFolder();
         form<VrnWin32>().show();
         offerUnlistedRuns();
     }

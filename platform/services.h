@@ -9,10 +9,12 @@
 #include "platform/mail.h"
 #include "platform/printer.h"
 #include "platform/serial_port.h"
+#include "platform/settings.h"
 #include "platform/yield.h"
 
 #include <functional>
 #include <string>
+#include <vector>
 
 namespace kvo::platform {
 
@@ -28,6 +30,9 @@ struct Services {
     FolderLock* folderLock = nullptr;
     // From then on nothing that lies in this folder is changed, by whatever service.
     std::function<void(const std::string& folder)> lookOnlyAt = nullptr;
+    Settings* settings = nullptr;
+    // Starts the program once more with these words behind its name; false where that fails.
+    std::function<bool(const std::vector<std::string>& words)> startAnew = nullptr;
 };
 
 // The one set of services of the program.

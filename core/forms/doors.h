@@ -58,6 +58,8 @@ struct Doors {
     Door<void()> showMainWindow{"showMainWindow"};
     // Its menus and its toolbar, which every modal command switches off while it works.
     Door<void(bool)> EnableMainMenus{"EnableMainMenus"};
+    // Ends the program as the close of its windows does: what the graph keeps is kept.
+    Door<void()> endProgram{"endProgram"};
 
     // The graph window in the main window's place, not modal. It asks the chooser for its run.
     Door<void()> showDataGraph{"showDataGraph"};
@@ -132,6 +134,11 @@ struct Doors {
     Door<void()> showConversions{"showConversions"};
     // The same over the form that asks for it, modal.
     Door<void()> openConversions{"openConversions"};
+    // Opens a path: a run of this folder in the graph window; one that lies elsewhere is offered
+    // for import, and a folder for a new start in it.
+    Door<void(const std::string&)> openPath{"openPath"};
+    // A run is in the graph window: it is one of those that were open last. May be shut.
+    Door<void(const std::string&)> rememberRun{"rememberRun"};
     // Name and version of the program, modal.
     Door<void()> showAbout{"showAbout"};
 };

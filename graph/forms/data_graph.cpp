@@ -5,6 +5,7 @@
 #include "graph/forms/channel_panel.h"
 #include "graph/forms/graph_surface.h"
 #include "graph/layout.h"
+#include "platform/qt/file_drop.h"
 #include "platform/qt/form_kit.h"
 #include "platform/qt/text.h"
 #include "platform/services.h"
@@ -55,6 +56,7 @@ void DataGraph::makeControls() {
             if (hasRun() && button == Qt::LeftButton) m_scale.fitWhole();
         });
     connect(&m_cursor, &GraphCursor::marksChanged, this, &DataGraph::showState);
+    takeFileDrops(*this, [](const std::string& path) { doors().openPath(path); });
     connect(m_panel, &ChannelPanel::heightChanged, this, &DataGraph::Form_Resize);
     setTabOrders();
     const QSize room = screen()->availableSize();
@@ -212,7 +214,16 @@ void DataGraph::chooseRunsToDelete() {
     doors().chooseRunsToDelete("Delete File");
 }
 
+// Once for each run that comes into the window.
+void DataGraph::rememberRun() {
+    const std::string shownRun = hasRun() ? core::state().Run.path : std::string();
+    const bool isNew = !shownRun.empty() && shownRun != m_remembered;
+    m_remembered = shownRun;
+    if (isNew && doors().rememberRun.isOpen()) doors().rememberRun(shownRun);
+}
+
 void DataGraph::showState() {
+    rememberRun();
     setWindowTitle(shown(caption()) + QLatin1String(core::state().titleMark()));
     for (int n = 1; n <= 8; ++n) m_panel->setAnalogCaption(n, m_course.analogCaption(n));
     m_panel->showTimes(core::state().Run.times);
@@ -282,10 +293,6 @@ void keepGraphOptions() {
 
 bool DataGraph::saveWindowPicture(const QString& path) {
     return saveScreenshot(*this, path);
-}
-
-bool DataGraph::saveGraphPicture(const QString& path, const QSize& sizePx) {
-    return m_surface->trend().picture(sizePx).save(path, "PNG");
 }
 
 } // namespace kvo::forms

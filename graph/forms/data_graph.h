@@ -44,10 +44,8 @@ public:
     GraphChannels& channels() { return m_channels; }
     GraphExport& exporting() { return m_exporting; }
 
-    // Screenshots as PNG files: the window as it stands, or the whole surface at a size of its own.
-    // False when the file cannot be written.
+    // A screenshot as a PNG file. False when the file cannot be written.
     [[nodiscard]] bool saveWindowPicture(const QString& path);
-    [[nodiscard]] bool saveGraphPicture(const QString& path, const QSize& sizePx);
 
     // What the graph is drawn by has changed: channels on and off, picture and time line follow.
     void takeOptions();
@@ -72,6 +70,7 @@ private:
     void Form_Unload();
     void Form_Resize();
     void openAsked(int afterMs = 0);
+    void rememberRun();
 
     // graph::CourseView
     std::optional<core::ChosenRun> chooseRun(const std::string& title) override;
@@ -99,6 +98,7 @@ private:
     GraphPrinting m_printing;
     GraphExport m_exporting;
     GraphCommands m_commands;
+    std::string m_remembered; // the run that was shown last
     bool m_chooseOnShow = false;
     bool m_choosing = false; // the chooser is up, or closed but not yet back
     std::optional<core::ChosenRun> m_chosenElsewhere;

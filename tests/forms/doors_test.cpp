@@ -73,6 +73,9 @@ std::array<bool, doorCount> openOnes() {
         all.showCalculator.isOpen(),
         all.showConversions.isOpen(),
         all.openConversions.isOpen(),
+        all.openPath.isOpen(),
+        all.rememberRun.isOpen(),
+        all.endProgram.isOpen(),
         all.showAbout.isOpen(),
     };
     // clang-format on

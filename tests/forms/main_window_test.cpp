@@ -53,7 +53,7 @@ QStringList itemsOf(const QMenu& menu) {
     QStringList items;
     const auto actions = menu.actions();
     for (const QAction* action : actions) {
-        if (action->isSeparator()) continue;
+        if (action->isSeparator() || !action->isVisible()) continue;
         if (action->menu() != nullptr) {
             items << action->text() + QLatin1String(" [") + itemsOf(*action->menu()).join(", ") +
                          "]";
@@ -85,6 +85,7 @@ private slots:
                 "&Copy Data File/s = Mnu_copydata(0)",
                 "Email Data File/s (Requires internet) = Mnu_copydata(1)",
                 "&Import Data File/s [Kvo  File/s = Mnu_Import(0), Vrn Dos File/s = Mnu_Import(1)]",
+                "Open &Folder... = Mnu_OpenFolder", "&Recent Folders []", "Recent R&uns []",
                 "E&xit = Mnu_Exit"}));
         QCOMPARE(itemsOf(menu("Mnu_Communications")),
             QStringList({"&Download Data = Mnu_DownloadData", "&Pit Run = Mnu_PitRun"}));

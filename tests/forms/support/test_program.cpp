@@ -18,7 +18,12 @@ TestProgram::TestProgram() {
     state.Config.CommPort = 1;
     state.Config.Vehicle_Type = 1;
     platform::services() = {&guardedFiles, &clock, &dialogs, nullptr, nullptr, &browser, &printer,
-        &mail, &folderLock, [this](const std::string& folder) { guardedFiles.lookOnlyAt(folder); }};
+        &mail, &folderLock, [this](const std::string& folder) { guardedFiles.lookOnlyAt(folder); },
+        &settings,
+        [this](const std::vector<std::string>& words) {
+            startedAnew.push_back(words);
+            return startsAnew;
+        }};
     forms::doors() = forms::Doors();
     // A chooser that stands a moment longer on a busy machine asks for it by itself.
     forms::doors().runPreview = [](const std::string&, int, int) { return core::RunPicture{}; };

@@ -16,6 +16,7 @@
 #include "tests/support/scripted_dialogs.h"
 #include "tests/support/scripted_printer.h"
 
+#include <map>
 #include <string>
 #include <vector>
 
@@ -67,6 +68,19 @@ public:
     std::function<void()> ask; // what another program does with this one
 };
 
+// What is remembered of the user, in memory.
+class MemorySettings : public platform::Settings {
+public:
+    std::vector<std::string> list(const std::string& name) const override {
+        const auto found = lists.find(name);
+        return found == lists.end() ? std::vector<std::string>() : found->second;
+    }
+    void setList(const std::string& name, const std::vector<std::string>& values) override {
+        lists[name] = values;
+    }
+    std::map<std::string, std::vector<std::string>> lists;
+};
+
 struct TestProgram {
     TestProgram();
     ~TestProgram();
@@ -84,6 +98,9 @@ struct TestProgram {
     RecordingBrowser browser;
     ScriptedPrinter printer;
     RecordingMail mail;
+    MemorySettings settings;
+    std::vector<std::vector<std::string>> startedAnew; // with these words
+    bool startsAnew = true;
     core::SharedState& state = core::state();
 };
 

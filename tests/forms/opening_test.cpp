@@ -1,0 +1,362 @@
+// Opening folders and runs: by the command line, by a drop, from the menus of the main window.
+#include "mainwin/opening.h"
+
+#include "core/config.h"
+#include "core/forms/doors.h"
+#include "core/run_index.h"
+#include "library/run_list.h"
+#include "mainwin/main_window.h"
+#include "mainwin/start.h"
+#include "platform/qt/qt_settings.h"
+#include "tests/forms/support/form_test_main.h"
+#include "tests/forms/support/graph_window.h"
+#include "tests/forms/support/model_run.h"
+#include "tests/forms/support/user_click.h"
+
+#include <QDropEvent>
+#include <QMenu>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QMimeData>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+#include <QTimer>
+#include <QUrl>
+
+using namespace kvo;
+using namespace kvo::forms;
+using namespace kvo::testing;
+using platform::Reply;
+
+namespace {
+
+using Paths = std::vector<std::string>;
+
+// A drop of these files; whether the window takes them.
+bool dropOn(QWidget& window, const QList<QUrl>& urls) {
+    QMimeData data;
+    data.setUrls(urls);
+    const QPoint at = window.rect().center();
+    QDragEnterEvent enter(at, Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton, {});
+    QCoreApplication::sendEvent(&window, &enter);
+    QDropEvent drop(at, Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton, {});
+    QCoreApplication::sendEvent(&window, &drop);
+    QCoreApplication::processEvents();
+    return enter.isAccepted() && drop.isAccepted() && drop.dropAction() == Qt::CopyAction;
+}
+
+QUrl file(const std::string& path) {
+    return QUrl::fromLocalFile(QString::fromStdString(path));
+}
+
+} // namespace
+
+class OpeningTest : public QObject, private testing::GraphWindow {
+    Q_OBJECT
+
+    std::vector<std::string> m_shown; // runs that were shown
+
+    Paths& folders() { return program().settings.lists["folders"]; }
+    Paths& runs() { return program().settings.lists["runs"]; }
+    void scriptShowing() {
+        forms::openDoors();
+        doors().showChosenRun = [this](const std::optional<core::ChosenRun>& run) {
+            m_shown.push_back(run ? run->path : std::string());
+        };
+    }
+    VrnWin32& mainWindow() {
+        auto& window = platform_qt::form<VrnWin32>();
+        window.show();
+        QCoreApplication::processEvents();
+        return window;
+    }
+    QAction& mainCommand(const char* name) { return mainWindow().commands().command(name); }
+    // A run that lies on a stick, and its path.
+    std::string onTheStick(int number) {
+        store(32, number);
+        const std::string path = "/stick/" + pathOf(number).substr(pathOf(number).rfind('/') + 1);
+        files().put(path, files().read(pathOf(number)).value());
+        return path;
+    }
+    void expectGone(const std::string& path) {
+        dialogs().expectBox(
+            path + "\nis not there any more. It is taken off the list.", 48, "Open");
+    }
+
+private slots:
+    void init() {
+        begin();
+        m_shown.clear();
+    }
+    void cleanup() { QCOMPARE(end(), QString()); }
+
+    // --- The start
+
+    void aStartIsInTheFolderThatIsNamed() {
+        store(32, 1);
+        QVERIFY(startPlace({}).has_value());
+        QCOMPARE(startPlace({})->folder, std::string());
+        QCOMPARE(startPlace({"/kvo", false})->folder, std::string("/kvo"));
+        const auto run = startPlace({pathOf(1), false});
+        QCOMPARE(run->folder, std::string("/kvo"));
+        QCOMPARE(run->run, pathOf(1));
+        const std::string stick = onTheStick(1);
+        QCOMPARE(startPlace({stick, false})->folder, std::string());
+        QCOMPARE(startPlace({stick, false})->run, stick);
+        folders() = {"/kvo"};
+        QCOMPARE(startPlace({stick, true})->folder, std::string("/kvo"));
+        QCOMPARE(startPlace({stick, true})->run, stick);
+    }
+
+    void aStartOnNothingIsTold() {
+        dialogs().expectBox("/none\nis not there.", 48, "Open");
+        QVERIFY(!startPlace({"/none", false}));
+        files().put("/kvo/notes.txt", {1, 2, 3});
+        dialogs().expectBox("/kvo/notes.txt\nis no run of a logger.", 48, "Open");
+        QVERIFY(!startPlace({"/kvo/notes.txt", false}));
+    }
+
+    void aMenusStartIsInTheLastFolder() {
+        QVERIFY(files().makeFolder("/b \xC3\xA4"));
+        folders() = {"/gone", "/b \xC3\xA4", "/c"};
+        expectGone("/gone");
+        QCOMPARE(startPlace({{}, true})->folder, std::string("/b \xC3\xA4"));
+        QCOMPARE(folders(), (Paths{"/b \xC3\xA4", "/c"}));
+    }
+
+    void theFirstStartOffersAFolder() {
+        const std::string offered =
+            QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation).toStdString() +
+            "/Kvo";
+        dialogs().expectBoxTitled("Welcome to Kvo", Reply::cancel);
+        QVERIFY(!startPlace({{}, true}));
+        QVERIFY(!files().folderExists(offered));
+        dialogs().expectBoxTitled("Welcome to Kvo", Reply::yes).contains = offered;
+        QCOMPARE(startPlace({{}, true})->folder, offered);
+        core::AppConfig config;
+        QVERIFY(core::decodeConfig(files().read(offered + "/Kvo.Cfg").value(), config));
+        QCOMPARE(config.LoggerDataType, std::int16_t{32});
+        // One that is there keeps its own setup.
+        files().put(offered + "/Kvo.Cfg", {1});
+        dialogs().expectBoxTitled("Welcome to Kvo", Reply::yes);
+        QVERIFY(startPlace({{}, true}));
+        QCOMPARE(files().read(offered + "/Kvo.Cfg").value(), platform::Bytes{1});
+        dialogs().expectBoxTitled("Welcome to Kvo", Reply::no);
+        dialogs().expectFolder("/elsewhere");
+        QCOMPARE(startPlace({{}, true})->folder, std::string("/elsewhere"));
+        dialogs().expectBoxTitled("Welcome to Kvo", Reply::no);
+        dialogs().expectFolder(std::nullopt);
+        QVERIFY(!startPlace({{}, true}));
+        files().failWrites("/full", MemoryFiles::Failure::fullDisk);
+        dialogs().expectBoxTitled("Welcome to Kvo", Reply::no);
+        dialogs().expectFolder("/full");
+        dialogs().expectBoxTitled("Open");
+        QVERIFY(!startPlace({{}, true}));
+    }
+
+    // --- Runs
+
+    void aRunOfThisFolderOpens() {
+        scriptShowing();
+        store(32, 1);
+        store(32, 2);
+        openPath(pathOf(1));
+        QCOMPARE(m_shown, Paths{pathOf(1)});
+        QCOMPARE(library::runList().chosen().FileName,
+            pathOf(1).substr(pathOf(1).rfind('/') + 1)); // back and forward go on from it
+    }
+
+    void aRunFromElsewhereIsOfferedForImport() {
+        scriptShowing();
+        const std::string stick = onTheStick(1);
+        const std::string question = stick.substr(stick.rfind('/') + 1) +
+                                     "\nlies in another folder. Do you want to import it into this "
+                                     "one?";
+        dialogs().expectBox(question, 4 + 32, "Open", Reply::no);
+        openPath(stick);
+        QVERIFY(m_shown.empty());
+        dialogs().expectBox(question, 4 + 32, "Open", Reply::yes);
+        dialogs().expectBoxTitled(
+            "File Date for [ " + stick.substr(stick.rfind('/') + 1) + " ]", Reply::yes);
+        openPath(stick);
+        QCOMPARE(m_shown.size(), std::size_t(1));
+        QVERIFY(m_shown[0].starts_with("/kvo/Data/"));
+        QCOMPARE(files().read(m_shown[0]), files().read(stick));
+    }
+
+    void whoLooksOnlyImportsNothing() {
+        scriptShowing();
+        const std::string stick = onTheStick(1);
+        state().LookOnly = true;
+        dialogs().expectBoxTitled("Open").contains = "open for looking only";
+        openPath(stick);
+        QVERIFY(m_shown.empty());
+    }
+
+    void whatIsNoRunIsTold() {
+        scriptShowing();
+        files().put("/kvo/notes.txt", {1});
+        dialogs().expectBox("/kvo/notes.txt\nis no run of a logger.", 48, "Open");
+        openPath("/kvo/notes.txt");
+        dialogs().expectBox("/none\nis not there.", 48, "Open");
+        openPath("/none");
+    }
+
+    void aRunOfTheCommandLineWaitsForTheQuestions() {
+        scriptShowing();
+        store(32, 1);
+        mainWindow();
+        QTimer::singleShot(0, [] {
+            QMessageBox box(QMessageBox::Question, QStringLiteral("first"), QString());
+            QTimer::singleShot(150, &box, &QDialog::accept);
+            box.exec();
+        });
+        openSoon(pathOf(1));
+        QTest::qWait(20);
+        QVERIFY(m_shown.empty());
+        QTRY_COMPARE(m_shown, Paths{pathOf(1)});
+    }
+
+    // --- Drops
+
+    void aDropOnEitherWindowOpens() {
+        scriptShowing();
+        store(32, 1);
+        QVERIFY(dropOn(mainWindow(), {file(pathOf(1)), file("/second")}));
+        QCOMPARE(m_shown, Paths{pathOf(1)});
+        doors().showChosenRun = [](const auto&) {};
+        auto& graph = open(32);
+        Paths opened;
+        doors().openPath = [&opened](const std::string& path) { opened.push_back(path); };
+        QVERIFY(dropOn(graph, {file("/r\xC3\xA4"
+                                    "d/x.12d")}));
+        QCOMPARE(opened, Paths{"/r\xC3\xA4"
+                               "d/x.12d"});
+        QVERIFY(!dropOn(graph, {QUrl(QStringLiteral("https://example.org/x.12d"))}));
+        QVERIFY(!dropOn(graph, {}));
+        QCOMPARE(opened.size(), std::size_t(1));
+    }
+
+    void nothingIsTakenUnderAQuestion() {
+        scriptShowing();
+        store(32, 1);
+        auto& window = mainWindow();
+        onModal([&window](QWidget* box) {
+            QVERIFY(!dropOn(window, {file(pathOf(1))}));
+            box->close();
+        });
+        QMessageBox box(QMessageBox::Question, QStringLiteral("first"), QString(), QMessageBox::Ok);
+        box.exec();
+        QVERIFY(m_shown.empty());
+    }
+
+    // --- Folders
+
+    void anotherFolderIsANewStart() {
+        scriptShowing();
+        QVERIFY(files().makeFolder("/kvo"));
+        QVERIFY(files().makeFolder("/other"));
+        mainWindow();
+        dialogs().expectBox("/kvo\nis the folder that is open.", 48, "Open");
+        openFolder("/kvo");
+        program().startsAnew = false;
+        dialogs().expectBox("Kvo could not be started in\n/other", 48, "Open");
+        openFolder("/other");
+        QVERIFY(platform_qt::form<VrnWin32>().isVisible());
+        program().startsAnew = true;
+        dialogs().expectFolder("/other");
+        QTest::keyClick(
+            &platform_qt::form<VrnWin32>(), Qt::Key_O, Qt::ControlModifier | Qt::ShiftModifier);
+        QCOMPARE(program().startedAnew, (std::vector<Paths>{{"/other"}, {"/other"}}));
+        QVERIFY(!platform_qt::form<VrnWin32>().isVisible());
+    }
+
+    // As a close of the graph window does.
+    void whatTheGraphKeepsIsKeptFirst() {
+        store(32, 1);
+        QVERIFY(files().makeFolder("/other"));
+        program().putConfig();
+        open(32);
+        forms::openDoors();
+        command("Resolution(8)").trigger();
+        openPath("/other");
+        QCOMPARE(program().startedAnew, std::vector<Paths>{{"/other"}});
+        QVERIFY(!platform_qt::isLoaded<DataGraph>());
+        QCOMPARE(savedConfig().G_Res, std::uint8_t{8});
+    }
+
+    void theFolderDialogMayBeCancelled() {
+        scriptShowing();
+        dialogs().expectFolder(std::nullopt);
+        mainCommand("Mnu_OpenFolder").trigger();
+        QVERIFY(program().startedAnew.empty());
+    }
+
+    // --- Those that were open last
+
+    void theMenusHaveTheLastOnes() {
+        scriptShowing();
+        QVERIFY(!mainCommand("Mnu_RecentFolder(0)").isVisible());
+        QVERIFY(!mainWindow().commands().menu("Mnu_RecentFolders").menuAction()->isEnabled());
+        store(32, 1);
+        QVERIFY(files().makeFolder("/one & two"));
+        folders() = {"/one & two", "/gone"};
+        runs() = {pathOf(1), "/kvo/Data/gone.12d"};
+        mainWindow().hide();
+        QCOMPARE(mainCommand("Mnu_RecentFolder(0)").text(), QStringLiteral("&1  /one && two"));
+        QCOMPARE(mainCommand("Mnu_RecentFolder(1)").text(), QStringLiteral("&2  /gone"));
+        QVERIFY(!mainCommand("Mnu_RecentFolder(2)").isVisible());
+        QVERIFY(!mainCommand("Mnu_RecentRun(2)").isEnabled());
+        expectGone("/gone");
+        mainCommand("Mnu_RecentFolder(1)").trigger();
+        QCOMPARE(folders(), Paths{"/one & two"});
+        QVERIFY(!mainCommand("Mnu_RecentFolder(1)").isVisible());
+        mainCommand("Mnu_RecentRun(0)").trigger();
+        QCOMPARE(m_shown, Paths{pathOf(1)});
+        expectGone("/kvo/Data/gone.12d");
+        mainCommand("Mnu_RecentRun(1)").trigger();
+        QCOMPARE(runs(), Paths{pathOf(1)});
+        mainCommand("Mnu_RecentFolder(0)").trigger();
+        QCOMPARE(program().startedAnew, std::vector<Paths>{{"/one & two"}});
+    }
+
+    void aRunOfAnotherFolderStartsThere() {
+        scriptShowing();
+        store(32, 1);
+        const std::string other = "/other/Data/26111514.52d";
+        files().put(other, files().read(pathOf(1)).value());
+        mainWindow();
+        openRecentRun(other);
+        QCOMPARE(program().startedAnew, std::vector<Paths>{{other}});
+        QVERIFY(m_shown.empty());
+    }
+
+    void whatIsOpenedIsRemembered() {
+        forms::openDoors();
+        store(32, 1);
+        store(32, 2);
+        rememberFolder();
+        QCOMPARE(folders(), Paths{"/kvo"});
+        openByChooser(taking(1));
+        QCOMPARE(runs(), Paths{pathOf(1)});
+        command("GraphChange(0)").isEnabled() ? command("GraphChange(0)").trigger()
+                                              : command("GraphChange(1)").trigger();
+        QCOMPARE(runs(), (Paths{pathOf(2), pathOf(1)}));
+    }
+
+    void theSettingsKeepPathsOfAnyScript() {
+        const QTemporaryDir folder;
+        const QString path = folder.filePath(QStringLiteral("Kvo.ini"));
+        const Paths paths{"/r\xC3\xA4"
+                          "der, \xE8\xB5\xB0/a;b",
+            "/x"};
+        platform_qt::QtSettings(path).setList("folders", paths);
+        QCOMPARE(platform_qt::QtSettings(path).list("folders"), paths);
+        platform_qt::QtSettings(path).setList("folders", {"/x"});
+        QCOMPARE(platform_qt::QtSettings(path).list("folders"), Paths{"/x"});
+        QVERIFY(platform_qt::QtSettings(path).list("runs").empty());
+    }
+};
+
+KVO_FORM_TEST_MAIN(OpeningTest)
+#include "opening_test.moc"
