@@ -27,7 +27,8 @@ constexpr int textLines = 10;
 QPixmap pixmapOf(const core::RunPicture& picture, qreal ratio) {
     const QImage lines(reinterpret_cast<const uchar*>(picture.pixels.data()), picture.widthPx,
         picture.heightPx, picture.widthPx * 4, QImage::Format_RGB32);
-    QPixmap pixmap = QPixmap::fromImage(lines);
+    // The pixels go with the picture, and a pixmap may keep those of its image.
+    QPixmap pixmap = QPixmap::fromImage(lines.copy());
     pixmap.setDevicePixelRatio(ratio);
     return pixmap;
 }
