@@ -4,6 +4,7 @@
 #include "core/setup_kinds.h"
 #include "core/shared_state.h"
 #include "link/forms/logger_line.h"
+#include "link/forms/range_bar.h"
 #include "platform/qt/application.h"
 #include "platform/qt/text.h"
 #include "platform/services.h"
@@ -11,6 +12,7 @@
 #include <QFontMetrics>
 #include <QLabel>
 #include <QPushButton>
+#include <QShortcut>
 
 #include <array>
 
@@ -43,7 +45,7 @@ QLabel* cell(const QString& widest, double times) {
 // The columns stand further apart than the lines of each.
 QGridLayout* columnGrid() {
     auto* grid = new QGridLayout;
-    grid->setHorizontalSpacing(12);
+    grid->setHorizontalSpacing(10);
     grid->setVerticalSpacing(6);
     return grid;
 }
@@ -98,6 +100,9 @@ QLayout* PitRun::makeSpeeds() {
         grid->addWidget(plainLabel(QLatin1String(caption)), row, 0);
         grid->addWidget(value, row, 1);
     };
+    const auto bar = [this, grid](int channel, const char* name, QLabel* value) {
+        grid->addWidget(makeBar(channel, value, QLatin1String(name)), channel + 1, 2);
+    };
     LineNumber = named(cell(QStringLiteral(" 65535"), mediumDigits), "LineNumber");
     ERpm = named(cell(widest, largeDigits), "ERpm");
     CRpm = named(cell(widest, largeDigits), "CRpm");
@@ -108,6 +113,10 @@ QLayout* PitRun::makeSpeeds() {
     line(2, "Clutch RPM:", CRpm);
     line(3, "Pinion RPM:", PRpm);
     line(4, "Mph:", Mph);
+    bar(0, "Engine RPM", ERpm);
+    bar(1, "Clutch RPM", CRpm);
+    bar(2, "Pinion RPM", PRpm);
+    bar(3, "Mph", Mph);
     grid->setAlignment(LineNumber, Qt::AlignRight);
     grid->setRowStretch(5, 1);
     return grid;
@@ -115,7 +124,7 @@ QLayout* PitRun::makeSpeeds() {
 
 QLayout* PitRun::makeAnalogs() {
     auto* grid = columnGrid();
-    grid->addWidget(headingLabel(QStringLiteral("Analog Channels")), 0, 0, 1, 2);
+    grid->addWidget(headingLabel(QStringLiteral("Analog Channels")), 0, 0, 1, 3);
     const core::AppConfig& config = core::state().Config;
     Text_Analog.make("Text_Analog", [&](int c) { return plainLabel(shown(config.AnalogName[c])); });
     // A value out of a table has up to fifteen digits.
@@ -124,6 +133,8 @@ QLayout* PitRun::makeAnalogs() {
     for (int c = 1; c <= 8; ++c) {
         grid->addWidget(&Text_Analog[c], c, 0);
         grid->addWidget(&Analog[c], c, 1);
+        grid->addWidget(
+            makeBar(link::firstPitAnalog + c - 1, &Analog[c], Text_Analog[c].text()), c, 2);
     }
     grid->setRowStretch(9, 1);
     return grid;
@@ -132,15 +143,40 @@ QLayout* PitRun::makeAnalogs() {
 QLayout* PitRun::makeExhausts() {
     auto* grid = columnGrid();
     Temps_Label = named(headingLabel(QStringLiteral("Exhaust Temps")), "Temps_Label");
-    grid->addWidget(Temps_Label, 0, 0, 1, 2);
+    grid->addWidget(Temps_Label, 0, 0, 1, 3);
     Text_T.make("Text_T", [](int i) { return plainLabel(QStringLiteral("Exhaust %1").arg(i)); });
     T.make("T", [](int) { return cell(QStringLiteral("00000"), mediumDigits); });
     for (int i = 1; i <= 8; ++i) {
         grid->addWidget(&Text_T[i], i, 0);
         grid->addWidget(&T[i], i, 1);
+        grid->addWidget(makeBar(link::firstPitExhaust + i - 1, &T[i], Text_T[i].text()), i, 2);
     }
     grid->setRowStretch(9, 1);
     return grid;
+}
+
+// Where the number of a channel stands between the smallest and the largest since the start.
+RangeBar* PitRun::makeBar(int channel, QLabel* value, const QString& name) {
+    const auto place = static_cast<std::size_t>(channel);
+    auto* bar = new RangeBar([this, place] { return shown(m_display.ranges()[place].text()); });
+    bar->setObjectName(QStringLiteral("Bar_") + value->objectName());
+    bar->setAccessibleName(name.trimmed() + QStringLiteral(", from smallest to largest"));
+    m_bars[place] = bar;
+    return bar;
+}
+
+void PitRun::makeFreeze() {
+    But_Freeze = named(new QPushButton(QStringLiteral("&Freeze")), "But_Freeze");
+    But_Freeze->setCheckable(true);
+    But_Freeze->setAutoDefault(false);
+    But_Freeze->setToolTip(
+        QStringLiteral("The numbers stand still while the logger goes on, by the key F too."));
+    Label_Freeze = named(headingLabel({}), "Label_Freeze");
+    connect(But_Freeze, &QPushButton::clicked, this, &PitRun::But_Freeze_Click);
+    auto* key = new QShortcut(QKeySequence(Qt::Key_F), this);
+    key->setAutoRepeat(false);
+    connect(key, &QShortcut::activated, But_Freeze, &QPushButton::click);
+    showFreeze();
 }
 
 // Required: they stand on the form, and no frame ever drives them.
@@ -172,15 +208,19 @@ QLayout* PitRun::makeBottom() {
     connect(BTN_Ok, &QPushButton::clicked, this, &PitRun::BTN_Ok_Click);
     Label_Port = named(plainLabel({}), "Label_Port");
     showPort();
-    return row({Label_Port, LayoutPart::room(), Command1, BTN_Ok});
+    makeFreeze();
+    return row({Label_Port, LayoutPart::room(), But_Freeze, Command1, BTN_Ok});
 }
 
 void PitRun::makeLayout() {
     Label_Status = named(headingLabel({}), "Label_Status");
     Label_Status->setFixedHeight(Label_Status->fontMetrics().lineSpacing());
     auto* readings = row({makeSpeeds(), makeAnalogs(), makeExhausts(), LayoutPart::room()});
-    readings->setSpacing(32);
-    auto* all = column({readings, LayoutPart::room(), makeIdleRow(), Label_Status, makeBottom()});
+    readings->setSpacing(20);
+    auto* bottom = makeBottom();
+    Label_Freeze->setFixedHeight(Label_Status->height());
+    auto* words = row({{Label_Status, 1}, Label_Freeze});
+    auto* all = column({readings, LayoutPart::room(), makeIdleRow(), words, bottom});
     all->setContentsMargins(20, 16, 20, 16);
     all->setSpacing(12);
     setLayout(all);
@@ -206,7 +246,10 @@ void PitRun::reject() {
     BTN_Ok_Click();
 }
 
+// What is seen is counted from here on; what stands still when a run ends goes on standing.
 void PitRun::setCommand1(const std::string& caption) {
+    if (m_session.running()) m_display.start();
+    showFreeze();
     Command1->setText(QLatin1Char('&') + shown(caption));
     showPort(); // it is open or closed by now
 }
@@ -219,10 +262,32 @@ void PitRun::applyLayout(const link::PitRunLayout& layout) {
         Analog[i].setVisible(layout.Analog[i]);
         Text_T[i].setVisible(layout.T[i]);
         T[i].setVisible(layout.T[i]);
+        m_bars[static_cast<std::size_t>(link::firstPitAnalog + i - 1)]->setVisible(
+            layout.Analog[i]);
+        m_bars[static_cast<std::size_t>(link::firstPitExhaust + i - 1)]->setVisible(layout.T[i]);
     }
 }
 
+void PitRun::But_Freeze_Click() {
+    m_display.freeze(But_Freeze->isChecked());
+    showFreeze();
+    if (!m_display.frozen()) showNumbers();
+}
+
+void PitRun::showFreeze() {
+    But_Freeze->setChecked(m_display.frozen());
+    But_Freeze->setEnabled(m_session.running() || m_display.frozen());
+    Label_Freeze->setText(m_display.frozen()
+                              ? QStringLiteral("The numbers stand still - F lets them go on")
+                              : QString());
+}
+
 void PitRun::showReadings(const link::PitRunReadings& readings) {
+    if (m_display.take(readings)) showNumbers();
+}
+
+void PitRun::showNumbers() {
+    const link::PitRunReadings& readings = m_display.latest();
     write(*LineNumber, readings.LineNumber);
     write(*ERpm, readings.ERpm);
     write(*CRpm, readings.CRpm);
@@ -235,6 +300,8 @@ void PitRun::showReadings(const link::PitRunReadings& readings) {
             writeAtPoint(Analog[i], *readings.Analog[i], m_widestWhole[i]);
         write(T[i], readings.T[i]);
     }
+    for (std::size_t channel = 0; channel < m_bars.size(); ++channel)
+        m_bars[channel]->setPlace(m_display.ranges()[channel].place());
 }
 
 void PitRun::setStatus(const std::string& text) {

@@ -1,15 +1,20 @@
 #pragma once
 // PitRun: the readings of the logger as numbers, live, while the engine runs in the pits. It reads
 // and shows; the course of a pit run is link/pit_run_session.h.
+#include "link/pit_run_display.h"
 #include "link/pit_run_session.h"
 #include "platform/qt/form_kit.h"
 
 #include <QDialog>
 
+#include <array>
+
 class QLabel;
 class QPushButton;
 
 namespace kvo::forms {
+
+class RangeBar;
 
 class PitRun : public QDialog, public link::PitRunView {
     Q_OBJECT
@@ -28,7 +33,12 @@ private:
     QLayout* makeExhausts();
     QLayout* makeIdleRow();
     QLayout* makeBottom();
+    void makeFreeze();
+    RangeBar* makeBar(int channel, QLabel* value, const QString& name);
     void Command1_Click();
+    void But_Freeze_Click();
+    void showFreeze();
+    void showNumbers();
     void BTN_Ok_Click();
 
     // link::PitRunView
@@ -49,6 +59,10 @@ private:
     QLabel* FlowMeter = nullptr;    // never driven, as StatusLabel
     QLabel* Label_Port = nullptr;   // where the logger is
     QLabel* Label_Status = nullptr; // says when nothing comes
+    QPushButton* But_Freeze = nullptr;
+    QLabel* Label_Freeze = nullptr; // says that the numbers stand still
+    std::array<RangeBar*, link::pitChannels> m_bars{};
+    link::PitRunDisplay m_display;
     platform_qt::ControlArray<QLabel, 1, 8> Analog;
     platform_qt::ControlArray<QLabel, 1, 8> Text_Analog;
     platform_qt::ControlArray<QLabel, 1, 8> T;

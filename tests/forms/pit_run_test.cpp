@@ -5,13 +5,16 @@
 #include "core/basic/plain_number.h"
 #include "core/forms/doors.h"
 #include "link/forms/logger_line.h"
+#include "link/forms/range_bar.h"
 #include "tests/forms/support/form_test_main.h"
 #include "tests/forms/support/test_program.h"
 #include "tests/forms/support/user_click.h"
 #include "tests/support/pit_rig.h"
 
+#include <QHelpEvent>
 #include <QLabel>
 #include <QPushButton>
+#include <QToolTip>
 
 #include <memory>
 #include <optional>
@@ -37,6 +40,12 @@ QPushButton& pitStartButton() {
 }
 QPushButton& cancelButton() {
     return control<QPushButton>(form<PitRun>(), "BTN_Ok");
+}
+QPushButton& freezeButton() {
+    return control<QPushButton>(form<PitRun>(), "But_Freeze");
+}
+forms::RangeBar& rangeBar(const char* name) {
+    return dynamic_cast<forms::RangeBar&>(control<QWidget>(form<PitRun>(), name));
 }
 QString status() {
     return label("Label_Status").text();
@@ -280,6 +289,7 @@ private slots:
 
     void theWidestValuesFitTheirCells() {
         connectLogger(25);
+        for (std::string& name : m_program->state.Config.AnalogName) name = "WWWWWWWW";
         open();
         const auto fits = [](QLabel& cell, const char* text) {
             return cell.fontMetrics().horizontalAdvance(QLatin1String(text)) <=
@@ -294,6 +304,95 @@ private slots:
         const QSize least = form<PitRun>().minimumSizeHint();
         QVERIFY2(least.width() <= 960 && least.height() <= 500,
             qPrintable(QString::number(least.height())));
+    }
+
+    void barsShowWhereANumberStands() {
+        connectLogger(25);
+        open();
+        QCOMPARE(rangeBar("Bar_ERpm").place(), 0.0);
+        QList<double> places;
+        double smallest = 1e9;
+        double largest = 0;
+        for (int i = 1; i <= 40; ++i)
+            at(i * second / 20, [&] {
+                const double rpm = label("ERpm").text().toDouble();
+                smallest = qMin(smallest, rpm);
+                largest = qMax(largest, rpm);
+                places << rangeBar("Bar_ERpm").place();
+            });
+        QString tip;
+        at(2 * second + 1, [&tip] {
+            QHelpEvent asks(
+                QEvent::ToolTip, {3, 3}, rangeBar("Bar_ERpm").mapToGlobal(QPoint(3, 3)));
+            QCoreApplication::sendEvent(&rangeBar("Bar_ERpm"), &asks);
+            tip = QToolTip::text();
+        });
+        runUntil(2 * second + 2);
+        QVERIFY(largest > smallest);
+        QVERIFY(*std::max_element(places.begin(), places.end()) > 0.5);
+        QVERIFY(*std::min_element(places.begin(), places.end()) < 0.5);
+        for (const double place : places) QVERIFY(place >= 0 && place <= 1);
+        QVERIFY2(
+            tip.startsWith(QLatin1String("Smallest ")) && tip.contains(QLatin1String(", largest ")),
+            qPrintable(tip));
+        QCOMPARE(rangeBar("Bar_T(1)").accessibleName(),
+            QStringLiteral("Exhaust 1, from smallest to largest"));
+        QVERIFY(rangeBar("Bar_Analog(1)").isVisible());
+    }
+
+    void aBarGoesWithItsNumber() {
+        connectLogger(12);
+        open();
+        QVERIFY(rangeBar("Bar_Mph").isVisible());
+        QVERIFY(!rangeBar("Bar_Analog(5)").isVisible());
+        QVERIFY(!rangeBar("Bar_T(1)").isVisible());
+    }
+
+    void theNumbersStandStillByOneKey() {
+        connectLogger(25);
+        open();
+        QVERIFY(!freezeButton().isEnabled());
+        QStringList numbers;
+        const auto note = [&numbers] { numbers << label("LineNumber").text(); };
+        at(second, [&] {
+            QTest::keyClick(&form<PitRun>(), Qt::Key_F);
+            QVERIFY(freezeButton().isChecked());
+            QCOMPARE(label("Label_Freeze").text(),
+                QStringLiteral("The numbers stand still - F lets them go on"));
+            note();
+        });
+        at(3 * second, [&] {
+            note();
+            QCOMPARE(status(), QString()); // the logger goes on
+            QTest::keyClick(&form<PitRun>(), Qt::Key_F);
+            QCOMPARE(label("Label_Freeze").text(), QString());
+            note();
+        });
+        at(4 * second, note);
+        runUntil(4 * second + 1);
+        QCOMPARE(numbers[1], numbers[0]);
+        QVERIFY(numbers[2].toInt() > numbers[1].toInt() + 20); // at once
+        QVERIFY(numbers[3].toInt() > numbers[2].toInt());
+        QVERIFY(!freezeButton().isEnabled());
+    }
+
+    void whatStandsStillStaysSoBehindTheStopAndNoLongerAtAStart() {
+        connectLogger(25);
+        open();
+        at(second, [] { click(freezeButton()); });
+        runUntil(2 * second);
+        const QString stood = label("LineNumber").text();
+        QVERIFY(freezeButton().isChecked());
+        QVERIFY(freezeButton().isEnabled());
+        click(freezeButton());
+        QVERIFY(label("LineNumber").text() != stood);
+        QVERIFY(!freezeButton().isEnabled());
+        bool frozenAtStart = true;
+        at(3 * second, [] { click(freezeButton()); });
+        runUntil(4 * second);
+        at(5 * second, [&frozenAtStart] { frozenAtStart = freezeButton().isChecked(); });
+        runUntil(6 * second);
+        QVERIFY(!frozenAtStart);
     }
 
     void silenceIsSaidAndClearsItself() {
@@ -459,6 +558,13 @@ private slots:
             unloadAllForms();
         }
         QApplication::setPalette(light);
+        connectLogger(25);
+        open();
+        at(2 * second, [folder] {
+            click(freezeButton());
+            QVERIFY(saveScreenshot(form<PitRun>(), folder + QStringLiteral("/pit-frozen.png")));
+        });
+        runUntil(2 * second + 1);
     }
 };
 
