@@ -50,6 +50,7 @@ LoadFile::LoadFile() : m_rows(runList().rows(), m_found, m_facts) {
     setObjectName(QStringLiteral("LoadFile"));
     m_typedTimer.setSingleShot(true);
     connect(&m_typedTimer, &QTimer::timeout, this, [this] { m_typed.clear(); });
+    m_reader.setSingleShot(true);
     connect(&m_reader, &QTimer::timeout, this, &LoadFile::readSome);
     makeList();
     makeBoxes();
@@ -226,8 +227,9 @@ void LoadFile::readSome() {
     const bool inView = m_facts.wantsRowInView();
     m_sinceRefresh +=
         static_cast<int>(m_facts.read(filesAtOnce, *platform::services().files).size());
+    // Asked for anew each time, so that a want of memory is told once and not for ever.
     const bool ends = !m_facts.wantsMore();
-    if (ends) m_reader.stop();
+    if (!ends) startReading();
     if (inView) m_rows.factsCame();
     m_summary->setText(shownMessage(m_found.summary()));
     if (!m_found.needsFacts() || !(ends || m_sinceRefresh >= filesARefresh)) return;
