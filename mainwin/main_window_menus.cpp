@@ -113,6 +113,7 @@ void VrnWin32::makeCommands() {
 // Those that were open last, by their places: the first one is &1, the tenth &0.
 void VrnWin32::showRecent() {
     Needs met = 0;
+    const int widestPath = fontMetrics().averageCharWidth() * 80;
     const auto show = [&](const QString& array, const std::vector<std::string>& paths, auto need) {
         for (int i = 0; i < static_cast<int>(core::mostRecent); ++i) {
             QAction& item = m_commands.command(array.arg(i).toStdString());
@@ -120,6 +121,7 @@ void VrnWin32::showRecent() {
             if (!item.isVisible()) continue;
             met |= need(i);
             QString path = shownPath(paths[static_cast<std::size_t>(i)]);
+            path = fontMetrics().elidedText(path, Qt::ElideMiddle, widestPath);
             path.replace(QLatin1Char('&'), QLatin1String("&&"));
             item.setText(QStringLiteral("&%1  ").arg((i + 1) % 10) + path);
         }

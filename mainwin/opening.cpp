@@ -98,8 +98,11 @@ bool furnish(const std::string& folder) {
 }
 
 std::optional<StartPlace> firstFolder() {
-    const QDir documents(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
-    const std::string offered = typedPath(documents.filePath(QStringLiteral("Kvo")));
+    const std::string documents =
+        typedPath(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
+    const std::string around =
+        disk().folderExists(documents) ? documents : typedPath(QDir::homePath());
+    const std::string offered = core::joined(around, "Kvo", disk());
     const auto reply = dialogs().messageBox(
         "Kvo keeps the runs of your logger in a folder.\n\nDo you want to make the folder\n" +
             offered + "\nwith the default setup? No lets you choose another folder.",

@@ -12,6 +12,7 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QDir>
 #include <QLocale>
 #include <QStandardPaths>
 
@@ -70,7 +71,9 @@ std::string GraphExport::askPath(const graph::ExportForm& form) const {
     const platform::Services& services = platform::services();
     std::string& folder = kept<GraphExport>().folder;
     if (folder.empty()) {
-        folder = typedPath(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
+        const QString documents =
+            QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+        folder = typedPath(QDir(documents).exists() ? documents : QDir::homePath());
     }
     const core::OpenRun& run = core::state().Run;
     return graph::askExportPath(form, graph::exportName(run.headerLine, core::baseName(run.path)),

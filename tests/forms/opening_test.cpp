@@ -13,6 +13,7 @@
 #include "tests/forms/support/model_run.h"
 #include "tests/forms/support/user_click.h"
 
+#include <QDir>
 #include <QDropEvent>
 #include <QMenu>
 #include <QMenuBar>
@@ -125,9 +126,13 @@ private slots:
     }
 
     void theFirstStartOffersAFolder() {
-        const std::string offered =
-            QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation).toStdString() +
-            "/Kvo";
+        dialogs().expectBoxTitled("Welcome to Kvo", Reply::cancel).contains =
+            "\n" + QDir::homePath().toStdString() + "/Kvo\n"; // where there are no documents
+        QVERIFY(!startPlace({{}, true}));
+        const std::string documents =
+            QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation).toStdString();
+        QVERIFY(files().makeFolder(documents));
+        const std::string offered = documents + "/Kvo";
         dialogs().expectBoxTitled("Welcome to Kvo", Reply::cancel);
         QVERIFY(!startPlace({{}, true}));
         QVERIFY(!files().folderExists(offered));
@@ -302,6 +307,10 @@ private slots:
         QVERIFY(files().makeFolder("/one & two"));
         folders() = {"/one & two", "/gone"};
         runs() = {pathOf(1), "/kvo/Data/gone.12d"};
+        folders().push_back("/" + std::string(300, 'x'));
+        mainWindow().hide();
+        QVERIFY(mainCommand("Mnu_RecentFolder(2)").text().size() < 110); // no wider than a screen
+        folders().pop_back();
         mainWindow().hide();
         QCOMPARE(mainCommand("Mnu_RecentFolder(0)").text(), QStringLiteral("&1  /one && two"));
         QCOMPARE(mainCommand("Mnu_RecentFolder(1)").text(), QStringLiteral("&2  /gone"));
