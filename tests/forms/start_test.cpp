@@ -83,8 +83,8 @@ private slots:
         QVERIFY(!isLoaded<frmSplash>());
         QVERIFY(form<VrnWin32>().isVisible());
         QCOMPARE(m_program->files.writes(), 0); // a start never writes
-        QCOMPARE(m_program->settings.lists["folders"].front(),
-            QDir(m_folder.path()).canonicalPath().toStdString());
+        QCOMPARE(m_program->settings.lists["folders"],
+            std::vector<std::string>{QDir(m_folder.path()).canonicalPath().toStdString()});
     }
 
     void leftoversOfAKilledWriteAreClearedAway() {

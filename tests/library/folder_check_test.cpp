@@ -72,7 +72,7 @@ TEST_F(FolderCheck, ARunThatIsCutIsNamed) {
     bytes.pop_back();
     files.put(runPath, bytes);
     EXPECT_EQ(damaged(), "Data/26111514.52d");
-    EXPECT_EQ(check().damaged[0].reason, "It is cut short: 114575 bytes of 114576.");
+    EXPECT_EQ(check().damaged.at(0).reason, "It is cut short: 114575 bytes of 114576.");
 }
 
 TEST_F(FolderCheck, ARunIsKnownByItsTypeAndItsRows) {
