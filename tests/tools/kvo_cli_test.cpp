@@ -126,10 +126,10 @@ TEST_F(KvoCli, ListTellsTheRunsInTheirOrder) {
     outcome = run("list --json " + quoted(runs));
     const json told = json::parse(outcome.out);
     ASSERT_EQ(told.size(), rows.size());
-    EXPECT_EQ(told[0]["file"], first);
-    EXPECT_EQ(told[0]["title"], rows[0].Description);
-    EXPECT_EQ(told[0]["found"], false);
-    EXPECT_EQ(told[1]["found"], true);
+    EXPECT_EQ(told.at(0)["file"], first);
+    EXPECT_EQ(told.at(0)["title"], rows[0].Description);
+    EXPECT_EQ(told.at(0)["found"], false);
+    EXPECT_EQ(told.at(1)["found"], true);
     EXPECT_NE(run("list " + quoted(runs)).out.find("\tmissing\n"), std::string::npos);
     EXPECT_EQ(run("list").out, ""); // a folder without a list
     EXPECT_EQ(run("list /no/such").code, 1);
@@ -146,8 +146,8 @@ TEST_F(KvoCli, InfoAndStatsTellWhatTheWindowsShow) {
     // A name of the list is enough where the folder is told.
     EXPECT_EQ(run("info --folder " + quoted(runs) + " " + first).out, info.out);
     const json stats = json::parse(runOn("stats", "--json").out);
-    EXPECT_EQ(stats["channels"][0]["name"], "Engine");
-    EXPECT_GT(stats["channels"][0]["maximum"], stats["channels"][0]["minimum"]);
+    EXPECT_EQ(stats["channels"].at(0)["name"], "Engine");
+    EXPECT_GT(stats["channels"].at(0)["maximum"], stats["channels"].at(0)["minimum"]);
     EXPECT_NE(runOn("stats").out.find("Engine:"), std::string::npos);
 }
 
@@ -214,7 +214,7 @@ TEST_F(KvoCli, CheckNamesWhatIsDamaged) {
     EXPECT_NE(outcome.out.find("damaged: Data/" + first + ": It is cut short"), std::string::npos)
         << outcome.out;
     const json told = json::parse(run("check --json " + quoted(runs)).out);
-    EXPECT_EQ(told["damaged"][0]["file"], "Data/" + first);
+    EXPECT_EQ(told["damaged"].at(0)["file"], "Data/" + first);
 }
 
 TEST_F(KvoCli, HostileTextsChangeNoTerminalAndBreakNoJson) {
@@ -288,7 +288,7 @@ TEST_F(KvoCli, PicturesNeedNoDisplay) {
     EXPECT_EQ(outcome.out.substr(16, 8), std::string("\0\0\x03\x20\0\0\x01\xF4", 8));
     const std::string dark = outcome.out;
     EXPECT_NE(runOn("export", "--png --size 800x500 --white -o -").out, dark);
-    const std::string second = json::parse(run("list --json " + quoted(runs)).out)[1]["file"];
+    const std::string second = json::parse(run("list --json " + quoted(runs)).out).at(1)["file"];
     outcome = runOn(
         "export", "--png --size 800x500 --overlay " + quoted(runs + "/Data/" + second) + " -o -");
     EXPECT_EQ(outcome.code, 0) << outcome.err;
