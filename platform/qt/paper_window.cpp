@@ -38,18 +38,15 @@ QPalette paperColours() {
 // own again.
 class OnPaper {
 public:
-    explicit OnPaper(QWidget& window)
-        : m_window(window), m_own(window.testAttribute(Qt::WA_SetPalette)),
-          m_before(window.palette()) {
+    explicit OnPaper(QWidget& window) : m_window(window), m_before(window.palette()) {
         m_window.setPalette(paperColours());
     }
-    ~OnPaper() { m_window.setPalette(m_own ? m_before : QPalette()); }
+    ~OnPaper() { m_window.setPalette(m_before); }
     OnPaper(const OnPaper&) = delete;
     OnPaper& operator=(const OnPaper&) = delete;
 
 private:
     QWidget& m_window;
-    bool m_own;
     QPalette m_before;
 };
 

@@ -431,8 +431,9 @@ private slots:
         QVERIFY(!heading.isEmpty());
         QVERIFY(heading.top() < marginPoints + 12);
         // Made smaller it fits, and the picture begins below it.
-        QVERIFY(
-            page.placeOf(QString(150, QLatin1Char('M'))).right() <= page.width - marginPoints + 1);
+        const QRectF end = page.placeOf(QString(150, QLatin1Char('M')));
+        QVERIFY(!end.isEmpty());
+        QVERIFY(end.right() <= page.width - marginPoints + 1);
         const QImage image = testing::pdfPageImage(pathOf("heading.pdf"), 1, 72);
         const auto pixel = [&](double y) {
             return image.pixelColor(static_cast<int>(page.width / 2), static_cast<int>(y));
