@@ -95,7 +95,10 @@ bool pullAt(
     if (core > mostCore) ++figures.busy;
     const std::chrono::duration<double, std::milli> took = *closed - end.pulled();
     figures.closeMs.push_back(std::max(0.0, took.count()));
-    if (took.count() > mostCloseMs) ++figures.slow;
+    if (took.count() > mostCloseMs) {
+        ++figures.slow;
+        std::printf("%s: closed after %.1f ms\n", name.c_str(), took.count());
+    }
     return true;
 }
 
