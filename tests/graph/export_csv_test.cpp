@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <limits>
 #include <map>
 #include <memory>
 #include <string>
@@ -278,4 +279,52 @@ TEST_F(ExportCsv, OnlyANameBeyondAsciiBringsTheMark) {
     state->Run.image.setup.AnalogName[2] = "\xD6l";
     EXPECT_TRUE(csv().starts_with("\xEF\xBB\xBFTime (s),"));
     EXPECT_EQ(header()[11], "\xC3\x96l");
+}
+
+// Whatever a file holds: every line has as many cells as there are names.
+TEST_F(ExportCsv, NoRunBreaksTheTable) {
+    unsigned seed = 7;
+    const auto byte = [&seed] {
+        seed = seed * 1664525U + 1013904223U;
+        return static_cast<std::uint8_t>(seed >> 24U);
+    };
+    const float odd[] = {std::numeric_limits<float>::quiet_NaN(),
+        std::numeric_limits<float>::infinity(), -3e38F, 1e-40F};
+    for (int round = 0; round < 60; ++round) {
+        const int types[] = {8, 12, 17, 20, 25, 32, 43, 23, 29, 99};
+        open(types[round % 10], 40);
+        core::RunImage& image = state->Run.image;
+        image.tail.TimeOffset = static_cast<std::int16_t>(byte() * 256 + byte());
+        image.header.CrankGearTeeth = byte();
+        image.header.BasketGearTeeth = static_cast<std::uint8_t>(byte() % 3);
+        image.analog.CrownTeeth = odd[byte() % 4];
+        image.analog.PinionTeeth = odd[byte() % 4];
+        for (int n = 1; n <= 8; ++n) {
+            image.tail.AnalogTypes[n] = byte();
+            image.analog.AnalogScale[n] = odd[byte() % 4];
+            image.analog.AnalogOffset[n] = odd[byte() % 4];
+            image.analog.AnalogDecimals[n] = byte();
+            for (char& c : image.setup.AnalogName[n]) c = static_cast<char>(byte());
+        }
+        for (int i = 1; i <= 40; ++i) {
+            core::RunSample& row = image.samples[i];
+            row.Index = static_cast<std::int16_t>(byte() * 256 + byte());
+            row.EngineRpm = static_cast<std::int16_t>(byte() * 256 + byte());
+            row.OutputRpm = static_cast<std::int16_t>(byte() * 256 + byte());
+            row.SpeedRaw = static_cast<std::int32_t>(seed);
+            row.Status = byte();
+        }
+        int cellsOfLine = 1;
+        int cellsOfNames = 0;
+        bool quoted = false;
+        for (const char c : csv()) {
+            if (c == '"') quoted = !quoted;
+            if (!quoted && c == ',') ++cellsOfLine;
+            if (quoted || c != '\n') continue;
+            if (cellsOfNames == 0) cellsOfNames = cellsOfLine;
+            ASSERT_EQ(cellsOfLine, cellsOfNames) << "type " << types[round % 10];
+            cellsOfLine = 1;
+        }
+        ASSERT_FALSE(quoted);
+    }
 }

@@ -161,3 +161,19 @@ TEST_F(FolderCheck, WhatCannotBeReadIsNamed) {
     files.put("/kvo/Data/.26111514.52d.12-0.new", {1});
     EXPECT_EQ(check().notes.size(), 1U);
 }
+
+TEST_F(FolderCheck, NoContentBreaksTheCheck) {
+    platform::Bytes bytes = content(runPath);
+    unsigned seed = 11;
+    for (int round = 0; round < 400; ++round) {
+        seed = seed * 1664525U + 1013904223U;
+        if (round % 4 == 0) bytes.resize((seed >> 8U) % 130000);
+        if (!bytes.empty())
+            bytes[(seed >> 4U) % bytes.size()] ^= static_cast<std::uint8_t>(seed >> 24U);
+        files.put(runPath, bytes);
+        files.put(infoPath, bytes);
+        files.put("/kvo/Data/KvoData.Ini", bytes);
+        files.put("/kvo/Kvo.Cfg", bytes);
+        EXPECT_GE(check().files, 4);
+    }
+}
