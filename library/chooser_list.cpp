@@ -10,6 +10,7 @@
 #include "platform/text.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace kvo::library {
 
@@ -87,11 +88,16 @@ std::optional<std::size_t> rowToOpenOn(
     const auto last = std::find_if(rows.begin(), rows.end(), [&](const core::RunIndexEntry& row) {
         return !lastChosenFile.empty() && row.FileName == lastChosenFile;
     });
-    const auto newest = std::max_element(
-        rows.begin(), rows.end(), [](const core::RunIndexEntry& a, const core::RunIndexEntry& b) {
-            return datedName(a) < datedName(b);
-        });
-    return static_cast<std::size_t>((last != rows.end() ? last : newest) - rows.begin());
+    if (last != rows.end()) return static_cast<std::size_t>(last - rows.begin());
+    std::size_t newest = 0;
+    std::string newestName = datedName(rows[0]);
+    for (std::size_t row = 1; row < rows.size(); ++row) {
+        std::string name = datedName(rows[row]);
+        if (name <= newestName) continue;
+        newest = row;
+        newestName = std::move(name);
+    }
+    return newest;
 }
 
 platform::WriteResult DeleteFile(const std::string& appFolder,

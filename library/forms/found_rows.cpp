@@ -26,6 +26,17 @@ int FoundRows::columnCount(const QModelIndex& parent) const {
     return parent.isValid() ? 0 : library::runColumns;
 }
 
+QModelIndex FoundRows::index(int row, int column, const QModelIndex& parent) const {
+    const bool there = !parent.isValid() && row >= 0 && row < m_found.count() && column >= 0 &&
+                       column < library::runColumns;
+    return there ? createIndex(row, column) : QModelIndex();
+}
+
+Qt::ItemFlags FoundRows::flags(const QModelIndex& index) const {
+    if (!index.isValid()) return {};
+    return Qt::ItemIsSelectable | Qt::ItemIsEnabled | Qt::ItemNeverHasChildren;
+}
+
 QVariant FoundRows::data(const QModelIndex& index, int role) const {
     // A view asks for no row too, and may be painted before it hears of another list.
     const int row = m_found.rowAt(index.row());
