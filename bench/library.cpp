@@ -201,10 +201,10 @@ void measureTimeGraph(Table& table) {
     }
     auto& graph = form<forms::TimeGraph>();
     graph.resize(1366, 700);
-    graph.open(true);
+    graph.showTable(true);
     QApplication::processEvents();
     const auto draw = [&] {
-        graph.open(true); // an open one reads its times anew
+        graph.showTable(true); // an open one reads its times anew
         graph.repaint();
         QApplication::processEvents();
     };
