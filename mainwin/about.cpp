@@ -24,12 +24,15 @@ About::About() {
     name->setFont(large);
     auto* what = new QLabel(QStringLiteral("Data acquisition for drag racing"));
     auto* version = named(new QLabel(versionText()), "Label_Version");
+    auto* licence = named(new QLabel(licenceText()), "Label_Licence");
+    auto* toolkit = named(new QLabel(toolkitText()), "Label_Toolkit");
     auto* close = named(new QPushButton(QStringLiteral("&Close")), "Command1");
     close->setDefault(true);
     connect(close, &QPushButton::clicked, this, &About::Command1_Click);
-    for (QLabel* label : {name, what, version}) label->setAlignment(Qt::AlignHCenter);
-    auto* all = column(
-        {picture, name, what, version, row({LayoutPart::room(), close, LayoutPart::room()})});
+    for (QLabel* label : {name, what, version, licence, toolkit})
+        label->setAlignment(Qt::AlignHCenter);
+    auto* all = column({picture, name, what, version, licence, toolkit,
+        row({LayoutPart::room(), close, LayoutPart::room()})});
     all->setContentsMargins(28, 20, 28, 20);
     all->setSpacing(8);
     setLayout(all);

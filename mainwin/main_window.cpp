@@ -21,6 +21,8 @@
 #include <QLabel>
 #include <QScreen>
 
+#include <array>
+
 namespace kvo::forms {
 
 using namespace platform_qt;
@@ -223,6 +225,13 @@ void VrnWin32::Mnu_SetupSoftware_Click() {
 void VrnWin32::Mnu_EditVSetup_Click() {
     const MainMenusDisabled off;
     doors().editVehicleSetup();
+}
+
+// The toolbar's key has the index 0.
+void VrnWin32::Mnu_Help_Click(int index) {
+    static constexpr std::array pages{HelpPage::index, HelpPage::index, HelpPage::keyboard,
+        HelpPage::commands, HelpPage::usingHelp};
+    doors().showHelp(pages.at(static_cast<std::size_t>(index)));
 }
 
 void VrnWin32::Mnu_UpDate_Click() {

@@ -7,6 +7,7 @@
 #include <QPixmap>
 
 #include <span>
+#include <vector>
 
 class QFrame;
 class QLabel;
@@ -24,6 +25,8 @@ public:
     // The picture of the vehicle that the configuration names now.
     void loadLogo();
     const platform_qt::Commands& commands() const { return m_commands; }
+    // Its menus and its toolbar, for a list of all commands.
+    static std::vector<platform_qt::CommandRow> commandRows();
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -60,6 +63,7 @@ private:
     void Mnu_ConfigureComputer_Click();
     void Mnu_SetupSoftware_Click();
     void Mnu_EditVSetup_Click();
+    void Mnu_Help_Click(int index);
     void Mnu_UpDate_Click();
     void Mnu_AboutVrn_Click();
 

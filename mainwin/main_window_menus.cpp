@@ -76,10 +76,10 @@ std::span<const MenuRow<VrnWin32>> VrnWin32::menuRows() {
         {"Mnu_Setup", "Setup Software", "Mnu_SetupSoftware", &W::Mnu_SetupSoftware_Click, {.writes = true}},
         {"Mnu_Setup", "Configure &On Board Computer", "Mnu_ConfigureComputer", &W::Mnu_ConfigureComputer_Click, {.writes = true}},
         {"Mnu_Setup", "Edit Vehicle Setup Defaults", "Mnu_EditVSetup", &W::Mnu_EditVSetup_Click, {.writes = true}},
-        {"Mnu_HelpList", "&Index", "Mnu_Help(1)", nullptr, {.shortcut = "F1"}},
-        {"Mnu_HelpList", "&Keyboard", "Mnu_Help(2)"},
-        {"Mnu_HelpList", "&Commands", "Mnu_Help(3)"},
-        {"Mnu_HelpList", "&Using Help", "Mnu_Help(4)"},
+        {"Mnu_HelpList", "&Index", "Mnu_Help(1)", {&W::Mnu_Help_Click, 1}, {.shortcut = "F1"}},
+        {"Mnu_HelpList", "&Keyboard", "Mnu_Help(2)", {&W::Mnu_Help_Click, 2}},
+        {"Mnu_HelpList", "&Commands", "Mnu_Help(3)", {&W::Mnu_Help_Click, 3}},
+        {"Mnu_HelpList", "&Using Help", "Mnu_Help(4)", {&W::Mnu_Help_Click, 4}},
         {"Mnu_HelpList", "Check for KVO Update", "Mnu_UpDate", &W::Mnu_UpDate_Click, {.line = true}},
         {"Mnu_HelpList", "&About KVO", "Mnu_AboutVrn", &W::Mnu_AboutVrn_Click},
     });
@@ -95,11 +95,15 @@ std::span<const ToolRow<VrnWin32>> VrnWin32::toolRows() {
         {"EnterRunInfo", "Run Info", "Mnu_EnterRunInfo", drawInfoIcon, {.line = true}},
         {"CopyData", "Copy Data", "Mnu_copydata(0)", drawCopyIcon},
         {"DeleteData", "Delete", "Mnu_DeleteRun", drawDeleteIcon},
-        {"Help", "Help", "", drawHelpIcon, {.line = true}}, // the help is not there yet
+        {"Help", "Help", "", drawHelpIcon, {.routine = {&VrnWin32::Mnu_Help_Click, 0}, .line = true}},
     });
     return rows;
 }
 // clang-format on
+
+std::vector<CommandRow> VrnWin32::commandRows() {
+    return platform_qt::commandRows(menuRows(), toolRows());
+}
 
 void VrnWin32::makeCommands() {
     m_commands.makeMenus(*menuBar(), *this, menuRows());

@@ -16,6 +16,16 @@ std::string versionNumbers() {
     return KVO_VERSION;
 }
 
+QString licenceText() {
+    return QStringLiteral("No licence has been granted yet for Kvo.");
+}
+
+QString toolkitText() {
+    return QStringLiteral("Made with Qt %1, which is under the\n"
+                          "GNU Lesser General Public License, version 3.")
+        .arg(QLatin1String(qVersion()));
+}
+
 std::string makersPage() {
     return "https://kvo.example";
 }

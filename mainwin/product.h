@@ -11,6 +11,10 @@ namespace kvo::forms {
 QString versionText();
 // The three numbers joined by ".".
 std::string versionNumbers();
+// Under which licence the program is.
+QString licenceText();
+// The toolkit that the program runs on, with its version and its licence. Two lines.
+QString toolkitText();
 // The makers' web address.
 std::string makersPage();
 // Address of the maker's update page.

@@ -26,6 +26,7 @@
 #include "link/port_list.h"
 #include "mainwin/about.h"
 #include "mainwin/folder_held.h"
+#include "mainwin/help.h"
 #include "mainwin/main_window.h"
 #include "mainwin/opening.h"
 #include "mainwin/product.h"
@@ -221,6 +222,8 @@ void openDoors() {
     all.openPath = openPath;
     all.rememberRun = rememberRun;
     all.showAbout = [] { showModal(form<About>()); };
+    all.showHelp = showHelp;
+    takeHelpKey();
 }
 
 bool startProgram() {

@@ -52,6 +52,10 @@ struct SizeInTwips {
     double height = 0;
 };
 
+// A page of the help: the beginning of the guide, the keys, the commands, how the help is used, and
+// the chapter on the graph.
+enum class HelpPage { index, keyboard, commands, usingHelp, graph };
+
 struct Doors {
     // The main window goes while another form is shown in its place, and comes back when that goes.
     Door<void()> hideMainWindow{"hideMainWindow"};
@@ -141,6 +145,8 @@ struct Doors {
     Door<void(const std::string&)> rememberRun{"rememberRun"};
     // Name and version of the program, modal.
     Door<void()> showAbout{"showAbout"};
+    // The help inside the program, not modal, but over a modal form that waits.
+    Door<void(HelpPage)> showHelp{"showHelp"};
 };
 
 // The doors of the program.

@@ -94,7 +94,8 @@ std::span<const Menus> menuRows() {
         {"Mnu_Tools", "&Last Sample", "Mnu_SampleEnd(1)", {&G::Mnu_SampleEnd_Click, 1}, {.needs = run, .shortcut = "End"}},
         {"Mnu_Tools", "Fit &Whole Run", "Mnu_FitWhole", &G::Mnu_FitWhole_Click, {.needs = run, .line = true, .shortcut = "F"}},
         {"Mnu_Tools", "Zoom &Back", "Mnu_ZoomBack", &G::Mnu_ZoomBack_Click, {.needs = run | steps, .shortcut = "Backspace"}},
-        {"Mnu_Help", "&Help", "Mnu_HelpItem"},
+        {"Mnu_Help", "&Help", "Mnu_HelpItem", {&G::Mnu_HelpItem_Click, 0}, {.shortcut = "F1"}},
+        {"Mnu_Help", "&Keyboard", "Mnu_Keyboard", {&G::Mnu_HelpItem_Click, 1}},
         {"Mnu_Help", "&About KVO", "Mnu_GraphFile", &G::Mnu_GraphFile_Click},
     });
     return rows;
@@ -122,6 +123,10 @@ std::span<const Keys> toolRows() {
 } // namespace
 
 GraphCommands::GraphCommands(const GraphParts& parts) : m_parts(parts) {}
+
+std::vector<CommandRow> GraphCommands::commandRows() {
+    return platform_qt::commandRows(menuRows(), toolRows());
+}
 
 QToolBar& GraphCommands::make(QMainWindow& window) {
     m_commands.makeMenus(*window.menuBar(), *this, menuRows());
@@ -325,6 +330,10 @@ void GraphCommands::Mnu_FitWhole_Click() {
 
 void GraphCommands::Mnu_ZoomBack_Click() {
     m_parts.scale.stepBack();
+}
+
+void GraphCommands::Mnu_HelpItem_Click(int keyboard) {
+    doors().showHelp(keyboard != 0 ? HelpPage::keyboard : HelpPage::graph);
 }
 
 void GraphCommands::Mnu_GraphFile_Click() {

@@ -12,6 +12,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 class QMainWindow;
 class QToolBar;
@@ -43,6 +44,9 @@ class GraphCommands : public QObject {
 
 public:
     explicit GraphCommands(const GraphParts& parts);
+
+    // Its menus and its toolbar, for a list of all commands.
+    static std::vector<platform_qt::CommandRow> commandRows();
 
     // Fills the window's menu bar and makes its toolbar, whose place is the window's.
     QToolBar& make(QMainWindow& window);
@@ -81,6 +85,7 @@ public:
     void Mnu_SampleEnd_Click(int last); // 0 the first sample, 1 the last
     void Mnu_FitWhole_Click();
     void Mnu_ZoomBack_Click();
+    void Mnu_HelpItem_Click(int keyboard); // 0 the chapter on the graph
     void Mnu_GraphFile_Click();
 
 private:

@@ -86,6 +86,33 @@ template <class W> struct ToolRow {
     KeyOptions<W> options{};
 };
 
+// A row of either table as a list of all commands tells it. A key that presses a command of the
+// menus is told only where it has a shortcut of its own.
+struct CommandRow {
+    const char* menu; // empty for a key of the toolbar
+    const char* caption;
+    const char* control;
+    const char* shortcut;
+    bool isMenu = false;
+};
+
+// The rows of the menus, and behind them those of the toolbar that the menus do not have.
+template <class W>
+std::vector<CommandRow> commandRows(
+    std::span<const MenuRow<W>> menus, std::span<const ToolRow<W>> keys) {
+    std::vector<CommandRow> rows;
+    for (const MenuRow<W>& row : menus) {
+        const MenuOptions& more = row.options;
+        rows.push_back({row.menu, row.caption, row.control, more.shortcut, more.subMenu});
+    }
+    for (const ToolRow<W>& key : keys) {
+        const bool alone = std::string_view(key.presses).empty();
+        if (alone || !std::string_view(key.options.shortcut).empty())
+            rows.push_back({"", key.caption, key.key, key.options.shortcut});
+    }
+    return rows;
+}
+
 // The engine. A row of the menus is enabled when it has a routine, its needs are met and it is not
 // switched off; a sub menu when its own needs are met and a row of it is enabled; a menu of the bar
 // always opens, unless its needs or a switch say otherwise. A key follows the command it presses.

@@ -77,6 +77,7 @@ std::array<bool, doorCount> openOnes() {
         all.rememberRun.isOpen(),
         all.endProgram.isOpen(),
         all.showAbout.isOpen(),
+        all.showHelp.isOpen(),
     };
     // clang-format on
 }

@@ -112,10 +112,13 @@ private slots:
         }
     }
 
-    // The name stands for a command that shows its form in a later version of the program.
-    void commandsWithoutAFormAreDisabled() {
+    void helpOpensTheChapterOfTheGraphAndTheListOfKeys() {
         open(32);
-        QVERIFY(!command("Mnu_HelpItem").isEnabled());
+        std::vector<forms::HelpPage> asked;
+        forms::doors().showHelp = [&asked](forms::HelpPage page) { asked.push_back(page); };
+        command("Mnu_HelpItem").trigger();
+        command("Mnu_Keyboard").trigger();
+        QCOMPARE(asked, (std::vector{forms::HelpPage::graph, forms::HelpPage::keyboard}));
     }
 
     void timesTypedInTheInfoStandInTheBoxes() {
