@@ -233,6 +233,10 @@ int cursorDraggedTo(double x, int sampleCount) {
     return cursorAt(inside).value_or(1);
 }
 
+int cursorAtTime(double seconds, int timeOffset, int sampleCount) {
+    return cursorDraggedTo(seconds * core::samplesPerSecond + timeOffset, sampleCount);
+}
+
 std::optional<std::string> textUnderPointer(
     const ReadOutInput& input, float x, float y, const PointerLabels& labels) {
     const auto sample = cursorAt(x);

@@ -20,6 +20,9 @@ std::optional<std::int16_t> cursorAt(double x);
 // the run its end.
 int cursorDraggedTo(double x, int sampleCount);
 
+// The sample nearest to a time, seconds, of a run of so many with this time zero.
+int cursorAtTime(double seconds, int timeOffset, int sampleCount);
+
 // What the label under the pointer needs of the window.
 struct PointerLabels {
     std::function<bool(int channel)> valueEnabled;

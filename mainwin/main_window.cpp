@@ -42,6 +42,7 @@ void VrnWin32::makeInner() {
     Line1->setFrameStyle(static_cast<int>(QFrame::HLine) | static_cast<int>(QFrame::Sunken));
     Logo = new QLabel(m_inner);
     Logo->setObjectName(QStringLiteral("Logo"));
+    Logo->setAccessibleName(QStringLiteral("Picture of the vehicle"));
     Frame_Version = new QFrame(m_inner);
     Frame_Version->setObjectName(QStringLiteral("Frame_Version"));
     Label_Version = named(new QLabel, "Label_Version");

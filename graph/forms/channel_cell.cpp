@@ -148,6 +148,7 @@ ChannelCell::ChannelCell(const channels::ChannelFacts& facts, QWidget* parent)
     value->setObjectName(objectNameOf(facts.valueLabel));
     overlay->setObjectName(objectNameOf(facts.overlayLabel));
     overlay->lower(); // the value label covers it
+    overlay->setCovered(true);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
     const QSize least = minimumSizeHint();
     setMaximumSize(least.width() + graph::cellSparePx, least.height() + graph::cellGrowthPx);
@@ -156,6 +157,7 @@ ChannelCell::ChannelCell(const channels::ChannelFacts& facts, QWidget* parent)
 void ChannelCell::uncoverOverlay(bool on) {
     if (on == m_uncovered) return;
     m_uncovered = on;
+    overlay->setCovered(!on);
     setMaximumWidth(minimumSizeHint().width() + graph::cellSparePx);
     updateGeometry();
     place();

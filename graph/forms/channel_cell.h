@@ -9,6 +9,9 @@
 #include <QLabel>
 #include <QWidget>
 
+#include <functional>
+#include <utility>
+
 namespace kvo::forms {
 
 // Switches a channel on and off; a filled or empty square of the channel's colour stands in front
@@ -53,6 +56,13 @@ public:
     void setFore(platform::Colour fore);
     // With systemButtonFace the label looks as the desktop has it.
     void setBack(platform::Colour back);
+    // What is read aloud in place of the bare number.
+    void setSpoken(std::function<QString()> spoken) { m_spoken = std::move(spoken); }
+    // Whether another label lies over it, so that nothing of it is seen.
+    void setCovered(bool covered) { m_covered = covered; }
+    bool isCovered() const { return m_covered; }
+    bool speaks() const { return static_cast<bool>(m_spoken); }
+    QString spoken() const { return m_spoken(); }
 
 signals:
     void doubleClicked();
@@ -63,6 +73,8 @@ protected:
 private:
     void applyColours();
 
+    std::function<QString()> m_spoken;
+    bool m_covered = false;
     platform::Colour m_back = platform::systemButtonFace;
     platform::Colour m_fore = 0;
 };

@@ -123,6 +123,9 @@ void ChannelPanel::makeCell(int channel, QWidget* box) {
         [this, channel] { emit colourWanted(channel); });
     connect(one->toggle, &ChannelToggle::colourWanted, this,
         [this, channel] { emit colourWanted(channel); });
+    one->value->setSpoken([this, channel] { return shown(graph::spokenBox(spokenBox(channel))); });
+    one->overlay->setSpoken(
+        [this, channel] { return shown(graph::spokenSecond(spokenBox(channel))); });
     one->toggle->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(one->toggle, &QWidget::customContextMenuRequested, this,
         [this, channel, one](
@@ -141,6 +144,10 @@ QWidget* ChannelPanel::makeTimes() {
     for (const TimeBox& box : timeBoxes) {
         auto* time = new ValueLabel(Frame_Times);
         time->setObjectName(QLatin1String(box.control));
+        time->setSpoken([time, &box] {
+            return shown(graph::spokenBox(
+                {box.caption, typed(time->text()), {}, graph::SecondValue::none, {}}));
+        });
         time->setBackgroundRole(QPalette::Base);
         time->setForegroundRole(QPalette::Text);
         time->setFixedWidth(time->fontMetrics().horizontalAdvance(QStringLiteral("000.000")) +
@@ -278,7 +285,7 @@ void ChannelPanel::showLabels(const graph::LabelVisibility& labels) {
 
 void ChannelPanel::showTexts(const graph::ReadOutTexts& texts) {
     m_texts.time = texts.loggerTime;
-    m_readOuts->LoggerTime->setText(shown(texts.loggerTime));
+    m_readOuts->showTime(shown(texts.loggerTime));
     for (const auto* list : {&texts.labels, &texts.emptied}) {
         for (const graph::LabelText& label : *list) showLabel(label);
     }
@@ -310,7 +317,7 @@ void ChannelPanel::emptyLabels() {
     for (const ChannelCell* one : m_cells) one->value->clear();
     m_texts = {};
     emptyOverlayLabels();
-    m_readOuts->LoggerTime->clear();
+    m_readOuts->showTime({});
     m_readOuts->showPointer({}, m_readOuts->pointerStandsInLine());
 }
 
@@ -370,6 +377,34 @@ void ChannelPanel::showTimes(const core::TrackTimes& times) {
 void ChannelPanel::setExhaustHeading(const QString& heading) {
     m_exhaustHeading = heading;
     Label15->setText(heading);
+}
+
+graph::SpokenBox ChannelPanel::spokenBox(int channel) const {
+    const auto place = static_cast<std::size_t>(channel);
+    graph::SpokenBox box;
+    box.caption = typed(cell(channel).toggle->shownCaption());
+    box.value = m_texts.values[place];
+    box.second = m_texts.overlays[place];
+    if (m_texts.differences) {
+        box.kind = graph::SecondValue::difference;
+    } else if (Frame_Times->isHidden()) {
+        box.kind = graph::SecondValue::overlay; // it has covered the times
+    }
+    box.unit = graph::spokenUnit(channel);
+    return box;
+}
+
+QString ChannelPanel::spokenCursor(const core::AppConfig& config) const {
+    std::vector<graph::SpokenBox> boxes;
+    for (int group = 0; group < static_cast<int>(m_groups.size()); ++group) {
+        for (const int channel : factsOf(group).channels) {
+            if (channels::channelOn(config, channel) && !cell(channel).toggle->isHidden())
+                boxes.push_back(spokenBox(channel));
+        }
+    }
+    const bool differs = m_texts.differences && !m_texts.time.empty();
+    return shown(
+        graph::spokenCursor(differs ? m_texts.time + ". " + m_texts.between : m_texts.time, boxes));
 }
 
 graph::PanelGroup ChannelPanel::shownGroup(const core::AppConfig& config, int group) const {

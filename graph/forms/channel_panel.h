@@ -8,6 +8,7 @@
 #include "graph/print_panel.h"
 #include "graph/read_outs.h"
 #include "graph/reference.h"
+#include "graph/spoken.h"
 #include "graph/view.h"
 
 #include <QFrame>
@@ -63,6 +64,8 @@ public:
     // without, or with the differences to a reference.
     graph::PanelTexts shownTexts(
         const core::AppConfig& config, const core::TrackTimes& times, bool overlay) const;
+    // The time and the values of the channels that are on, as they are read aloud.
+    QString spokenCursor(const core::AppConfig& config) const;
     bool clutchLabelVisible() const;
     // Whether the pointer may find the channel's curve: its value label is enabled, and there.
     bool canBeFound(int channel) const;
@@ -99,6 +102,7 @@ private:
         std::array<std::string, channels::channelCount> values;
         std::array<std::string, channels::channelCount> overlays;
     };
+    graph::SpokenBox spokenBox(int channel) const;
     graph::PanelGroup shownGroup(const core::AppConfig& config, int group) const;
     int widthNeeded(int rows) const;
     int rowsFor(int widthPx) const;

@@ -21,6 +21,7 @@ GraphCursor::GraphCursor(
     graph::GraphView& view, const graph::Course& course, GraphSurface& surface, ChannelPanel& panel)
     : m_view(view), m_course(course), m_surface(surface), m_panel(panel) {
     connect(&m_surface, &GraphSurface::scrolled, this, &GraphCursor::TimeLine);
+    m_surface.trend().setVoice(this);
     SurfaceWidget& trend = m_surface.trend();
     connect(&trend, &SurfaceWidget::keyDown, this, &GraphCursor::Trend_KeyDown);
     connect(&trend, &SurfaceWidget::mouseDown, this, &GraphCursor::Trend_MouseDown);
@@ -28,6 +29,10 @@ GraphCursor::GraphCursor(
     connect(&trend, &SurfaceWidget::mouseMoved, this, &GraphCursor::Trend_MouseMove);
     connect(&trend, &SurfaceWidget::mouseDoubleClicked, this, [this] { m_dragging = false; });
     connect(&trend, &SurfaceWidget::mouseLeft, this, [this] { Label_DataChanel_Change({}); });
+}
+
+GraphCursor::~GraphCursor() {
+    m_surface.trend().setVoice(nullptr);
 }
 
 // --- The time line
@@ -66,6 +71,7 @@ void GraphCursor::showTexts(
     if (m_view.marks.reference)
         m_panel.showDifferences(
             input.config, graph::differences(input, texts, cursor, *m_view.marks.reference));
+    m_surface.trend().tellValue();
 }
 
 void GraphCursor::uncoverSecondValues() {
@@ -130,6 +136,33 @@ void GraphCursor::Label_DataChanel_Change(const QString& text) {
     const bool inLine = graph::pointerHasLabel(toTwips(m_surface.window()->width()));
     line.showPointer(text, inLine);
     m_surface.trend().setToolTip(inLine ? QString() : plainTip(text));
+}
+
+// --- Read aloud
+
+QString GraphCursor::spokenName() const {
+    if (!m_course.hasRun()) return QStringLiteral("Graph");
+    const QString name = QStringLiteral("Graph of ") + shown(m_course.runTitle());
+    if (!m_course.overlayLoaded()) return name;
+    return name + QStringLiteral(", overlay ") + shown(m_course.overlayTitle());
+}
+
+QString GraphCursor::spokenValue() const {
+    return m_panel.spokenCursor(core::state().Config);
+}
+
+double GraphCursor::timeOfSample(int sample) const {
+    return m_course.hasRun() ? graph::timeOf(channels::viewOfRun(core::state().Run), sample) : 0;
+}
+
+double GraphCursor::lastTime() const {
+    return timeOfSample(core::state().Run.SampleCount);
+}
+
+void GraphCursor::goToTime(double seconds) {
+    if (!m_course.hasRun()) return;
+    const core::OpenRun& run = core::state().Run;
+    placeCursor(graph::cursorAtTime(seconds, run.image.tail.TimeOffset, run.SampleCount));
 }
 
 // --- The average of a stretch

@@ -3,6 +3,7 @@
 // read-outs that follow them. What a place means is worked out in graph/cursor and graph/read_outs.
 #include "channels/run_view.h"
 #include "graph/course.h"
+#include "graph/forms/spoken_graph.h"
 #include "graph/read_outs.h"
 #include "graph/view.h"
 
@@ -16,13 +17,14 @@ namespace kvo::forms {
 class ChannelPanel;
 class GraphSurface;
 
-class GraphCursor : public QObject {
+class GraphCursor : public QObject, private GraphVoice {
     Q_OBJECT
 
 public:
     // Listens to the surface from then on. What is handed in must outlive it.
     GraphCursor(graph::GraphView& view, const graph::Course& course, GraphSurface& surface,
         ChannelPanel& panel);
+    ~GraphCursor() override;
 
     // The line at the cursor and its read-outs; a beep where the cursor lies outside of the run.
     // The keys go to the surface.
@@ -44,6 +46,15 @@ signals:
     void marksChanged();
 
 private:
+    // GraphVoice
+    QString spokenName() const override;
+    QString spokenValue() const override;
+    double spokenTime() const override { return timeOfSample(m_view.CursorSample); }
+    double firstTime() const override { return timeOfSample(1); }
+    double lastTime() const override;
+    void goToTime(double seconds) override;
+
+    double timeOfSample(int sample) const;
     bool cursorInRun() const;
     void dragTo(float x);
     graph::ReadOutInput readOutInput(const channels::ShownRuns& runs);

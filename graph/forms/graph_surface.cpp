@@ -17,7 +17,8 @@ GraphSurface::GraphSurface(QWidget* parent) : QWidget(parent) {
     setObjectName(QStringLiteral("GraphSurface"));
     Frame1 = new QFrame(this);
     Frame1->setObjectName(QStringLiteral("Frame1"));
-    Trend = new SurfaceWidget(Frame1);
+    speakGraph();
+    Trend = new SpokenSurface(Frame1);
     Trend->setObjectName(QStringLiteral("Trend"));
     Trend->setAccessibleName(QStringLiteral("Graph"));
     HScroll = named(new PlainScrollBar(Qt::Horizontal, this), "HScroll");

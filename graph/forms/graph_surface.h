@@ -1,8 +1,8 @@
 #pragma once
 // The surface of the graph window with its frame and scroll bars: how large Trend is in each
 // setting, and which part of it is in view. The sizes come from graph/layout.
+#include "graph/forms/spoken_graph.h"
 #include "graph/layout.h"
-#include "platform/qt/surface_widget.h"
 
 #include <QWidget>
 
@@ -17,7 +17,7 @@ class GraphSurface : public QWidget {
 public:
     explicit GraphSurface(QWidget* parent);
 
-    platform_qt::SurfaceWidget& trend() { return *Trend; }
+    SpokenSurface& trend() { return *Trend; }
     platform::Surface& surface() { return Trend->surface(); }
 
     // ArrangeGraph: the stored setting, and the factors of a custom size. Gives the setting that
@@ -68,7 +68,7 @@ private:
     graph::Box m_frame;      // Frame1 as the rules measure it
     bool m_settled = false;
     QFrame* Frame1 = nullptr;
-    platform_qt::SurfaceWidget* Trend = nullptr;
+    SpokenSurface* Trend = nullptr;
     QScrollBar* HScroll = nullptr;
     QScrollBar* VScroll = nullptr;
 };

@@ -28,6 +28,7 @@ void showTitle(QLabel& label, const QString& title, const graph::BoxPx& box) {
     label.setText(label.fontMetrics().elidedText(title, Qt::ElideMiddle, box.width));
     label.setToolTip(plainTip(title));
     label.setAccessibleName(title);
+    label.setVisible(!title.isEmpty());
 }
 
 } // namespace
@@ -51,7 +52,7 @@ ReadOutLine::ReadOutLine(QWidget* parent)
     bold.setBold(true);
     LoggerTime->setFont(bold);
     ReferenceTime->setFont(bold);
-    ReferenceTime->hide();
+    for (QLabel* empty : {LoggerTime, ReferenceTime, Label_DataChanel}) empty->hide();
     ProgressBar1->setAccessibleName(QStringLiteral("Loading"));
     ProgressBar1->setTextVisible(false);
     LoadingFrame->setAutoFillBackground(true); // it covers the titles
@@ -63,11 +64,16 @@ QSize ReadOutLine::minimumSizeHint() const {
     return {graph::leastReadOutPx, fontMetrics().height() + graph::cellPaddingPx};
 }
 
+void ReadOutLine::showTime(const QString& text) {
+    LoggerTime->setText(text);
+    LoggerTime->setVisible(!text.isEmpty());
+}
+
 void ReadOutLine::showPointer(const QString& text, bool inLine) {
     m_pointerText = text;
     m_pointerInLine = inLine;
     Label_DataChanel->setText(text);
-    Label_DataChanel->setVisible(inLine);
+    Label_DataChanel->setVisible(inLine && !text.isEmpty());
     if (inLine && Label_DataChanel->sizeHint().width() > Label_DataChanel->width()) place();
 }
 

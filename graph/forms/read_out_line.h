@@ -31,6 +31,8 @@ public:
 
     QSize sizeHint() const override { return minimumSizeHint(); }
     QSize minimumSizeHint() const override;
+    // The time of the cursor. A text that is empty has no label, here and below.
+    void showTime(const QString& text);
     // The text under the pointer. A narrow window has it elsewhere, and the line none.
     void showPointer(const QString& text, bool inLine);
     // The time from a reference to the cursor; none while there is no reference.

@@ -34,10 +34,12 @@ Browser::Browser() : m_walk(*platform::services().files) {
 
 QLayout* Browser::makeLists() {
     Dir1 = named(new QListWidget, "Dir1");
+    Dir1->setAccessibleName(QStringLiteral("Folders"));
     Dir1->setMinimumSize(Dir1->fontMetrics().averageCharWidth() * 38, 220);
     Dir1->setToolTip(QStringLiteral("Return or a double click opens a folder, Backspace goes up."));
     Dir1->installEventFilter(this);
     Fil_Files = named(new QListWidget, "Fil_Files");
+    Fil_Files->setAccessibleName(QStringLiteral("Files"));
     Fil_Files->setMinimumWidth(Fil_Files->fontMetrics().averageCharWidth() * 26);
     Fil_Files->setSelectionMode(QAbstractItemView::NoSelection);
     connect(Dir1, &QListWidget::itemDoubleClicked, this, &Browser::enterChosen);

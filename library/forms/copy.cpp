@@ -57,6 +57,7 @@ Copy::Copy() {
 
 void Copy::makeLists() {
     File_List = makeRunView(m_descriptions, "File_List");
+    File_List->setAccessibleName(QStringLiteral("Runs"));
     File_List->setSelectionMode(QAbstractItemView::ExtendedSelection);
     File_List->setAlternatingRowColors(true);
     File_List->setToolTip(

@@ -59,8 +59,10 @@ void Import::makeControls() {
     Dir_Dos->setAccessibleName(QStringLiteral("Folders"));
     Dir_Dos->setToolTip(QStringLiteral("Double click or press Return to open a folder."));
     Files_Dos = named(new QListWidget, "Files_Dos");
+    Files_Dos->setAccessibleName(QStringLiteral("Files"));
     Files_Dos->setSelectionMode(QAbstractItemView::ExtendedSelection);
     Data_Files_List = named(new QListView, "Data_Files_List");
+    Data_Files_List->setAccessibleName(QStringLiteral("Runs in the list"));
     Data_Files_List->setModel(&m_runs);
     Data_Files_List->setEditTriggers(QAbstractItemView::NoEditTriggers);
     for (QListView* list :

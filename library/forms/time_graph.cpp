@@ -147,7 +147,9 @@ QLayout* TimeGraph::makeLegend() {
     auto* legend = row({Label6});
     for (const library::TimeKind& kind : library::timeKinds()) {
         legend->addSpacing(8);
-        legend->addWidget(timeSwatch(platform::paletteColour(kind.colour), devicePixelRatioF()));
+        QWidget* swatch = timeSwatch(platform::paletteColour(kind.colour), devicePixelRatioF());
+        swatch->setAccessibleName(QStringLiteral("Colour of ") + shown(kind.name));
+        legend->addWidget(swatch);
         legend->addWidget(new QLabel(shown(kind.name)));
     }
     legend->addStretch(1);

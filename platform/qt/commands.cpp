@@ -1,6 +1,7 @@
 #include "platform/qt/commands.h"
 
 #include "platform/qt/icons.h"
+#include "platform/qt/spoken_action.h"
 
 #include <QAction>
 #include <QMenu>
@@ -56,6 +57,8 @@ void Commands::addItem(QMenuBar& bar, MenuEntry row) {
         item.action = new QAction(caption, place);
         item.action->setObjectName(name);
         item.action->setCheckable(item.row.options.checkable);
+        if (*item.row.options.spoken != '\0')
+            setSpokenName(*item.action, QLatin1String(item.row.options.spoken));
         item.action->setShortcut(QKeySequence(QLatin1String(item.row.options.shortcut)));
         if (item.row.routine)
             QObject::connect(item.action, &QAction::triggered, place, item.row.routine);

@@ -54,6 +54,7 @@ struct MenuOptions {
     bool checkable = false;
     bool writes = false; // it changes runs or settings: disabled where the folder is only looked at
     const char* shortcut = "";
+    const char* spoken = ""; // its name for assistive tools, where the caption is a sign
 };
 
 // The menu of the rows that stand in the bar itself.

@@ -237,3 +237,10 @@ TEST(CursorDrag, EndsAtTheEndsOfTheRun) {
     EXPECT_EQ(cursorDraggedTo(-1e9, 1360), 1);
     EXPECT_EQ(cursorDraggedTo(5, 0), 1);
 }
+
+TEST(CursorAtTime, IsTheNearestSampleOfTheRun) {
+    EXPECT_EQ(cursorAtTime(0, 160, 1360), 160);
+    EXPECT_EQ(cursorAtTime(-1.6, 160, 1360), 1);
+    EXPECT_EQ(cursorAtTime(1.234, 160, 1360), 283);
+    EXPECT_EQ(cursorAtTime(99, 160, 1360), 1360);
+}
