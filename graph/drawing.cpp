@@ -141,15 +141,17 @@ void TrendDrawing::drawOverlay() {
     }
 }
 
+GridInput TrendDrawing::gridInput() const {
+    return {m_view.RpmScale, m_view.MphScale, m_run.image.tail.TimeOffset, m_run.SampleCount,
+        m_run.DataType, m_host.trend().scaleWidth()};
+}
+
 void TrendDrawing::DrawGrid() {
     platform::Surface& trend = m_host.trend();
     m_view.MphScale = mphScaleFor(m_run.PeakSpeedRaw);
     trend.setDrawStyle(m_config.GridStyle);
     trend.setForeColor(gridTextColour(m_config));
-    makeGrid(m_config,
-        {m_view.RpmScale, m_view.MphScale, m_run.image.tail.TimeOffset, m_run.SampleCount,
-            m_run.DataType, trend.scaleWidth()},
-        m_marks);
+    makeGrid(m_config, gridInput(), m_marks);
     const platform::Colour colour = gridColour(m_config);
     for (const GridMark& mark : m_marks) {
         if (mark.kind == GridMark::Kind::line) {

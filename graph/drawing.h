@@ -51,6 +51,8 @@ public:
     // All curves of the overlay, with the loading panel.
     void OverLayDraw();
     void DrawGrid();
+    // What the grid in the picture was drawn by.
+    GridInput gridInput() const;
     void DrawSwitches();
     // Gives channels and switches colours that differ from the background, draws what changed, and
     // sets the surface's background. Label colours are the form's, from the configuration after it.

@@ -11,13 +11,6 @@ namespace {
 using core::AppConfig;
 
 constexpr platform::Colour lightGrey = 0xC0C0C0;
-constexpr float gridTop = 1050;
-constexpr float bangAbove = 980;
-
-bool noRpmRaise(const AppConfig& config) {
-    return config.ComboScale[engineChannel] == 0 && config.ComboScale[clutchChannel] == 0 &&
-           config.ComboScale[inputChannel] == 0 && config.ComboScale[outputChannel] == 0;
-}
 
 GridMark lineMark(float x1, float y1, float x2, float y2) {
     return {GridMark::Kind::line, true, x1, y1, x2, y2, {}};
@@ -30,8 +23,8 @@ GridMark textMark(float x, float y, std::string text) {
 // False where a division by nothing ends it.
 bool makeHorizontals(
     const AppConfig& config, const GridInput& input, std::vector<GridMark>& marks) {
-    const bool withRpm = noRpmRaise(config);
-    const bool withMph = config.ComboScale[mphChannel] == 0;
+    const bool withRpm = gridBearsRpm(config);
+    const bool withMph = gridBearsMph(config);
     const float step = static_cast<float>(1000.0 / input.rpmScale);
     int wholeRpm = 1000; // of the line; its height is a sum of singles and only near it
     for (float y = step; y <= gridTop; y += step, wholeRpm += 1000) {
@@ -90,6 +83,15 @@ double mphScaleFor(std::int32_t peakSpeedRaw) {
     if (peakSpeedRaw < 30000) return 6;
     if (peakSpeedRaw < 40000) return 5;
     return 3;
+}
+
+bool gridBearsRpm(const AppConfig& config) {
+    return config.ComboScale[engineChannel] == 0 && config.ComboScale[clutchChannel] == 0 &&
+           config.ComboScale[inputChannel] == 0 && config.ComboScale[outputChannel] == 0;
+}
+
+bool gridBearsMph(const AppConfig& config) {
+    return config.ComboScale[mphChannel] == 0;
 }
 
 void makeGrid(const AppConfig& config, const GridInput& input, std::vector<GridMark>& marks) {

@@ -18,6 +18,13 @@ namespace kvo::graph {
 // Vertical units a mph for the run's largest SpeedRaw.
 double mphScaleFor(std::int32_t peakSpeedRaw);
 
+// The lines go up to a height, 0 to 1100; above another one they bear a word instead of the rpm.
+inline constexpr float gridTop = 1050;
+inline constexpr float bangAbove = 980;
+// Whether the lines bear rpm and mph: not where a curve of them is raised.
+bool gridBearsRpm(const core::AppConfig& config);
+bool gridBearsMph(const core::AppConfig& config);
+
 // One step of the grid: a line from (x1, y1) to (x2, y2), or a text at (x1, y1). A text without its
 // own x goes where the surface stands.
 struct GridMark {

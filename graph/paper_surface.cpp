@@ -1,8 +1,9 @@
 #include "graph/paper_surface.h"
 
+#include "platform/draw/contrast.h"
+
 #include <algorithm>
 #include <array>
-#include <cmath>
 #include <vector>
 
 namespace kvo::graph {
@@ -27,33 +28,18 @@ Colour colourOf(const Channels& c) {
            static_cast<Colour>(c[2]) << 16U;
 }
 
-// The light that a channel of a colour gives, and back, as sRGB has it.
-double lightOf(int channel) {
-    const double part = channel / 255.0;
-    return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
-}
-
-int channelOf(double light) {
-    const double part =
-        light <= 0.0031308 ? light * 12.92 : 1.055 * std::pow(light, 1 / 2.4) - 0.055;
-    return static_cast<int>(part * 255); // cut, so that it is not too light again
-}
-
-double luminanceOf(const Channels& c) {
-    return 0.2126 * lightOf(c[0]) + 0.7152 * lightOf(c[1]) + 0.0722 * lightOf(c[2]);
-}
-
 } // namespace
 
 Colour readableOnWhite(Colour colour) {
     const Channels c = channelsOf(colour);
-    const double luminance = luminanceOf(c);
+    const double luminance = platform::luminance(colour);
     if (luminance <= mostLuminance) return colour;
     const auto [least, most] = std::minmax_element(c.begin(), c.end());
     if (*most - *least < greySpread) return colourOf({255 - c[0], 255 - c[1], 255 - c[2]});
     Channels darker{};
     for (std::size_t i = 0; i < c.size(); ++i)
-        darker[i] = channelOf(lightOf(c[i]) * mostLuminance / luminance);
+        darker[i] =
+            platform::channelOfLight(platform::lightOfChannel(c[i]) * mostLuminance / luminance);
     return colourOf(darker);
 }
 

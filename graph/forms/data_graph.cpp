@@ -243,6 +243,7 @@ void DataGraph::emptyOverlayLabels() {
 void DataGraph::clearSurface() {
     m_surface->surface().setAutoRedraw(true);
     m_surface->surface().cls();
+    m_surface->showRulers({});
 }
 
 void DataGraph::setScaleRight(int right) {
@@ -255,7 +256,9 @@ void DataGraph::showChannelsForType(int dataType) {
 
 // A surface that there is no memory for goes back a step of the zoom, or into its frame.
 void DataGraph::drawTrend() {
-    if (m_drawing.DrawTrend()) return;
+    const bool drawn = m_drawing.DrawTrend();
+    m_surface->showRulers(graph::rulerScales(core::state().Config, m_drawing.gridInput()));
+    if (drawn) return;
     platform::services().dialogs->messageBox(
         "There isn't enough video memory to display at this resolution.",
         platform::boxStyle::critical, "Memory Error");

@@ -1,9 +1,13 @@
 #include "graph/forms/graph_surface.h"
 
+#include "graph/forms/ruler_strip.h"
+#include "graph/view.h"
 #include "platform/qt/form_kit.h"
 #include "platform/qt/plain_scroll_bar.h"
+#include "platform/qt/text.h"
 
 #include <QCoreApplication>
+#include <QFontMetrics>
 #include <QFrame>
 #include <QScrollBar>
 #include <QSignalBlocker>
@@ -21,6 +25,10 @@ GraphSurface::GraphSurface(QWidget* parent) : QWidget(parent) {
     Trend = new SpokenSurface(Frame1);
     Trend->setObjectName(QStringLiteral("Trend"));
     Trend->setAccessibleName(QStringLiteral("Graph"));
+    m_heights = named(new RulerStrip(Qt::Vertical, Frame1), "RulerHeights");
+    m_heights->setAccessibleName(QStringLiteral("Ruler of rpm and mph"));
+    m_times = named(new RulerStrip(Qt::Horizontal, Frame1), "RulerTimes");
+    m_times->setAccessibleName(QStringLiteral("Ruler of times"));
     HScroll = named(new PlainScrollBar(Qt::Horizontal, this), "HScroll");
     HScroll->setAccessibleName(QStringLiteral("Scroll along the run"));
     VScroll = named(new PlainScrollBar(Qt::Vertical, this), "VScroll");
@@ -89,6 +97,7 @@ void GraphSurface::setFrame(const graph::Box& box, bool scrollBars) {
     const QSignalBlocker noVertical(VScroll);
     for (QScrollBar* bar : {HScroll, VScroll}) bar->setRange(0, 0);
     Trend->move(0, 0);
+    placeRulers();
 }
 
 // --- Scrolling
@@ -110,12 +119,31 @@ void GraphSurface::reapplyScrollBars() {
     HScroll->setSingleStep(steps.hSingle);
     VScroll->setSingleStep(steps.vSingle);
     Trend->move(qRound(place.trendLeft / twipsPerPixel), qRound(place.trendTop / twipsPerPixel));
+    placeRulers();
 }
 
 void GraphSurface::HScroll_Change() {
     reapplyScrollBars();
     Trend->surface().refresh();
     emit scrolled();
+}
+
+void GraphSurface::showRulers(const graph::RulerScales& scales) {
+    m_rulerScales = scales;
+    placeRulers();
+}
+
+void GraphSurface::placeRulers() {
+    const double ratio = devicePixelRatioF();
+    const auto devicePx = [ratio](int px) { return qRound(px * ratio); };
+    const QFontMetrics letters(RulerStrip::font(graph::trendPoints, ratio));
+    const graph::Rulers rulers = graph::makeRulers(m_rulerScales,
+        {Trend->deviceSize(), {-devicePx(Trend->x()), -devicePx(Trend->y())},
+            devicePx(Frame1->width()), devicePx(Frame1->height())},
+        {letters.height(),
+            [&](const std::string& text) { return letters.horizontalAdvance(shown(text)); }});
+    m_heights->showRuler(rulers.heights, Trend->surface().backColor());
+    m_times->showRuler(rulers.times, Trend->surface().backColor());
 }
 
 void GraphSurface::ScrollToCursor(int sampleCount, int cursorSample) {

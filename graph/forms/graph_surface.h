@@ -3,6 +3,7 @@
 // setting, and which part of it is in view. The sizes come from graph/layout.
 #include "graph/forms/spoken_graph.h"
 #include "graph/layout.h"
+#include "graph/rulers.h"
 
 #include <QWidget>
 
@@ -10,6 +11,8 @@ class QFrame;
 class QScrollBar;
 
 namespace kvo::forms {
+
+class RulerStrip;
 
 class GraphSurface : public QWidget {
     Q_OBJECT
@@ -42,6 +45,8 @@ public:
     // What is seen at a place of the window, and that place in view again behind a zoom.
     graph::SeenPlace seenAt(const QPointF& global) const;
     void keepInPlace(const graph::SeenPlace& place);
+    // What the grid on the surface was drawn by; the rulers repeat it where it is out of view.
+    void showRulers(const graph::RulerScales& scales);
     // Whether the surface is larger than its frame.
     bool scrolls() const;
     // The part of Trend that is in view.
@@ -63,12 +68,16 @@ private:
     void setFrame(const graph::Box& box, bool scrollBars);
     void reapplyScrollBars();
     void HScroll_Change();
+    void placeRulers();
 
     graph::Size m_trendSize; // of Trend, twips
     graph::Box m_frame;      // Frame1 as the rules measure it
     bool m_settled = false;
     QFrame* Frame1 = nullptr;
     SpokenSurface* Trend = nullptr;
+    RulerStrip* m_heights = nullptr;
+    RulerStrip* m_times = nullptr;
+    graph::RulerScales m_rulerScales;
     QScrollBar* HScroll = nullptr;
     QScrollBar* VScroll = nullptr;
 };
