@@ -60,7 +60,10 @@ std::optional<platform::Colour> GraphChannels::Trend_Colour_Set(int channel) {
 }
 
 void GraphChannels::Value_DblClick(int channel) {
-    if (const auto colour = Trend_Colour_Set(channel)) m_panel.showColour(channel, *colour);
+    if (const auto colour = Trend_Colour_Set(channel)) {
+        m_panel.showColour(channel, *colour);
+        m_window.showState();
+    }
     if (!channels::channelOn(core::state().Config, channel)) return;
     m_host.trend().setAutoRedraw(true);
     m_drawing.drawChannelAlone(channel);
@@ -74,9 +77,28 @@ void GraphChannels::Graph_Colour_Invert() {
     m_view.GraphDirty = core::flagOn;
     if (!chosen) return;
     config.GraphBackColour = static_cast<std::int32_t>(*chosen);
+    showNewGround();
+}
+
+void GraphChannels::chooseScheme(graph::ColourScheme scheme) {
+    core::AppConfig& config = core::state().Config;
+    const bool ownColours = !graph::schemeOf(config);
+    if (ownColours && platform::services().dialogs->messageBox(
+                          "Some colours of the graph were chosen by hand. Replace them all?",
+                          platform::boxStyle::yesNo + platform::boxStyle::question,
+                          "Colours") != platform::Reply::yes) {
+        return m_window.showState(); // the check mark goes back to where it was
+    }
+    graph::takeScheme(config, scheme);
+    m_view.GraphDirty = core::flagOn;
+    showNewGround();
+}
+
+void GraphChannels::showNewGround() {
     Change_Colour();
     ChanaleEnable();
     m_course.redraw();
+    m_window.showState();
 }
 
 } // namespace kvo::forms

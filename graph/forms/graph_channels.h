@@ -1,6 +1,7 @@
 #pragma once
 // The channels of the graph window as the user has them: on and off, and in which colours. Every
 // change is drawn at once and saved when the window goes.
+#include "graph/colour_schemes.h"
 #include "graph/course.h"
 #include "graph/drawing.h"
 #include "graph/view.h"
@@ -29,9 +30,12 @@ public:
     void Value_DblClick(int channel);
     // Asks for another background.
     void Graph_Colour_Invert();
+    // All colours at once; asks first where some were chosen by hand.
+    void chooseScheme(graph::ColourScheme scheme);
 
 private:
     std::optional<platform::Colour> Trend_Colour_Set(int channel);
+    void showNewGround();
 
     graph::GraphView& m_view;
     graph::Course& m_course;

@@ -77,6 +77,10 @@ std::span<const Menus> menuRows() {
         {"Mnu_File", "&Close", "Mnu_Close", &G::Mnu_Close_Click, {.line = true}},
         {"Mnu_View", "&Visible Options", "Mnu_Options", &G::Mnu_Options_Click},
         {"Mnu_View", "Graph BackColour", "Graph_Colour_Invert", &G::Graph_Colour_Invert_Click},
+        {"Mnu_View", "&Colours", "Mnu_ColourMenu", {}, {.subMenu = true}},
+        {"Mnu_ColourMenu", "&Dark", "Mnu_Colours(0)", {&G::Mnu_Colours_Click, 0}, {.checkable = true, .shortcut = "Ctrl+1"}},
+        {"Mnu_ColourMenu", "Day&light", "Mnu_Colours(1)", {&G::Mnu_Colours_Click, 1}, {.checkable = true, .shortcut = "Ctrl+2"}},
+        {"Mnu_ColourMenu", "&Colour-Blind", "Mnu_Colours(2)", {&G::Mnu_Colours_Click, 2}, {.checkable = true, .shortcut = "Ctrl+3"}},
         {"Mnu_View", "Redo Clutch Rpm", "Mnu_RedoClutch", &G::Mnu_RedoClutch_Click, {.needs = run | noOverlay, .line = true, .writes = true}},
         {"Mnu_View", "Redo Time Offset", "Mnu_TimeOffset", &G::Mnu_TimeOffset_Click, {.needs = run | noOverlay, .writes = true}},
         {"Mnu_Resolution", "High", "Resolution(1)", {&G::Resolution_Click, 1}, {.checkable = true}},
@@ -152,6 +156,8 @@ void GraphCommands::showCaptions() {
     const int scale = m_parts.view.ScaleShown;
     m_commands.menu("Mnu_Scale").setTitle(QLatin1String(graph::scaleCaption(scale)));
     m_commands.check("Mnu_ScaleItem", core::state().Config.ScaleCustom);
+    const auto scheme = graph::schemeOf(core::state().Config);
+    m_commands.check("Mnu_Colours", scheme ? static_cast<int>(*scheme) : -1);
 }
 
 void GraphCommands::Resolution_Change(int step) {
@@ -262,6 +268,10 @@ void GraphCommands::Mnu_Options_Click() {
 
 void GraphCommands::Graph_Colour_Invert_Click() {
     m_parts.channels.Graph_Colour_Invert();
+}
+
+void GraphCommands::Mnu_Colours_Click(int scheme) {
+    m_parts.channels.chooseScheme(static_cast<graph::ColourScheme>(scheme));
 }
 
 void GraphCommands::Resolution_Click(int step) {

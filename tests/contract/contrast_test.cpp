@@ -24,7 +24,6 @@ TEST(Contrast, AsTheFormulasHaveIt) {
 TEST(Contrast, LightAndChannelGoBackAndForth) {
     for (int channel = 0; channel < 256; ++channel)
         EXPECT_NEAR(channelOfLight(lightOfChannel(channel)), channel, 1);
-    EXPECT_EQ(channelOfLight(1), 255);
 }
 
 TEST(Contrast, TheBetterOfBlackAndWhite) {
