@@ -232,7 +232,9 @@ void TrendDrawing::drawPoints(std::int32_t colour) {
     // Required: every line starts at the origin, and this first stroke is part of the picture.
     trend.setCurrentX(0);
     trend.setCurrentY(0);
+    trend.setDrawWidth(m_view.LineWidthPx);
     trend.polyline(m_points, static_cast<platform::Colour>(colour));
+    trend.setDrawWidth(1); // of all that is no curve
 }
 
 bool TrendDrawing::isDrawn(int channel) const {

@@ -72,6 +72,7 @@ void drawGraph(PrintJob& job, const PictureInput& input, const PageFrame& frame)
     // The drawing puts right what is not set; on paper that must not change the window's own.
     core::AppConfig config = input.config;
     GraphView view = input.view;
+    view.LineWidthPx = 1; // the width is the screen's
     PaperSurface paper(job.surface(), {job.whitePaper(), graph::gridColour(config), input.part});
     PaperHost host(paper, input.clutchLabelVisible);
     paper.setScale(input.scale.left, input.scale.top, input.scale.right, input.scale.bottom);

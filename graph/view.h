@@ -46,6 +46,7 @@ struct GraphView {
     std::int32_t SwitchColourShift = switchShiftDefault;
     std::int32_t SwitchColourThrottle = switchThrottleDefault;
     std::int32_t SwitchColourBrake = switchBrakeDefault;
+    int LineWidthPx = 1;            // of the curves on the screen, 1 to 3
     std::int16_t OverlayLoaded = 0; // -1 while the overlay is in memory
     int ScaleShown = 0;             // setting that Mnu_Scale names, 0 to 3; a zoom starts from it
     bool CancelZoomOffered = false; // from the end of a zoom to its cancelling

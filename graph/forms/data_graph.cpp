@@ -5,6 +5,7 @@
 #include "graph/forms/channel_panel.h"
 #include "graph/forms/graph_surface.h"
 #include "graph/layout.h"
+#include "graph/line_width.h"
 #include "platform/qt/file_drop.h"
 #include "platform/qt/form_kit.h"
 #include "platform/qt/text.h"
@@ -84,6 +85,7 @@ void DataGraph::setTabOrders() {
 void DataGraph::Form_Load() {
     const core::AppConfig& config = core::state().Config;
     m_surface->surface().setFontSize(graph::trendPoints);
+    m_view.LineWidthPx = graph::keptLineWidth(*platform::services().settings);
     setScaleRight(graph::trendRightAtFirst);
     m_course.openEmpty();
     m_commands.Resolution_Change(config.G_Res);

@@ -2,6 +2,7 @@
 
 #include "core/shared_state.h"
 #include "graph/forms/channel_panel.h"
+#include "graph/line_width.h"
 #include "platform/services.h"
 
 namespace kvo::forms {
@@ -92,6 +93,13 @@ void GraphChannels::chooseScheme(graph::ColourScheme scheme) {
     graph::takeScheme(config, scheme);
     m_view.GraphDirty = core::flagOn;
     showNewGround();
+}
+
+void GraphChannels::chooseLineWidth(int widthPx) {
+    m_view.LineWidthPx = widthPx;
+    graph::keepLineWidth(*platform::services().settings, widthPx);
+    m_course.redraw();
+    m_window.showState();
 }
 
 void GraphChannels::showNewGround() {

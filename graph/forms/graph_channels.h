@@ -32,6 +32,8 @@ public:
     void Graph_Colour_Invert();
     // All colours at once; asks first where some were chosen by hand.
     void chooseScheme(graph::ColourScheme scheme);
+    // Of the curves, 1 to 3 pixels; every window has it from then on.
+    void chooseLineWidth(int widthPx);
 
 private:
     std::optional<platform::Colour> Trend_Colour_Set(int channel);

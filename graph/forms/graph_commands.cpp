@@ -77,10 +77,6 @@ std::span<const Menus> menuRows() {
         {"Mnu_File", "&Close", "Mnu_Close", &G::Mnu_Close_Click, {.line = true}},
         {"Mnu_View", "&Visible Options", "Mnu_Options", &G::Mnu_Options_Click},
         {"Mnu_View", "Graph BackColour", "Graph_Colour_Invert", &G::Graph_Colour_Invert_Click},
-        {"Mnu_View", "&Colours", "Mnu_ColourMenu", {}, {.subMenu = true}},
-        {"Mnu_ColourMenu", "&Dark", "Mnu_Colours(0)", {&G::Mnu_Colours_Click, 0}, {.checkable = true, .shortcut = "Ctrl+1"}},
-        {"Mnu_ColourMenu", "Day&light", "Mnu_Colours(1)", {&G::Mnu_Colours_Click, 1}, {.checkable = true, .shortcut = "Ctrl+2"}},
-        {"Mnu_ColourMenu", "&Colour-Blind", "Mnu_Colours(2)", {&G::Mnu_Colours_Click, 2}, {.checkable = true, .shortcut = "Ctrl+3"}},
         {"Mnu_View", "Redo Clutch Rpm", "Mnu_RedoClutch", &G::Mnu_RedoClutch_Click, {.needs = run | noOverlay, .line = true, .writes = true}},
         {"Mnu_View", "Redo Time Offset", "Mnu_TimeOffset", &G::Mnu_TimeOffset_Click, {.needs = run | noOverlay, .writes = true}},
         {"Mnu_Resolution", "High", "Resolution(1)", {&G::Resolution_Click, 1}, {.checkable = true}},
@@ -101,6 +97,22 @@ std::span<const Menus> menuRows() {
         {"Mnu_Help", "&Help", "Mnu_HelpItem", {&G::Mnu_HelpItem_Click, 0}, {.shortcut = "F1"}},
         {"Mnu_Help", "&Keyboard", "Mnu_Keyboard", {&G::Mnu_HelpItem_Click, 1}},
         {"Mnu_Help", "&About KVO", "Mnu_GraphFile", &G::Mnu_GraphFile_Click},
+    });
+    return rows;
+}
+
+// How the curves look; these follow the other rows of their menu.
+std::span<const Menus> lookRows() {
+    using G = GraphCommands;
+    static constexpr auto rows = std::to_array<Menus>({
+        {"Mnu_View", "&Colours", "Mnu_ColourMenu", {}, {.subMenu = true, .line = true}},
+        {"Mnu_ColourMenu", "&Dark", "Mnu_Colours(0)", {&G::Mnu_Colours_Click, 0}, {.checkable = true, .shortcut = "Ctrl+1"}},
+        {"Mnu_ColourMenu", "Day&light", "Mnu_Colours(1)", {&G::Mnu_Colours_Click, 1}, {.checkable = true, .shortcut = "Ctrl+2"}},
+        {"Mnu_ColourMenu", "&Colour-Blind", "Mnu_Colours(2)", {&G::Mnu_Colours_Click, 2}, {.checkable = true, .shortcut = "Ctrl+3"}},
+        {"Mnu_View", "&Line Width", "Mnu_LineWidthMenu", {}, {.subMenu = true}},
+        {"Mnu_LineWidthMenu", "&1 Pixel", "Mnu_LineWidth(1)", {&G::Mnu_LineWidth_Click, 1}, {.checkable = true, .shortcut = "1"}},
+        {"Mnu_LineWidthMenu", "&2 Pixels", "Mnu_LineWidth(2)", {&G::Mnu_LineWidth_Click, 2}, {.checkable = true, .shortcut = "2"}},
+        {"Mnu_LineWidthMenu", "&3 Pixels", "Mnu_LineWidth(3)", {&G::Mnu_LineWidth_Click, 3}, {.checkable = true, .shortcut = "3"}},
     });
     return rows;
 }
@@ -134,6 +146,7 @@ std::vector<CommandRow> GraphCommands::commandRows() {
 
 QToolBar& GraphCommands::make(QMainWindow& window) {
     m_commands.makeMenus(*window.menuBar(), *this, menuRows());
+    m_commands.makeMenus(*window.menuBar(), *this, lookRows());
     QToolBar* toolbar = m_commands.makeToolbar(window, *this, toolRows());
     toolbar->setIconSize({20, 20});
     m_commands.allowWriting(!core::state().LookOnly);
@@ -157,6 +170,7 @@ void GraphCommands::showCaptions() {
     m_commands.menu("Mnu_Scale").setTitle(QLatin1String(graph::scaleCaption(scale)));
     m_commands.check("Mnu_ScaleItem", core::state().Config.ScaleCustom);
     const auto scheme = graph::schemeOf(core::state().Config);
+    m_commands.check("Mnu_LineWidth", m_parts.view.LineWidthPx);
     m_commands.check("Mnu_Colours", scheme ? static_cast<int>(*scheme) : -1);
 }
 
@@ -272,6 +286,10 @@ void GraphCommands::Graph_Colour_Invert_Click() {
 
 void GraphCommands::Mnu_Colours_Click(int scheme) {
     m_parts.channels.chooseScheme(static_cast<graph::ColourScheme>(scheme));
+}
+
+void GraphCommands::Mnu_LineWidth_Click(int widthPx) {
+    m_parts.channels.chooseLineWidth(widthPx);
 }
 
 void GraphCommands::Resolution_Click(int step) {

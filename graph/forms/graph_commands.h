@@ -74,6 +74,7 @@ public:
     void Mnu_Options_Click();
     void Graph_Colour_Invert_Click();
     void Mnu_Colours_Click(int scheme);
+    void Mnu_LineWidth_Click(int widthPx);
     void Resolution_Click(int step);
     void Mnu_ScaleItem_Click(int item);
     void ZoomIn_Click();

@@ -120,6 +120,37 @@ private slots:
         QCOMPARE(checks(), (QList<bool>{false, true, false}));
     }
 
+    // --- How wide the curves are
+
+    void curvesOfTwoAndThreePixels() {
+        openDark();
+        onlyChannel(channels::engineChannel);
+        const QRgb engine = QColor(0xFF4444).rgb();
+        const int thin = pixels(engine);
+        QTest::keyClick(&trend(), Qt::Key_2);
+        QCOMPARE(view().LineWidthPx, 2);
+        QVERIFY(command("Mnu_LineWidth(2)").isChecked());
+        const int two = pixels(engine);
+        QVERIFY(two > thin * 3 / 2);
+        command("Mnu_LineWidth(3)").trigger();
+        QVERIFY(pixels(engine) > two);
+        QCOMPARE(onTop(), 1U);
+        QTest::keyClick(&trend(), Qt::Key_1);
+        QCOMPARE(pixels(engine), thin);
+        QVERIFY(command("Mnu_LineWidth(1)").isChecked());
+    }
+
+    void theWidthIsTheUsersAndNotTheFolders() {
+        open(32);
+        command("Mnu_LineWidth(3)").trigger();
+        QCOMPARE(int(view().GraphDirty), 0);
+        QCOMPARE(program().settings.list("LineWidth"), std::vector<std::string>{"3"});
+        unload<DataGraph>();
+        open(32);
+        QCOMPARE(view().LineWidthPx, 3);
+        QVERIFY(command("Mnu_LineWidth(3)").isChecked());
+    }
+
     // With KVO_PICTURES naming a folder: what the sets look like.
     void pictures() {
         const QString folder = qEnvironmentVariable("KVO_PICTURES");

@@ -98,6 +98,14 @@ TEST_F(Drawing, AFullPictureGoesFromTheGridToTheCurves) {
     for (const auto& line : lines()) EXPECT_EQ(line.drawStyle, 0);
 }
 
+TEST_F(Drawing, OnlyTheCurvesAreWider) {
+    view.LineWidthPx = 3;
+    drawTrend();
+    for (const auto& line : lines()) EXPECT_EQ(line.drawWidth, 3);
+    for (const auto& line : host.surface.ofKind(Kind::line)) EXPECT_EQ(line.drawWidth, 1);
+    EXPECT_EQ(host.surface.drawWidth(), 1);
+}
+
 TEST_F(Drawing, EveryLineStartsAtTheOrigin) {
     drawTrend();
     for (const auto& line : lines()) {

@@ -88,6 +88,11 @@ TEST_F(PrintPictureTest, TitleAndCaptionStandOnTop) {
     EXPECT_EQ(page.frames[2], platform::PageFrame{});
 }
 
+TEST_F(PrintPictureTest, TheWidthOfTheScreensLinesIsNotPrinted) {
+    view.LineWidthPx = 3;
+    for (const SurfaceOperation& op : print().operations) EXPECT_EQ(op.drawWidth, 1);
+}
+
 TEST_F(PrintPictureTest, ACaptionThatSaysTheSameIsNotRepeated) {
     caption = " Date:Wed 05 Jun 2024 Run: 3 Final";
     EXPECT_EQ(print().texts.size(), 2U);
