@@ -125,13 +125,14 @@ private slots:
     void curvesOfTwoAndThreePixels() {
         openDark();
         onlyChannel(channels::engineChannel);
+        command("Mnu_LineWidth(1)").trigger(); // drawn anew: no other curve lies on it
         const QRgb engine = QColor(0xFF4444).rgb();
         const int thin = pixels(engine);
         QTest::keyClick(&trend(), Qt::Key_2);
         QCOMPARE(view().LineWidthPx, 2);
         QVERIFY(command("Mnu_LineWidth(2)").isChecked());
         const int two = pixels(engine);
-        QVERIFY(two > thin * 3 / 2);
+        QVERIFY(two > thin * 4 / 3);
         command("Mnu_LineWidth(3)").trigger();
         QVERIFY(pixels(engine) > two);
         QCOMPARE(onTop(), 1U);
