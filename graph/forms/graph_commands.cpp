@@ -141,7 +141,10 @@ std::span<const Keys> toolRows() {
 GraphCommands::GraphCommands(const GraphParts& parts) : m_parts(parts) {}
 
 std::vector<CommandRow> GraphCommands::commandRows() {
-    return platform_qt::commandRows(menuRows(), toolRows());
+    auto rows = platform_qt::commandRows(menuRows(), toolRows());
+    for (const auto& row : platform_qt::commandRows(lookRows(), std::span<const Keys>()))
+        rows.push_back(row);
+    return rows;
 }
 
 QToolBar& GraphCommands::make(QMainWindow& window) {
