@@ -85,7 +85,9 @@ void DataGraph::setTabOrders() {
 void DataGraph::Form_Load() {
     const core::AppConfig& config = core::state().Config;
     m_surface->surface().setFontSize(graph::trendPoints);
-    m_view.LineWidthPx = graph::keptLineWidth(*platform::services().settings);
+    // A program without a user keeps nothing for one.
+    if (const platform::Settings* kept = platform::services().settings)
+        m_view.LineWidthPx = graph::keptLineWidth(*kept);
     setScaleRight(graph::trendRightAtFirst);
     m_course.openEmpty();
     m_commands.Resolution_Change(config.G_Res);
