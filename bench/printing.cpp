@@ -7,6 +7,7 @@
 #include "bench/silent_dialogs.h"
 #include "bench/timing.h"
 #include "bench/trend_image.h"
+#include "graph/windowless_host.h"
 #include "platform/os/os_files.h"
 #include "platform/qt/qt_print_job.h"
 
@@ -45,22 +46,6 @@ public:
     bool goesOn(int, int) override { return true; }
 };
 
-class NoWindow : public graph::TrendHost {
-public:
-    platform::Surface& trend() override { return m_surface; }
-    void setTrendHourglass(bool) override {}
-    void showLoading(const std::string&, const std::string&) override {}
-    void hideLoading() override {}
-    void setProgressMax(double) override {}
-    void setProgressValue(double) override {}
-    void showLabels(const graph::LabelVisibility&) override {}
-    bool clutchLabelVisible() const override { return true; }
-    void setOverlayLabelColour(int, std::int32_t) override {}
-
-private:
-    platform::DisplayListSurface m_surface;
-};
-
 // A run and its printing to a file.
 class Printing {
 public:
@@ -85,7 +70,8 @@ private:
     SilentDialogs m_dialogs;
     graph::GraphView m_view;
     platform::DisplayList m_onTop;
-    NoWindow m_window;
+    platform::DisplayListSurface m_surface;
+    graph::WindowlessHost m_window{m_surface, true};
     Uncancelled m_progress;
 };
 

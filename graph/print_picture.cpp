@@ -4,6 +4,7 @@
 #include "core/run_title.h"
 #include "graph/drawing.h"
 #include "graph/paper_surface.h"
+#include "graph/windowless_host.h"
 
 #include <algorithm>
 #include <string_view>
@@ -19,26 +20,6 @@ constexpr float titlePoints = 12;
 constexpr float captionPoints = 8;
 constexpr float graphPoints = 6.5F;
 constexpr float gap = 0.008F; // of the page's height, between its parts
-
-// The window's side of the drawing, where there is no window.
-class PaperHost : public TrendHost {
-public:
-    PaperHost(platform::Surface& page, bool clutchLabelVisible)
-        : m_page(page), m_clutchLabelVisible(clutchLabelVisible) {}
-    platform::Surface& trend() override { return m_page; }
-    bool clutchLabelVisible() const override { return m_clutchLabelVisible; }
-    void setTrendHourglass(bool) override {}
-    void showLoading(const std::string&, const std::string&) override {}
-    void hideLoading() override {}
-    void setProgressMax(double) override {}
-    void setProgressValue(double) override {}
-    void showLabels(const LabelVisibility&) override {}
-    void setOverlayLabelColour(int, std::int32_t) override {}
-
-private:
-    platform::Surface& m_page;
-    bool m_clutchLabelVisible;
-};
 
 // A text across the page, smaller where it is too long. Gives where the next one begins.
 float printAcross(PrintJob& job, float y, std::string_view text, float points) {
@@ -74,7 +55,7 @@ void drawGraph(PrintJob& job, const PictureInput& input, const PageFrame& frame)
     GraphView view = input.view;
     view.LineWidthPx = 1; // the width is the screen's
     PaperSurface paper(job.surface(), {job.whitePaper(), graph::gridColour(config), input.part});
-    PaperHost host(paper, input.clutchLabelVisible);
+    WindowlessHost host(paper, input.clutchLabelVisible);
     paper.setScale(input.scale.left, input.scale.top, input.scale.right, input.scale.bottom);
     paper.setBackColor(static_cast<platform::Colour>(config.GraphBackColour));
     paper.setFontSize(graphPoints);

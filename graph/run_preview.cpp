@@ -2,6 +2,7 @@
 
 #include "core/run_file.h"
 #include "graph/drawing.h"
+#include "graph/windowless_host.h"
 #include "platform/draw/display_list.h"
 #include "platform/memory.h"
 
@@ -12,26 +13,6 @@
 namespace kvo::graph {
 
 namespace {
-
-// The window's side of the drawing, where there is no window.
-class PreviewHost : public TrendHost {
-public:
-    PreviewHost(platform::Surface& surface, bool showsClutch)
-        : m_surface(surface), m_showsClutch(showsClutch) {}
-    platform::Surface& trend() override { return m_surface; }
-    bool clutchLabelVisible() const override { return m_showsClutch; }
-    void setTrendHourglass(bool) override {}
-    void showLoading(const std::string&, const std::string&) override {}
-    void hideLoading() override {}
-    void setProgressMax(double) override {}
-    void setProgressValue(double) override {}
-    void showLabels(const LabelVisibility&) override {}
-    void setOverlayLabelColour(int, std::int32_t) override {}
-
-private:
-    platform::Surface& m_surface;
-    bool m_showsClutch;
-};
 
 // Numbers of the grid would hide the curves of so small a picture.
 class NoText : public platform::TextPainter {
@@ -44,7 +25,7 @@ void drawRun(const core::OpenRun& run, core::AppConfig config, platform::Display
         ShowChannelsForType(run.DataType, config.Vehicle_Type).clutch != Show::hide;
     const auto noOverlay = std::make_unique<core::OpenRun>();
     GraphView view;
-    PreviewHost host(to, showsClutch);
+    WindowlessHost host(to, showsClutch);
     to.setScale(0, trendTop, static_cast<float>(run.SampleCount + 1), 0);
     TrendDrawing drawing(config, run, *noOverlay, view, host);
     drawing.Change_Colour(); // colours that are the ground's own are put right, in our copy

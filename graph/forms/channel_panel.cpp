@@ -252,7 +252,8 @@ void ChannelPanel::resizeEvent(QResizeEvent* event) {
 }
 
 void ChannelPanel::uncoverOverlay(bool on) {
-    if (on == Frame_Times->isHidden()) return;
+    if (on == m_overlayUncovered) return;
+    m_overlayUncovered = on;
     for (ChannelCell* one : m_cells) one->uncoverOverlay(on);
     for (const Group& group : m_groups) limitWidth(group);
     Frame_Times->setVisible(!on);
@@ -387,8 +388,8 @@ graph::SpokenBox ChannelPanel::spokenBox(int channel) const {
     box.second = m_texts.overlays[place];
     if (m_texts.differences) {
         box.kind = graph::SecondValue::difference;
-    } else if (Frame_Times->isHidden()) {
-        box.kind = graph::SecondValue::overlay; // it has covered the times
+    } else if (m_overlayUncovered) {
+        box.kind = graph::SecondValue::overlay;
     }
     box.unit = graph::spokenUnit(channel);
     return box;

@@ -115,6 +115,7 @@ private:
     std::vector<Group> m_groups;
     Texts m_texts;
     QString m_exhaustHeading;
+    bool m_overlayUncovered = false;
     int m_rows = 0;
 };
 
