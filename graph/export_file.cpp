@@ -1,7 +1,7 @@
 #include "graph/export_file.h"
 
 #include "core/paths.h"
-#include "graph/print_picture.h"
+#include "core/run_title.h"
 #include "platform/text.h"
 
 #include <algorithm>
@@ -39,7 +39,7 @@ std::string folderOf(const std::string& path) {
 
 std::string exportName(std::string_view headerLine, std::string_view fileName) {
     std::string name;
-    for (const char c : platform::fromFile(titleOf(headerLine))) {
+    for (const char c : platform::fromFile(core::titleOf(headerLine))) {
         const char taken = inFileName(c);
         if (taken != ' ' || (!name.empty() && name.back() != ' ')) name += taken;
     }

@@ -5,7 +5,6 @@
 #include "core/open_run.h"
 #include "graph/layout.h"
 #include "graph/print_panel.h"
-#include "graph/run_title.h"
 #include "graph/view.h"
 #include "platform/draw/display_list.h"
 #include "platform/draw/pixel_scale.h"

@@ -1,6 +1,7 @@
 #include "graph/forms/graph_export.h"
 
 #include "core/paths.h"
+#include "core/run_title.h"
 #include "core/shared_state.h"
 #include "graph/forms/graph_printing.h"
 #include "graph/forms/graph_surface.h"
@@ -128,7 +129,7 @@ platform::Bytes GraphExport::picture(int item, const PictureLook& look) const {
     PicturePage page = pageFor(item, look);
     const graph::PictureInput shownPicture = m_printing.shown();
     graph::printPicture(page, shownPicture);
-    const QString title = shown(graph::titleOf(shownPicture.run.headerLine)).trimmed();
+    const QString title = shown(core::titleOf(shownPicture.run.headerLine)).trimmed();
     if (item == svgPicture) return page.svg(title);
     return item == pdfPicture ? page.pdf(title) : page.png();
 }

@@ -5,14 +5,6 @@
 using namespace kvo;
 using namespace kvo::graph;
 
-TEST(TitleOf, IsDateNumberAndTitle) {
-    EXPECT_EQ(titleOf("32 VRN32 Ver 1.3 128k Serial No 7  Date:Wed 05 Jun 2024 Run: 3 Final#"),
-        "Wed 05 Jun 2024 Run: 3 Final");
-    EXPECT_EQ(titleOf("20 an old file"), "20 an old file");
-    EXPECT_EQ(titleOf("20 Date:cut off"), "cut off");
-    EXPECT_EQ(titleOf(""), "");
-}
-
 TEST(ShownTitle, IsTheTitleWithoutBlanksAroundIt) {
     core::OpenRun run;
     run.path = "/kvo/Data/24060512.33d";

@@ -4,8 +4,8 @@
 #include "core/run_file.h"
 #include "core/run_index.h"
 #include "core/run_info.h"
+#include "core/run_title.h"
 #include "core/vehicle_setup.h"
-#include "graph/print_picture.h"
 #include "library/chooser_list.h"
 #include "library/folder_check.h"
 #include "library/statistics.h"
@@ -32,7 +32,7 @@ std::string utf8(const std::string& fileText) {
 }
 
 std::string titleOf(const core::OpenRun& run) {
-    return utf8(std::string(core::leftTrimmed(graph::titleOf(run.headerLine))));
+    return utf8(std::string(core::leftTrimmed(core::titleOf(run.headerLine))));
 }
 
 void tellPair(const std::string& name, const std::string& value) {
