@@ -155,8 +155,7 @@ ChannelCell::ChannelCell(const channels::ChannelFacts& facts, QWidget* parent)
 }
 
 void ChannelCell::uncoverOverlay(bool on) {
-    if (on == m_uncovered) return;
-    m_uncovered = on;
+    if (on == !overlay->isCovered()) return;
     overlay->setCovered(!on);
     setMaximumWidth(minimumSizeHint().width() + graph::cellSparePx);
     updateGeometry();
@@ -166,7 +165,7 @@ void ChannelCell::uncoverOverlay(bool on) {
 QSize ChannelCell::minimumSizeHint() const {
     const QSize name = toggle->sizeHint();
     const int longest = value->fontMetrics().horizontalAdvance(QStringLiteral("-00.00 in"));
-    return {graph::cellWidthPx(name.width(), longest, m_uncovered), name.height()};
+    return {graph::cellWidthPx(name.width(), longest, !overlay->isCovered()), name.height()};
 }
 
 void ChannelCell::resizeEvent(QResizeEvent*) {
@@ -175,7 +174,7 @@ void ChannelCell::resizeEvent(QResizeEvent*) {
 
 void ChannelCell::place() {
     const graph::CellPlaces places =
-        graph::cellPlaces(width(), height(), toggle->sizeHint().width(), m_uncovered);
+        graph::cellPlaces(width(), height(), toggle->sizeHint().width(), !overlay->isCovered());
     placeAtBox(*toggle, places.toggle);
     placeAtBox(*value, places.value);
     placeAtBox(*overlay, places.overlay);

@@ -99,8 +99,6 @@ protected:
 
 private:
     void place();
-
-    bool m_uncovered = false;
 };
 
 } // namespace kvo::forms
