@@ -8,11 +8,11 @@
 #include "platform/os/heap.h"
 #include "platform/os/os_clock.h"
 #include "platform/os/os_files.h"
+#include "platform/os/os_folder_lock.h"
 #include "platform/qt/application.h"
 #include "platform/qt/form_kit.h"
 #include "platform/qt/qt_browser.h"
 #include "platform/qt/qt_dialogs.h"
-#include "platform/qt/qt_folder_lock.h"
 #ifdef _WIN32
 #include "platform/qt/mapi_mail.h"
 #else
@@ -21,6 +21,7 @@
 #include "platform/qt/qt_printer.h"
 #include "platform/qt/qt_serial_port.h"
 #include "platform/qt/qt_settings.h"
+#include "platform/qt/qt_show_requests.h"
 #include "platform/qt/qt_yield.h"
 #include "platform/qt/text.h"
 #include "platform/services.h"
@@ -92,11 +93,12 @@ int main(int argc, char* argv[]) {
 #else
     platform_qt::QtMail mail;
 #endif
-    platform_qt::QtFolderLock folderLock;
+    platform_os::OsFolderLock folderLock;
+    platform_qt::QtShowRequests showRequests;
     platform_qt::QtSettings settings;
     platform::services() = {&files, &clock, &dialogs, &port, &yield, &browser, &printer, &mail,
-        &folderLock, [&files](const std::string& folder) { files.lookOnlyAt(folder); }, &settings,
-        startAnew};
+        &folderLock, &showRequests,
+        [&files](const std::string& folder) { files.lookOnlyAt(folder); }, &settings, startAnew};
     link::LoggerLink logger(port, yield, dialogs);
     forms::useLoggerLink(&logger);
 

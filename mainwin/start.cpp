@@ -156,17 +156,18 @@ void lookOnly() {
 // to end: the user has gone to the other window, or leaves.
 bool settleFolder() {
     core::SharedState& state = core::state();
-    platform::FolderLock& lock = *platform::services().folderLock;
-    lock.whenAsked(bringToFront);
+    const platform::Services& services = platform::services();
+    services.showRequests->whenAsked(bringToFront);
     bool unreached = false;
-    while (const auto holder = lock.take(state.AppFolder)) {
+    while (const auto holder = services.folderLock->take(state.AppFolder)) {
         const auto answer = form<FolderHeld>().ask(*holder, state.AppFolder, unreached);
         unload<FolderHeld>();
         if (answer == FolderHeld::Answer::lookOnly) {
             lookOnly();
             break;
         }
-        if (answer == FolderHeld::Answer::leave || lock.askToShow(*holder)) return false;
+        if (answer == FolderHeld::Answer::leave) return false;
+        if (services.showRequests->askToShow(*holder)) return false;
         unreached = true; // unless it has ended meanwhile, and the folder can be taken
     }
     return true;

@@ -4,7 +4,6 @@
 #include "platform/clock.h"
 
 #include <cstdint>
-#include <functional>
 #include <optional>
 #include <string>
 
@@ -25,10 +24,6 @@ public:
     // have a lock, since nobody may write in it; else who holds it. The lock of a program that has
     // died on this machine is taken over.
     [[nodiscard]] virtual std::optional<FolderHolder> take(const std::string& folder) = 0;
-    // Asks a holder on this machine to show its window; false where it cannot be reached.
-    [[nodiscard]] virtual bool askToShow(const FolderHolder& holder) = 0;
-    // What to do when another program asks this one; until then no request is heard.
-    virtual void whenAsked(std::function<void()> show) = 0;
 };
 
 } // namespace kvo::platform

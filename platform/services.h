@@ -10,6 +10,7 @@
 #include "platform/printer.h"
 #include "platform/serial_port.h"
 #include "platform/settings.h"
+#include "platform/show_requests.h"
 #include "platform/yield.h"
 
 #include <functional>
@@ -28,6 +29,7 @@ struct Services {
     Printer* printer = nullptr;
     Mail* mail = nullptr;
     FolderLock* folderLock = nullptr;
+    ShowRequests* showRequests = nullptr;
     // From then on nothing that lies in this folder is changed, by whatever service.
     std::function<void(const std::string& folder)> lookOnlyAt = nullptr;
     Settings* settings = nullptr;

@@ -1,6 +1,6 @@
 #include "platform/os/os_folder_lock.h"
 
-#if defined(__unix__)
+#if defined(__unix__) || defined(__APPLE__)
 
 #include <array>
 #include <cerrno>

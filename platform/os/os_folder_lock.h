@@ -1,6 +1,6 @@
 #pragma once
-// The lock of a folder by the system alone, for programs without a window. Its file is the one that
-// the windows' lock has, in the same form, so that each kind keeps the other out.
+// The lock of a folder: a file Kvo.lock with process, program, host, machine and the machine's
+// start in it, a line each.
 #include "platform/folder_lock.h"
 
 #include <string>
@@ -15,9 +15,6 @@ public:
     OsFolderLock& operator=(const OsFolderLock&) = delete;
 
     std::optional<platform::FolderHolder> take(const std::string& folder) override;
-    // There is no window to show, and none to ask for one.
-    bool askToShow(const platform::FolderHolder&) override { return false; }
-    void whenAsked(std::function<void()>) override {}
 
 private:
     bool create(const std::string& path);

@@ -112,13 +112,13 @@ private slots:
         m_program->folderLock.holders = {holder()};
         press("Show_Other");
         QVERIFY(!forms::startProgram());
-        QCOMPARE(m_program->folderLock.asked, std::vector<std::int64_t>{4711});
+        QCOMPARE(m_program->showRequests.asked, std::vector<std::int64_t>{4711});
         QVERIFY(!isLoaded<VrnWin32>());
     }
 
     void aHolderThatDoesNotHearIsAskedAboutAgain() {
         m_program->folderLock.holders = {holder(), holder()};
-        m_program->folderLock.hears = false;
+        m_program->showRequests.hears = false;
         press("Show_Other");
         onModal([](QWidget* modal) {
             QCOMPARE(control<QLabel>(*modal, "Label_Unreached").text(),
@@ -130,7 +130,7 @@ private slots:
 
     void aFolderThatCameFreeMeanwhileIsTaken() {
         m_program->folderLock.holders = {holder()};
-        m_program->folderLock.hears = false;
+        m_program->showRequests.hears = false;
         press("Show_Other");
         shortenSplash();
         QVERIFY(forms::startProgram());
@@ -142,7 +142,7 @@ private slots:
         QVERIFY(forms::startProgram());
         auto& window = form<VrnWin32>();
         window.showMinimized();
-        m_program->folderLock.ask();
+        m_program->showRequests.ask();
         QVERIFY(!window.isMinimized());
     }
 

@@ -10,12 +10,13 @@
 #include "mainwin/start.h"
 #include "platform/os/os_clock.h"
 #include "platform/os/os_files.h"
+#include "platform/os/os_folder_lock.h"
 #include "platform/qt/application.h"
 #include "platform/qt/form_kit.h"
 #include "platform/qt/qt_browser.h"
 #include "platform/qt/qt_dialogs.h"
-#include "platform/qt/qt_folder_lock.h"
 #include "platform/qt/qt_serial_port.h"
+#include "platform/qt/qt_show_requests.h"
 #include "platform/qt/qt_yield.h"
 #include "platform/qt/text.h"
 #include "platform/services.h"
@@ -137,9 +138,11 @@ int main(int argc, char* argv[]) {
     QtSerialPort port([] { return core::state().AppFolder; });
     QtYield yield(port);
     QtBrowser browser;
-    QtFolderLock folderLock;
+    platform_os::OsFolderLock folderLock;
+    QtShowRequests showRequests;
     platform::services() = {&files, &clock, &dialogs, &port, &yield, &browser};
     platform::services().folderLock = &folderLock;
+    platform::services().showRequests = &showRequests;
     link::LoggerLink logger(port, yield, dialogs);
     forms::useLoggerLink(&logger);
     const int result = drive();

@@ -18,8 +18,8 @@ TestProgram::TestProgram() {
     state.Config.CommPort = 1;
     state.Config.Vehicle_Type = 1;
     platform::services() = {&guardedFiles, &clock, &dialogs, nullptr, nullptr, &browser, &printer,
-        &mail, &folderLock, [this](const std::string& folder) { guardedFiles.lookOnlyAt(folder); },
-        &settings,
+        &mail, &folderLock, &showRequests,
+        [this](const std::string& folder) { guardedFiles.lookOnlyAt(folder); }, &settings,
         [this](const std::vector<std::string>& words) {
             startedAnew.push_back(words);
             return startsAnew;

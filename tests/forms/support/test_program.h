@@ -56,14 +56,18 @@ public:
         return taken.size() > holders.size() ? std::nullopt
                                              : std::optional(holders[taken.size() - 1]);
     }
+    std::vector<platform::FolderHolder> holders;
+    std::vector<std::string> taken;
+};
+
+class ScriptedShowRequests : public platform::ShowRequests {
+public:
     bool askToShow(const platform::FolderHolder& holder) override {
         asked.push_back(holder.process);
         return hears;
     }
     void whenAsked(std::function<void()> show) override { ask = std::move(show); }
-    std::vector<platform::FolderHolder> holders;
     bool hears = true;
-    std::vector<std::string> taken;
     std::vector<std::int64_t> asked;
     std::function<void()> ask; // what another program does with this one
 };
@@ -93,6 +97,7 @@ struct TestProgram {
     MemoryFiles files;
     platform::LookOnlyFiles guardedFiles{files};
     ScriptedLock folderLock;
+    ScriptedShowRequests showRequests;
     FixedClock clock{platform::DateTime{2026, 11, 15, 14, 42, 0}}; // a Sunday
     ScriptedDialogs dialogs;
     RecordingBrowser browser;

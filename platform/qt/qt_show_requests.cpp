@@ -1,18 +1,13 @@
-#include "platform/qt/qt_folder_lock.h"
-
-#include "platform/qt/text.h"
+#include "platform/qt/qt_show_requests.h"
 
 #include <QCoreApplication>
-#include <QDateTime>
-#include <QDir>
 #include <QFile>
-#include <QFileInfo>
 #include <QSocketNotifier>
 #include <QStandardPaths>
-#include <QSysInfo>
 
 #ifdef Q_OS_UNIX
 #include <cstring>
+#include <optional>
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <unistd.h>
@@ -20,15 +15,9 @@
 
 namespace kvo::platform_qt {
 
+#ifdef Q_OS_UNIX
 namespace {
 
-platform::DateTime dateTimeOf(const QDateTime& moment) {
-    const QDate day = moment.date();
-    const QTime time = moment.time();
-    return {day.year(), day.month(), day.day(), time.hour(), time.minute(), time.second()};
-}
-
-#ifdef Q_OS_UNIX
 // The address of a socket file; empty where the path is too long for one.
 std::optional<sockaddr_un> addressOf(const QString& path) {
     const QByteArray bytes = QFile::encodeName(path);
@@ -38,49 +27,26 @@ std::optional<sockaddr_un> addressOf(const QString& path) {
     std::memcpy(address.sun_path, bytes.constData(), static_cast<std::size_t>(bytes.size()));
     return address;
 }
-#endif
 
 } // namespace
+#endif
 
-QtFolderLock::QtFolderLock()
-    : QtFolderLock(QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation)) {}
+QtShowRequests::QtShowRequests()
+    : QtShowRequests(QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation)) {}
 
-QtFolderLock::QtFolderLock(QString socketFolder) : m_socketFolder(std::move(socketFolder)) {}
+QtShowRequests::QtShowRequests(QString socketFolder) : m_socketFolder(std::move(socketFolder)) {}
 
-QtFolderLock::~QtFolderLock() {
+QtShowRequests::~QtShowRequests() {
     closeSocket();
 }
 
-std::optional<platform::FolderHolder> QtFolderLock::take(const std::string& folder) {
-    m_lock = std::make_unique<QLockFile>(shownPath(folder) + QStringLiteral("/Kvo.lock"));
-    // A lock does not get old while its program lives, however long that has not been heard of.
-    m_lock->setStaleLockTime(0);
-    if (m_lock->tryLock(0) || m_lock->error() != QLockFile::LockFailedError) return {};
-    return holder();
-}
-
-platform::FolderHolder QtFolderLock::holder() const {
-    platform::FolderHolder found;
-    qint64 process = 0;
-    QString host;
-    QString program;
-    if (m_lock->getLockInfo(&process, &host, &program)) {
-        found.program = program.toStdString();
-        found.host = host.toStdString();
-        found.process = process;
-        found.here = host == QSysInfo::machineHostName();
-    }
-    found.since = dateTimeOf(QFileInfo(m_lock->fileName()).lastModified());
-    return found;
-}
-
-QString QtFolderLock::socketOf(std::int64_t process) const {
+QString QtShowRequests::socketOf(std::int64_t process) const {
     return QStringLiteral("%1/kvo-%2.show").arg(m_socketFolder).arg(process);
 }
 
 #ifdef Q_OS_UNIX
 
-bool QtFolderLock::askToShow(const platform::FolderHolder& holder) {
+bool QtShowRequests::askToShow(const platform::FolderHolder& holder) {
     const auto address = addressOf(socketOf(holder.process));
     if (!holder.here || !address) return false;
     const int socket = ::socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
@@ -91,7 +57,7 @@ bool QtFolderLock::askToShow(const platform::FolderHolder& holder) {
     return sent;
 }
 
-void QtFolderLock::whenAsked(std::function<void()> show) {
+void QtShowRequests::whenAsked(std::function<void()> show) {
     closeSocket();
     const QString path = socketOf(QCoreApplication::applicationPid());
     const auto address = addressOf(path);
@@ -112,7 +78,7 @@ void QtFolderLock::whenAsked(std::function<void()> show) {
         });
 }
 
-void QtFolderLock::closeSocket() {
+void QtShowRequests::closeSocket() {
     m_notifier.reset();
     if (m_socket >= 0) ::close(m_socket);
     m_socket = -1;
@@ -122,13 +88,13 @@ void QtFolderLock::closeSocket() {
 
 #else
 
-bool QtFolderLock::askToShow(const platform::FolderHolder&) {
+bool QtShowRequests::askToShow(const platform::FolderHolder&) {
     return false;
 }
 
-void QtFolderLock::whenAsked(std::function<void()>) {}
+void QtShowRequests::whenAsked(std::function<void()>) {}
 
-void QtFolderLock::closeSocket() {}
+void QtShowRequests::closeSocket() {}
 
 #endif
 
