@@ -6,6 +6,7 @@
 #include "tests/forms/support/form_test_main.h"
 #include "tests/forms/support/user_click.h"
 
+#include <QAbstractTextDocumentLayout>
 #include <QDialog>
 #include <QImage>
 #include <QLabel>
@@ -97,6 +98,56 @@ private slots:
                 QVERIFY(picture.width() / picture.devicePixelRatio() <= 661);
             }
         }
+    }
+
+    // In the document itself, as large as it is and not as the sign of one that is missing.
+    void eachPictureOfTheGuideIsInItsText() {
+        shown();
+        const QString text = pages().markdown(QStringLiteral("user-guide.md"));
+        int drawn = 0;
+        for (QTextBlock block = pages().document()->begin(); block.isValid();
+             block = block.next()) {
+            for (auto part = block.begin(); !part.atEnd(); ++part) {
+                const QTextImageFormat format = part.fragment().charFormat().toImageFormat();
+                if (!format.isValid()) continue;
+                const auto picture = pages()
+                                         .document()
+                                         ->resource(QTextDocument::ImageResource, format.name())
+                                         .value<QImage>();
+                QVERIFY2(!picture.isNull(), qPrintable(format.name()));
+                const QSizeF room =
+                    pages().document()->documentLayout()->blockBoundingRect(block).size();
+                QVERIFY2(room.height() >= picture.height() / picture.devicePixelRatio(),
+                    qPrintable(format.name()));
+                ++drawn;
+            }
+        }
+        QCOMPARE(drawn, text.count(QStringLiteral("](pictures/")));
+        QVERIFY(drawn >= 10);
+    }
+
+    // Its colours are those of the file.
+    void aPictureIsPainted() {
+        shown("pit-run");
+        QTextBlock block = pages().cursorForPosition({4, 12}).block();
+        while (block.isValid() && !block.begin().fragment().charFormat().isImageFormat())
+            block = block.next();
+        QVERIFY(block.isValid());
+        QTextCursor place(block);
+        pages().setTextCursor(place);
+        const QString name = block.begin().fragment().charFormat().toImageFormat().name();
+        const auto picture =
+            pages().document()->resource(QTextDocument::ImageResource, name).value<QImage>();
+        const QRect at = pages().cursorRect(place);
+        pages().verticalScrollBar()->setValue(pages().verticalScrollBar()->value() + at.top());
+        const QImage seen = pages().viewport()->grab().toImage();
+        const QPoint corner = pages().cursorRect(place).topLeft();
+        int same = 0;
+        for (int i = 10; i < 100; ++i) {
+            const QRgb wanted = picture.pixel(3 * i, i);
+            same += seen.pixel(corner + QPoint(3 * i, i)) == wanted ? 1 : 0;
+        }
+        QVERIFY2(same > 60, qPrintable(QString::number(same)));
     }
 
     void aChapterOfTheListIsGoneTo() {
@@ -254,7 +305,8 @@ private slots:
         for (const bool isDark : {false, true}) {
             QApplication::setPalette(isDark ? dark : light);
             const QString look = isDark ? QStringLiteral("dark") : QStringLiteral("light");
-            for (const char* anchor : {"", "the-graph", "reading-a-run", "setting-up", "ports"}) {
+            for (const char* anchor :
+                {"", "the-graph", "choosing-a-run", "pit-run", "setting-up"}) {
                 HelpWindow& help = shown(anchor);
                 QVERIFY(saveScreenshot(
                     help, QStringLiteral("%1/help-%2-%3.png").arg(folder, anchor, look)));
