@@ -3,6 +3,7 @@
 namespace kvo::platform {
 
 bool LookOnlyFiles::isInside(const std::string& path) const {
+    if (m_everywhere) return true;
     if (m_folder.empty() || !path.starts_with(m_folder)) return false;
     if (path.size() == m_folder.size() || m_folder.ends_with(separator())) return true;
     return path[m_folder.size()] == separator() || path[m_folder.size()] == '/';

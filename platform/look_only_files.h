@@ -12,6 +12,8 @@ public:
     explicit LookOnlyFiles(Files& below) : m_below(below) {}
     // From here on the folder is only looked at; there is no separator behind it.
     void lookOnlyAt(const std::string& folder) { m_folder = folder; }
+    // From here on everything is, on all disks of a system that has several roots.
+    void lookOnly() { m_everywhere = true; }
 
     ReadResult readOrReason(const std::string& path) const override;
     ReadResult readAsNamed(const std::string& path) const override;
@@ -36,7 +38,8 @@ private:
     static WriteResult refused(const std::string& path);
 
     Files& m_below;
-    std::string m_folder; // empty while everything may be changed
+    std::string m_folder; // empty while none is named
+    bool m_everywhere = false;
 };
 
 } // namespace kvo::platform

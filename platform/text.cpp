@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <optional>
 
 namespace kvo::platform {
 
@@ -28,6 +29,51 @@ Lead leadOf(unsigned char byte) {
     return {-1, 0, 0};
 }
 
+// What stands for something that is no character.
+constexpr char32_t noCharacter = 0xFFFD;
+
+bool isHalf(char32_t character) {
+    return character >= 0xD800 && character < 0xE000;
+}
+
+// Takes the character at `place` and goes behind it; behind the leading byte alone where there is
+// none.
+std::optional<char32_t> takeCharacter(std::string_view utf8, std::size_t& place) {
+    const Lead lead = leadOf(static_cast<unsigned char>(utf8[place++]));
+    if (lead.followers < 0) return {};
+    char32_t character = lead.bits;
+    std::size_t next = place;
+    for (int k = 0; k < lead.followers; ++k, ++next) {
+        const unsigned byte = next < utf8.size() ? static_cast<unsigned char>(utf8[next]) : 0U;
+        if ((byte & 0xC0U) != 0x80U) return {};
+        character = character << 6U | (byte & 0x3FU);
+    }
+    if (character < lead.least || character > 0x10FFFF || isHalf(character)) return {};
+    place = next;
+    return character;
+}
+
+void append(std::string& utf8, char32_t character) {
+    const auto follower = [character](unsigned bits) {
+        return static_cast<char>(0x80U | (character >> bits & 0x3FU));
+    };
+    if (character < 0x80) {
+        utf8 += static_cast<char>(character);
+        return;
+    }
+    if (character < 0x800) {
+        utf8 += static_cast<char>(0xC0U | character >> 6U);
+    } else if (character < 0x10000) {
+        utf8 += static_cast<char>(0xE0U | character >> 12U);
+        utf8 += follower(6);
+    } else {
+        utf8 += static_cast<char>(0xF0U | character >> 18U);
+        utf8 += follower(12);
+        utf8 += follower(6);
+    }
+    utf8 += follower(0);
+}
+
 } // namespace
 
 char16_t unicodeOf(unsigned char byte) {
@@ -48,17 +94,37 @@ char byteOf(char16_t unicode) {
 std::string fromFile(std::string_view fileText) {
     std::string utf8;
     utf8.reserve(fileText.size());
-    for (const char byte : fileText) {
-        const unsigned c = unicodeOf(static_cast<unsigned char>(byte));
-        if (c < 0x80) {
-            utf8 += static_cast<char>(c);
-        } else if (c < 0x800) {
-            utf8 += static_cast<char>(0xC0U | c >> 6U);
-            utf8 += static_cast<char>(0x80U | (c & 0x3FU));
+    for (const char byte : fileText) append(utf8, unicodeOf(static_cast<unsigned char>(byte)));
+    return utf8;
+}
+
+std::u16string utf16Of(std::string_view utf8) {
+    std::u16string utf16;
+    utf16.reserve(utf8.size());
+    for (std::size_t i = 0; i < utf8.size();) {
+        const char32_t character = takeCharacter(utf8, i).value_or(noCharacter);
+        if (character < 0x10000) {
+            utf16 += static_cast<char16_t>(character);
         } else {
-            utf8 += static_cast<char>(0xE0U | c >> 12U);
-            utf8 += static_cast<char>(0x80U | (c >> 6U & 0x3FU));
-            utf8 += static_cast<char>(0x80U | (c & 0x3FU));
+            utf16 += static_cast<char16_t>(0xD7C0U + (character >> 10U));
+            utf16 += static_cast<char16_t>(0xDC00U | (character & 0x3FFU));
+        }
+    }
+    return utf16;
+}
+
+std::string utf8Of(std::u16string_view utf16) {
+    const auto half = [&utf16](std::size_t place, unsigned kind) {
+        return place < utf16.size() && (utf16[place] & 0xFC00U) == kind;
+    };
+    std::string utf8;
+    utf8.reserve(utf16.size());
+    for (std::size_t i = 0; i < utf16.size(); ++i) {
+        if (half(i, 0xD800) && half(i + 1, 0xDC00)) {
+            append(utf8, 0x10000U + ((utf16[i] & 0x3FFU) << 10U) + (utf16[i + 1] & 0x3FFU));
+            ++i;
+        } else {
+            append(utf8, isHalf(utf16[i]) ? noCharacter : utf16[i]);
         }
     }
     return utf8;
@@ -66,16 +132,7 @@ std::string fromFile(std::string_view fileText) {
 
 bool isUtf8(std::string_view text) {
     for (std::size_t i = 0; i < text.size();) {
-        const Lead lead = leadOf(static_cast<unsigned char>(text[i++]));
-        if (lead.followers < 0) return false;
-        unsigned character = lead.bits;
-        for (int k = 0; k < lead.followers; ++k, ++i) {
-            const unsigned next = i < text.size() ? static_cast<unsigned char>(text[i]) : 0U;
-            if ((next & 0xC0U) != 0x80U) return false;
-            character = character << 6U | (next & 0x3FU);
-        }
-        const bool half = character >= 0xD800 && character < 0xE000; // of a pair, no character
-        if (character < lead.least || character > 0x10FFFF || half) return false;
+        if (!takeCharacter(text, i)) return false;
     }
     return true;
 }

@@ -13,6 +13,11 @@ namespace kvo::platform {
 // character of the same number, so that they can be told apart.
 std::string fromFile(std::string_view fileText);
 
+// UTF-16, as one of the systems has its paths and command lines, and back. What is no character -
+// bytes that are no UTF-8, half of a pair - becomes U+FFFD, one for each.
+std::u16string utf16Of(std::string_view utf8);
+std::string utf8Of(std::u16string_view utf16);
+
 // Whether these bytes are UTF-8; a file's text with any letter beyond ASCII is all but never that.
 bool isUtf8(std::string_view text);
 

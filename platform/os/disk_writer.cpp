@@ -1,5 +1,7 @@
 #include "platform/os/disk_writer.h"
 
+#include "platform/os/windows_api.h"
+
 #include <algorithm>
 #include <cerrno>
 
@@ -8,9 +10,6 @@
 
 #ifdef _WIN32
 #include <io.h>
-#define WIN32_LEAN_AND_MEAN
-#define NOMINMAX
-#include <windows.h>
 #else
 #include <unistd.h>
 #endif

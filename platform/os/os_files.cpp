@@ -3,6 +3,7 @@
 #include "platform/memory.h"
 #include "platform/os/file_date.h"
 #include "platform/os/os_clock.h"
+#include "platform/system_path.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -24,7 +25,9 @@ namespace kvo::platform_os {
 namespace fs = std::filesystem;
 using platform::Bytes;
 using platform::FileFailure;
+using platform::pathText;
 using platform::ReadResult;
+using platform::systemPath;
 using platform::WriteResult;
 
 namespace {
@@ -58,7 +61,7 @@ fs::path inAnotherCase(const fs::path& folder, const std::string& name) {
         if (sameButForCase(found, name) && (best.empty() || found < best)) best = found;
     }
     ::closedir(entries);
-    return best.empty() ? fs::path() : folder / best;
+    return best.empty() ? fs::path() : folder / systemPath(best);
 }
 #else
 fs::path inAnotherCase(const fs::path& folder, const std::string& name) {
@@ -66,24 +69,24 @@ fs::path inAnotherCase(const fs::path& folder, const std::string& name) {
     std::string best;
     const fs::path shown = folder.empty() ? fs::path(".") : folder;
     for (fs::directory_iterator it(shown, error), end; !error && it != end; it.increment(error)) {
-        std::string entry = it->path().filename().string();
+        std::string entry = pathText(it->path().filename());
         if (sameButForCase(entry, name) && (best.empty() || entry < best)) best = std::move(entry);
     }
-    return best.empty() ? fs::path() : folder / best;
+    return best.empty() ? fs::path() : folder / systemPath(best);
 }
 #endif
 
 // The path as it stands on the disk: each part in the case that is there. What is not there at all
 // stays as it was given, with all that would lie in it.
 fs::path found(const std::string& path) {
-    const fs::path given(path);
+    const fs::path given = systemPath(path);
     if (isThere(given)) return given;
     fs::path result;
     bool known = true;
     for (const fs::path& part : given) {
         fs::path next = result / part;
         if (known && !isThere(next)) {
-            fs::path other = inAnotherCase(result, part.string());
+            fs::path other = inAnotherCase(result, pathText(part));
             known = !other.empty();
             if (known) next = std::move(other);
         }
@@ -130,7 +133,7 @@ bool isForbidden(const fs::path& path, int what) {
 }
 
 WriteResult failure(const fs::path& path, const Cause& cause) {
-    return {false, path.string() + "\ncould not be written.\n" + cause.words, cause.failure};
+    return {false, pathText(path) + "\ncould not be written.\n" + cause.words, cause.failure};
 }
 
 WriteResult refusal(const fs::path& path) {
@@ -156,11 +159,11 @@ WriteResult refusal(const fs::path& path) {
 
 WriteResult notDeleted(const fs::path& path, int error) {
     const Cause cause = causeOfWrite(error);
-    return {false, path.string() + "\ncould not be deleted.\n" + cause.words, cause.failure};
+    return {false, pathText(path) + "\ncould not be deleted.\n" + cause.words, cause.failure};
 }
 
 ReadResult unread(const fs::path& path, const Cause& cause) {
-    return {{}, path.string() + "\ncould not be read.\n" + cause.words, cause.failure};
+    return {{}, pathText(path) + "\ncould not be read.\n" + cause.words, cause.failure};
 }
 
 ReadResult readWhole(const fs::path& path, std::size_t size) {
@@ -224,8 +227,8 @@ ReadResult OsFiles::readOrReason(const std::string& path) const {
 }
 
 ReadResult OsFiles::readAsNamed(const std::string& path) const {
-    const fs::path given(path);
-    return readPlace(found(given.parent_path().string()) / given.filename());
+    const fs::path given = systemPath(path);
+    return readPlace(found(pathText(given.parent_path())) / given.filename());
 }
 
 std::optional<Cause> OsFiles::fill(int file, const Bytes& content) {
@@ -330,7 +333,7 @@ bool OsFiles::folderExists(const std::string& path) const {
 WriteResult OsFiles::enterable(const std::string& folder) const {
     const fs::path place = found(folder);
     const auto refused = [&place](FileFailure failure, const std::string& words) {
-        return WriteResult{false, place.string() + "\n" + words, failure};
+        return WriteResult{false, pathText(place) + "\n" + words, failure};
     };
     std::error_code error;
     const fs::file_type type = fs::status(place, error).type();
@@ -379,7 +382,7 @@ WriteResult OsFiles::remove(const std::string& path) {
     std::error_code error;
     const fs::file_type type = fs::symlink_status(place, error).type();
     if (type == fs::file_type::not_found)
-        return {false, place.string() + "\nis not there.", FileFailure::notFound};
+        return {false, pathText(place) + "\nis not there.", FileFailure::notFound};
     if (type == fs::file_type::none) return notDeleted(place, errnoOf(error));
     if (auto refused = refusal(place); !refused) {
         refused.message.replace(refused.message.find("written"), 7, "deleted");
@@ -395,7 +398,7 @@ std::vector<std::string> OsFiles::list(const std::string& folder) const {
     for (fs::directory_iterator it(found(folder), error), end; !error && it != end;
          it.increment(error)) {
         std::error_code unknown;
-        if (it->is_regular_file(unknown)) names.push_back(it->path().filename().string());
+        if (it->is_regular_file(unknown)) names.push_back(pathText(it->path().filename()));
     }
     std::sort(names.begin(), names.end());
     return names;
@@ -408,7 +411,7 @@ std::optional<std::vector<std::string>> OsFiles::folders(const std::string& fold
     std::vector<std::string> names;
     for (const fs::directory_iterator end; !error && it != end; it.increment(error)) {
         std::error_code unknown;
-        if (it->is_directory(unknown)) names.push_back(it->path().filename().string());
+        if (it->is_directory(unknown)) names.push_back(pathText(it->path().filename()));
     }
     std::sort(names.begin(), names.end());
     return names;

@@ -14,6 +14,7 @@
 #include <QShortcutEvent>
 #include <QWidget>
 
+#include <algorithm>
 #include <clocale>
 #include <new>
 
@@ -115,6 +116,18 @@ void bringToFront() {
     last->raise();
     last->activateWindow();
     QApplication::alert(last);
+}
+
+std::vector<std::string> wordsOf(
+    [[maybe_unused]] int argc, [[maybe_unused]] const char* const* argv) {
+#ifdef Q_OS_WIN
+    std::vector<std::string> words; // main() gets them without the letters of other countries
+    const QStringList all = QCoreApplication::arguments().mid(1);
+    for (const QString& word : all) words.push_back(typedPath(word));
+    return words;
+#else
+    return {argv + std::min(argc, 1), argv + argc};
+#endif
 }
 
 void changeFolder(const std::string& folder) {

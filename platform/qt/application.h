@@ -8,6 +8,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace kvo::platform_qt {
 
@@ -25,6 +26,10 @@ private:
     std::unique_ptr<char[]> m_reserve; // given up so that there is memory for telling
     bool m_telling = false;
 };
+
+// Of what main() got the words behind the program's name, UTF-8, from which the application object
+// has taken the toolkit's own options.
+std::vector<std::string> wordsOf(int argc, const char* const* argv);
 
 // Called once, right behind the application object: LC_NUMERIC and the default locale become "C",
 // the style Fusion with the desktop's own palette and font, the filters below are installed, and

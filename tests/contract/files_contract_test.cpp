@@ -73,7 +73,8 @@ TYPED_TEST(FilesContract, HasNothingForAMissingFile) {
 }
 
 TYPED_TEST(FilesContract, TellsThatAFileIsNotThere) {
-    for (const std::string& path : {this->at("none"), this->at("none") + "/run"}) {
+    for (const std::string& path :
+        {this->at("none"), this->at("none") + this->files().separator() + "run"}) {
         const auto result = this->files().readOrReason(path);
         EXPECT_FALSE(result);
         EXPECT_EQ(result.failure, FileFailure::notFound);

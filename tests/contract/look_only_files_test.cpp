@@ -51,6 +51,17 @@ TEST(LookOnlyFiles, LeaveOtherFoldersAsTheyAre) {
     EXPECT_EQ(files.list("/kvo"), disk.list("/kvo"));
 }
 
+TEST(LookOnlyFiles, MayNameEverything) {
+    MemoryFiles disk;
+    platform::LookOnlyFiles files(disk);
+    files.lookOnly();
+    for (const char* path : {"/a", "C:\\runs\\a", "a", ""}) {
+        EXPECT_EQ(files.write(path, {3}).failure, platform::FileFailure::readOnly) << path;
+        EXPECT_FALSE(files.makeFolder(path)) << path;
+    }
+    EXPECT_TRUE(disk.list("/").empty());
+}
+
 // A folder at the root of a disk ends with its separator.
 TEST(LookOnlyFiles, ARootIsAFolderToo) {
     MemoryFiles disk;

@@ -1,7 +1,9 @@
 #pragma once
 // A folder of its own on the real disk, gone with the test.
-#include <cstdlib>
+#include "platform/system_path.h"
+
 #include <filesystem>
+#include <random>
 #include <stdexcept>
 #include <string>
 #include <system_error>
@@ -11,16 +13,22 @@ namespace kvo::testing {
 class TemporaryFolder {
 public:
     TemporaryFolder() {
-        std::string name = (std::filesystem::temp_directory_path() / "kvo-test-XXXXXX").string();
-        if (!mkdtemp(name.data())) throw std::runtime_error("no temporary folder");
-        m_path = name;
+        std::random_device chance;
+        const auto place = std::filesystem::temp_directory_path();
+        for (int attempt = 0; attempt < 100; ++attempt) {
+            m_path = place / ("kvo-test-" + std::to_string(chance()));
+            if (!std::filesystem::create_directory(m_path)) continue;
+            std::filesystem::permissions(m_path, std::filesystem::perms::owner_all);
+            return;
+        }
+        throw std::runtime_error("no temporary folder");
     }
     ~TemporaryFolder() {
         std::error_code error;
         for (std::filesystem::recursive_directory_iterator it(m_path, error), end;
              !error && it != end; it.increment(error)) {
-            std::error_code ignored;
-            if (it->is_directory(ignored)) {
+            std::error_code ignored; // one system does not delete what is marked as read-only
+            if (!it->is_symlink(ignored)) {
                 std::filesystem::permissions(
                     it->path(), std::filesystem::perms::owner_all, ignored);
             }
@@ -31,7 +39,9 @@ public:
     TemporaryFolder& operator=(const TemporaryFolder&) = delete;
 
     const std::filesystem::path& path() const { return m_path; }
-    std::string operator/(const std::string& name) const { return (m_path / name).string(); }
+    std::string operator/(const std::string& name) const {
+        return platform::pathText(m_path / platform::systemPath(name));
+    }
 
 private:
     std::filesystem::path m_path;

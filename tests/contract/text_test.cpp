@@ -38,5 +38,29 @@ TEST(Text, OfAFileIsToldFromUtf8) {
     }
 }
 
+TEST(Text, GoesToUtf16AndBack) {
+    const std::u16string_view wide[] = {u"", u"Kvo", u"J\u00fcrg\u0142",
+        u"\u30ac\u30ec\u30fc\u30b8", u"\U0001f3c1", u"\ud7ff\ue000\uffff", u"\U00010000\U0010ffff"};
+    const std::string_view narrow[] = {"", "Kvo", "J\xc3\xbcrg\xc5\x82",
+        "\xe3\x82\xac\xe3\x83\xac\xe3\x83\xbc\xe3\x82\xb8", "\xf0\x9f\x8f\x81",
+        "\xed\x9f\xbf\xee\x80\x80\xef\xbf\xbf", "\xf0\x90\x80\x80\xf4\x8f\xbf\xbf"};
+    for (std::size_t i = 0; i < std::size(wide); ++i) {
+        EXPECT_EQ(utf8Of(wide[i]), narrow[i]);
+        EXPECT_EQ(utf16Of(narrow[i]), wide[i]) << narrow[i];
+    }
+}
+
+TEST(Text, ShowsWhatIsNoCharacter) {
+    EXPECT_EQ(utf16Of("M\xfcller"), u"M\ufffdller");
+    EXPECT_EQ(utf16Of("\xe3\x82"), u"\ufffd\ufffd");
+    EXPECT_EQ(utf16Of("\xed\xa0\x80"), u"\ufffd\ufffd\ufffd");
+    const char16_t high = 0xD83C;
+    const char16_t low = 0xDFC1;
+    EXPECT_EQ(utf8Of(std::u16string{u'a', high}), "a\xef\xbf\xbd");
+    EXPECT_EQ(utf8Of(std::u16string{high, u'a'}), "\xef\xbf\xbd\x61");
+    EXPECT_EQ(utf8Of(std::u16string{low, high}), "\xef\xbf\xbd\xef\xbf\xbd");
+    EXPECT_EQ(utf8Of(std::u16string{high, low}), "\xf0\x9f\x8f\x81");
+}
+
 } // namespace
 } // namespace kvo::platform

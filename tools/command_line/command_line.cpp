@@ -1,7 +1,20 @@
 #include "tools/command_line/command_line.h"
 
+#include "platform/text.h"
+
 #include <algorithm>
 #include <iostream>
+
+#ifdef _WIN32
+#ifndef NOMINMAX
+#define NOMINMAX
+#endif
+#include <fcntl.h>
+#include <io.h>
+#include <windows.h>
+
+#include <shellapi.h> // behind what it needs
+#endif
 
 namespace kvo::command_line {
 
@@ -56,9 +69,34 @@ Arguments read(const Syntax& syntax, const std::vector<std::string>& words, std:
 }
 
 Arguments read(const Syntax& syntax, int argc, const char* const* argv) {
-    const std::vector<std::string> words(argv + std::min(argc, 1), argv + argc);
-    return read(syntax, words, std::cout, std::cerr);
+    return read(syntax, wordsOf(argc, argv), std::cout, std::cerr);
 }
+
+#ifdef _WIN32
+
+// What main() gets there has lost the letters that the system's old code page lacks.
+std::vector<std::string> wordsOf(int, const char* const*) {
+    SetConsoleOutputCP(CP_UTF8);
+    _setmode(_fileno(stdout), _O_BINARY);
+    _setmode(_fileno(stderr), _O_BINARY);
+    std::vector<std::string> words;
+    int count = 0;
+    wchar_t** const wide = CommandLineToArgvW(GetCommandLineW(), &count);
+    for (int i = 1; wide != nullptr && i < count; ++i) {
+        const std::wstring word = wide[i];
+        words.push_back(platform::utf8Of(std::u16string(word.begin(), word.end())));
+    }
+    LocalFree(static_cast<HLOCAL>(wide));
+    return words;
+}
+
+#else
+
+std::vector<std::string> wordsOf(int argc, const char* const* argv) {
+    return {argv + std::min(argc, 1), argv + argc};
+}
+
+#endif
 
 int misuse(const Syntax& syntax, const std::string& what, std::ostream& err) {
     err << syntax.usage.substr(0, syntax.usage.find(' ')) << ": " << what

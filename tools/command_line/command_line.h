@@ -38,6 +38,10 @@ Arguments read(const Syntax& syntax, const std::vector<std::string>& words, std:
 // The same for what main() gets, with the standard streams.
 Arguments read(const Syntax& syntax, int argc, const char* const* argv);
 
+// What main() begins with: the words behind the program's name, UTF-8. The standard streams take
+// bytes as they are from then on, so that what a program writes is the same on every system.
+std::vector<std::string> wordsOf(int argc, const char* const* argv);
+
 // For a value that only the program knows to be wrong: tells it with the usage on `err`. Gives the
 // exit code of every misuse, 2.
 int misuse(const Syntax& syntax, const std::string& what, std::ostream& err);

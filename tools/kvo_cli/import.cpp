@@ -3,10 +3,12 @@
 #include "core/basic/numbers.h"
 #include "core/paths.h"
 #include "platform/os/os_folder_lock.h"
+#include "platform/system_path.h"
 #include "platform/unanswered_dialogs.h"
 #include "tools/kvo_cli/cli.h"
 #include "tools/kvo_cli/run_place.h"
 
+#include <filesystem>
 #include <iostream>
 
 namespace kvo::cli {
@@ -62,11 +64,10 @@ struct Batch {
 std::vector<Batch> batchesOf(const std::vector<std::string>& paths) {
     std::vector<Batch> batches;
     for (const std::string& path : paths) {
-        const std::string whole = absolutePath(path);
-        const std::size_t end = whole.find_last_of('/');
-        const std::string folder = end == 0 ? "/" : whole.substr(0, end);
+        const std::filesystem::path whole = platform::systemPath(absolutePath(path));
+        const std::string folder = platform::pathText(whole.parent_path());
         if (batches.empty() || batches.back().folder != folder) batches.push_back({folder, {}});
-        batches.back().names.push_back(whole.substr(end + 1));
+        batches.back().names.push_back(platform::pathText(whole.filename()));
     }
     return batches;
 }

@@ -44,7 +44,7 @@ int runCommand(const Command& command, const std::vector<std::string>& words) {
     if (arguments.exitCode) return *arguments.exitCode;
     platform_os::OsFiles disk;
     platform::LookOnlyFiles look(disk);
-    look.lookOnlyAt("/");
+    look.lookOnly();
     return command.run(command, arguments, {disk, look});
 }
 
@@ -144,8 +144,7 @@ std::string told(const std::string& fileText) {
 } // namespace kvo::cli
 
 int main(int argc, char** argv) try {
-    const std::vector<std::string> words(argv + std::min(argc, 1), argv + argc);
-    const int code = kvo::cli::start(words);
+    const int code = kvo::cli::start(kvo::command_line::wordsOf(argc, argv));
     std::cout.flush();
     if (std::cout) return code;
     return kvo::cli::fail("The output could not be written."); // such as to a full disk

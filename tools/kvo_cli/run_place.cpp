@@ -5,6 +5,7 @@
 #include "core/paths.h"
 #include "core/run_file.h"
 #include "core/run_info.h"
+#include "platform/system_path.h"
 #include "tools/kvo_cli/cli.h"
 
 #include <algorithm>
@@ -13,12 +14,15 @@
 
 namespace kvo::cli {
 namespace fs = std::filesystem;
+using platform::pathText;
+using platform::systemPath;
 
 std::string absolutePath(const std::string& path) {
     std::error_code ignored;
-    const fs::path absolute = fs::absolute(path, ignored).lexically_normal();
-    const std::string text = absolute.empty() ? path : absolute.string();
-    return text.size() > 1 && text.back() == '/' ? text.substr(0, text.size() - 1) : text;
+    const fs::path absolute = fs::absolute(systemPath(path), ignored).lexically_normal();
+    if (absolute.empty()) return path;
+    const bool aSeparatorEndsIt = !absolute.has_filename() && absolute.has_relative_path();
+    return pathText(aSeparatorEndsIt ? absolute.parent_path() : absolute);
 }
 
 std::string folderOf(const command_line::Arguments& arguments) {
@@ -29,9 +33,9 @@ RunPlace runPlace(const command_line::Arguments& arguments, const std::string& r
     const platform::Files& files) {
     RunPlace place{folderOf(arguments), absolutePath(run), {}};
     if (files.exists(place.run)) {
-        const fs::path data = fs::path(place.run).parent_path();
-        const bool inData = core::upperCased(data.filename().string()) == "DATA";
-        if (!arguments.has("--folder") && inData) place.folder = data.parent_path().string();
+        const fs::path data = systemPath(place.run).parent_path();
+        const bool inData = core::upperCased(pathText(data.filename())) == "DATA";
+        if (!arguments.has("--folder") && inData) place.folder = pathText(data.parent_path());
     } else if (core::baseName(run) == run) {
         place.run = core::joined(core::dataFolder(place.folder, files), run, files);
     }

@@ -1,5 +1,7 @@
 #include "tools/logger_simulator/state_file.h"
 
+#include "platform/system_path.h"
+
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -9,9 +11,10 @@ namespace kvo::simulator {
 namespace fs = std::filesystem;
 
 std::optional<HeaderBytes> readState(const std::string& path, std::string& error) {
+    const fs::path place = platform::systemPath(path);
     std::error_code failure;
-    if (!fs::exists(path, failure) && !failure) return std::nullopt;
-    std::ifstream file(path, std::ios::binary);
+    if (!fs::exists(place, failure) && !failure) return std::nullopt;
+    std::ifstream file(place, std::ios::binary);
     const std::string bytes{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
     HeaderBytes settings{};
     if (!file || bytes.size() != settings.size()) {
@@ -23,13 +26,13 @@ std::optional<HeaderBytes> readState(const std::string& path, std::string& error
 }
 
 bool writeState(const std::string& path, const HeaderBytes& settings, std::string& error) {
-    const std::string beside = path + ".new";
+    const fs::path beside = platform::systemPath(path + ".new");
     std::ofstream file(beside, std::ios::binary | std::ios::trunc);
     file.write(reinterpret_cast<const char*>(settings.data()),
         static_cast<std::streamsize>(settings.size()));
     file.close();
     std::error_code failure;
-    if (file) fs::rename(beside, path, failure);
+    if (file) fs::rename(beside, platform::systemPath(path), failure);
     if (file && !failure) return true;
     error = path + ": cannot be written";
     return false;

@@ -1,9 +1,11 @@
 // Makes packaging/Kvo.Cfg, the configuration of a new installation.
 #include "core/config.h"
 #include "core/default_config.h"
+#include "platform/system_path.h"
 #include "tools/command_line/command_line.h"
 
 #include <cstdio>
+#include <filesystem>
 #include <fstream>
 #include <iterator>
 
@@ -15,12 +17,12 @@ Bytes defaultFile() {
     return encodeConfig(kvo::core::defaultConfig());
 }
 
-bool isDefault(const char* path) {
+bool isDefault(const std::filesystem::path& path) {
     std::ifstream file(path, std::ios::binary);
     return file && Bytes(std::istreambuf_iterator<char>(file), {}) == defaultFile();
 }
 
-bool write(const char* path) {
+bool write(const std::filesystem::path& path) {
     const Bytes content = defaultFile();
     std::ofstream file(path, std::ios::binary);
     file.write(reinterpret_cast<const char*>(content.data()),
@@ -39,9 +41,10 @@ int main(int argc, char** argv) {
         1, 1, {"--compare"}};
     const auto arguments = kvo::command_line::read(syntax, argc, argv);
     if (arguments.exitCode) return *arguments.exitCode;
-    const char* file = arguments.operands[0].c_str();
+    const std::string& name = arguments.operands[0];
+    const std::filesystem::path file = kvo::platform::systemPath(name);
     if (!arguments.has("--compare")) return write(file) ? 0 : 1;
     if (isDefault(file)) return 0;
-    std::fprintf(stderr, "%s is not the default configuration; make it again\n", file);
+    std::fprintf(stderr, "%s is not the default configuration; make it again\n", name.c_str());
     return 1;
 }

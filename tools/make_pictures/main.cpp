@@ -42,7 +42,7 @@ int main(int argc, char* argv[]) {
     if (arguments.exitCode) return *arguments.exitCode;
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QGuiApplication application(argc, argv);
-    const QDir folder(QString::fromLocal8Bit(arguments.operands[0].c_str()));
+    const QDir folder(QString::fromStdString(arguments.operands[0]));
     const bool saved =
         save(folder.filePath(QStringLiteral("Kvocar.dll")), kvo::pictures::drawDragster) &&
         save(folder.filePath(QStringLiteral("Kvobike.dll")), kvo::pictures::drawDragBike);

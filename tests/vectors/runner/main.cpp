@@ -1,4 +1,5 @@
 // Golden vectors against the production code.
+#include "platform/system_path.h"
 #include "runner.h"
 #include "tools/command_line/command_line.h"
 
@@ -36,7 +37,8 @@ int main(int argc, char** argv) {
 #endif
     try {
         addAllFunctions();
-        return kvo::vectors::runVectors(arguments.operands[0], std::cout);
+        return kvo::vectors::runVectors(
+            kvo::platform::systemPath(arguments.operands[0]), std::cout);
     } catch (const std::exception& error) {
         std::cerr << "kvo_vectors: " << error.what() << '\n';
         return 1;
