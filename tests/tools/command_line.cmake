@@ -6,7 +6,7 @@ file(MAKE_DIRECTORY ${WORK})
 set(ENV{QT_QPA_PLATFORM} no_such_platform)
 
 function(expect ARGUMENT CODE STREAM BEGINNING)
-    execute_process(COMMAND ${PROGRAM} ${ARGUMENT} WORKING_DIRECTORY ${WORK} TIMEOUT 30
+    execute_process(COMMAND ${EMULATOR} ${PROGRAM} ${ARGUMENT} WORKING_DIRECTORY ${WORK} TIMEOUT 30
         RESULT_VARIABLE code OUTPUT_VARIABLE out ERROR_VARIABLE err)
     if(NOT code STREQUAL CODE)
         message(SEND_ERROR "${NAME} ${ARGUMENT} ends with ${code} instead of ${CODE}\n${out}${err}")
