@@ -13,6 +13,11 @@ function(kvo_layer_files OUT PATTERN FOLDERS ALL_FOLDERS)
         list(APPEND result ${found})
     endforeach()
     list(FILTER result EXCLUDE REGEX "/main\\.cpp$")
+    # On Windows platform/os has the serial port, so that Qt's own is not needed there.
+    if(WIN32)
+        list(FILTER result EXCLUDE REGEX
+            "/platform/qt/(qt_serial_port|serial_devices|open_failure)\\.(h|cpp)$")
+    endif()
     set(${OUT} ${result} PARENT_SCOPE)
 endfunction()
 
@@ -73,7 +78,8 @@ function(kvo_make_layers TABLE)
             target_link_libraries(${name} ${scope} Threads::Threads)
         endif()
         if("Qt" IN_LIST outside)
-            target_link_libraries(${name} ${scope} Qt6::Widgets Qt6::PrintSupport Qt6::SerialPort)
+            target_link_libraries(${name} ${scope} Qt6::Widgets Qt6::PrintSupport
+                ${KVO_QT_SERIAL_PORT})
             if(sources)
                 set_target_properties(${name} PROPERTIES AUTOMOC ON AUTORCC ON)
                 kvo_layer_files(resources "*.qrc" "${folders}" "${all_folders}")

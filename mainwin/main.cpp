@@ -14,12 +14,14 @@
 #include "platform/qt/qt_browser.h"
 #include "platform/qt/qt_dialogs.h"
 #ifdef _WIN32
+#include "platform/os/comm_port.h"
 #include "platform/qt/mapi_mail.h"
+#include "platform/qt/port_watch.h"
 #else
 #include "platform/qt/qt_mail.h"
+#include "platform/qt/qt_serial_port.h"
 #endif
 #include "platform/qt/qt_printer.h"
-#include "platform/qt/qt_serial_port.h"
 #include "platform/qt/qt_settings.h"
 #include "platform/qt/qt_show_requests.h"
 #include "platform/qt/qt_yield.h"
@@ -30,6 +32,7 @@
 #include <QProcess>
 
 #include <algorithm>
+#include <iostream>
 #include <string_view>
 
 using namespace kvo;
@@ -76,7 +79,8 @@ int main(int argc, char* argv[]) {
     if (asksForHelp(argc, argv)) return *command_line::read(syntax(), argc, argv).exitCode;
     platform_os::keepFreedMemory();
     platform_qt::Application application(argc, argv); // takes the toolkit's own options off
-    const auto arguments = command_line::read(syntax(), argc, argv);
+    const auto arguments =
+        command_line::read(syntax(), platform_qt::wordsOf(argc, argv), std::cout, std::cerr);
     if (arguments.exitCode) return *arguments.exitCode;
     platform_qt::prepareApplication(application);
 
@@ -84,8 +88,14 @@ int main(int argc, char* argv[]) {
     platform::LookOnlyFiles files(disk);
     platform_os::OsClock clock;
     platform_qt::QtDialogs dialogs;
+#ifdef _WIN32
+    platform_os::CommPort port(platform_os::makeCommLine());
+    platform_qt::PortWatch activity(port);
+#else
     platform_qt::QtSerialPort port([] { return core::state().AppFolder; });
-    platform_qt::QtYield yield(port);
+    platform_qt::PortActivity& activity = port;
+#endif
+    platform_qt::QtYield yield(activity);
     platform_qt::QtBrowser browser;
     platform_qt::QtPrinter printer(files);
 #ifdef _WIN32

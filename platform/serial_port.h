@@ -1,5 +1,6 @@
 #pragma once
 // The serial port as the logger link uses it: polled, 9600,N,8,1, no handshake.
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -48,6 +49,21 @@ public:
     // Why the last open failed, and words for the user, UTF-8 (device, reason, what to do).
     virtual PortError openError() const = 0;
     virtual std::string openErrorText() const = 0;
+};
+
+// A serial port whose events the window system is to wait for: on Windows, which has no descriptors
+// for it.
+class WatchedPort : public SerialPort {
+public:
+    // The system's handles that are signalled where something happened on the line, or none: the
+    // same for as long as the port lives, open or not.
+    virtual std::vector<void*> wakeHandles() const = 0;
+    // Takes what happened, and finds out whether the line is still there. True where who waits is
+    // to be woken: as many bytes are there as one input() takes, all bytes went, or the line was
+    // lost.
+    virtual bool takeEvents() = 0;
+    // Called when the port has been opened and when it has been closed or lost.
+    std::function<void(bool open)> whenOpened;
 };
 
 } // namespace kvo::platform

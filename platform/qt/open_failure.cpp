@@ -1,19 +1,18 @@
 #include "platform/qt/open_failure.h"
 
+#include "platform/port_words.h"
+
 #include <QFileInfo>
 
-#ifdef Q_OS_UNIX
 #include <grp.h>
 #include <sys/stat.h>
 #include <unistd.h>
-#endif
 
 namespace kvo::platform_qt {
 namespace {
 
 using platform::PortError;
 
-#ifdef Q_OS_UNIX
 // The group that may use the device, empty if being in a group would not help.
 QString groupOf(const QString& device) {
     struct stat facts {};
@@ -27,47 +26,21 @@ QString groupOf(const QString& device) {
 bool mayUse(const QString& device) {
     return ::access(device.toLocal8Bit().constData(), R_OK | W_OK) == 0;
 }
-#else
-QString groupOf(const QString&) {
-    return {};
-}
-bool mayUse(const QString&) {
-    return true;
-}
-#endif
 
 OpenFailure missing(int port, const QString& device) {
-    if (device.isEmpty()) {
-        return {PortError::missing,
-            QStringLiteral("There is no serial port number %1 on this computer.\n"
-                           "Plug in the download cable's adapter, or choose another port.")
-                .arg(port)};
-    }
-    return {PortError::missing,
-        QStringLiteral("Port %1 is %2, which is not there.\n"
-                       "Plug in the download cable's adapter, or choose another port.")
-            .arg(port)
-            .arg(withTarget(device))};
+    const std::string behind = device.isEmpty() ? std::string() : withTarget(device).toStdString();
+    return {PortError::missing, QString::fromStdString(platform::missingPortText(port, behind))};
 }
 
 OpenFailure notPermitted(int port, const QString& device) {
-    const QString group = groupOf(device);
-    const QString cure =
-        group.isEmpty()
-            ? QStringLiteral("Ask the administrator of this computer for access to it.")
-            : QStringLiteral("Join the group \"%1\" (as administrator: adduser YOUR-NAME %1), "
-                             "then log out and in again.")
-                  .arg(group);
-    return {PortError::notPermitted, QStringLiteral("You are not permitted to use port %1, %2.\n%3")
-                                         .arg(port)
-                                         .arg(withTarget(device), cure)};
+    return {PortError::notPermitted,
+        QString::fromStdString(platform::forbiddenPortText(
+            port, withTarget(device).toStdString(), groupOf(device).toStdString()))};
 }
 
 OpenFailure busy(int port, const QString& device) {
     return {PortError::busy,
-        QStringLiteral("Port %1, %2, is in use by another program.\nClose that program first.")
-            .arg(port)
-            .arg(withTarget(device))};
+        QString::fromStdString(platform::busyPortText(port, withTarget(device).toStdString()))};
 }
 
 bool soundsBusy(const QString& systemText) {
@@ -84,20 +57,11 @@ QString withTarget(const QString& device) {
 }
 
 OpenFailure explainOpenFailure(int port, const QString& device, const QString& systemText) {
-#ifdef Q_OS_UNIX
     if (device.isEmpty() || !QFileInfo::exists(device)) return missing(port, device);
     if (!mayUse(device)) return notPermitted(port, device);
-#else
-    if (device.isEmpty()) return missing(port, device);
-    if (systemText.contains(QLatin1String("cannot find"), Qt::CaseInsensitive))
-        return missing(port, device);
-    if (systemText.contains(QLatin1String("denied"), Qt::CaseInsensitive))
-        return busy(port, device);
-#endif
     if (soundsBusy(systemText)) return busy(port, device);
-    return {PortError::other, QStringLiteral("Port %1, %2, cannot be opened: %3.")
-                                  .arg(port)
-                                  .arg(withTarget(device), systemText)};
+    return {PortError::other, QString::fromStdString(platform::failedPortText(port,
+                                  withTarget(device).toStdString(), systemText.toStdString()))};
 }
 
 } // namespace kvo::platform_qt

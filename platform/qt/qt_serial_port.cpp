@@ -10,10 +10,8 @@
 
 #include <algorithm>
 
-#ifdef Q_OS_UNIX
 #include <poll.h>
 #include <unistd.h>
-#endif
 
 namespace kvo::platform_qt {
 namespace {
@@ -146,14 +144,10 @@ void QtSerialPort::output(std::string_view bytes) {
 
 // Straight to the driver what it takes now, which is all but always everything: through the port's
 // own buffer each byte would cost a turn of the event loop more. Gives the bytes that went.
-std::size_t QtSerialPort::sendAtOnce([[maybe_unused]] std::string_view bytes) {
-#ifdef Q_OS_UNIX
+std::size_t QtSerialPort::sendAtOnce(std::string_view bytes) {
     if (m_port.bytesToWrite() > 0) return 0; // behind what waits already
     const ssize_t sent = ::write(static_cast<int>(m_port.handle()), bytes.data(), bytes.size());
     return sent > 0 ? static_cast<std::size_t>(sent) : 0;
-#else
-    return 0;
-#endif
 }
 
 std::string QtSerialPort::input() {
@@ -175,11 +169,9 @@ void QtSerialPort::errorHappened(QSerialPort::SerialPortError error) {
 }
 
 void QtSerialPort::pollHangUp() {
-#ifdef Q_OS_UNIX
     if (!m_port.isOpen()) return;
     pollfd line{static_cast<int>(m_port.handle()), 0, 0};
     if (::poll(&line, 1, 0) > 0 && (line.revents & (POLLHUP | POLLERR | POLLNVAL)) != 0) lose();
-#endif
 }
 
 // A lost port reports its error without end while it is open, so it is closed at once.

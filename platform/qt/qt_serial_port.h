@@ -1,10 +1,11 @@
 #pragma once
-// The logger's serial port on QSerialPort. Polled, as the link uses it; a signal wakes the yield
+// The logger's serial port on QSerialPort, on every system but Windows, which has a body of its own
+// in platform/os. Polled, as the link uses it; a signal wakes the yield
 // when something happens on it. A line that is lost (adapter pulled, other side gone) closes the
 // port once and from then on reads as a silent line.
+#include "platform/qt/port_activity.h"
 #include "platform/serial_port.h"
 
-#include <QObject>
 #include <QSerialPort>
 #include <QTimer>
 
@@ -14,9 +15,7 @@
 
 namespace kvo::platform_qt {
 
-class QtSerialPort : public QObject, public platform::SerialPort {
-    Q_OBJECT
-
+class QtSerialPort : public PortActivity, public platform::SerialPort {
 public:
     // Gives the program's folder, in which links named COM1 to COM16 stand for port numbers.
     using FolderSource = std::function<std::string()>;
@@ -42,10 +41,6 @@ public:
     // Asks the system whether the other side is gone, for lines that do not tell by themselves;
     // closes the port if so.
     void pollHangUp();
-
-signals:
-    // As many bytes are there as one input() takes, bytes went, or the line was lost.
-    void activity();
 
 private:
     void openPort();

@@ -1,7 +1,7 @@
 #include "platform/qt/qt_yield.h"
 
 #include "platform/qt/form_kit.h"
-#include "platform/qt/qt_serial_port.h"
+#include "platform/qt/port_activity.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
@@ -20,8 +20,8 @@ int millisecondsOf(int turns) {
 
 } // namespace
 
-QtYield::QtYield(QtSerialPort& port) {
-    connect(&port, &QtSerialPort::activity, this, [this] { ++m_activity; });
+QtYield::QtYield(PortActivity& port) {
+    connect(&port, &PortActivity::activity, this, [this] { ++m_activity; });
 }
 
 // No event loop object: leaving one costs two more wake-ups, and this runs a thousand times a

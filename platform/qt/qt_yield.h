@@ -7,11 +7,11 @@
 
 namespace kvo::platform_qt {
 
-class QtSerialPort;
+class PortActivity;
 
 class QtYield : public QObject, public platform::Yield {
 public:
-    explicit QtYield(QtSerialPort& port);
+    explicit QtYield(PortActivity& port);
     int turns(int limit) override;
 
 private:

@@ -41,17 +41,11 @@ void sortSerialDevices(std::vector<SerialDevice>& devices) {
 
 QString deviceOfPort(int number, const QString& folder, const std::vector<SerialDevice>& devices) {
     if (number < 1 || number > 16) return {};
-#ifdef Q_OS_WIN
-    (void)folder;
-    (void)devices;
-    return QStringLiteral("COM%1").arg(number);
-#else
     const QString link = QDir(folder).absoluteFilePath(QStringLiteral("COM%1").arg(number));
     const QFileInfo info(link);
     if (info.isSymLink() || info.exists()) return link;
     const auto place = static_cast<std::size_t>(number - 1);
     return place < devices.size() ? devices[place].path : QString();
-#endif
 }
 
 } // namespace kvo::platform_qt

@@ -15,7 +15,12 @@
 #include "platform/qt/form_kit.h"
 #include "platform/qt/qt_browser.h"
 #include "platform/qt/qt_dialogs.h"
+#ifdef _WIN32
+#include "platform/os/comm_port.h"
+#include "platform/qt/port_watch.h"
+#else
 #include "platform/qt/qt_serial_port.h"
+#endif
 #include "platform/qt/qt_show_requests.h"
 #include "platform/qt/qt_yield.h"
 #include "platform/qt/text.h"
@@ -126,7 +131,7 @@ int main(int argc, char* argv[]) {
     if (arguments.exitCode) return *arguments.exitCode;
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
     const std::string& folder = arguments.operands[0];
-    if (!QDir::setCurrent(QString::fromLocal8Bit(folder.c_str())))
+    if (!QDir::setCurrent(shownPath(folder)))
         return command_line::misuse(syntax, "there is no folder " + folder);
     QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     QApplication application(argc, argv);
@@ -135,8 +140,14 @@ int main(int argc, char* argv[]) {
     platform_os::OsFiles files;
     platform_os::OsClock clock;
     QtDialogs dialogs;
+#ifdef _WIN32
+    platform_os::CommPort port(platform_os::makeCommLine());
+    PortWatch activity(port);
+#else
     QtSerialPort port([] { return core::state().AppFolder; });
-    QtYield yield(port);
+    PortActivity& activity = port;
+#endif
+    QtYield yield(activity);
     QtBrowser browser;
     platform_os::OsFolderLock folderLock;
     QtShowRequests showRequests;
