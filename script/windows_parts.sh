@@ -244,7 +244,7 @@ with_logger() {
 # A download over the serial port of Windows, without a window: the run must be the one that comes
 # over a line in memory, and a cable that is pulled is told.
 try_port() {
-    local program=$root/build/windows-core/tests/com_tests.exe
+    local program=$root/build/windows-core/tests/windows_tests.exe
     with_logger 25 "" tests/windows/under_wine "$program" >"$scratch/port" 2>&1 &&
         with_logger 32 "" tests/windows/under_wine "$program" >"$scratch/port" 2>&1 &&
         with_logger 25 hangup-at=3000 tests/windows/under_wine "$program" >"$scratch/port" 2>&1 || {

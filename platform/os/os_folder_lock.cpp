@@ -131,7 +131,7 @@ std::optional<platform::FolderHolder> OsFolderLock::take(const std::string& fold
 
 } // namespace kvo::platform_os
 
-#else
+#elif !defined(_WIN32)
 
 namespace kvo::platform_os {
 
