@@ -258,6 +258,7 @@ void ChannelPanel::uncoverOverlay(bool on) {
     for (const Group& group : m_groups) limitWidth(group);
     Frame_Times->setVisible(!on);
     if (rowsFor(width()) != m_rows) emit heightChanged();
+    layout()->activate(); // a load that takes its time is painted before the next events
 }
 
 void ChannelPanel::showLabels(const graph::LabelVisibility& labels) {

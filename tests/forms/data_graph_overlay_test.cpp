@@ -138,6 +138,25 @@ private slots:
         QCOMPARE(problems, QString());
     }
 
+    // The progress of a long load paints the window before it has had its next events.
+    void valuesAreWholeAsSoonAsTheyStand() {
+        for (const int width : {1024, 1366, 1920}) {
+            store(32, 1);
+            store(32, 2);
+            DataGraph& graph = openByChooser(taking(2), {width, 768});
+            onModal(taking(1));
+            command("Mnu_Overlay").trigger();
+            for (const auto* label : graph.findChildren<ValueLabel*>()) {
+                if (!label->isVisible() || label->text().isEmpty()) continue;
+                QVERIFY2(label->contentsRect().width() >=
+                             label->fontMetrics().horizontalAdvance(label->text()),
+                    qPrintable(label->objectName()));
+            }
+            unload<DataGraph>();
+            QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        }
+    }
+
     void theBackgroundDrawsBothRunsAnew() {
         overlaid(32, 32);
         const std::size_t all = kept().size();
