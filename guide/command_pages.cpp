@@ -1,6 +1,7 @@
 #include "guide/command_pages.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace kvo::guide {
 
@@ -99,7 +100,7 @@ std::string pathOf(const CommandRow& row, const std::vector<CommandRow>& rows) {
         const auto above = std::ranges::find_if(
             rows, [&menu](const CommandRow& other) { return other.control == menu; });
         if (above == rows.end()) break;
-        path = plainCaption(*above) + ", " + path;
+        path = plainCaption(*above) + (path.empty() ? "" : ", ") + path;
         menu = above->menu;
     }
     return path;
@@ -128,8 +129,12 @@ std::string commandsPage(const std::vector<WindowCommands>& windows) {
     Page page("Commands");
     for (const WindowCommands& window : windows) {
         page.table(window.window, "Command", keyColumn);
-        for (const CommandRow& row : window.rows)
-            if (!row.isMenu) page.row(pathOf(row, window.rows), row.shortcut);
+        std::string before;
+        for (const CommandRow& row : window.rows) {
+            if (row.isMenu) continue;
+            const std::string path = pathOf(row, window.rows);
+            if (path != std::exchange(before, path)) page.row(path, row.shortcut);
+        }
     }
     return page.text();
 }

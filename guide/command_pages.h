@@ -31,13 +31,15 @@ struct OtherKey {
 };
 const std::vector<OtherKey>& otherKeys();
 
-// The way to a command through the menus, as it reads there: "File, Print, Screen".
+// The way to a command through the menus, as it reads there: "File, Print, Screen". A row whose
+// caption is only known later, such as that of a recent run, has the way of its menu.
 std::string pathOf(const CommandRow& row, const std::vector<CommandRow>& rows);
 
 // Markdown: every shortcut of the windows, and the other keys, in a table a window. The windows
 // come as they are given, those that have other keys alone behind them.
 std::string keyboardPage(const std::vector<WindowCommands>& windows);
-// Markdown: every command of the windows with its shortcut.
+// Markdown: every command of the windows with its shortcut; rows of one menu that have no captions
+// yet are one.
 std::string commandsPage(const std::vector<WindowCommands>& windows);
 
 } // namespace kvo::guide

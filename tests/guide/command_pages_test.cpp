@@ -63,6 +63,17 @@ TEST(CommandPages, EveryCommandIsOnTheirPageAndNoMenu) {
         "| Zoom In | Ctrl\\+\\+ |\n");
 }
 
+// What was open last is not known here.
+TEST(CommandPages, RowsWithoutCaptionsAreThatOfTheirMenu) {
+    std::vector<CommandRow> recent{
+        {"", "&File", "Mnu_File", "", true}, {"Mnu_File", "Recent R&uns", "Mnu_Recent", "", true}};
+    for (const char* control : {"One", "Two", "Three"})
+        recent.push_back({"Mnu_Recent", "", control, ""});
+    EXPECT_EQ(pathOf(recent.back(), recent), "File, Recent Runs");
+    EXPECT_EQ(commandsPage({{"W", recent}}),
+        "# Commands\n\n## W\n\n| Command | Key |\n|---|---|\n| File, Recent Runs |  |\n");
+}
+
 TEST(CommandPages, SignsOfMarkdownAreLetters) {
     const std::string page = commandsPage({{"W", {{"", "<<<< a|b *c_", "X", "["}}}});
     EXPECT_TRUE(has(page, "| \\<\\<\\<\\< a\\|b \\*c\\_ | \\[ |\n"));
