@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QImage>
 #include <QResource>
+#include <QScrollBar>
 #include <QTextBlock>
 #include <QTextCursor>
 #include <QTextFrame>
@@ -24,6 +25,7 @@ namespace kvo::forms {
 namespace {
 
 constexpr int widestPicture = 660;
+constexpr int leastPicture = 200;
 
 QByteArray bytesInProgram(const QString& name) {
     return QResource(QStringLiteral(":/guide/") + name).uncompressedData();
@@ -88,8 +90,10 @@ QString pageOf(const QString& markdown) {
 
 } // namespace
 
-GuideBrowser::GuideBrowser() {
+// The bar is needed on every page; as it comes and goes it would change the room beside it.
+GuideBrowser::GuideBrowser() : m_room(widestPicture) {
     takeGuideAlong();
+    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
 }
 
 void GuideBrowser::listCommands(std::vector<guide::WindowCommands> commands) {
@@ -114,13 +118,47 @@ QString GuideBrowser::markdown(const QString& page) const {
 QVariant GuideBrowser::loadResource(int type, const QUrl& name) {
     const QString path = name.path().mid(1);
     if (type != QTextDocument::ImageResource) return pageOf(markdown(path));
-    const auto picture = QImage::fromData(bytesInProgram(path));
-    if (picture.width() <= widestPicture) return picture;
-    const qreal density = devicePixelRatioF();
-    const int width = qMin(picture.width(), qRound(widestPicture * density));
-    QImage fitting = picture.scaledToWidth(width, Qt::SmoothTransformation);
-    fitting.setDevicePixelRatio(width / qreal(widestPicture));
+    QImage& fitting = m_fitting[path];
+    if (fitting.isNull()) fitting = fittingPicture(path);
     return fitting;
+}
+
+QImage GuideBrowser::fittingPicture(const QString& path) const {
+    const auto picture = QImage::fromData(bytesInProgram(path));
+    if (picture.width() <= m_room) return picture;
+    const int width = qMin(picture.width(), qRound(m_room * devicePixelRatioF()));
+    QImage fitting = picture.scaledToWidth(width, Qt::SmoothTransformation);
+    fitting.setDevicePixelRatio(width / qreal(m_room));
+    return fitting;
+}
+
+int GuideBrowser::roomForPictures() const {
+    const int margins = static_cast<int>(2 * document()->documentMargin()) + 1;
+    return qBound(leastPicture, viewport()->width() - margins, widestPicture);
+}
+
+// What stood at the top stays there.
+void GuideBrowser::fitPictures() {
+    m_fitting.clear();
+    const QTextCursor top = cursorForPosition({0, 0});
+    const int before = cursorRect(top).top();
+    for (QTextBlock block = document()->begin(); block.isValid(); block = block.next()) {
+        for (auto part = block.begin(); !part.atEnd(); ++part) {
+            const QTextCharFormat format = part.fragment().charFormat();
+            if (!format.isImageFormat()) continue;
+            const QUrl name = document()->baseUrl().resolved(format.toImageFormat().name());
+            constexpr auto picture = QTextDocument::ImageResource;
+            document()->addResource(picture, name, loadResource(picture, name));
+        }
+    }
+    document()->markContentsDirty(0, document()->characterCount());
+    QScrollBar& bar = *verticalScrollBar();
+    bar.setValue(bar.value() + cursorRect(top).top() - before);
+}
+
+void GuideBrowser::resizeEvent(QResizeEvent* event) {
+    QTextBrowser::resizeEvent(event);
+    if (roomForPictures() != std::exchange(m_room, roomForPictures())) fitPictures();
 }
 
 // By its name a page would be taken for Markdown once more. The history keeps whole addresses.

@@ -4,6 +4,8 @@
 // commands.
 #include "guide/command_pages.h"
 
+#include <QHash>
+#include <QImage>
 #include <QTextBrowser>
 
 #include <vector>
@@ -29,8 +31,15 @@ public:
 
 protected:
     void doSetSource(const QUrl& url, QTextDocument::ResourceType type) override;
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
+    int roomForPictures() const;
+    QImage fittingPicture(const QString& path) const;
+    void fitPictures();
+
+    int m_room;                       // pixels that the widest picture has now
+    QHash<QString, QImage> m_fitting; // the pictures in that room, by their paths
     std::vector<guide::WindowCommands> m_commands;
 };
 

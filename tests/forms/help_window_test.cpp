@@ -126,6 +126,35 @@ private slots:
         QVERIFY(drawn >= 10);
     }
 
+    // Also in a window that is narrower than they are, and as large again as they were behind it.
+    void thePicturesFitTheWindow() {
+        HelpWindow& help = shown("pit-run");
+        const auto widest = [] {
+            qreal most = 0;
+            const QTextDocument& page = *pages().document();
+            for (QTextBlock block = page.begin(); block.isValid(); block = block.next()) {
+                const QTextCharFormat format = block.begin().fragment().charFormat();
+                if (!format.isImageFormat()) continue;
+                const auto picture =
+                    page.resource(QTextDocument::ImageResource, format.toImageFormat().name())
+                        .value<QImage>();
+                most = qMax(most, picture.width() / picture.devicePixelRatio());
+            }
+            return qRound(most);
+        };
+        QCOMPARE(widest(), 660);
+        for (const int width : {920, 760, 600}) { // the first on the smallest screen
+            help.resize(width, 500);
+            QCoreApplication::processEvents();
+            QVERIFY(width < 900 || pages().horizontalScrollBar()->maximum() == 0);
+            QVERIFY(widest() <= pages().viewport()->width());
+            QVERIFY(widest() > pages().viewport()->width() - 30 || widest() == 660);
+        }
+        help.resize(1020, 760);
+        QCoreApplication::processEvents();
+        QCOMPARE(widest(), 660);
+    }
+
     // Its colours are those of the file.
     void aPictureIsPainted() {
         shown("pit-run");
