@@ -226,7 +226,7 @@ compare_tools() {
 with_logger() {
     local type=$1 fault=$2 place=$WINEPREFIX/dosdevices/com7 logger status
     shift 2
-    "$root/build/core-only/tools/logger_simulator" --type "$type" --unpaced --link "$place" \
+    "$root/build/core-only/tools/kvo-simulator" --type "$type" --unpaced --link "$place" \
         ${fault:+--fault "$fault"} >"$scratch/logger" 2>&1 </dev/null 7>&- &
     logger=$!
     for ((i = 0; i < 100; i++)); do

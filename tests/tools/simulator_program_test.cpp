@@ -1,4 +1,4 @@
-// The program logger_simulator as somebody runs it who wants it to remember: written to, ended and
+// The program kvo-simulator as somebody runs it who wants it to remember: written to, ended and
 // started again. Its path is in KVO_LOGGER_SIMULATOR.
 #if defined(__unix__)
 #include "link/logger_link.h"

@@ -77,7 +77,7 @@ static std::string helpText() {
 }
 
 const command_line::Syntax& syntax() {
-    static const command_line::Syntax all{"logger_simulator [OPTION...]", helpText(), 0, 0,
+    static const command_line::Syntax all{"kvo-simulator [OPTION...]", helpText(), 0, 0,
         {"--unpaced"}, {"--type", "--link", "--fault", "--seed", "--stream", "--state"}};
     return all;
 }
