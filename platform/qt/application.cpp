@@ -84,6 +84,8 @@ void prepareApplication(QApplication& application) {
     std::setlocale(LC_NUMERIC, "C");
     QLocale::setDefault(QLocale::c());
     QApplication::setApplicationName(QStringLiteral("Kvo"));
+    // By this a desktop finds the entry of its menu, and so the picture, for a window.
+    QApplication::setDesktopFileName(QStringLiteral("kvo"));
     QApplication::setStyle(QStringLiteral("Fusion"));
     settleFont(application);
     application.installEventFilter(new Namer(&application));

@@ -59,6 +59,10 @@ class FormKitTest : public QObject {
 private slots:
     void cleanup() { QCOMPARE(modalComplaints(), QString()); }
 
+    void aDesktopFindsTheEntryOfItsMenu() {
+        QCOMPARE(QGuiApplication::desktopFileName(), QStringLiteral("kvo"));
+    }
+
     void aFormIsMadeOnFirstUseAndStaysTheSame() {
         QVERIFY(!isLoaded<Sample>());
         Sample& first = form<Sample>();
