@@ -159,6 +159,26 @@ private slots:
         QVERIFY(!startPlace({{}, true}));
     }
 
+    // They lie where the package puts them, which the desktop names.
+    void aNewFolderGetsTheShippedPictures() {
+        QTemporaryDir data;
+        QVERIFY(QDir(data.path()).mkdir("kvo"));
+        const QString shipped = data.filePath("kvo/Kvocar.dll");
+        QFile picture(shipped);
+        QVERIFY(picture.open(QIODevice::WriteOnly) && picture.write("a car") == 5);
+        picture.close();
+        files().put(shipped.toStdString(), {'c', 'a', 'r'});
+        const QByteArray before = qgetenv("XDG_DATA_DIRS");
+        qputenv("XDG_DATA_DIRS", data.path().toLocal8Bit());
+        dialogs().expectBoxTitled("Welcome to Kvo", Reply::no);
+        dialogs().expectFolder("/new");
+        const auto place = startPlace({{}, true});
+        qputenv("XDG_DATA_DIRS", before);
+        QCOMPARE(place->folder, std::string("/new"));
+        QCOMPARE(files().read("/new/Kvocar.dll"), (platform::Bytes{'c', 'a', 'r'}));
+        QVERIFY(!files().exists("/new/Kvobike.dll")); // as far as they are shipped
+    }
+
     // --- Runs
 
     void aRunOfThisFolderOpens() {
