@@ -33,6 +33,7 @@
 
 #include <algorithm>
 #include <iostream>
+#include <sstream>
 #include <string_view>
 
 using namespace kvo;
@@ -49,11 +50,34 @@ const command_line::Syntax& syntax() {
     return programSyntax;
 }
 
+#ifdef _WIN32
+
+// A program of windows has no console there, and so what others write is shown.
+bool asksForHelp(int, char*[]) {
+    return false;
+}
+
+command_line::Arguments readWords(const std::vector<std::string>& words) {
+    std::ostringstream told;
+    auto arguments = command_line::read(syntax(), words, told, told);
+    if (arguments.exitCode)
+        platform_qt::QtDialogs().messageBox(told.str(), platform::boxStyle::information, "Kvo");
+    return arguments;
+}
+
+#else
+
 // The help needs no display.
 bool asksForHelp(int argc, char* argv[]) {
     return std::any_of(
         argv, argv + argc, [](std::string_view word) { return word == "--help" || word == "-h"; });
 }
+
+command_line::Arguments readWords(const std::vector<std::string>& words) {
+    return command_line::read(syntax(), words, std::cout, std::cerr);
+}
+
+#endif
 
 bool startAnew(const std::vector<std::string>& words) {
     QStringList arguments;
@@ -65,7 +89,8 @@ bool startAnew(const std::vector<std::string>& words) {
 bool start(const command_line::Arguments& arguments) {
     const auto place =
         forms::startPlace({arguments.operands.empty() ? std::string() : arguments.operands.front(),
-            arguments.has("--last-folder")});
+            arguments.has("--last-folder"),
+            platform_qt::typedPath(QCoreApplication::applicationDirPath())});
     if (!place) return false;
     if (!place->folder.empty()) platform_qt::changeFolder(place->folder);
     if (!forms::startProgram()) return false;
@@ -79,8 +104,7 @@ int main(int argc, char* argv[]) {
     if (asksForHelp(argc, argv)) return *command_line::read(syntax(), argc, argv).exitCode;
     platform_os::keepFreedMemory();
     platform_qt::Application application(argc, argv); // takes the toolkit's own options off
-    const auto arguments =
-        command_line::read(syntax(), platform_qt::wordsOf(argc, argv), std::cout, std::cerr);
+    const auto arguments = readWords(platform_qt::wordsOf(argc, argv));
     if (arguments.exitCode) return *arguments.exitCode;
     platform_qt::prepareApplication(application);
 

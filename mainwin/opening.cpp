@@ -9,6 +9,7 @@
 #include "core/shared_state.h"
 #include "library/import.h"
 #include "library/run_list.h"
+#include "platform/qt/application.h"
 #include "platform/qt/text.h"
 #include "platform/services.h"
 
@@ -123,6 +124,13 @@ std::optional<StartPlace> lastFolder() {
     return firstFolder();
 }
 
+bool startedAmongPrograms(const StartWish& wish) {
+    if (wish.programFolder.empty()) return false;
+    const std::string here = currentFolder();
+    return QFileInfo(shownPath(here)) == QFileInfo(shownPath(wish.programFolder)) &&
+           !disk().exists(core::joined(here, "Kvo.Cfg", disk()));
+}
+
 // --- Runs
 
 core::ChosenRun chosenRun(const std::string& name) {
@@ -192,7 +200,8 @@ void startAnew(const std::string& path) {
 } // namespace
 
 std::optional<StartPlace> startPlace(const StartWish& wish) {
-    if (wish.path.empty()) return wish.lastFolder ? lastFolder() : StartPlace();
+    if (wish.path.empty())
+        return wish.lastFolder || startedAmongPrograms(wish) ? lastFolder() : StartPlace();
     const std::string path = wholePath(wish.path);
     switch (core::thingAt(path, {}, disk())) {
     case OpenedThing::folder:

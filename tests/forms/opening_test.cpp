@@ -7,6 +7,7 @@
 #include "library/run_list.h"
 #include "mainwin/main_window.h"
 #include "mainwin/start.h"
+#include "platform/qt/application.h"
 #include "platform/qt/qt_settings.h"
 #include "tests/forms/support/form_test_main.h"
 #include "tests/forms/support/graph_window.h"
@@ -123,6 +124,19 @@ private slots:
         expectGone("/gone");
         QCOMPARE(startPlace({{}, true})->folder, std::string("/b \xC3\xA4"));
         QCOMPARE(folders(), (Paths{"/b \xC3\xA4", "/c"}));
+    }
+
+    // A click on the program itself starts it in its own folder.
+    void aStartAmongTheProgramsIsInTheLastFolder() {
+        QVERIFY(files().makeFolder("/kvo"));
+        folders() = {"/kvo"};
+        const std::string here = platform_qt::currentFolder();
+        QCOMPARE(startPlace({{}, false, "/usr"})->folder, std::string());
+        QCOMPARE(startPlace({{}, false, here})->folder, std::string("/kvo"));
+        QCOMPARE(startPlace({{}, false, here + "/./"})->folder, std::string("/kvo"));
+        QCOMPARE(startPlace({"/kvo", false, here})->folder, std::string("/kvo"));
+        files().put(here + "/Kvo.Cfg", {1}); // somebody keeps runs there
+        QCOMPARE(startPlace({{}, false, here})->folder, std::string());
     }
 
     void theFirstStartOffersAFolder() {
