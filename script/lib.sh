@@ -76,6 +76,15 @@ build_preset() {
     cmake --build --preset "$preset" -j "$(nproc)" "$@"
 }
 
+# The notices of third parties for the package $1, "debian" or "windows". $2 is where the text of a
+# licence is, with \1 for its name.
+notices_of() {
+    awk -v wanted="$1" '
+        /^#/ { next }
+        /^\[.*\]$/ { inside = $0 == "[all]" || $0 == "[" wanted "]"; next }
+        inside' "$root/packaging/notices.txt" | sed -e "s|@LICENCES@/\([A-Z0-9]*-[0-9.]*[0-9]\)|$2|"
+}
+
 # A private folder for the length of the script. Qt wants one of mode 0700 for what it keeps at run
 # time; none is there on a bare console.
 make_scratch() {

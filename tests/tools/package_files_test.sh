@@ -6,6 +6,11 @@ tree=$1
 kvo=$2
 shift 2
 folder=$tree/packaging/debian
+root=$tree
+. "$tree/script/lib.sh"
+notices=$(mktemp)
+trap 'rm -f "$notices"' EXIT
+notices_of debian '/usr/share/common-licenses/\1' >"$notices"
 bad=0
 complain() {
     echo "$*"
@@ -53,7 +58,7 @@ for program in "$kvo" "$@"; do
         libc.so* | libm.so* | ld-linux*) notice="the GNU C library" ;;
         *) notice=$library ;;
         esac
-        grep -qF "$notice" "$folder/copyright" ||
+        grep -qF "$notice" "$notices" ||
             complain "${program##*/} is linked with $library, which has no notice"
     done < <(LC_ALL=C readelf --dynamic --wide "$program" |
         sed -n 's/.*(NEEDED).*\[\(.*\)\]/\1/p')
@@ -62,16 +67,22 @@ done
 while read -r library; do
     case $library in
     Qt6 | Threads) ;;
-    nlohmann_json) grep -q "JSON for Modern C++" "$folder/copyright" ||
+    nlohmann_json) grep -q "JSON for Modern C++" "$notices" ||
         complain "$library has no notice" ;;
-    *) complain "$library: it is to have a notice in the copyright file, and a row here" ;;
+    *) complain "$library: it is to have a notice in packaging/notices.txt, and a row here" ;;
     esac
 done < <(sed -n 's/^ *find_package(\([A-Za-z0-9_]*\).*/\1/p' "$tree/CMakeLists.txt")
 
+# What they point to is there.
+while read -r licence; do
+    [ -s "$licence" ] || complain "the notices point to $licence, which is not there"
+done < <(grep -o '/usr/share/common-licenses/[A-Z0-9.-]*[0-9]' "$notices")
+! grep -q '@' <(grep -v '<.*@.*>' "$notices") || complain "the notices are not filled in"
+
 # The licence is the owner's to choose: as long as the program says that there is none, so do these.
 if grep -q "No licence has been granted yet" "$tree/mainwin/product.cpp"; then
-    grep -qi "no licence has been granted yet" "$folder/copyright" ||
-        complain "the copyright file does not say that there is no licence"
+    grep -qi "no licence has been granted yet" "$notices" ||
+        complain "the notices do not say that there is no licence"
     grep -qi "no licence has been granted yet" "$tree/README.md" ||
         complain "README.md does not say that there is no licence"
 fi
