@@ -11,8 +11,8 @@ namespace kvo::forms {
 struct StartWish {
     std::string path;        // of a folder or of a run; empty for none
     bool lastFolder = false; // started without a folder of its own, as from a menu
-    // Where the program itself lies. Started in there without a path, as by a click on it, it takes the
-    // folder of the last time, unless that one has been set up for runs.
+    // Where the program itself lies. Started in there without a path, as by a click on it, it takes
+    // the folder of the last time, unless that one has been set up for runs.
     std::string programFolder = {};
 };
 struct StartPlace {
