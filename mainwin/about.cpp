@@ -15,6 +15,7 @@ About::About() {
     setObjectName(QStringLiteral("About"));
     setWindowTitle(QStringLiteral("About KVO"));
     auto* picture = named(new QLabel, "Picture");
+    picture->setAccessibleName(QStringLiteral("Picture of the vehicle"));
     picture->setAlignment(Qt::AlignCenter);
     picture->setPixmap(fitted(vehiclePicture(), {360, 200}, devicePixelRatioF()));
     auto* name = named(new QLabel(QStringLiteral("KVO")), "Label_Name");

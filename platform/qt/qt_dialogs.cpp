@@ -117,6 +117,24 @@ void giveRoom(QMessageBox& box) {
         grid->rowCount(), 0, 1, grid->columnCount());
 }
 
+// The picture of a box is its kind, which is read aloud too.
+void nameIcon(const QMessageBox& box) {
+    auto* icon = box.findChild<QLabel*>(QStringLiteral("qt_msgboxex_icon_label"));
+    if (icon == nullptr) return;
+    switch (box.icon()) {
+    case QMessageBox::Critical:
+        return icon->setAccessibleName(QStringLiteral("Error"));
+    case QMessageBox::Question:
+        return icon->setAccessibleName(QStringLiteral("Question"));
+    case QMessageBox::Warning:
+        return icon->setAccessibleName(QStringLiteral("Warning"));
+    case QMessageBox::Information:
+        return icon->setAccessibleName(QStringLiteral("Information"));
+    case QMessageBox::NoIcon:
+        break;
+    }
+}
+
 void fillMessageBox(
     QMessageBox& box, const std::string& text, int style, const std::string& title) {
     const ButtonsOfStyle& buttons = buttonsOf(style);
@@ -125,6 +143,7 @@ void fillMessageBox(
     box.setText(shownMessage(text));
     box.setWindowTitle(titleOrName(title));
     box.setIcon(iconOf(style));
+    nameIcon(box);
     box.setStandardButtons(buttons.first | buttons.second | buttons.third);
     const bool second = (style & platform::boxStyle::secondDefault) != 0;
     const bool hasSecond = buttons.second != QMessageBox::NoButton;

@@ -74,6 +74,9 @@ private slots:
             QVERIFY(box != nullptr);
             QCOMPARE(buttonTexts(*box), buttons);
             QCOMPARE(static_cast<int>(box->icon()), icon);
+            const auto* kind = box->findChild<QLabel*>(QStringLiteral("qt_msgboxex_icon_label"));
+            const bool spoken = kind != nullptr && !kind->accessibleName().isEmpty();
+            QCOMPARE(spoken, icon != QMessageBox::NoIcon);
             QCOMPARE(box->defaultButton()->text().remove(QLatin1Char('&')), preset);
             QTest::keyClick(box, Qt::Key_Escape);
         });

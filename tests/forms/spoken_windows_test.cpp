@@ -174,6 +174,8 @@ private slots:
         modal([] { doors().showVisibleOptions({}); });
         modal([] { (void)doors().chooseCustomScale({20000, 12000}); });
         modal([] { doors().showStatistics({"Run one", {}, {}}); });
+        files().put("/kvo/Kvobike.dll", testing::pictureFile(40, 20, 0xFF0000));
+        files().put("/kvo/Kvocar.dll", testing::pictureFile(40, 20, 0xFF0000));
         modal([] { doors().showAbout(); });
         modal([] { doors().openConversions(); });
     }
