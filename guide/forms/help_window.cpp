@@ -157,6 +157,7 @@ void HelpWindow::come(const QUrl& page) {
         setWindowModality(modality);
         winId();
         windowHandle()->setTransientParent(waiting == nullptr ? nullptr : waiting->windowHandle());
+        if (!testAttribute(Qt::WA_Moved)) placeOn(waiting != nullptr ? *waiting : *this);
     }
     setWindowState(windowState() & ~Qt::WindowMinimized);
     show();
@@ -164,6 +165,14 @@ void HelpWindow::come(const QUrl& page) {
     activateWindow();
     Text_Guide->setSource(page);
     Text_Guide->setFocus();
+}
+
+// In the middle of the screen, at first. Left to itself a desktop puts it over the middle of the
+// form, and its title above the screen where the form stands high.
+void HelpWindow::placeOn(const QWidget& beside) {
+    const QRect room = beside.screen()->availableGeometry();
+    const QSize free = room.size() - size();
+    move(room.topLeft() + QPoint(qMax(0, free.width() / 2), qMax(0, free.height() / 3)));
 }
 
 void HelpWindow::done(int result) {

@@ -45,6 +45,7 @@ private:
     void connectControls();
     void takeKeys();
     void come(const QUrl& page);
+    void placeOn(const QWidget& beside);
     void Chapters_Click(int row);
     void showPlace();
     void find(bool back);

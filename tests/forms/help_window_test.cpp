@@ -15,6 +15,7 @@
 #include <QPalette>
 #include <QPushButton>
 #include <QRegularExpression>
+#include <QScreen>
 #include <QScrollBar>
 #include <QTextBlock>
 #include <QTextDocument>
@@ -312,6 +313,26 @@ private slots:
         dialog.reset();
         shown();
         QVERIFY(!form<HelpWindow>().isModal());
+    }
+
+    // A desktop puts what belongs to a form over its middle, also above the edge of the screen.
+    void overAFormThatStandsHighItIsOnTheScreen() {
+        QDialog dialog;
+        dialog.setModal(true);
+        dialog.resize(300, 60);
+        dialog.move(0, 0);
+        dialog.show();
+        dialog.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&dialog));
+        HelpWindow& help = shown();
+        const QRect room = help.screen()->availableGeometry();
+        QVERIFY(room.contains(help.frameGeometry()));
+        QCOMPARE(help.y() - room.top(), (room.height() - help.height()) / 3);
+        QCOMPARE(help.x() - room.left(), (room.width() - help.width()) / 2);
+        QCOMPARE(click("But_Close"), QString());
+        help.move(30, 40); // where the user has put it
+        shown("ports");
+        QCOMPARE(help.pos(), QPoint(30, 40));
     }
 
     // Keys, names and buddies for those who do not see it.
