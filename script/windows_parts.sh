@@ -221,11 +221,12 @@ compare_tools() {
     echo "make_runs and kvo-cli: the same as on this system, byte for byte, in the folder $name"
 }
 
-# A logger of data type $1 in software at the other end of the port COM7 of wine, with the fault $2
-# where one is given; ends it where the rest of the words have been run.
+# A logger of data type $2 in software at the other end of the port $1 of wine, "com7", with the fault
+# $3 where one is given; ends it where the rest of the words have been run.
 with_logger() {
-    local type=$1 fault=$2 place=$WINEPREFIX/dosdevices/com7 logger status
-    shift 2
+    local place=$WINEPREFIX/dosdevices/$1 type=$2 fault=$3 logger status
+    shift 3
+    rm -f "$place"
     "$root/build/core-only/tools/kvo-simulator" --type "$type" --unpaced --link "$place" \
         ${fault:+--fault "$fault"} >"$scratch/logger" 2>&1 </dev/null 7>&- &
     logger=$!
@@ -245,9 +246,9 @@ with_logger() {
 # over a line in memory, and a cable that is pulled is told.
 try_port() {
     local program=$root/build/windows-core/tests/windows_tests.exe
-    with_logger 25 "" tests/windows/under_wine "$program" >"$scratch/port" 2>&1 &&
-        with_logger 32 "" tests/windows/under_wine "$program" >"$scratch/port" 2>&1 &&
-        with_logger 25 hangup-at=3000 tests/windows/under_wine "$program" >"$scratch/port" 2>&1 || {
+    with_logger com7 25 "" tests/windows/under_wine "$program" >"$scratch/port" 2>&1 &&
+        with_logger com7 32 "" tests/windows/under_wine "$program" >"$scratch/port" 2>&1 &&
+        with_logger com7 25 hangup-at=3000 tests/windows/under_wine "$program" >"$scratch/port" 2>&1 || {
         cat "$scratch/port"
         return 1
     }
@@ -282,4 +283,123 @@ try_core() {
     echo "Processor time, user and system: $(tail -n 1 "$scratch/times")"
     [ $bad = 0 ] || fail "not everything passed"
     echo "The floors without Qt pass under wine."
+}
+
+# Qt's options off-screen, on the one screen of all form tests. The name of its file is relative: a
+# colon would end it.
+offscreen=offscreen:configfile=tests/offscreen.json
+
+# One form test under wine; what it said is in $scratch/form.NAME. A test of which some functions say
+# nothing there is given the others.
+form_test() {
+    local name=$1 functions=() skipped
+    skipped=$(awk -F' *[|] *' -v test="$name" '
+        $1 == "form_tests" && sub("^" test ":", "", $2) { print $2 }' tests/windows/skipped.txt)
+    if [ -n "$skipped" ]; then
+        mapfile -t functions < <(tests/windows/under_wine "$app/tests/form_tests.exe" "$name" \
+            -platform "$offscreen" -functions | tr -d '\r' | sed -n 's/()$//p' |
+            grep -vxF "$skipped")
+        [ ${#functions[@]} -gt 0 ] || return 1
+    fi
+    timeout 600 tests/windows/under_wine "$app/tests/form_tests.exe" "$name" "${functions[@]}" \
+        -platform "$offscreen" -o "$scratch/form.$name,txt" >"$scratch/form.$name.out" 2>&1
+}
+
+# All form tests, or those of the list $1, two at a time; names those that failed.
+try_forms() {
+    local name wrong=0
+    tests/windows/under_wine "$app/tests/form_tests.exe" >"$scratch/usage" 2>&1
+    tr -d '\r' <"$scratch/usage" | sed -n 's/^  //p' >"$scratch/names"
+    [ -s "$scratch/names" ] || {
+        cat "$scratch/usage"
+        return 1
+    }
+    awk -F' *[|] *' '$1 == "form_tests" { print $2 }' tests/windows/skipped.txt >"$scratch/left.out"
+    grep -vxFf "$scratch/left.out" "$scratch/names" >"$scratch/run"
+    export app offscreen scratch
+    export -f form_test
+    xargs -P "$(nproc)" -I NAME bash -c \
+        'form_test NAME && echo "ok      NAME" || echo "FAILED  NAME"' <"$scratch/run" |
+        tee "$scratch/results"
+    while read -r name; do
+        echo "== $name"
+        grep -A 4 -E '^(FAIL!|QFATAL|XPASS)' "$scratch/form.$name" ||
+            tail -n 5 "$scratch/form.$name.out"
+        wrong=$((wrong + 1))
+    done < <(sed -n 's/^FAILED  //p' "$scratch/results")
+    echo "$(grep -c '^ok' "$scratch/results") form tests passed, $wrong failed"
+    [ $wrong = 0 ]
+}
+
+# The forms driven through a whole download over the serial port: the same drive on this system, with
+# a logger of the same run, leaves the same run file.
+try_drive() {
+    local folder logger here there
+    for folder in here there; do
+        mkdir -p "$scratch/drive/$folder"
+        cp packaging/Kvo.Cfg "$scratch/drive/$folder/"
+    done
+    build/core-only/tools/kvo-simulator --type 32 --unpaced \
+        --link "$scratch/drive/here/COM1" >"$scratch/logger" 2>&1 </dev/null 7>&- &
+    logger=$!
+    sleep 1
+    build/dev/tools/demo_drive "$scratch/drive/here" >"$scratch/drive.here" 2>&1
+    here=$?
+    kill "$logger" 2>/dev/null
+    wait "$logger" 2>/dev/null
+    with_logger com1 32 "" tests/windows/under_wine "$app/tools/demo_drive.exe" \
+        "$scratch/drive/there" -platform offscreen >"$scratch/drive.there" 2>&1
+    there=$?
+    [ $here = 0 ] && [ $there = 0 ] || {
+        tail -n 8 "$scratch/drive.here" "$scratch/drive.there"
+        return 1
+    }
+    here=$(echo "$scratch"/drive/here/Data/*.*d) there=$(echo "$scratch"/drive/there/Data/*.*d)
+    cmp "$here" "$there" || return 1
+    cat "$scratch/drive.there"
+    echo "The forms download the same run as on this system: ${there##*/}"
+}
+
+# Where the system of a program's own folder is not, wine finds its libraries.
+windows_path() {
+    local folder path=
+    for folder in "$(qt_prefix)/bin" /usr/lib/gcc/x86_64-w64-mingw32/12-posix \
+        /usr/x86_64-w64-mingw32/lib; do
+        path+="Z:${folder//\//\\};"
+    done
+    echo "${path%;}"
+}
+
+# The program with its windows: built for Windows and driven under wine, off-screen.
+try_app() {
+    build_qt
+    install_packages build test windows
+    make_scratch
+    trap 'end_wine; rm -rf "$scratch"' EXIT
+    unset DISPLAY WAYLAND_DISPLAY
+    build_libraries || fail "the libraries of the tests could not be built"
+    app=$root/build/windows-app
+    echo "Building for Windows"
+    cmake --preset windows-app "-DCMAKE_PREFIX_PATH=$libraries;$(qt_prefix)" -DQT_HOST_PATH=/usr \
+        -DQT_HOST_PATH_CMAKE_DIR=/usr/lib/x86_64-linux-gnu/cmake >"$scratch/configure" 2>&1 ||
+        { cat "$scratch/configure"; fail "the build for Windows could not be configured"; }
+    cmake --build --preset windows-app -j "$(nproc)" 2>&1 | ninja_progress "$scratch/build"
+    [ "${PIPESTATUS[0]}" = 0 ] || {
+        grep -A 12 -m 2 'FAILED:' "$scratch/build"
+        fail "the build for Windows failed"
+    }
+    echo "Building the same drive for this system"
+    build_preset core-only --target logger_simulator >"$scratch/build" 2>&1 &&
+        build_preset dev --target demo_drive >"$scratch/build" 2>&1 ||
+        { tail -n 20 "$scratch/build"; fail "the drive did not build"; }
+    begin_wine || fail "wine could not be set up"
+    cp /usr/share/fonts/truetype/dejavu/*.ttf "$WINEPREFIX/drive_c/windows/Fonts/" 2>/dev/null
+    export WINEPATH
+    WINEPATH=$(windows_path)
+    local bad=0
+    try_forms || bad=1
+    tests/windows/under_wine "$app/tests/vectors/kvo_vectors.exe" tests/vectors || bad=1
+    try_drive || bad=1
+    [ $bad = 0 ] || fail "not everything passed"
+    echo "The windows pass under wine."
 }
