@@ -3,7 +3,10 @@
 #include "runner.h"
 #include "tools/command_line/command_line.h"
 
-#include <cstdlib>
+#ifdef KVO_QT_VECTORS
+#include <QByteArray>
+#endif
+
 #include <exception>
 #include <iostream>
 
@@ -28,11 +31,9 @@ int main(int argc, char** argv) {
         1, 1};
     const auto arguments = kvo::command_line::read(syntax, argc, argv);
     if (arguments.exitCode) return *arguments.exitCode;
-#if defined(KVO_QT_VECTORS) && !defined(_WIN32)
-    // The widgets are real, but no window is to appear: an own choice of the caller wins.
-    setenv("QT_QPA_PLATFORM", KVO_OFFSCREEN, 0);
-#endif
 #ifdef KVO_QT_VECTORS
+    // The widgets are real, but no window is to appear: an own choice of the caller wins.
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", KVO_OFFSCREEN);
     const auto application = kvo::vectors::makeApplication();
 #endif
     try {
