@@ -63,7 +63,8 @@ void forget(const char* list, const std::string& path) {
 std::string wholePath(const std::string& path) {
     const QFileInfo info(shownPath(path));
     const QString whole = info.canonicalFilePath();
-    return typedPath(whole.isEmpty() ? info.absoluteFilePath() : whole);
+    // The toolkit parts folders by / on every system, and the program by the system's own sign.
+    return typedPath(QDir::toNativeSeparators(whole.isEmpty() ? info.absoluteFilePath() : whole));
 }
 
 OpenedThing thingHere(const std::string& path) {
