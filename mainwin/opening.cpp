@@ -59,12 +59,16 @@ void forget(const char* list, const std::string& path) {
     tell(path + "\nis not there any more. It is taken off the list.");
 }
 
+// The toolkit parts folders by / on every system, and the program by the system's own sign.
+std::string ownPath(const QString& path) {
+    return typedPath(QDir::toNativeSeparators(path));
+}
+
 // Whole and without links; as it is where there is nothing.
 std::string wholePath(const std::string& path) {
     const QFileInfo info(shownPath(path));
     const QString whole = info.canonicalFilePath();
-    // The toolkit parts folders by / on every system, and the program by the system's own sign.
-    return typedPath(QDir::toNativeSeparators(whole.isEmpty() ? info.absoluteFilePath() : whole));
+    return ownPath(whole.isEmpty() ? info.absoluteFilePath() : whole);
 }
 
 OpenedThing thingHere(const std::string& path) {
@@ -101,9 +105,9 @@ bool furnish(const std::string& folder) {
 
 std::optional<StartPlace> firstFolder() {
     const std::string documents =
-        typedPath(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
+        ownPath(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
     const std::string around =
-        disk().folderExists(documents) ? documents : typedPath(QDir::homePath());
+        disk().folderExists(documents) ? documents : ownPath(QDir::homePath());
     const std::string offered = core::joined(around, "Kvo", disk());
     const auto reply = dialogs().messageBox(
         "Kvo keeps the runs of your logger in a folder.\n\nDo you want to make the folder\n" +
@@ -113,7 +117,7 @@ std::optional<StartPlace> firstFolder() {
         return furnish(offered) ? std::optional(StartPlace{offered, {}}) : std::nullopt;
     if (reply != platform::Reply::no) return std::nullopt;
     const auto chosen =
-        dialogs().chooseFolder("The folder of your runs", typedPath(QDir::homePath()));
+        dialogs().chooseFolder("The folder of your runs", ownPath(QDir::homePath()));
     return chosen && furnish(*chosen) ? std::optional(StartPlace{*chosen, {}}) : std::nullopt;
 }
 
