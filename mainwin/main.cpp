@@ -104,9 +104,9 @@ int main(int argc, char* argv[]) {
     if (asksForHelp(argc, argv)) return *command_line::read(syntax(), argc, argv).exitCode;
     platform_os::keepFreedMemory();
     platform_qt::Application application(argc, argv); // takes the toolkit's own options off
+    platform_qt::prepareApplication(application);
     const auto arguments = readWords(platform_qt::wordsOf(argc, argv));
     if (arguments.exitCode) return *arguments.exitCode;
-    platform_qt::prepareApplication(application);
 
     platform_os::OsFiles disk;
     platform::LookOnlyFiles files(disk);

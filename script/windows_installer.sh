@@ -236,8 +236,8 @@ close_kvo() {
     wait_for eval '! titles | grep -qF Kvo' || return 0
 }
 
-# A user's first day with the program in $1, a path of this system: a run is opened as a click on it
-# does, then the folder of the last time from the menu.
+# A user's first day with the program in $1, a path of this system: it asks for a folder; a run is
+# opened as a click on it does, then the folder of the last time as a click on the program does.
 use_program() {
     local run
     if [ ! -d "$runs" ]; then
@@ -246,6 +246,9 @@ use_program() {
     fi
     run=$(find "$runs/Data" -name '*.??d' | LC_ALL=C sort | head -n 1)
     rm -f "$user/AppData/Roaming/Kvo/Kvo.ini"
+    open_kvo "$1"
+    expect "the first start offers a folder" wait_for shows_title "Welcome to Kvo" || return 1
+    close_kvo
     open_kvo "$1" --last-folder "C:\\Jürgł runs\\Data\\${run##*/}"
     expect "the run was opened" wait_for remembers "${run##*/}" &&
         expect "its window is seen" wait_for shows_title "${run##*/}" &&
