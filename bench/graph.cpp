@@ -23,7 +23,8 @@ constexpr int runType = 32; // the type with all channels
 // their order.
 class TouchedPixels {
 public:
-    TouchedPixels(const Curves& curves, int rows) : m_image(1920, 1080, QImage::Format_RGB32) {
+    TouchedPixels(const Curves& curves, int rows, int lineWidthPx)
+        : m_image(1920, 1080, QImage::Format_RGB32) {
         const platform::PixelScale scale(
             {0, 1100, static_cast<float>(rows + 1), 0}, {1920, 1080, 1});
         QImage probe(m_image.size(), QImage::Format_RGB32);
@@ -33,6 +34,7 @@ public:
                 reinterpret_cast<std::uint32_t*>(probe.bits()), 1920, {0, 0, 1920, 1080});
             platform::Pen pen;
             pen.rgb = 0xFFFFFFFF;
+            pen.widthPx = lineWidthPx;
             raster.polyline(points, scale, pen);
             collect(probe);
         }
@@ -59,27 +61,32 @@ private:
     std::vector<std::vector<std::uint32_t>> m_touched;
 };
 
-void measureRedraw(Table& table, bool overlay) {
+void measureRedraw(Table& table, bool overlay, int lineWidthPx) {
     auto state = std::make_unique<core::SharedState>();
     fillRun(*state, runType, runRows, false);
     if (overlay) addOverlay(*state);
-    TrendImage ours(*state, overlay, 1920, 1080);
+    TrendImage ours(*state, overlay, 1920, 1080, lineWidthPx);
     const Curves curves = ours.curves();
-    TouchedPixels pixels(curves, runRows);
-    const std::string job = "redraw, " + std::to_string(curves.size()) + " curves";
+    TouchedPixels pixels(curves, runRows, lineWidthPx);
+    std::string job = "redraw, " + std::to_string(curves.size()) + " curves";
+    if (lineWidthPx > 1) job += " of " + std::to_string(lineWidthPx) + " pixels";
+
+    // Wider curves are drawn since then.
+    const auto before = [&](const char* figure) { return lineWidthPx > 1 ? "-" : figure; };
 
     std::vector<Contender> contenders{{[&] { ours.redraw(); }}, {[&] { pixels.store(); }}};
-    const auto plain = qcustomplotRedraw(curves, runRows, false);
-    const auto smooth = qcustomplotRedraw(curves, runRows, true);
+    const auto plain = qcustomplotRedraw(curves, runRows, false, lineWidthPx);
+    const auto smooth = qcustomplotRedraw(curves, runRows, true, lineWidthPx);
     if (plain) contenders.insert(contenders.end(), {{plain}, {smooth}});
     const auto seconds = medianSeconds(contenders, rounds);
-    table.add(job, "storing the touched pixels", seconds[0], seconds[1], Goal{10, "12"});
+    table.add(job, "storing the touched pixels", seconds[0], seconds[1], Goal{10, before("12")});
     if (!plain) {
         table.skip(job, "QCustomPlot is not on this machine");
         return;
     }
-    table.add(job, "QCustomPlot, no antialiasing", seconds[0], seconds[2], Goal{0.30, "0.34"});
-    table.add(job, "QCustomPlot as it comes", seconds[0], seconds[3], Goal{0.25, "0.27"});
+    table.add(
+        job, "QCustomPlot, no antialiasing", seconds[0], seconds[2], Goal{0.30, before("0.34")});
+    table.add(job, "QCustomPlot as it comes", seconds[0], seconds[3], Goal{0.25, before("0.27")});
 }
 
 void measureBars(Table& table) {
@@ -103,8 +110,10 @@ void measureBars(Table& table) {
 } // namespace
 
 void measureGraph(Table& table) {
-    measureRedraw(table, false);
-    measureRedraw(table, true);
+    for (const int lineWidthPx : {1, 2}) {
+        measureRedraw(table, false, lineWidthPx);
+        measureRedraw(table, true, lineWidthPx);
+    }
     measureBars(table);
 }
 

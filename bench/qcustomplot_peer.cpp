@@ -11,7 +11,8 @@
 
 namespace kvo::bench {
 
-std::function<void()> qcustomplotRedraw(const Curves& curves, int rows, bool smooth) {
+std::function<void()> qcustomplotRedraw(
+    const Curves& curves, int rows, bool smooth, int lineWidthPx) {
     auto plot = std::make_shared<QCustomPlot>();
     plot->resize(1920, 1080);
     plot->setViewport(QRect(0, 0, 1920, 1080));
@@ -27,7 +28,7 @@ std::function<void()> qcustomplotRedraw(const Curves& curves, int rows, bool smo
         }
         QCPGraph* graph = plot->addGraph();
         graph->setData(x, y, true);
-        graph->setPen(QPen(QColor::fromHsv(hue += 7, 200, 255), 1));
+        graph->setPen(QPen(QColor::fromHsv(hue += 7, 200, 255), lineWidthPx));
     }
     plot->xAxis->setRange(0, rows + 1);
     plot->yAxis->setRange(0, 1100);
@@ -40,7 +41,7 @@ std::function<void()> qcustomplotRedraw(const Curves& curves, int rows, bool smo
 
 namespace kvo::bench {
 
-std::function<void()> qcustomplotRedraw(const Curves&, int, bool) {
+std::function<void()> qcustomplotRedraw(const Curves&, int, bool, int) {
     return {};
 }
 

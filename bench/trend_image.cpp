@@ -13,10 +13,12 @@ void TrendImage::Surface::polyline(
     DisplayListSurface::polyline(points, colour);
 }
 
-TrendImage::TrendImage(core::SharedState& state, bool overlay, int widthPx, int heightPx)
+TrendImage::TrendImage(
+    core::SharedState& state, bool overlay, int widthPx, int heightPx, int lineWidthPx)
     : m_state(state), m_drawing(state.Config, state.Run, state.Overlay, m_view, *this),
       m_image(widthPx, heightPx, QImage::Format_RGB32) {
     m_view.OverlayLoaded = overlay ? -1 : 0;
+    m_view.LineWidthPx = lineWidthPx;
     m_surface.setHeightPx(heightPx);
     m_surface.setScale(0, graph::trendTop, static_cast<float>(state.Run.SampleCount + 1), 0);
     m_surface.setBackColor(static_cast<platform::Colour>(state.Config.GraphBackColour));

@@ -12,8 +12,10 @@ namespace kvo::bench {
 
 class TrendImage : private graph::TrendHost {
 public:
-    // `state` must outlive the picture. With `overlay` its overlay is drawn too.
-    TrendImage(core::SharedState& state, bool overlay, int widthPx, int heightPx);
+    // `state` must outlive the picture. With `overlay` its overlay is drawn too; the curves are
+    // `lineWidthPx` wide.
+    TrendImage(
+        core::SharedState& state, bool overlay, int widthPx, int heightPx, int lineWidthPx = 1);
 
     // From the rows to the pixels: grid, curves, and those of the overlay where there is one.
     void redraw();
