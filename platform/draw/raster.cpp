@@ -138,11 +138,12 @@ void walk(const Course& c, const StepRange& range, std::uint32_t* word, std::ptr
     paint(word);
 }
 
-// The course of a thin solid line that needs no clipping, which nearly all are: the same pixels as
-// walk() gives, in the numbers that a machine is quickest with.
+// The course of a solid line that needs no clipping, which nearly all are: the same pixels as
+// walk() gives, in the numbers that a machine is quickest with. paint(word) is called for each.
+template <typename Paint>
 void walkInside(std::uint32_t* word, int steps, int rise, std::ptrdiff_t majorStride,
-    std::ptrdiff_t minorStride, std::uint32_t rgb) {
-    *word = rgb;
+    std::ptrdiff_t minorStride, Paint paint) {
+    paint(word);
     int rest = steps;
     const int turn = 2 * steps;
     const int gain = 2 * rise;
@@ -151,7 +152,7 @@ void walkInside(std::uint32_t* word, int steps, int rise, std::ptrdiff_t majorSt
         const bool over = rest >= turn;
         rest -= over ? turn : 0;
         word += majorStride + (over ? minorStride : 0);
-        *word = rgb;
+        paint(word);
     }
 }
 
@@ -200,9 +201,9 @@ void Raster::line(PixelPoint a, PixelPoint b, Pen& pen) {
     const bool inside = box.left >= m_clip.left && box.top >= m_clip.top &&
                         box.right <= m_clip.right && box.bottom <= m_clip.bottom;
     const bool solid = isSolid(pen.style);
-    if (solid && width == 1 && inside) return thinLine(a, b, pen.rgb);
-    const std::uint32_t start = pen.phase;
     const int length = std::max(box.width(), box.height()) - width;
+    if (solid && inside && (width == 1 || length > 0)) return solidLine(a, b, width, pen.rgb);
+    const std::uint32_t start = pen.phase;
     if (!solid) pen.phase = (start + static_cast<std::uint32_t>(length)) % periodPx(width);
     if (intersection(box, m_clip).empty()) return;
     if (length > 0) {
@@ -212,15 +213,28 @@ void Raster::line(PixelPoint a, PixelPoint b, Pen& pen) {
     }
 }
 
-void Raster::thinLine(PixelPoint a, PixelPoint b, std::uint32_t rgb) {
+void Raster::solidLine(PixelPoint a, PixelPoint b, int width, std::uint32_t rgb) {
     const int dx = std::abs(b.x - a.x);
     const int dy = std::abs(b.y - a.y);
     const std::ptrdiff_t across = b.x >= a.x ? 1 : -1;
     const std::ptrdiff_t down = b.y >= a.y ? m_wordsPerLine : -m_wordsPerLine;
-    if (dx >= dy) {
-        walkInside(at(a.x, a.y), dx, dy, across, down, rgb);
+    const auto walked = [&](auto paint) {
+        if (dx >= dy) {
+            walkInside(at(a.x, a.y), dx, dy, across, down, paint);
+        } else {
+            walkInside(at(a.x, a.y), dy, dx, down, across, paint);
+        }
+    };
+    // A wide line is as many thin ones side by side, right of and below its course.
+    const std::ptrdiff_t beside = dx >= dy ? m_wordsPerLine : 1;
+    if (width == 1) {
+        walked([rgb](std::uint32_t* word) { *word = rgb; });
+    } else if (width == 2) {
+        walked([rgb, beside](std::uint32_t* word) { *word = word[beside] = rgb; });
     } else {
-        walkInside(at(a.x, a.y), dy, dx, down, across, rgb);
+        walked([rgb, beside, width](std::uint32_t* word) {
+            for (int line = 0; line < width; ++line) word[line * beside] = rgb;
+        });
     }
 }
 
@@ -235,7 +249,6 @@ void Raster::stroke(PixelPoint a, PixelPoint b, const Pen& pen, std::uint32_t st
     const std::uint32_t rgb = pen.rgb;
     const std::uint32_t mask = patternOf(pen.style);
     const int width = std::max(1, pen.widthPx);
-    // A wide line is as many thin ones side by side, right of and below its course.
     for (int beside = 0; beside < width; ++beside) {
         const StepRange range =
             inside ? StepRange{0, c.steps}

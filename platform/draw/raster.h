@@ -46,7 +46,7 @@ public:
     void polyline(std::span<const Point> points, const PixelScale& scale, Pen& pen);
 
 private:
-    void thinLine(PixelPoint a, PixelPoint b, std::uint32_t rgb);
+    void solidLine(PixelPoint a, PixelPoint b, int width, std::uint32_t rgb);
     void stroke(PixelPoint a, PixelPoint b, const Pen& pen, std::uint32_t start, bool inside);
     void column(int x, int low, int high, std::uint32_t rgb);
     void thinPolyline(std::span<const Point> points, const PixelScale& scale, Pen& pen);
