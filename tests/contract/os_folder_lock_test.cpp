@@ -44,18 +44,15 @@ protected:
 };
 
 TEST_F(FolderLock, TheFirstTakesTheFolderAndTheSecondLearnsWhoHasIt) {
-    const auto [process, program, host, machine, start] = ownLines();
     OsFolderLock first;
     OsFolderLock second;
     ASSERT_FALSE(first.take(m_place));
     EXPECT_FALSE(first.take(m_place)); // its own already
     const auto holder = second.take(m_place);
     ASSERT_TRUE(holder);
-    EXPECT_EQ(std::to_string(holder->process), process);
-    EXPECT_EQ(holder->program, program);
-    EXPECT_EQ(holder->host, host);
-    EXPECT_FALSE(program.empty());
-    EXPECT_FALSE(host.empty());
+    EXPECT_GT(holder->process, 0);
+    EXPECT_FALSE(holder->program.empty());
+    EXPECT_FALSE(holder->host.empty());
     EXPECT_TRUE(holder->here);
     EXPECT_GE(holder->since.year, 2026);
 }
@@ -69,18 +66,6 @@ TEST_F(FolderLock, AProgramThatEndsLeavesTheFolderFree) {
     EXPECT_FALSE(fs::exists(m_file));
     OsFolderLock second;
     EXPECT_FALSE(second.take(m_place));
-}
-
-// A lock is as old as its program: neither its age nor a refused attempt takes it away.
-TEST_F(FolderLock, AnOldLockOfALivingProgramHolds) {
-    OsFolderLock first;
-    ASSERT_FALSE(first.take(m_place));
-    fs::last_write_time(m_file, fs::file_time_type::clock::now() - std::chrono::hours(9 * 24));
-    for (int attempt = 0; attempt < 2; ++attempt) {
-        OsFolderLock second;
-        EXPECT_TRUE(second.take(m_place));
-    }
-    EXPECT_TRUE(fs::exists(m_file));
 }
 
 TEST_F(FolderLock, AFolderThatCannotHaveALockIsNotHeld) {
@@ -97,7 +82,32 @@ TEST_F(FolderLock, AFolderOfAnotherScriptIsLocked) {
     EXPECT_TRUE(fs::exists(folder / "Kvo.lock"));
 }
 
+// Elsewhere nobody can read or change the file of a lock that is held.
 #if defined(__unix__) || defined(__APPLE__)
+
+TEST_F(FolderLock, TheHolderIsWhoWroteTheFile) {
+    const auto [process, program, host, machine, start] = ownLines();
+    OsFolderLock first;
+    OsFolderLock second;
+    ASSERT_FALSE(first.take(m_place));
+    const auto holder = second.take(m_place);
+    ASSERT_TRUE(holder);
+    EXPECT_EQ(std::to_string(holder->process), process);
+    EXPECT_EQ(holder->program, program);
+    EXPECT_EQ(holder->host, host);
+}
+
+// A lock is as old as its program: neither its age nor a refused attempt takes it away.
+TEST_F(FolderLock, AnOldLockOfALivingProgramHolds) {
+    OsFolderLock first;
+    ASSERT_FALSE(first.take(m_place));
+    fs::last_write_time(m_file, fs::file_time_type::clock::now() - std::chrono::hours(9 * 24));
+    for (int attempt = 0; attempt < 2; ++attempt) {
+        OsFolderLock second;
+        EXPECT_TRUE(second.take(m_place));
+    }
+    EXPECT_TRUE(fs::exists(m_file));
+}
 
 TEST_F(FolderLock, OneOfADeadProgramIsTakenOver) {
     const auto [process, program, host, machine, start] = ownLines();
