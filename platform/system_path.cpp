@@ -6,14 +6,21 @@ namespace kvo::platform {
 
 #ifdef _WIN32
 
+std::wstring wideText(std::string_view text) {
+    const std::u16string wide = utf16Of(text);
+    return {wide.begin(), wide.end()};
+}
+
+std::string narrowText(std::wstring_view text) {
+    return utf8Of(std::u16string(text.begin(), text.end()));
+}
+
 std::filesystem::path systemPath(std::string_view path) {
-    const std::u16string wide = utf16Of(path);
-    return std::filesystem::path(std::wstring(wide.begin(), wide.end()));
+    return std::filesystem::path(wideText(path));
 }
 
 std::string pathText(const std::filesystem::path& path) {
-    const std::wstring& wide = path.native();
-    return utf8Of(std::u16string(wide.begin(), wide.end()));
+    return narrowText(path.native());
 }
 
 #else

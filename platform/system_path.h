@@ -14,4 +14,10 @@ std::filesystem::path systemPath(std::string_view path);
 // The other way. Half of a pair of UTF-16 becomes U+FFFD, so that such a name can be shown.
 std::string pathText(const std::filesystem::path& path);
 
+#ifdef _WIN32
+// The same border for other texts of the system.
+std::wstring wideText(std::string_view text);
+std::string narrowText(std::wstring_view text);
+#endif
+
 } // namespace kvo::platform

@@ -1,7 +1,7 @@
 #include "platform/os/comm_line.h"
 
 #include "platform/os/windows_api.h"
-#include "platform/text.h"
+#include "platform/system_path.h"
 
 #ifdef _WIN32
 
@@ -14,16 +14,6 @@ namespace {
 // The driver's own queues, in which bytes lie while the program does other work: seconds of the
 // line.
 constexpr DWORD driverQueueBytes = 4096;
-
-std::wstring wide(const std::string& text) {
-    const std::u16string utf16 = platform::utf16Of(text);
-    return {utf16.begin(), utf16.end()};
-}
-
-std::string narrow(const wchar_t* text) {
-    const std::wstring whole = text;
-    return platform::utf8Of(std::u16string(whole.begin(), whole.end()));
-}
 
 // An operation under way, and the event that tells of its end.
 class Overlap {
@@ -127,17 +117,17 @@ public:
 
     std::string target(const std::string& name) const override {
         std::array<wchar_t, 512> found{};
-        const DWORD length =
-            QueryDosDeviceW(wide(name).c_str(), found.data(), static_cast<DWORD>(found.size() - 1));
+        const DWORD length = QueryDosDeviceW(
+            platform::wideText(name).c_str(), found.data(), static_cast<DWORD>(found.size() - 1));
         if (length == 0) return {};
-        const std::string device = narrow(found.data());
+        const std::string device = platform::narrowText(found.data());
         return device.substr(device.rfind('\\') + 1);
     }
 
     std::uint32_t open(const std::string& name, const CommSettings& settings) override {
         closeLine();
-        m_line = CreateFileW(wide("\\\\.\\" + name).c_str(), GENERIC_READ | GENERIC_WRITE, 0,
-            nullptr, OPEN_EXISTING, FILE_FLAG_OVERLAPPED, nullptr);
+        m_line = CreateFileW(platform::wideText("\\\\.\\" + name).c_str(),
+            GENERIC_READ | GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, FILE_FLAG_OVERLAPPED, nullptr);
         if (m_line == INVALID_HANDLE_VALUE) return GetLastError();
         SetupComm(m_line, driverQueueBytes, driverQueueBytes); // a driver may know better
         if (!apply(m_line, settings)) {
@@ -195,7 +185,7 @@ public:
         std::array<wchar_t, 512> text{};
         FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr, error,
             0, text.data(), static_cast<DWORD>(text.size() - 1), nullptr);
-        std::string words = narrow(text.data());
+        std::string words = platform::narrowText(text.data());
         while (!words.empty() && std::string_view("\r\n. ").find(words.back()) != std::string::npos)
             words.pop_back();
         return words.empty() ? "the system gives no reason" : words;

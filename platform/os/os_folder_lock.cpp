@@ -2,14 +2,15 @@
 
 #if defined(__unix__) || defined(__APPLE__)
 
+#include "platform/os/lock_text.h"
+
 #include <array>
 #include <cerrno>
-#include <charconv>
 #include <csignal>
 #include <ctime>
 #include <fcntl.h>
 #include <fstream>
-#include <sstream>
+#include <iterator>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -39,15 +40,6 @@ std::string programOf(std::int64_t process) {
     return name.substr(name.rfind('/') + 1);
 }
 
-// What stands in a lock, a line each: process, program, host, machine, and when that was started.
-struct LockText {
-    std::int64_t process = 0;
-    std::string program;
-    std::string host;
-    std::string machine;
-    std::string start;
-};
-
 LockText ownText() {
     return {getpid(), programOf(getpid()), hostName(), firstLineOf("/etc/machine-id"),
         firstLineOf("/proc/sys/kernel/random/boot_id")};
@@ -55,13 +47,7 @@ LockText ownText() {
 
 LockText textOf(const std::string& path) {
     std::ifstream file(path);
-    LockText text;
-    std::string process;
-    std::getline(file, process);
-    std::from_chars(process.data(), process.data() + process.size(), text.process);
-    for (std::string* line : {&text.program, &text.host, &text.machine, &text.start})
-        std::getline(file, *line);
-    return text;
+    return lockTextIn({std::istreambuf_iterator<char>(file), {}});
 }
 
 bool isHere(const LockText& text) {
@@ -111,9 +97,7 @@ bool OsFolderLock::create(const std::string& path) {
     if (m_file < 0) return false;
     m_path = path;
     (void)flock(m_file, LOCK_EX | LOCK_NB); // says to others that it is in use
-    const LockText own = ownText();
-    const std::string text = std::to_string(own.process) + '\n' + own.program + '\n' + own.host +
-                             '\n' + own.machine + '\n' + own.start + '\n';
+    const std::string text = linesOf(ownText());
     // One that is not whole names nobody, and keeps others out all the same.
     (void)!write(m_file, text.data(), text.size());
     return true;

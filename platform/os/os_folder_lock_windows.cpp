@@ -5,16 +5,14 @@
 #ifdef _WIN32
 
 #include "platform/os/file_date.h"
+#include "platform/os/lock_text.h"
 #include "platform/os/os_clock.h"
 #include "platform/os/windows_api.h"
 #include "platform/system_path.h"
-#include "platform/text.h"
 
 #include <array>
 #include <cerrno>
-#include <charconv>
 #include <filesystem>
-#include <sstream>
 
 #include <fcntl.h>
 #include <io.h>
@@ -25,16 +23,12 @@
 namespace kvo::platform_os {
 namespace {
 
-std::string narrowText(const std::wstring& text) {
-    return platform::utf8Of(std::u16string(text.begin(), text.end()));
-}
-
 std::string ownHost() {
     std::array<wchar_t, 256> name{};
     auto length = static_cast<DWORD>(name.size());
     if (GetComputerNameExW(ComputerNamePhysicalDnsHostname, name.data(), &length) == FALSE)
         return {};
-    return narrowText(std::wstring(name.data(), length));
+    return platform::narrowText({name.data(), length});
 }
 
 std::string ownProgram() {
@@ -44,7 +38,7 @@ std::string ownProgram() {
 }
 
 // The whole text of a lock, which its holder must not be kept from deleting meanwhile.
-std::string lockText(const std::filesystem::path& path) {
+std::string contentOf(const std::filesystem::path& path) {
     const HANDLE file = CreateFileW(path.c_str(), GENERIC_READ,
         FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr, OPEN_EXISTING, 0, nullptr);
     if (file == INVALID_HANDLE_VALUE) return {};
@@ -56,15 +50,11 @@ std::string lockText(const std::filesystem::path& path) {
 }
 
 platform::FolderHolder holderIn(const std::filesystem::path& path) {
+    const LockText text = lockTextIn(contentOf(path));
     platform::FolderHolder holder;
-    std::string text = lockText(path);
-    std::erase(text, '\r'); // by whatever program it was written
-    std::istringstream lines(text);
-    std::string process;
-    std::getline(lines, process);
-    std::from_chars(process.data(), process.data() + process.size(), holder.process);
-    std::getline(lines, holder.program);
-    std::getline(lines, holder.host);
+    holder.process = text.process;
+    holder.program = text.program;
+    holder.host = text.host;
     holder.here = holder.host.empty() || holder.host == ownHost();
     if (const auto since = createdAt(path)) holder.since = localTime(*since);
     return holder;
@@ -91,8 +81,7 @@ bool OsFolderLock::create(const std::string& path) {
         _S_IREAD | _S_IWRITE);
     if (m_file < 0) return false;
     m_path = path;
-    const std::string text =
-        std::to_string(_getpid()) + '\n' + ownProgram() + '\n' + ownHost() + "\n\n\n";
+    const std::string text = linesOf({_getpid(), ownProgram(), ownHost(), {}, {}});
     // One that is not whole names nobody, and keeps others out all the same.
     (void)!_write(m_file, text.data(), static_cast<unsigned>(text.size()));
     return true;
