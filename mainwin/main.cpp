@@ -3,28 +3,11 @@
 #include "link/forms/logger_line.h"
 #include "mainwin/opening.h"
 #include "mainwin/start.h"
-#include "platform/look_only_files.h"
+#include "platform/machine/machine.h"
 #include "platform/memory.h"
 #include "platform/os/heap.h"
-#include "platform/os/os_clock.h"
-#include "platform/os/os_files.h"
-#include "platform/os/os_folder_lock.h"
 #include "platform/qt/application.h"
 #include "platform/qt/form_kit.h"
-#include "platform/qt/qt_browser.h"
-#include "platform/qt/qt_dialogs.h"
-#ifdef _WIN32
-#include "platform/os/comm_port.h"
-#include "platform/qt/mapi_mail.h"
-#include "platform/qt/port_watch.h"
-#else
-#include "platform/qt/qt_mail.h"
-#include "platform/qt/qt_serial_port.h"
-#endif
-#include "platform/qt/qt_printer.h"
-#include "platform/qt/qt_settings.h"
-#include "platform/qt/qt_show_requests.h"
-#include "platform/qt/qt_yield.h"
 #include "platform/qt/text.h"
 #include "platform/services.h"
 #include "tools/command_line/command_line.h"
@@ -108,36 +91,15 @@ int main(int argc, char* argv[]) {
     const auto arguments = readWords(platform_qt::wordsOf(argc, argv));
     if (arguments.exitCode) return *arguments.exitCode;
 
-    platform_os::OsFiles disk;
-    platform::LookOnlyFiles files(disk);
-    platform_os::OsClock clock;
-    platform_qt::QtDialogs dialogs;
-#ifdef _WIN32
-    platform_os::CommPort port(platform_os::makeCommLine());
-    platform_qt::PortWatch activity(port);
-#else
-    platform_qt::QtSerialPort port([] { return core::state().AppFolder; });
-    platform_qt::PortActivity& activity = port;
-#endif
-    platform_qt::QtYield yield(activity);
-    platform_qt::QtBrowser browser;
-    platform_qt::QtPrinter printer(files);
-#ifdef _WIN32
-    platform_qt::MapiMail mail;
-#else
-    platform_qt::QtMail mail;
-#endif
-    platform_os::OsFolderLock folderLock;
-    platform_qt::QtShowRequests showRequests;
-    platform_qt::QtSettings settings;
-    platform::services() = {&files, &clock, &dialogs, &port, &yield, &browser, &printer, &mail,
-        &folderLock, &showRequests,
-        [&files](const std::string& folder) { files.lookOnlyAt(folder); }, &settings, startAnew};
-    link::LoggerLink logger(port, yield, dialogs);
+    platform_machine::Machine machine([] { return core::state().AppFolder; });
+    platform::Services& services = platform::services();
+    services = machine.services();
+    services.startAnew = startAnew;
+    link::LoggerLink logger(*services.port, *services.yield, *services.dialogs);
     forms::useLoggerLink(&logger);
 
     bool started = false;
-    platform::withinMemory(dialogs, "start", [&] { started = start(arguments); });
+    platform::withinMemory(*services.dialogs, "start", [&] { started = start(arguments); });
     const int result = started ? QApplication::exec() : 0;
     platform_qt::unloadAllForms();
     return result;

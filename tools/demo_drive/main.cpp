@@ -8,21 +8,9 @@
 #include "link/forms/logger_line.h"
 #include "mainwin/main_window.h"
 #include "mainwin/start.h"
-#include "platform/os/os_clock.h"
-#include "platform/os/os_files.h"
-#include "platform/os/os_folder_lock.h"
+#include "platform/machine/machine.h"
 #include "platform/qt/application.h"
 #include "platform/qt/form_kit.h"
-#include "platform/qt/qt_browser.h"
-#include "platform/qt/qt_dialogs.h"
-#ifdef _WIN32
-#include "platform/os/comm_port.h"
-#include "platform/qt/port_watch.h"
-#else
-#include "platform/qt/qt_serial_port.h"
-#endif
-#include "platform/qt/qt_show_requests.h"
-#include "platform/qt/qt_yield.h"
 #include "platform/qt/text.h"
 #include "platform/services.h"
 #include "tools/command_line/command_line.h"
@@ -137,24 +125,11 @@ int main(int argc, char* argv[]) {
     QApplication application(argc, argv);
     prepareApplication(application);
 
-    platform_os::OsFiles files;
-    platform_os::OsClock clock;
-    QtDialogs dialogs;
-#ifdef _WIN32
-    platform_os::CommPort port(platform_os::makeCommLine());
-    PortWatch activity(port);
-#else
-    QtSerialPort port([] { return core::state().AppFolder; });
-    PortActivity& activity = port;
-#endif
-    QtYield yield(activity);
-    QtBrowser browser;
-    platform_os::OsFolderLock folderLock;
-    QtShowRequests showRequests;
-    platform::services() = {&files, &clock, &dialogs, &port, &yield, &browser};
-    platform::services().folderLock = &folderLock;
-    platform::services().showRequests = &showRequests;
-    link::LoggerLink logger(port, yield, dialogs);
+    platform_machine::Machine machine([] { return core::state().AppFolder; });
+    platform::Services& services = platform::services();
+    services = machine.services();
+    services.settings = nullptr; // the user's own know nothing of this folder
+    link::LoggerLink logger(*services.port, *services.yield, *services.dialogs);
     forms::useLoggerLink(&logger);
     const int result = drive();
     unloadAllForms();
