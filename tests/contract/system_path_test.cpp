@@ -15,8 +15,8 @@ namespace {
 
 // "Juergl" with a letter of Polish, "Uebung", "garage" in Japanese, a flag beyond the first 65,536.
 constexpr const char* names[] = {"J\xc3\xbcrg\xc5\x82",
-    "\xc3\x9c"
-    "bung",
+    ("\xc3\x9c"
+     "bung"),
     "\xe3\x82\xac\xe3\x83\xac\xe3\x83\xbc\xe3\x82\xb8", "\xf0\x9f\x8f\x81 day"};
 
 TEST(SystemPath, GivesBackWhatItGot) {

@@ -116,7 +116,7 @@ private slots:
     void itOpensReady() {
         connectLogger(25);
         forms::loggerLink().Header.DataType = 32;
-        inTheForm([this] {
+        inTheForm([] {
             QCOMPARE(display(), QStringLiteral("Plug In Download Cable and Start Download"));
             QCOMPARE(
                 control<QLabel>(form<DownloadData>(), "Percent").text(), QStringLiteral("100%"));

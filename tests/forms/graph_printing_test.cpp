@@ -38,7 +38,7 @@ using platform::Orientation;
 namespace {
 
 // Most of the time other programs read what was printed, which the sanitizers do not watch.
-#ifdef __SANITIZE_ADDRESS__
+#ifdef KVO_SANITIZED
 constexpr std::array<int, 3> printedTypes{12, 25, 43};
 #else
 constexpr std::array<int, 7> printedTypes{8, 12, 17, 20, 25, 32, 43};

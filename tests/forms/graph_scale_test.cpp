@@ -33,7 +33,7 @@ class GraphScaleTest : public QObject, private testing::GraphWindow {
 
     // 0 where the system does not tell, or where a sanitizer's own memory is in the figure.
     static double residentMegabytes() {
-#ifndef __SANITIZE_ADDRESS__
+#ifndef KVO_SANITIZED
         QFile file(QStringLiteral("/proc/self/status"));
         if (file.open(QIODevice::ReadOnly)) {
             for (const QByteArray& line : file.readAll().split('\n')) {

@@ -246,7 +246,7 @@ private slots:
 
     void deletingRunsOpensTheChooserForIt() {
         shownWindow();
-        onModal([this](QWidget* modal) {
+        onModal([](QWidget* modal) {
             QCOMPARE(modal->windowTitle(), QStringLiteral("Delete File"));
             QCOMPARE(control<QPushButton>(*modal, "BTN_Ok").text(), QStringLiteral("Delete"));
             QVERIFY(menusDisabled());
@@ -260,7 +260,7 @@ private slots:
         shownWindow();
         for (const calc::EngineSum& sum : calc::engineSums()) {
             const std::string menu(sum.menu);
-            onModal([this, &sum](QWidget* modal) {
+            onModal([&sum](QWidget* modal) {
                 QCOMPARE(modal->windowTitle().toStdString(), std::string(sum.title));
                 QVERIFY(menusDisabled());
                 modal->close();

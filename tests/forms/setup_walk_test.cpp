@@ -189,7 +189,7 @@ private slots:
     void settingsLoadBackToTheSameControls() {
         // The sanitizers look for another kind of fault, which shows early, and take four times as
         // long.
-#ifdef __SANITIZE_ADDRESS__
+#ifdef KVO_SANITIZED
         constexpr int steps = 100;
 #else
         constexpr int steps = 500;
@@ -254,7 +254,7 @@ private slots:
     void hostileTexts() {
         QFETCH(QString, text);
         // The sanitizers take three times as long, for the same routines again and again.
-#ifdef __SANITIZE_ADDRESS__
+#ifdef KVO_SANITIZED
         constexpr qsizetype stride = 5;
 #else
         constexpr qsizetype stride = 1;

@@ -192,7 +192,7 @@ private slots:
     void theLibrary() {
         (void)library::runList().read(state().AppFolder, files());
         modal([] { (void)doors().chooseRun("Load", "Load Data File"); });
-        modal([this] { doors().showInfo(pathOf(1), "Info For : x"); },
+        modal([] { doors().showInfo(pathOf(1), "Info For : x"); },
             [this](QWidget* info) {
                 allNamed(info);
                 clickIn(info, "Command1");

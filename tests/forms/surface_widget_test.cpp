@@ -253,7 +253,7 @@ private slots:
     // The image of a surface that fills a large window is too large for what is left of the memory:
     // the picture stays away, that is told once, and it is back when there is memory again.
     void paintsNothingWithoutMemoryAndSaysSo() {
-#if !defined(Q_OS_LINUX) || defined(__SANITIZE_ADDRESS__)
+#if !defined(Q_OS_LINUX) || defined(KVO_SANITIZED)
         QSKIP("the sanitizer has memory of its own, and other systems count theirs otherwise");
 #else
         kvo::testing::ScriptedDialogs dialogs;

@@ -209,7 +209,7 @@ private slots:
 
     void saveShowsClosesAndKeeps() {
         open(32);
-        options([this] {
+        options([] {
             tick(0);
             goTo(1);
             type(magnify(4), QStringLiteral("50"));
