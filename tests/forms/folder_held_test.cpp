@@ -87,7 +87,8 @@ private slots:
             QCOMPARE(control<QLabel>(*modal, "Label_Holder").text(),
                 QStringLiteral("Another Kvo has had this folder open since 2026-11-21 09:05 "
                                "(kvo, process 4711 on pit-laptop)."));
-            QCOMPARE(control<QLabel>(*modal, "Label_Folder").text(), QDir::currentPath());
+            QCOMPARE(control<QLabel>(*modal, "Label_Folder").text(),
+                QDir::toNativeSeparators(QDir::currentPath()));
             QVERIFY(!control<QLabel>(*modal, "Label_Unreached").isVisible());
             QVERIFY(control<QPushButton>(*modal, "Show_Other").hasFocus());
             QTest::keyClick(modal, Qt::Key_Escape);

@@ -1,5 +1,6 @@
 // Import: its lists of folders and files, a batch in both modes, Cancel, and the way to it.
 #include "core/basic/byte_writer.h"
+#include "core/paths.h"
 #include "core/run_index.h"
 #include "core/run_records.h"
 #include "library/forms/import_form.h"
@@ -68,7 +69,10 @@ class ImportFormTest : public QObject {
             all << model.index(row, 0).data().toString();
         return all;
     }
-    QString disk() const { return m_place->filePath(QStringLiteral("disk")); }
+    // A folder beside the program's, as this system writes it.
+    QString disk() const {
+        return QDir::toNativeSeparators(m_place->filePath(QStringLiteral("disk")));
+    }
     void put(const QString& name, const QByteArray& content) {
         QFile file(disk() + QLatin1Char('/') + name);
         QVERIFY(file.open(QIODevice::WriteOnly));
@@ -122,7 +126,8 @@ private slots:
         m_place = std::make_unique<QTemporaryDir>();
         QVERIFY(m_place->isValid());
         QVERIFY(QDir(m_place->path()).mkpath(QStringLiteral("disk/Summer & more")));
-        m_program->state.AppFolder = m_place->filePath(QStringLiteral("kvo")).toStdString();
+        m_program->state.AppFolder =
+            typedPath(QDir::toNativeSeparators(m_place->filePath(QStringLiteral("kvo"))));
         QVERIFY(QDir(m_place->path()).mkpath(QStringLiteral("kvo/Data")));
         platform::services().files = &m_files;
         platform::services().yield = &m_yield;
@@ -171,9 +176,9 @@ private slots:
             QCOMPARE(part<QLabel>("Import_Ind").text(), QStringLiteral("2 of 2 imported"));
             QVERIFY(part<QListWidget>("Files_Dos").isEnabled());
         });
-        QCOMPARE(
-            m_written, (std::vector<std::string>{m_program->state.AppFolder + "/Data/26111500.12d",
-                           m_program->state.AppFolder + "/Data/26111500.13d"}));
+        const std::string data = core::dataFolder(m_program->state.AppFolder, m_files);
+        QCOMPARE(m_written, (std::vector<std::string>{core::joined(data, "26111500.12d", m_files),
+                                core::joined(data, "26111500.13d", m_files)}));
         QCOMPARE(onDisk().size(), std::size_t(2));
         QVERIFY(m_files.exists(m_program->state.AppFolder + "/Data/26111500.12i"));
         QCOMPARE(library::runList().rowCount(), 2);
@@ -353,7 +358,7 @@ private slots:
         open(ImportMode::dos, [&] {
             auto& folders = part<QListWidget>("Dir_Dos");
             QCOMPARE(names("Dir_Dos"), QStringList({"..", "Summer & more"}));
-            QCOMPARE(part<QLabel>("LAB_CurrentDir").text(), QDir::toNativeSeparators(disk()));
+            QCOMPARE(part<QLabel>("LAB_CurrentDir").text(), disk());
             folders.setFocus();
             QTest::keyClick(&folders, Qt::Key_Down);
             QTest::keyClick(&folders, Qt::Key_Return);
@@ -364,7 +369,7 @@ private slots:
             const QRect up = folders.visualItemRect(folders.item(0));
             QTest::mouseClick(folders.viewport(), Qt::LeftButton, {}, up.center());
             QTest::mouseDClick(folders.viewport(), Qt::LeftButton, {}, up.center());
-            QCOMPARE(part<QLabel>("LAB_CurrentDir").text(), QDir::toNativeSeparators(disk()));
+            QCOMPARE(part<QLabel>("LAB_CurrentDir").text(), disk());
             QVERIFY(names("Files_Dos").isEmpty());
             // The folder follows the drive, and the drive the folder.
             auto& drives = part<QComboBox>("Drive_Dos");
@@ -375,15 +380,18 @@ private slots:
                 QCOMPARE(part<QLabel>("LAB_CurrentDir").text(),
                     shownPath(platform_qt::drives()[row].root));
             }
+            // The way home is from another drive, where there is one.
+            if (drives.currentText() == QLatin1String("Home"))
+                QTest::keyClick(&drives, Qt::Key_End);
             const int drive = drives.currentIndex();
-            importForm().goTo(typedPath(QDir::homePath()));
+            importForm().goTo(typedPath(QDir::toNativeSeparators(QDir::homePath())));
             QCOMPARE(drives.currentText(), QStringLiteral("Home"));
             QVERIFY(drives.count() < 2 || drives.currentIndex() != drive);
             importForm().goTo(typedPath(disk()));
         });
         // The next visit begins where the last one ended.
         onModal([&](QWidget*) {
-            QCOMPARE(part<QLabel>("LAB_CurrentDir").text(), QDir::toNativeSeparators(disk()));
+            QCOMPARE(part<QLabel>("LAB_CurrentDir").text(), disk());
             press("Butten_Cancel");
         });
         importForm().importRuns(ImportMode::windows);

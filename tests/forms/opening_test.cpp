@@ -3,6 +3,7 @@
 
 #include "core/config.h"
 #include "core/forms/doors.h"
+#include "core/paths.h"
 #include "core/run_index.h"
 #include "library/run_list.h"
 #include "mainwin/main_window.h"
@@ -11,6 +12,7 @@
 #include "platform/qt/qt_settings.h"
 #include "tests/forms/support/form_test_main.h"
 #include "tests/forms/support/graph_window.h"
+#include "tests/forms/support/host_files.h"
 #include "tests/forms/support/model_run.h"
 #include "tests/forms/support/user_click.h"
 
@@ -57,6 +59,17 @@ class OpeningTest : public QObject, private testing::GraphWindow {
     Q_OBJECT
 
     std::vector<std::string> m_shown; // runs that were shown
+    std::unique_ptr<HostFiles> m_host;
+
+    // The program's folder and its runs, as this system writes their paths.
+    void store(int type, int number) {
+        GraphWindow::store(type, number);
+        state().AppFolder = hostPath("/kvo");
+    }
+    static std::string pathOf(int number) { return hostPath(GraphWindow::pathOf(number)); }
+    platform::Bytes content(const std::string& path) {
+        return files().read(memoryPath(path)).value();
+    }
 
     Paths& folders() { return program().settings.lists["folders"]; }
     Paths& runs() { return program().settings.lists["runs"]; }
@@ -76,8 +89,8 @@ class OpeningTest : public QObject, private testing::GraphWindow {
     // A run that lies on a stick, and its path.
     std::string onTheStick(int number) {
         store(32, number);
-        const std::string path = "/stick/" + pathOf(number).substr(pathOf(number).rfind('/') + 1);
-        files().put(path, files().read(pathOf(number)).value());
+        const std::string path = hostPath("/stick/" + core::baseName(pathOf(number)));
+        files().put(memoryPath(path), content(pathOf(number)));
         return path;
     }
     void expectGone(const std::string& path) {
@@ -88,6 +101,8 @@ class OpeningTest : public QObject, private testing::GraphWindow {
 private slots:
     void init() {
         begin();
+        m_host = std::make_unique<HostFiles>(files());
+        platform::services().files = m_host.get();
         m_shown.clear();
     }
     void cleanup() { QCOMPARE(end(), QString()); }
@@ -98,9 +113,9 @@ private slots:
         store(32, 1);
         QVERIFY(startPlace({}).has_value());
         QCOMPARE(startPlace({})->folder, std::string());
-        QCOMPARE(startPlace({"/kvo", false})->folder, std::string("/kvo"));
+        QCOMPARE(startPlace({"/kvo", false})->folder, hostPath("/kvo"));
         const auto run = startPlace({pathOf(1), false});
-        QCOMPARE(run->folder, std::string("/kvo"));
+        QCOMPARE(run->folder, hostPath("/kvo"));
         QCOMPARE(run->run, pathOf(1));
         const std::string stick = onTheStick(1);
         QCOMPARE(startPlace({stick, false})->folder, std::string());
@@ -111,10 +126,10 @@ private slots:
     }
 
     void aStartOnNothingIsTold() {
-        dialogs().expectBox("/none\nis not there.", 48, "Open");
+        dialogs().expectBox(hostPath("/none") + "\nis not there.", 48, "Open");
         QVERIFY(!startPlace({"/none", false}));
         files().put("/kvo/notes.txt", {1, 2, 3});
-        dialogs().expectBox("/kvo/notes.txt\nis no run of a logger.", 48, "Open");
+        dialogs().expectBox(hostPath("/kvo/notes.txt") + "\nis no run of a logger.", 48, "Open");
         QVERIFY(!startPlace({"/kvo/notes.txt", false}));
     }
 
@@ -134,32 +149,33 @@ private slots:
         QCOMPARE(startPlace({{}, false, "/usr"})->folder, std::string());
         QCOMPARE(startPlace({{}, false, here})->folder, std::string("/kvo"));
         QCOMPARE(startPlace({{}, false, here + "/./"})->folder, std::string("/kvo"));
-        QCOMPARE(startPlace({"/kvo", false, here})->folder, std::string("/kvo"));
-        files().put(here + "/Kvo.Cfg", {1}); // somebody keeps runs there
+        QCOMPARE(startPlace({"/kvo", false, here})->folder, hostPath("/kvo"));
+        files().put(memoryPath(here) + "/Kvo.Cfg", {1}); // somebody keeps runs there
         QCOMPARE(startPlace({{}, false, here})->folder, std::string());
     }
 
     void theFirstStartOffersAFolder() {
         dialogs().expectBoxTitled("Welcome to Kvo", Reply::cancel).contains =
-            "\n" + QDir::homePath().toStdString() + "/Kvo\n"; // where there are no documents
+            "\n" + hostPath(QDir::homePath().toStdString() + "/Kvo") +
+            "\n"; // where there are no documents
         QVERIFY(!startPlace({{}, true}));
         const std::string documents =
             QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation).toStdString();
-        QVERIFY(files().makeFolder(documents));
-        const std::string offered = documents + "/Kvo";
+        QVERIFY(files().makeFolder(memoryPath(documents)));
+        const std::string offered = hostPath(documents + "/Kvo");
         dialogs().expectBoxTitled("Welcome to Kvo", Reply::cancel);
         QVERIFY(!startPlace({{}, true}));
-        QVERIFY(!files().folderExists(offered));
+        QVERIFY(!m_host->folderExists(offered));
         dialogs().expectBoxTitled("Welcome to Kvo", Reply::yes).contains = offered;
         QCOMPARE(startPlace({{}, true})->folder, offered);
         core::AppConfig config;
-        QVERIFY(core::decodeConfig(files().read(offered + "/Kvo.Cfg").value(), config));
+        QVERIFY(core::decodeConfig(content(offered + "/Kvo.Cfg"), config));
         QCOMPARE(config.LoggerDataType, std::int16_t{32});
         // One that is there keeps its own setup.
-        files().put(offered + "/Kvo.Cfg", {1});
+        files().put(memoryPath(offered) + "/Kvo.Cfg", {1});
         dialogs().expectBoxTitled("Welcome to Kvo", Reply::yes);
         QVERIFY(startPlace({{}, true}));
-        QCOMPARE(files().read(offered + "/Kvo.Cfg").value(), platform::Bytes{1});
+        QCOMPARE(content(offered + "/Kvo.Cfg"), platform::Bytes{1});
         dialogs().expectBoxTitled("Welcome to Kvo", Reply::no);
         dialogs().expectFolder("/elsewhere");
         QCOMPARE(startPlace({{}, true})->folder, std::string("/elsewhere"));
@@ -202,25 +218,24 @@ private slots:
         openPath(pathOf(1));
         QCOMPARE(m_shown, Paths{pathOf(1)});
         QCOMPARE(library::runList().chosen().FileName,
-            pathOf(1).substr(pathOf(1).rfind('/') + 1)); // back and forward go on from it
+            core::baseName(pathOf(1))); // back and forward go on from it
     }
 
     void aRunFromElsewhereIsOfferedForImport() {
         scriptShowing();
         const std::string stick = onTheStick(1);
-        const std::string question = stick.substr(stick.rfind('/') + 1) +
+        const std::string question = core::baseName(stick) +
                                      "\nlies in another folder. Do you want to import it into this "
                                      "one?";
         dialogs().expectBox(question, 4 + 32, "Open", Reply::no);
         openPath(stick);
         QVERIFY(m_shown.empty());
         dialogs().expectBox(question, 4 + 32, "Open", Reply::yes);
-        dialogs().expectBoxTitled(
-            "File Date for [ " + stick.substr(stick.rfind('/') + 1) + " ]", Reply::yes);
+        dialogs().expectBoxTitled("File Date for [ " + core::baseName(stick) + " ]", Reply::yes);
         openPath(stick);
         QCOMPARE(m_shown.size(), std::size_t(1));
-        QVERIFY(m_shown[0].starts_with("/kvo/Data/"));
-        QCOMPARE(files().read(m_shown[0]), files().read(stick));
+        QVERIFY(m_shown[0].starts_with(hostPath("/kvo/Data") + m_host->separator()));
+        QCOMPARE(content(m_shown[0]), content(stick));
     }
 
     void whoLooksOnlyImportsNothing() {
@@ -235,9 +250,9 @@ private slots:
     void whatIsNoRunIsTold() {
         scriptShowing();
         files().put("/kvo/notes.txt", {1});
-        dialogs().expectBox("/kvo/notes.txt\nis no run of a logger.", 48, "Open");
+        dialogs().expectBox(hostPath("/kvo/notes.txt") + "\nis no run of a logger.", 48, "Open");
         openPath("/kvo/notes.txt");
-        dialogs().expectBox("/none\nis not there.", 48, "Open");
+        dialogs().expectBox(hostPath("/none") + "\nis not there.", 48, "Open");
         openPath("/none");
     }
 
@@ -267,10 +282,11 @@ private slots:
         auto& graph = open(32);
         Paths opened;
         doors().openPath = [&opened](const std::string& path) { opened.push_back(path); };
-        QVERIFY(dropOn(graph, {file("/r\xC3\xA4"
-                                    "d/x.12d")}));
-        QCOMPARE(opened, Paths{"/r\xC3\xA4"
-                               "d/x.12d"});
+        const std::string other = hostPath("/r\xC3\xA4"
+                                           "d/x.12d");
+        QVERIFY(dropOn(graph, {file(other)}));
+        QCOMPARE(opened.size(), std::size_t(1));
+        QCOMPARE(memoryPath(opened.front()), memoryPath(other));
         QVERIFY(!dropOn(graph, {QUrl(QStringLiteral("https://example.org/x.12d"))}));
         QVERIFY(!dropOn(graph, {}));
         QCOMPARE(opened.size(), std::size_t(1));
@@ -296,17 +312,18 @@ private slots:
         QVERIFY(files().makeFolder("/kvo"));
         QVERIFY(files().makeFolder("/other"));
         mainWindow();
-        dialogs().expectBox("/kvo\nis the folder that is open.", 48, "Open");
+        dialogs().expectBox(hostPath("/kvo") + "\nis the folder that is open.", 48, "Open");
         openFolder("/kvo");
         program().startsAnew = false;
-        dialogs().expectBox("Kvo could not be started in\n/other", 48, "Open");
+        dialogs().expectBox("Kvo could not be started in\n" + hostPath("/other"), 48, "Open");
         openFolder("/other");
         QVERIFY(platform_qt::form<VrnWin32>().isVisible());
         program().startsAnew = true;
         dialogs().expectFolder("/other");
         QTest::keyClick(
             &platform_qt::form<VrnWin32>(), Qt::Key_O, Qt::ControlModifier | Qt::ShiftModifier);
-        QCOMPARE(program().startedAnew, (std::vector<Paths>{{"/other"}, {"/other"}}));
+        QCOMPARE(program().startedAnew,
+            (std::vector<Paths>{{hostPath("/other")}, {hostPath("/other")}}));
         QVERIFY(!platform_qt::form<VrnWin32>().isVisible());
     }
 
@@ -319,7 +336,7 @@ private slots:
         forms::openDoors();
         command("Resolution(8)").trigger();
         openPath("/other");
-        QCOMPARE(program().startedAnew, std::vector<Paths>{{"/other"}});
+        QCOMPARE(program().startedAnew, std::vector<Paths>{{hostPath("/other")}});
         QVERIFY(!platform_qt::isLoaded<DataGraph>());
         QCOMPARE(savedConfig().G_Res, std::uint8_t{8});
     }
@@ -360,14 +377,14 @@ private slots:
         mainCommand("Mnu_RecentRun(1)").trigger();
         QCOMPARE(runs(), Paths{pathOf(1)});
         mainCommand("Mnu_RecentFolder(0)").trigger();
-        QCOMPARE(program().startedAnew, std::vector<Paths>{{"/one & two"}});
+        QCOMPARE(program().startedAnew, std::vector<Paths>{{hostPath("/one & two")}});
     }
 
     void aRunOfAnotherFolderStartsThere() {
         scriptShowing();
         store(32, 1);
-        const std::string other = "/other/Data/26111514.52d";
-        files().put(other, files().read(pathOf(1)).value());
+        const std::string other = hostPath("/other/Data/26111514.52d");
+        files().put(memoryPath(other), content(pathOf(1)));
         mainWindow();
         openRecentRun(other);
         QCOMPARE(program().startedAnew, std::vector<Paths>{{other}});
@@ -379,7 +396,7 @@ private slots:
         store(32, 1);
         store(32, 2);
         rememberFolder();
-        QCOMPARE(folders(), Paths{"/kvo"});
+        QCOMPARE(folders(), Paths{hostPath("/kvo")});
         openByChooser(taking(1));
         QCOMPARE(runs(), Paths{pathOf(1)});
         command("GraphChange(0)").isEnabled() ? command("GraphChange(0)").trigger()
