@@ -304,7 +304,7 @@ form_test() {
             grep -vxF "$skipped")
         [ ${#functions[@]} -gt 0 ] || return 1
     fi
-    timeout 120 tests/windows/under_wine "$app/tests/form_tests.exe" "$name" "${functions[@]}" \
+    timeout 600 tests/windows/under_wine "$app/tests/form_tests.exe" "$name" "${functions[@]}" \
         -platform "$offscreen" -o "$scratch/form.$name,txt" >"$scratch/form.$name.out" 2>&1
 }
 

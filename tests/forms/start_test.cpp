@@ -7,6 +7,7 @@
 #include "mainwin/splash.h"
 #include "mainwin/start.h"
 #include "platform/qt/application.h"
+#include "platform/qt/text.h"
 #include "tests/forms/support/form_test_main.h"
 #include "tests/forms/support/test_program.h"
 #include "tests/forms/support/user_click.h"
@@ -84,7 +85,8 @@ private slots:
         QVERIFY(form<VrnWin32>().isVisible());
         QCOMPARE(m_program->files.writes(), 0); // a start never writes
         QCOMPARE(m_program->settings.lists["folders"],
-            std::vector<std::string>{QDir(m_folder.path()).canonicalPath().toStdString()});
+            std::vector<std::string>{
+                typedPath(QDir::toNativeSeparators(QDir(m_folder.path()).canonicalPath()))});
     }
 
     void leftoversOfAKilledWriteAreClearedAway() {
