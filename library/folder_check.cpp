@@ -14,6 +14,7 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <map>
 #include <optional>
 #include <set>
 
@@ -98,9 +99,20 @@ public:
     }
 
 private:
+    // A folder that is there and does not tell its files has more than none.
+    bool canBeListed(const std::string& folder, const std::string& path) {
+        if (m_files.folders(path)) return true;
+        const auto entered = m_files.enterable(path);
+        if (entered.failure == platform::FileFailure::noSuchPath) return false;
+        m_found.damaged.push_back(
+            {folder, entered ? "Its files cannot be listed." : entered.message});
+        return false;
+    }
+
     void checkFiles(const std::string& folder) {
         const std::string path =
             folder.empty() ? m_appFolder : core::joined(m_appFolder, folder, m_files);
+        if (!canBeListed(folder, path)) return;
         for (const std::string& name : m_files.list(path)) {
             const std::string shown = folder.empty() ? name : core::joined(folder, name, m_files);
             if (core::isWriteLeftover(name)) {
@@ -112,20 +124,31 @@ private:
             std::string reason =
                 content ? damageOf(folder, name, *content.content) : content.message;
             if (!reason.empty()) m_found.damaged.push_back({shown, std::move(reason)});
-            if (folder == "Data" && endsAs(name, 'd')) m_runs.insert(core::upperCased(name));
+            if (folder == "Data" && endsAs(name, 'd')) m_runs[core::upperCased(name)] = name;
+            if (folder == "Data" && endsAs(name, 'i') && content)
+                noteFewTexts(shown, content.content->size());
         }
+    }
+
+    // The older program's notes may end early; a cut between two texts looks like that too.
+    void noteFewTexts(const std::string& shown, std::size_t bytes) {
+        const std::size_t texts = (bytes + infoRecord - 1) / infoRecord;
+        if (texts == 0 || texts >= infoRecords) return;
+        m_found.notes.push_back({shown,
+            "It has " + std::to_string(texts) + " of " + std::to_string(infoRecords) + " texts."});
     }
 
     void checkList() {
         const std::string path = core::indexPath(m_appFolder, m_files);
-        const auto content = m_files.read(path);
+        const auto content = m_files.readOrReason(path);
         if (!content) {
-            if (!m_runs.empty()) m_found.notes.push_back({"Data", "There is no list of the runs."});
+            if (!m_runs.empty() && content.failure == platform::FileFailure::notFound)
+                m_found.notes.push_back({"Data", "There is no list of the runs."});
             return;
         }
         const std::string index = core::joined("Data", core::baseName(path), m_files);
         std::set<std::string> listed;
-        for (const core::RunIndexEntry& row : core::runIndexOf(*content)) {
+        for (const core::RunIndexEntry& row : core::runIndexOf(*content.content)) {
             const std::string run = dataFilePath(m_appFolder, row.FileName, m_files);
             const std::string name = core::baseName(run);
             listed.insert(core::upperCased(name));
@@ -137,8 +160,8 @@ private:
                     {core::joined("Data", name, m_files), "It is in the list, and not there."});
             }
         }
-        for (const std::string& run : m_runs)
-            if (!listed.contains(run))
+        for (const auto& [upper, run] : m_runs)
+            if (!listed.contains(upper))
                 m_found.notes.push_back(
                     {core::joined("Data", run, m_files), "It is not in the list."});
     }
@@ -146,7 +169,7 @@ private:
     const std::string& m_appFolder;
     const platform::Files& m_files;
     FolderFindings m_found;
-    std::set<std::string> m_runs; // in capitals
+    std::map<std::string, std::string> m_runs; // names by their capitals
 };
 
 } // namespace

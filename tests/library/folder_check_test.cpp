@@ -63,6 +63,40 @@ TEST_F(FolderCheck, AFolderInOrderHasNoFindings) {
     EXPECT_EQ(files.writes(), before);
 }
 
+TEST_F(FolderCheck, AFolderThatDoesNotTellItsFilesIsNamed) {
+    files.failReads("/kvo/Data", MemoryFiles::Failure::notPermitted);
+    EXPECT_EQ(damaged(), "Data");
+    EXPECT_TRUE(check().notes.empty());
+}
+
+TEST_F(FolderCheck, AFolderWithoutBackupOrDataHasNoFindings) {
+    MemoryFiles fresh;
+    EXPECT_TRUE(fresh.makeFolder("/kvo"));
+    const FolderFindings found = checkFolder("/kvo", fresh);
+    EXPECT_TRUE(found.damaged.empty());
+    EXPECT_TRUE(found.notes.empty());
+}
+
+TEST_F(FolderCheck, AFileInTheFoldersPlaceIsNamed) {
+    MemoryFiles fresh;
+    EXPECT_TRUE(fresh.makeFolder("/kvo"));
+    fresh.put("/kvo/Data", {1});
+    const FolderFindings found = checkFolder("/kvo", fresh);
+    ASSERT_EQ(found.damaged.size(), 1U);
+    EXPECT_EQ(found.damaged[0].file, "Data");
+}
+
+TEST_F(FolderCheck, NotesThatEndEarlyAreNoted) {
+    files.put(infoPath, platform::Bytes(700));
+    const FolderFindings found = check();
+    EXPECT_TRUE(found.damaged.empty());
+    ASSERT_EQ(found.notes.size(), 1U);
+    EXPECT_EQ(found.notes[0].file, "Data/26111514.52i");
+    EXPECT_EQ(found.notes[0].reason, "It has 2 of 61 texts.");
+    files.put(infoPath, platform::Bytes(61 * 400 - 300));
+    EXPECT_TRUE(check().notes.empty());
+}
+
 TEST_F(FolderCheck, ARunThatIsCutIsNamed) {
     platform::Bytes bytes = content(runPath);
     // Without its tail block, as an import writes it, a run is whole.
@@ -143,7 +177,7 @@ TEST_F(FolderCheck, TheOtherFilesAreKnownByTheirLengths) {
 TEST_F(FolderCheck, TheListAndTheRunsAreCompared) {
     files.put("/kvo/Data/26111514.53d", content(runPath));
     EXPECT_EQ(
-        check().notes, (std::vector<FileFinding>{{"Data/26111514.53D", "It is not in the list."}}));
+        check().notes, (std::vector<FileFinding>{{"Data/26111514.53d", "It is not in the list."}}));
     EXPECT_TRUE(check().damaged.empty());
     EXPECT_TRUE(files.remove(runPath));
     EXPECT_EQ(damaged(), "Data/26111514.52d");
