@@ -16,6 +16,12 @@ std::string folderAround(const std::string& path) {
     return end == std::string::npos ? std::string() : path.substr(0, end);
 }
 
+// The last name counts in any case, as the files of a folder from another system have it.
+bool isSameFolder(const std::string& a, const std::string& b) {
+    return a == b || (folderAround(a) == folderAround(b) &&
+                         upperCased(baseName(a)) == upperCased(baseName(b)));
+}
+
 bool isRun(const platform::Bytes& content) {
     const auto line = decodeHeaderLine(runRecord(content, 1));
     return line && dataTypeFacts(typeInFront(*line)) != nullptr;
@@ -24,13 +30,13 @@ bool isRun(const platform::Bytes& content) {
 } // namespace
 
 OpenedThing thingAt(
-    const std::string& path, const std::string& appFolder, const platform::Files& files) {
+    const std::string& path, const std::string& ownData, const platform::Files& files) {
     if (files.folderExists(path)) return OpenedThing::folder;
     const auto content = files.readOrReason(path);
     if (!content && content.failure == platform::FileFailure::notFound) return OpenedThing::nothing;
     if (!content || !isRun(*content.content)) return OpenedThing::noRun;
-    const bool own = folderAround(path) == dataFolder(appFolder, files);
-    return own ? OpenedThing::ownRun : OpenedThing::runElsewhere;
+    return isSameFolder(folderAround(path), ownData) ? OpenedThing::ownRun
+                                                     : OpenedThing::runElsewhere;
 }
 
 std::string folderOfRun(const std::string& path) {

@@ -17,9 +17,10 @@ enum class OpenedThing {
     runElsewhere, // a run that lies anywhere else
     noRun         // a file that is no run
 };
-// Both paths are whole and without links, so that they can be compared.
+// Both paths are whole and without links, so that they can be compared; `ownData` is the folder of
+// the program's runs.
 OpenedThing thingAt(
-    const std::string& path, const std::string& appFolder, const platform::Files& files);
+    const std::string& path, const std::string& ownData, const platform::Files& files);
 
 // The program's folder around a run: what its Data folder, in whatever case, lies in; empty where
 // the run lies in no such folder.

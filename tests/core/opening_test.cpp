@@ -28,15 +28,22 @@ struct Opening : ::testing::Test {
 };
 
 TEST_F(Opening, APathNamesAFolderARunOrNothing) {
-    EXPECT_EQ(thingAt("/kvo", "/kvo", files), OpenedThing::folder);
-    EXPECT_EQ(thingAt("/kvo/Data/26111514.52d", "/kvo", files), OpenedThing::ownRun);
-    EXPECT_EQ(thingAt("/kvo/Data/26111514.52d", "/other", files), OpenedThing::runElsewhere);
-    EXPECT_EQ(thingAt("/stick/26111514.52d", "/kvo", files), OpenedThing::runElsewhere);
-    EXPECT_EQ(thingAt("/kvo/Kvo.Cfg", "/kvo", files), OpenedThing::noRun);
-    EXPECT_EQ(thingAt("/kvo/Data/99.txt", "/kvo", files), OpenedThing::noRun);
-    EXPECT_EQ(thingAt("/kvo/Data/none.52d", "/kvo", files), OpenedThing::nothing);
+    EXPECT_EQ(thingAt("/kvo", "/kvo/Data", files), OpenedThing::folder);
+    EXPECT_EQ(thingAt("/kvo/Data/26111514.52d", "/kvo/Data", files), OpenedThing::ownRun);
+    EXPECT_EQ(thingAt("/kvo/Data/26111514.52d", "/other/Data", files), OpenedThing::runElsewhere);
+    EXPECT_EQ(thingAt("/stick/26111514.52d", "/kvo/Data", files), OpenedThing::runElsewhere);
+    EXPECT_EQ(thingAt("/kvo/Kvo.Cfg", "/kvo/Data", files), OpenedThing::noRun);
+    EXPECT_EQ(thingAt("/kvo/Data/99.txt", "/kvo/Data", files), OpenedThing::noRun);
+    EXPECT_EQ(thingAt("/kvo/Data/none.52d", "/kvo/Data", files), OpenedThing::nothing);
     files.failReads("/stick", testing::MemoryFiles::Failure::notPermitted);
-    EXPECT_EQ(thingAt("/stick/26111514.52d", "/kvo", files), OpenedThing::noRun);
+    EXPECT_EQ(thingAt("/stick/26111514.52d", "/kvo/Data", files), OpenedThing::noRun);
+}
+
+TEST_F(Opening, TheFolderOfTheRunsCountsInAnyCase) {
+    files.put("/kvo/DATA/26111514.53d", runOf("32 VRN35 Date:x#"));
+    files.put("/KVO/Data/26111514.54d", runOf("32 VRN35 Date:x#"));
+    EXPECT_EQ(thingAt("/kvo/DATA/26111514.53d", "/kvo/Data", files), OpenedThing::ownRun);
+    EXPECT_EQ(thingAt("/KVO/Data/26111514.54d", "/kvo/Data", files), OpenedThing::runElsewhere);
 }
 
 TEST_F(Opening, ARunBelongsToTheFolderAroundItsData) {

@@ -21,6 +21,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
 #include <map>
 #include <memory>
 #include <string>
@@ -95,11 +96,14 @@ struct KvoCli : ::testing::Test {
 } // namespace
 
 TEST_F(KvoCli, MisuseIsToldAndLeavesNothing) {
-    for (const char* words : {"", "dance", "list a b", "info", "export --csv", "export x",
-             "export --csv --png x", "export --png --size 10x10 x",
-             "export --png --size 9000x500 x", "export --csv --decimal x x",
-             "export --csv --decimal , --separator , x", "export --csv --from soon x", "list --csv",
-             "import", "import --date never x", "simulate --type 99"}) {
+    for (const char* words :
+        {"", "dance", "list a b", "info", "export --csv", "export x", "export --csv --png x",
+            "export --png --size 10x10 x", "export --png --size 9000x500 x",
+            "export --csv --decimal x x", "export --csv --decimal , --separator , x",
+            "export --csv --from soon x", "export --csv --from '' x", "export --csv --overlay x x",
+            "export --csv --white x", "export --csv --size 900x500 x", "export --png --from 1 x",
+            "export --pdf --to 1 x", "export --svg --decimal , x", "export --png --separator , x",
+            "list --csv", "import", "import --date never x", "simulate --type 99"}) {
         const Outcome outcome = run(words);
         EXPECT_EQ(outcome.code, 2) << words;
         EXPECT_EQ(outcome.out, "") << words;
@@ -135,6 +139,17 @@ TEST_F(KvoCli, ListTellsTheRunsInTheirOrder) {
     EXPECT_EQ(run("list /no/such").code, 1);
 }
 
+TEST_F(KvoCli, AFolderOfRunsThatCannotBeReadIsTold) {
+    const std::string data = runs + "/Data";
+    std::filesystem::rename(data, runs + "/elsewhere");
+    std::ofstream(data) << "no folder";
+    for (const char* command : {"list ", "check "}) {
+        const Outcome outcome = run(command + quoted(runs));
+        EXPECT_EQ(outcome.code, 1) << command;
+        EXPECT_NE((outcome.out + outcome.err).find("Data"), std::string::npos) << command;
+    }
+}
+
 TEST_F(KvoCli, InfoAndStatsTellWhatTheWindowsShow) {
     const Outcome info = runOn("info");
     EXPECT_EQ(info.code, 0) << info.err;
@@ -143,6 +158,8 @@ TEST_F(KvoCli, InfoAndStatsTellWhatTheWindowsShow) {
     EXPECT_EQ(told["file"], path);
     EXPECT_GT(told["samples"], 1000);
     EXPECT_TRUE(told["times"].contains("elapsed"));
+    EXPECT_TRUE(told["setup"].is_array());
+    EXPECT_EQ(info.err, "");
     // A name of the list is enough where the folder is told.
     EXPECT_EQ(run("info --folder " + quoted(runs) + " " + first).out, info.out);
     const json stats = json::parse(runOn("stats", "--json").out);
@@ -181,6 +198,26 @@ TEST_F(KvoCli, NothingIsReplacedUnasked) {
     EXPECT_EQ(runOn("export", "--csv --replace -o " + quoted(path)).code, 1);
     EXPECT_EQ(text(path), before);
     EXPECT_EQ(runOn("export", "--csv -o /no/such/x.csv").code, 1);
+}
+
+TEST_F(KvoCli, NoExportTakesThePlaceOfARun) {
+    const std::string second = json::parse(run("list --json " + quoted(runs)).out).at(1)["file"];
+    const std::string other = runs + "/Data/" + second;
+    const std::string before = text(other);
+    const Outcome outcome = runOn("export", "--csv --replace -o " + quoted(other));
+    EXPECT_EQ(outcome.code, 1);
+    EXPECT_NE(outcome.err.find("is a run"), std::string::npos) << outcome.err;
+    EXPECT_EQ(text(other), before);
+}
+
+TEST_F(KvoCli, OfARunThatIsCutShortItIsSaid) {
+    std::filesystem::resize_file(path, 20000);
+    for (const char* command : {"info", "stats", "export --csv -o -"}) {
+        const Outcome outcome = runOn(command);
+        EXPECT_EQ(outcome.code, 0) << command;
+        EXPECT_NE(outcome.err.find("It is cut short: 20000 bytes"), std::string::npos)
+            << command << outcome.err;
+    }
 }
 
 TEST_F(KvoCli, WhatIsLookedAtStaysAsItIs) {
@@ -299,6 +336,15 @@ TEST_F(KvoCli, PicturesNeedNoDisplay) {
     const auto before = everything();
     EXPECT_EQ(runOn("export", "--png").code, 0);
     EXPECT_EQ(everything(), before);
+}
+
+// The window keeps how far it is enlarged; a picture has no bars to scroll with.
+TEST_F(KvoCli, APictureShowsTheWholeRun) {
+    const std::string whole = runOn("export", "--png --size 800x500 -o -").out;
+    core::AppConfig config = core::defaultConfig();
+    config.ScaleCustom = 2;
+    ASSERT_TRUE(core::SaveConfig(runs, config, files));
+    EXPECT_EQ(runOn("export", "--png --size 800x500 -o -").out, whole);
 }
 #endif
 

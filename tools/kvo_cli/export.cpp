@@ -1,5 +1,6 @@
 // export: a run as a table or as a picture, the same bytes that the graph window exports.
 #include "core/basic/numbers.h"
+#include "core/opening.h"
 #include "core/paths.h"
 #include "core/records.h"
 #include "graph/export_csv.h"
@@ -71,10 +72,21 @@ void takeLook(const command_line::Arguments& arguments, ExportWish& wish) {
     wish.look.separator = between.front();
 }
 
-void takeSeconds(const std::string& text, std::optional<double>& seconds, ExportWish& wish) {
-    if (text.empty()) return;
+void takeSeconds(const command_line::Arguments& arguments, const char* option,
+    std::optional<double>& seconds, ExportWish& wish) {
+    if (!arguments.has(option)) return;
+    const std::string text = optionOf(arguments, option);
     seconds = core::strictNumber(text);
     if (!seconds) wish.wrong = text + " is no number of seconds";
+}
+
+// An option that does nothing is a mistake of who has written it.
+void refuseUseless(const command_line::Arguments& arguments, ExportWish& wish) {
+    const bool table = &wish.kind->form == &graph::csvForm;
+    for (const char* option : {"--overlay", "--size", "--white"})
+        if (table && arguments.has(option)) wish.wrong = std::string(option) + " is for pictures";
+    for (const char* option : {"--from", "--to", "--decimal", "--separator"})
+        if (!table && arguments.has(option)) wish.wrong = std::string(option) + " is for a table";
 }
 
 ExportWish wishOf(const command_line::Arguments& arguments) {
@@ -86,9 +98,10 @@ ExportWish wishOf(const command_line::Arguments& arguments) {
     }
     if (wish.kind == nullptr) wish.wrong = "--csv, --png, --svg or --pdf is missing";
     takeLook(arguments, wish);
-    takeSeconds(optionOf(arguments, "--from"), wish.fromSeconds, wish);
-    takeSeconds(optionOf(arguments, "--to"), wish.toSeconds, wish);
+    takeSeconds(arguments, "--from", wish.fromSeconds, wish);
+    takeSeconds(arguments, "--to", wish.toSeconds, wish);
     if (arguments.has("--size")) takeSize(arguments.options.at("--size"), wish);
+    if (wish.kind != nullptr) refuseUseless(arguments, wish);
     return wish;
 }
 
@@ -152,6 +165,9 @@ int writeOut(const std::string& path, const platform::Bytes& content, const RunP
     if (target == at.run || target == at.info) return fail(target + " is the run itself");
     if (disk.exists(target) && !replace)
         return fail(target + " is there already; --replace takes its place");
+    const core::OpenedThing thing = core::thingAt(target, {}, disk);
+    if (thing == core::OpenedThing::ownRun || thing == core::OpenedThing::runElsewhere)
+        return fail(target + " is a run, which no export takes the place of");
     const auto written = disk.write(target, content);
     return written ? done : fail(written.message);
 }

@@ -4,6 +4,7 @@
 #include "core/paths.h"
 #include "core/shared_state.h"
 #include "graph/forms/data_graph.h"
+#include "graph/layout.h"
 #include "platform/qt/application.h"
 #include "platform/qt/form_kit.h"
 #include "platform/services.h"
@@ -78,6 +79,7 @@ std::optional<platform::Bytes> drawPicture(
     platform::services().files = &look;
     platform::services().dialogs = &dialogs;
     core::state().Config = config;
+    core::state().Config.ScaleCustom = graph::scaleFull; // of the whole run, for nobody scrolls
     core::state().AppFolder = task.run.folder;
     auto picture = drawInWindow(task);
     platform_qt::unloadAllForms();

@@ -5,6 +5,7 @@
 #include "core/paths.h"
 #include "core/run_file.h"
 #include "core/run_info.h"
+#include "library/folder_check.h"
 #include "platform/system_path.h"
 #include "tools/kvo_cli/cli.h"
 
@@ -53,12 +54,18 @@ core::AppConfig configOf(const std::string& folder, const platform::Files& files
 
 std::unique_ptr<core::OpenRun> openRun(const RunPlace& place, platform::Files& look) {
     auto run = std::make_unique<core::OpenRun>();
-    if (const auto content = look.readOrReason(place.run); !content) {
+    const auto content = look.readOrReason(place.run);
+    if (!content) {
         fail(content.message);
         return nullptr;
     }
     const core::LoadOutcome outcome = core::LoadRun(place.run, *run, look);
-    if (outcome) return run;
+    if (outcome) {
+        // It is told of all the same, as the graph shows it: what is missing counts as 0.
+        if (const std::string damage = library::runDamage(*content.content); !damage.empty())
+            fail(place.run + ": " + damage);
+        return run;
+    }
     fail(core::loadMessage(outcome.result, place.run).text);
     return nullptr;
 }

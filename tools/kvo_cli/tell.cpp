@@ -74,9 +74,10 @@ Json settingsOf(const core::RunHeader& header) {
 }
 
 void tellJson(const RunPlace& place, const core::OpenRun& run, const core::RunInfo& info) {
-    Json setup = Json::object();
+    Json setup = Json::array(); // two lines may have one name
     for (const core::VehicleSetupLine& line : info.setup)
-        if (!core::rightTrimmed(line.Name).empty()) setup[utf8(line.Name)] = utf8(line.Value);
+        if (!core::rightTrimmed(line.Name).empty())
+            setup.push_back({{"name", utf8(line.Name)}, {"value", utf8(line.Value)}});
     Json analogs = Json::array();
     for (const std::string& name : run.image.setup.AnalogName)
         analogs.push_back(utf8(name.substr(0, name.find('\0'))));
@@ -137,9 +138,13 @@ int listRuns(const Command&, const command_line::Arguments& arguments, const Pla
     if (auto there = place.look.enterable(folder); !there) return fail(there.message);
     const auto index = place.look.readOrReason(core::indexPath(folder, place.look));
     if (!index && index.failure != platform::FileFailure::notFound) return fail(index.message);
+    const std::string data = core::dataFolder(folder, place.look);
+    const auto entered = place.look.enterable(data);
+    if (!entered && entered.failure != platform::FileFailure::noSuchPath)
+        return fail(entered.message);
+    if (entered && !place.look.folders(data)) return fail(data + " cannot be listed");
     std::set<std::string> there;
-    for (const std::string& name : place.look.list(core::dataFolder(folder, place.look)))
-        there.insert(core::upperCased(name));
+    for (const std::string& name : place.look.list(data)) there.insert(core::upperCased(name));
     Json json = Json::array();
     std::string text;
     for (const core::RunIndexEntry& row :
