@@ -178,7 +178,7 @@ void Info::makeLayout() {
 void Info::editRun(const std::string& runPath, const std::string& caption) {
     m_infoNamesOnly = false;
     m_runPath = runPath;
-    setWindowTitle(shown(caption));
+    setWindowTitle(shown(caption) + QLatin1String(core::state().titleMark()));
     Form_Load();
     showModal(*this);
 }
@@ -200,6 +200,7 @@ void Info::Form_Load() {
              static_cast<QWidget*>(Save_Info), m_runControls})
         part->setVisible(!m_infoNamesOnly);
     But_SaveInfoNames->setVisible(m_infoNamesOnly);
+    Save_Info->setEnabled(!core::state().LookOnly);
     showFrame1(m_infoNamesOnly);
     const int most = m_infoNamesOnly ? defaultLetters : recordLetters;
     for (int i = InfoText.first; i <= InfoText.last; ++i) {

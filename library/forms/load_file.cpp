@@ -67,7 +67,9 @@ void LoadFile::makeList() {
     Files_List->setAccessibleName(QStringLiteral("Runs"));
     Files_List->setAlternatingRowColors(true);
     Files_List->setToolTip(
-        QStringLiteral("Type to find a run. Right button or F2 changes its description."));
+        core::state().LookOnly
+            ? QStringLiteral("Type to find a run.")
+            : QStringLiteral("Type to find a run. Right button or F2 changes its description."));
     Files_List->setMinimumSize(Files_List->fontMetrics().averageCharWidth() * 94, 220);
     Files_List->installEventFilter(this);
     Files_List->viewport()->installEventFilter(this);
@@ -306,7 +308,7 @@ void LoadFile::DeleteFile() {
 
 void LoadFile::editDescription() {
     const std::string description = runList().chosen().Description;
-    if (description.empty()) return;
+    if (description.empty() || core::state().LookOnly) return;
     const std::string answer = platform::services().dialogs->inputBox(
         "Enter the new file description for.\n\n" + platform::fromFile(description) +
             "\n\nRun Number     Description",

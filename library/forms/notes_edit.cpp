@@ -55,6 +55,7 @@ std::string NotesEdit::fileText() const {
 }
 
 void NotesEdit::insertLetters(QString letters) {
+    if (isReadOnly()) return;
     letters = shown(typed(withFileLineEnds(std::move(letters))));
     const int kept = bytesOf(document()->toRawText()) - bytesOf(textCursor().selectedText());
     const int room = m_most - kept;

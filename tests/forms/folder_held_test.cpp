@@ -18,6 +18,7 @@
 #include <QDir>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTemporaryDir>
 #include <QTimer>
@@ -112,8 +113,9 @@ private slots:
     void showingTheOtherWindowEndsThisStart() {
         m_program->folderLock.holders = {holder()};
         press("Show_Other");
-        QVERIFY(!forms::startProgram());
+        QVERIFY(!forms::startProgram("/runs/Data/26111514.52d"));
         QCOMPARE(m_program->showRequests.asked, std::vector<std::int64_t>{4711});
+        QCOMPARE(m_program->showRequests.askedRun, std::string("/runs/Data/26111514.52d"));
         QVERIFY(!isLoaded<VrnWin32>());
     }
 
@@ -143,8 +145,17 @@ private slots:
         QVERIFY(forms::startProgram());
         auto& window = form<VrnWin32>();
         window.showMinimized();
-        m_program->showRequests.ask();
+        m_program->showRequests.ask({});
         QVERIFY(!window.isMinimized());
+    }
+
+    void whoIsAskedForARunOpensIt() {
+        shortenSplash();
+        QVERIFY(forms::startProgram());
+        m_program->dialogs.expectBoxTitled("Open").contains = "is not there.";
+        const std::size_t boxes = m_program->dialogs.titles().size();
+        m_program->showRequests.ask(inFolder("Data/26111514.52d"));
+        QTRY_COMPARE(m_program->dialogs.titles().size(), boxes + 1);
     }
 
     void lookingDisablesEveryCommandThatWrites() {
@@ -202,8 +213,20 @@ private slots:
         rows.setCurrentIndex(rows.model()->index(0, 0));
         QCOMPARE(control<QLineEdit>(chooser, "Discription").text(), QStringLiteral("Final"));
         QVERIFY(!control<QPushButton>(chooser, "BTN_Edit").isEnabled());
+        QTest::keyClick(&rows, Qt::Key_F2); // asks nothing
+        QVERIFY(!rows.toolTip().contains("F2"));
         forms::Info& info = form<forms::Info>();
         for (const auto* box : info.findChildren<QLineEdit*>()) QVERIFY(box->isReadOnly());
+        onModal([&info](QWidget*) {
+            QVERIFY(info.windowTitle().endsWith("- looking only"));
+            auto& notes = control<QPlainTextEdit>(info, "Info_Text");
+            QTest::keyClicks(&notes, "fast");
+            QTest::keyClick(&notes, Qt::Key_Return);
+            QCOMPARE(notes.toPlainText(), QString());
+            QVERIFY(!control<QPushButton>(info, "Save_Info").isEnabled());
+            info.close(); // nothing has changed, and nothing is asked
+        });
+        info.editRun(inFolder("Data/26112109.05d"), "Info For : x");
     }
 };
 
