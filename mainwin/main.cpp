@@ -76,7 +76,7 @@ bool start(const command_line::Arguments& arguments) {
             platform_qt::typedPath(QCoreApplication::applicationDirPath())});
     if (!place) return false;
     if (!place->folder.empty()) platform_qt::changeFolder(place->folder);
-    if (!forms::startProgram()) return false;
+    if (!forms::startProgram(place->run)) return false;
     if (!place->run.empty()) forms::openSoon(place->run);
     return true;
 }

@@ -32,7 +32,7 @@ VrnWin32::VrnWin32() {
     makeCommands();
     makeInner();
     Form_Load();
-    takeFileDrops(*this, openPath);
+    takeFileDrops(*this, openDropped);
 }
 
 void VrnWin32::makeInner() {
@@ -283,6 +283,10 @@ void loadLogo() {
 
 void EnableMainMenus(bool on) {
     if (isLoaded<VrnWin32>()) form<VrnWin32>().enableMenus(on);
+}
+
+bool mainMenusEnabled() {
+    return !isLoaded<VrnWin32>() || form<VrnWin32>().commands().toolbar().isEnabled();
 }
 
 } // namespace kvo::forms

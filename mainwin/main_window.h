@@ -79,6 +79,8 @@ private:
 // Switches the main menus and the toolbar; every modal command wraps its work in it. Without a main
 // window it does nothing.
 void EnableMainMenus(bool on);
+// Whether no command of it is at work; so too without a main window.
+bool mainMenusEnabled();
 
 // Reads the configuration anew; true where it was read whole. A file of no use is told, and leads
 // into the setup form.

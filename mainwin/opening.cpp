@@ -9,6 +9,7 @@
 #include "core/shared_state.h"
 #include "library/import.h"
 #include "library/run_list.h"
+#include "mainwin/main_window.h"
 #include "platform/qt/application.h"
 #include "platform/qt/text.h"
 #include "platform/services.h"
@@ -72,12 +73,19 @@ std::string wholePath(const std::string& path) {
 }
 
 OpenedThing thingHere(const std::string& path) {
-    return core::thingAt(path, wholePath(core::state().AppFolder), disk());
+    return core::thingAt(
+        path, wholePath(core::dataFolder(core::state().AppFolder, disk())), disk());
 }
 
 // --- The folder of a start
 
 constexpr const char* pictures[] = {"Kvocar.dll", "Kvobike.dll"};
+
+// What merely cannot be read is there.
+bool isNotThere(const std::string& path) {
+    const auto content = disk().readOrReason(path);
+    return !content && content.failure == platform::FileFailure::notFound;
+}
 
 // Puts into a new folder what an installation ships; what is there already stays.
 bool furnish(const std::string& folder) {
@@ -88,7 +96,7 @@ bool furnish(const std::string& folder) {
         return false;
     }
     const std::string config = core::joined(folder, "Kvo.Cfg", files);
-    if (!files.exists(config)) {
+    if (isNotThere(config)) {
         const auto written = files.write(config, core::encodeConfig(core::defaultConfig()));
         if (!written) tell(written.message);
     }
@@ -97,7 +105,7 @@ bool furnish(const std::string& folder) {
         const QString shipped = QStandardPaths::locate(
             QStandardPaths::GenericDataLocation, QStringLiteral("kvo/") + QLatin1String(name));
         // A folder without them shows none.
-        if (!shipped.isEmpty() && !files.exists(picture))
+        if (!shipped.isEmpty() && isNotThere(picture))
             (void)files.copy(typedPath(shipped), picture);
     }
     return true;
@@ -153,15 +161,6 @@ void showOwnRun(const std::string& path) {
     doors().showChosenRun(chosenRun(core::baseName(path)));
 }
 
-// The main window's menus, while an import asks.
-class MenusOff {
-public:
-    MenusOff() { doors().EnableMainMenus(false); }
-    ~MenusOff() { doors().EnableMainMenus(true); }
-    MenusOff(const MenusOff&) = delete;
-    MenusOff& operator=(const MenusOff&) = delete;
-};
-
 class UnseenImport : public library::ImportView {
 public:
     void showFile(const std::string&, int, int) override {}
@@ -174,7 +173,7 @@ void importAndShow(const std::string& path) {
     const core::SharedState& state = core::state();
     library::ImportedBatch imported;
     {
-        const MenusOff off;
+        const MainMenusDisabled off;
         UnseenImport view;
         library::Import import(
             {state.Config, state.AppFolder, library::runList()}, view, dialogs(), disk());
@@ -258,10 +257,15 @@ void openPath(const std::string& path) {
     }
 }
 
+void openDropped(const std::string& path) {
+    mainMenusEnabled() ? openPath(path) : dialogs().beep();
+}
+
 void openSoon(const std::string& path) {
     constexpr int againMs = 50;
     QTimer::singleShot(0, qApp, [path] {
-        if (QApplication::activeModalWidget() == nullptr) return openPath(path);
+        const bool free = QApplication::activeModalWidget() == nullptr && mainMenusEnabled();
+        if (free) return openPath(path);
         QTimer::singleShot(againMs, qApp, [path] { openSoon(path); });
     });
 }

@@ -34,7 +34,9 @@ std::vector<std::string> recentRuns();
 // Opens a run: one of this folder in the graph window; of one that lies elsewhere it is asked
 // whether to import it. A folder is opened as by openFolder. Anything else is told.
 void openPath(const std::string& path);
-// The same once no question stands over the windows, as behind the start.
+// The same of what is dropped on a window; not while a command of the main window is at work.
+void openDropped(const std::string& path);
+// The same once no question stands over the windows and no command is at work, as behind the start.
 void openSoon(const std::string& path);
 // Starts the program anew in that folder, with its own password, lock and setup, and ends this one.
 // A folder that is gone is told, and taken off those that were open last.

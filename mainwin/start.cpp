@@ -153,11 +153,14 @@ void lookOnly() {
 }
 
 // Who may write in the folder is settled before anything in it is read. False where this start is
-// to end: the user has gone to the other window, or leaves.
-bool settleFolder() {
+// to end: the user has gone to the other window, which opens `run` then, or leaves.
+bool settleFolder(const std::string& run) {
     core::SharedState& state = core::state();
     const platform::Services& services = platform::services();
-    services.showRequests->whenAsked(bringToFront);
+    services.showRequests->whenAsked([](const std::string& asked) {
+        bringToFront();
+        if (!asked.empty()) openSoon(asked);
+    });
     bool unreached = false;
     while (const auto holder = services.folderLock->take(state.AppFolder)) {
         const auto answer = form<FolderHeld>().ask(*holder, state.AppFolder, unreached);
@@ -167,7 +170,7 @@ bool settleFolder() {
             break;
         }
         if (answer == FolderHeld::Answer::leave) return false;
-        if (services.showRequests->askToShow(*holder)) return false;
+        if (services.showRequests->askToShow(*holder, run)) return false;
         unreached = true; // unless it has ended meanwhile, and the folder can be taken
     }
     return true;
@@ -220,21 +223,21 @@ void openDoors() {
     all.showCalculator = [](int sum) { form<CalcForm>().showSum(sum); };
     all.showConversions = [] { form<Conversions>().showForMainWindow(); };
     all.openConversions = [] { form<Conversions>().showOverForm(); };
-    all.openPath = openPath;
+    all.openPath = openDropped;
     all.rememberRun = rememberRun;
     all.showAbout = [] { showModal(form<About>()); };
     all.showHelp = showHelp;
     takeHelpKey();
 }
 
-bool startProgram() {
+bool startProgram(const std::string& run) {
     openDoors();
     QApplication::setWindowIcon(programIcon());
     platform::Services& services = platform::services();
     if (!core::processorSuffices(processorType, *services.dialogs)) return false;
     core::SharedState& state = core::state();
     state.AppFolder = currentFolder();
-    if (!settleFolder()) return false;
+    if (!settleFolder(run)) return false;
     if (!state.LookOnly) core::tidyFolder(state.AppFolder, services.clock->now(), *services.files);
     // What a file that is missing or cut does not give has sensible values.
     state.Config = core::defaultConfig();

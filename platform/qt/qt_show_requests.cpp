@@ -6,8 +6,10 @@
 #include <QStandardPaths>
 
 #ifdef Q_OS_UNIX
+#include <array>
 #include <cstring>
 #include <optional>
+#include <string_view>
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <unistd.h>
@@ -17,6 +19,9 @@ namespace kvo::platform_qt {
 
 #ifdef Q_OS_UNIX
 namespace {
+
+const std::string showWord = "show";         // a run's path stands behind it
+constexpr std::size_t longestRequest = 8192; // more than the system's paths have
 
 // The address of a socket file; empty where the path is too long for one.
 std::optional<sockaddr_un> addressOf(const QString& path) {
@@ -46,18 +51,19 @@ QString QtShowRequests::socketOf(std::int64_t process) const {
 
 #ifdef Q_OS_UNIX
 
-bool QtShowRequests::askToShow(const platform::FolderHolder& holder) {
+bool QtShowRequests::askToShow(const platform::FolderHolder& holder, const std::string& run) {
+    const std::string words = showWord + run;
     const auto address = addressOf(socketOf(holder.process));
     if (!holder.here || !address) return false;
     const int socket = ::socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
     if (socket < 0) return false;
-    const bool sent = ::sendto(socket, "show", 4, 0, reinterpret_cast<const sockaddr*>(&*address),
-                          sizeof *address) == 4;
+    const ssize_t sent = ::sendto(socket, words.data(), words.size(), 0,
+        reinterpret_cast<const sockaddr*>(&*address), sizeof *address);
     ::close(socket);
-    return sent;
+    return sent == static_cast<ssize_t>(words.size());
 }
 
-void QtShowRequests::whenAsked(std::function<void()> show) {
+void QtShowRequests::whenAsked(std::function<void(const std::string& run)> show) {
     closeSocket();
     const QString path = socketOf(QCoreApplication::applicationPid());
     const auto address = addressOf(path);
@@ -71,10 +77,13 @@ void QtShowRequests::whenAsked(std::function<void()> show) {
     m_notifier = std::make_unique<QSocketNotifier>(m_socket, QSocketNotifier::Read);
     QObject::connect(m_notifier.get(), &QSocketNotifier::activated, m_notifier.get(),
         [socket = m_socket, show = std::move(show)] {
-            char word[16];
-            bool asked = false;
-            while (::recv(socket, word, sizeof word, 0) > 0) asked = true;
-            if (asked) show();
+            std::array<char, longestRequest> words{};
+            std::optional<std::string> run; // the last one that was asked for
+            for (ssize_t size = 0; (size = ::recv(socket, words.data(), words.size(), 0)) > 0;) {
+                const std::string_view asked(words.data(), static_cast<std::size_t>(size));
+                if (asked.starts_with(showWord)) run = asked.substr(showWord.size());
+            }
+            if (run) show(*run);
         });
 }
 
@@ -88,11 +97,11 @@ void QtShowRequests::closeSocket() {
 
 #else
 
-bool QtShowRequests::askToShow(const platform::FolderHolder&) {
+bool QtShowRequests::askToShow(const platform::FolderHolder&, const std::string&) {
     return false;
 }
 
-void QtShowRequests::whenAsked(std::function<void()>) {}
+void QtShowRequests::whenAsked(std::function<void(const std::string&)>) {}
 
 void QtShowRequests::closeSocket() {}
 

@@ -21,8 +21,8 @@ public:
     QtShowRequests(const QtShowRequests&) = delete;
     QtShowRequests& operator=(const QtShowRequests&) = delete;
 
-    bool askToShow(const platform::FolderHolder& holder) override;
-    void whenAsked(std::function<void()> show) override;
+    bool askToShow(const platform::FolderHolder& holder, const std::string& run) override;
+    void whenAsked(std::function<void(const std::string& run)> show) override;
 
 private:
     QString socketOf(std::int64_t process) const;

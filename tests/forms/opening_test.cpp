@@ -305,6 +305,21 @@ private slots:
         QVERIFY(m_shown.empty());
     }
 
+    void nothingIsTakenWhileACommandIsAtWork() {
+        scriptShowing();
+        store(32, 1);
+        auto& window = mainWindow();
+        {
+            const MainMenusDisabled off;
+            QVERIFY(dropOn(window, {file(pathOf(1))}));
+            openSoon(pathOf(1));
+            QTest::qWait(120);
+            QVERIFY(m_shown.empty());
+            QCOMPARE(dialogs().beeps(), 1);
+        }
+        QTRY_COMPARE(m_shown, Paths{pathOf(1)});
+    }
+
     // --- Folders
 
     void anotherFolderIsANewStart() {

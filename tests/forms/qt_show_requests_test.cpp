@@ -7,6 +7,8 @@
 #include <QTemporaryDir>
 
 #include <memory>
+#include <string>
+#include <vector>
 
 using namespace kvo;
 using platform_qt::QtShowRequests;
@@ -24,18 +26,30 @@ private slots:
         QtShowRequests asking(m_folder->path());
         platform::FolderHolder holder;
         holder.process = QCoreApplication::applicationPid();
-        QVERIFY(!asking.askToShow(holder));
+        QVERIFY(!asking.askToShow(holder, {}));
         {
             int shows = 0;
             QtShowRequests asked(m_folder->path());
-            asked.whenAsked([&shows] { ++shows; });
-            QVERIFY(asking.askToShow(holder));
+            asked.whenAsked([&shows](const std::string& run) { shows += run.empty() ? 1 : 100; });
+            QVERIFY(asking.askToShow(holder, {}));
             QTRY_COMPARE(shows, 1);
             holder.here = false; // a number of another machine
-            QVERIFY(!asking.askToShow(holder));
+            QVERIFY(!asking.askToShow(holder, {}));
             holder.here = true;
         }
-        QVERIFY(!asking.askToShow(holder));
+        QVERIFY(!asking.askToShow(holder, {}));
+    }
+
+    void theRunThatIsAskedForLastIsHeard() {
+        std::vector<std::string> runs;
+        QtShowRequests asked(m_folder->path());
+        asked.whenAsked([&runs](const std::string& run) { runs.push_back(run); });
+        platform::FolderHolder holder;
+        holder.process = QCoreApplication::applicationPid();
+        const std::string run = "/home/J\xc3\xbcrg/" + std::string(4000, 'x') + ".52d";
+        QVERIFY(asked.askToShow(holder, "/home/first.52d"));
+        QVERIFY(asked.askToShow(holder, run));
+        QTRY_COMPARE(runs, std::vector<std::string>{run});
     }
 
     void aSocketOfAKilledProgramIsNotInTheWay() {
@@ -46,19 +60,19 @@ private slots:
         stale.close();
         int shows = 0;
         QtShowRequests asked(m_folder->path());
-        asked.whenAsked([&shows] { ++shows; });
+        asked.whenAsked([&shows](const std::string&) { ++shows; });
         platform::FolderHolder holder;
         holder.process = QCoreApplication::applicationPid();
-        QVERIFY(asked.askToShow(holder));
+        QVERIFY(asked.askToShow(holder, {}));
         QTRY_COMPARE(shows, 1);
     }
 
     void aSocketFolderThatIsTooLongIsNone() {
         QtShowRequests far(QString(200, QLatin1Char('x')));
-        far.whenAsked([] {});
+        far.whenAsked([](const std::string&) {});
         platform::FolderHolder holder;
         holder.process = QCoreApplication::applicationPid();
-        QVERIFY(!far.askToShow(holder));
+        QVERIFY(!far.askToShow(holder, {}));
     }
 #endif
 };

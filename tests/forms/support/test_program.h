@@ -62,14 +62,16 @@ public:
 
 class ScriptedShowRequests : public platform::ShowRequests {
 public:
-    bool askToShow(const platform::FolderHolder& holder) override {
+    bool askToShow(const platform::FolderHolder& holder, const std::string& run) override {
         asked.push_back(holder.process);
+        askedRun = run;
         return hears;
     }
-    void whenAsked(std::function<void()> show) override { ask = std::move(show); }
+    void whenAsked(std::function<void(const std::string&)> show) override { ask = std::move(show); }
     bool hears = true;
     std::vector<std::int64_t> asked;
-    std::function<void()> ask; // what another program does with this one
+    std::string askedRun;
+    std::function<void(const std::string& run)> ask; // what another program does with this one
 };
 
 // What is remembered of the user, in memory.
