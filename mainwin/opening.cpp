@@ -9,7 +9,6 @@
 #include "core/shared_state.h"
 #include "library/import.h"
 #include "library/run_list.h"
-#include "mainwin/main_window.h"
 #include "platform/qt/application.h"
 #include "platform/qt/text.h"
 #include "platform/services.h"
@@ -161,6 +160,15 @@ void showOwnRun(const std::string& path) {
     doors().showChosenRun(chosenRun(core::baseName(path)));
 }
 
+// The main window's menus, while an import asks.
+class MenusOff {
+public:
+    MenusOff() { doors().EnableMainMenus(false); }
+    ~MenusOff() { doors().EnableMainMenus(true); }
+    MenusOff(const MenusOff&) = delete;
+    MenusOff& operator=(const MenusOff&) = delete;
+};
+
 class UnseenImport : public library::ImportView {
 public:
     void showFile(const std::string&, int, int) override {}
@@ -173,7 +181,7 @@ void importAndShow(const std::string& path) {
     const core::SharedState& state = core::state();
     library::ImportedBatch imported;
     {
-        const MainMenusDisabled off;
+        const MenusOff off;
         UnseenImport view;
         library::Import import(
             {state.Config, state.AppFolder, library::runList()}, view, dialogs(), disk());
@@ -258,13 +266,14 @@ void openPath(const std::string& path) {
 }
 
 void openDropped(const std::string& path) {
-    mainMenusEnabled() ? openPath(path) : dialogs().beep();
+    doors().mainMenusEnabled() ? openPath(path) : dialogs().beep();
 }
 
 void openSoon(const std::string& path) {
     constexpr int againMs = 50;
     QTimer::singleShot(0, qApp, [path] {
-        const bool free = QApplication::activeModalWidget() == nullptr && mainMenusEnabled();
+        const bool free =
+            QApplication::activeModalWidget() == nullptr && doors().mainMenusEnabled();
         if (free) return openPath(path);
         QTimer::singleShot(againMs, qApp, [path] { openSoon(path); });
     });

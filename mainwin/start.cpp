@@ -183,6 +183,7 @@ void openDoors() {
     all.hideMainWindow = hideMainWindow;
     all.showMainWindow = showMainWindow;
     all.EnableMainMenus = EnableMainMenus;
+    all.mainMenusEnabled = mainMenusEnabled;
     all.endProgram = endProgram;
     all.showDataGraph = showDataGraph;
     all.showFreshRun = showFreshRun;

@@ -62,6 +62,7 @@ struct Doors {
     Door<void()> showMainWindow{"showMainWindow"};
     // Its menus and its toolbar, which every modal command switches off while it works.
     Door<void(bool)> EnableMainMenus{"EnableMainMenus"};
+    Door<bool()> mainMenusEnabled{"mainMenusEnabled"};
     // Ends the program as the close of its windows does: what the graph keeps is kept.
     Door<void()> endProgram{"endProgram"};
 

@@ -43,6 +43,7 @@ std::array<bool, doorCount> openOnes() {
         all.hideMainWindow.isOpen(),
         all.showMainWindow.isOpen(),
         all.EnableMainMenus.isOpen(),
+        all.mainMenusEnabled.isOpen(),
         all.showDataGraph.isOpen(),
         all.showFreshRun.isOpen(),
         all.showChosenRun.isOpen(),
