@@ -134,6 +134,7 @@ private slots:
             qreal most = 0;
             const QTextDocument& page = *pages().document();
             for (QTextBlock block = page.begin(); block.isValid(); block = block.next()) {
+                if (block.begin().atEnd()) continue; // an empty line
                 const QTextCharFormat format = block.begin().fragment().charFormat();
                 if (!format.isImageFormat()) continue;
                 const auto picture =
