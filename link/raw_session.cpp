@@ -7,9 +7,9 @@
 #include "core/run_index.h"
 #include "core/run_records.h"
 #include "core/setup_kinds.h"
+#include "platform/yield.h"
 
 #include <algorithm>
-#include <span>
 #include <string_view>
 
 namespace kvo::link {
@@ -21,16 +21,9 @@ using core::ByteWriter;
 constexpr std::string_view firstLine = "Kvo raw session 1\r\n";
 constexpr std::string_view anyVersion = "Kvo raw session ";
 constexpr std::size_t sumBytes = 4;
-
-// CRC-32, reflected, as archives have it.
-std::uint32_t sumOf(std::span<const std::uint8_t> bytes) {
-    std::uint32_t sum = 0xFFFFFFFFU;
-    for (const std::uint8_t byte : bytes) {
-        sum ^= byte;
-        for (int bit = 0; bit < 8; ++bit) sum = sum >> 1U ^ (0xEDB88320U & (0U - (sum & 1U)));
-    }
-    return ~sum;
-}
+// The slowest download that its waits allow takes less; a replay steps through all of it.
+constexpr std::uint64_t mostTurns =
+    std::uint64_t{4} * 60 * 60 * 1000 * platform::turnsPerMillisecond;
 
 void putNumber(ByteWriter& writer, std::uint64_t value) {
     for (; value >= 0x80U; value >>= 7U) writer.u8(static_cast<std::uint8_t>(value | 0x80U));
@@ -179,19 +172,31 @@ void putEvents(ByteWriter& writer, const std::vector<LineEvent>& events) {
     }
 }
 
-void takeEvents(ByteReader& reader, std::vector<LineEvent>& events) {
+// False where the turns of all of them are more than a download can have.
+bool takeEvents(ByteReader& reader, std::vector<LineEvent>& events) {
     const std::uint64_t count = takeNumber(reader);
     LineEvent event;
+    std::uint64_t gone = 0;
     for (std::uint64_t i = 0; i < count && !reader.failed(); ++i) {
         const std::uint8_t first = reader.u8().value_or(0);
         const bool usual = first < longEvent;
         event.kind =
             usual ? LineEvent::Kind::arrived : static_cast<LineEvent::Kind>(first - longEvent);
-        event.turn += usual ? first % shortTurns : takeSmallNumber(reader);
+        const std::uint32_t turns = usual ? first % shortTurns : takeSmallNumber(reader);
+        gone += turns;
+        if (gone > mostTurns) return false;
+        event.turn += turns;
         event.sent += usual ? (first < noneSent ? 1U : 0U) : takeSmallNumber(reader);
         event.bytes = usual ? 1 : takeSmallNumber(reader);
         events.push_back(event);
     }
+    return true;
+}
+
+// What a download of the type can have. More would be rows that no run has room for.
+bool isCountOf(int dataType, int samples) {
+    const auto type = downloadType(dataType);
+    return type && samples >= 1 && samples <= type->SampleCount;
 }
 
 std::unique_ptr<RawSession> takeSession(ByteReader& reader, std::size_t size) {
@@ -210,11 +215,22 @@ std::unique_ptr<RawSession> takeSession(ByteReader& reader, std::size_t size) {
     constexpr std::size_t longestRun = 100; // a byte of the file stands for many that were sent
     session->line.sent = sentBytes(reader, longestRun * size);
     session->line.came = takeText(reader);
-    takeEvents(reader, session->line.events);
-    return read && !reader.failed() && reader.left() == 0 ? std::move(session) : nullptr;
+    const bool possible = takeEvents(reader, session->line.events) &&
+                          isCountOf(session->DataType, session->SampleCount);
+    const bool whole = read && !reader.failed() && reader.left() == 0;
+    return whole && possible ? std::move(session) : nullptr;
 }
 
 } // namespace
+
+std::uint32_t rawSessionSum(std::span<const std::uint8_t> content) {
+    std::uint32_t sum = 0xFFFFFFFFU;
+    for (const std::uint8_t byte : content) {
+        sum ^= byte;
+        for (int bit = 0; bit < 8; ++bit) sum = sum >> 1U ^ (0xEDB88320U & (0U - (sum & 1U)));
+    }
+    return ~sum;
+}
 
 platform::Bytes encodeRawSession(const RawSession& session) {
     ByteWriter writer;
@@ -234,7 +250,7 @@ platform::Bytes encodeRawSession(const RawSession& session) {
     putSent(writer, session.line.sent);
     putText(writer, session.line.came);
     putEvents(writer, session.line.events);
-    writer.u32le(sumOf(writer.bytes()));
+    writer.u32le(rawSessionSum(writer.bytes()));
     return writer.take();
 }
 
@@ -250,7 +266,7 @@ std::unique_ptr<RawSession> decodeRawSession(const platform::Bytes& file, std::s
     const std::span<const std::uint8_t> all(file);
     const std::size_t content = std::max(firstLine.size(), all.size() - sumBytes);
     ByteReader sum(all.subspan(content));
-    if (sum.u32le() != sumOf(all.first(content))) {
+    if (sum.u32le() != rawSessionSum(all.first(content))) {
         why = "is damaged: its check sum is wrong";
         return nullptr;
     }

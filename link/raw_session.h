@@ -9,7 +9,9 @@
 #include "platform/clock.h"
 #include "platform/files.h"
 
+#include <cstdint>
 #include <memory>
+#include <span>
 #include <string>
 
 namespace kvo::link {
@@ -40,8 +42,11 @@ struct RawSession {
     LineRecord line;
 };
 
+// The last four bytes of a file: the CRC-32, reflected, as archives have it, of all before them.
+std::uint32_t rawSessionSum(std::span<const std::uint8_t> content);
 platform::Bytes encodeRawSession(const RawSession& session);
-// Nothing where the file is none of these or not whole, and `why` says so.
+// Nothing where the file is none of these, not whole, or of no download that can be - more rows
+// than its data type has, or four hours and more of waits -, and `why` says so.
 std::unique_ptr<RawSession> decodeRawSession(const platform::Bytes& file, std::string& why);
 
 // "26111514.52d.raw", and "26111514.52d-failed.raw" of a download that did not become a run.

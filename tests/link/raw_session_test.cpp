@@ -88,6 +88,43 @@ TEST(RawSession, EveryCutAndEveryWrongByteIsRefused) {
     EXPECT_EQ(problemOf(longer), "is damaged: its check sum is wrong");
 }
 
+constexpr const char* doesNotFit = "is damaged: its parts do not fit together";
+
+// With a sum that is right: a replay would write the rows behind the last one that a run has.
+TEST(RawSession, OfMoreRowsThanItsTypeHasIsRefused) {
+    struct Case {
+        std::uint8_t type;
+        std::uint16_t rows;
+        bool possible;
+    };
+    for (const auto& [type, rows, possible] : {Case{25, 1213, true}, Case{25, 1, true},
+             Case{8, 2520, true}, Case{25, 1214, false}, Case{25, 65535, false}, Case{25, 0, false},
+             Case{8, 2521, false}, Case{23, 1, false}, Case{0, 1, false}}) {
+        const auto session = someSession();
+        session->DataType = type;
+        session->SampleCount = rows;
+        std::string why;
+        const auto read = decodeRawSession(encodeRawSession(*session), why);
+        EXPECT_EQ(read != nullptr, possible) << int{type} << ' ' << rows;
+        EXPECT_EQ(why, possible ? "" : doesNotFit);
+    }
+}
+
+// A replay goes through every turn, and would not come to an end in anybody's day.
+TEST(RawSession, OfMoreTurnsThanADownloadHasIsRefused) {
+    constexpr std::uint32_t fourHours = 460'800'000;
+    const auto session = someSession();
+    session->line.events = {
+        {LineEvent::Kind::sentOut, 3, 1, 0}, {LineEvent::Kind::sentOut, fourHours, 2, 0}};
+    std::string why;
+    EXPECT_NE(decodeRawSession(encodeRawSession(*session), why), nullptr) << why;
+    session->line.events[1].turn = fourHours + 1;
+    EXPECT_EQ(problemOf(encodeRawSession(*session)), doesNotFit);
+    session->line.events = {{LineEvent::Kind::sentOut, 0x9000'0000, 1, 0},
+        {LineEvent::Kind::sentOut, 0x1000'0000, 2, 0}}; // beyond what the turns can count
+    EXPECT_EQ(problemOf(encodeRawSession(*session)), doesNotFit);
+}
+
 TEST(RawSession, SaysWhatIsWrong) {
     EXPECT_EQ(problemOf({}), "is no raw session of a download");
     EXPECT_EQ(problemOf({'K', 'v', 'o'}), "is no raw session of a download");
