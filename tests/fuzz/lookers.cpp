@@ -6,12 +6,14 @@
 #include "core/data_types.h"
 #include "core/run_file.h"
 #include "core/run_info.h"
+#include "core/run_records.h"
 #include "core/run_times.h"
 #include "core/vehicle_setup.h"
 #include "library/chooser_list.h"
 #include "library/text_run.h"
 #include "link/decode.h"
 #include "link/download.h"
+#include "link/replay.h"
 #include "platform/unanswered_dialogs.h"
 
 #include <array>
@@ -219,6 +221,26 @@ void lookAtSerial(Input bytes) {
     if (logger.LinkFailed == 0) link::convertPulses(*run, config, *periods);
 }
 
+void lookAtRaw(Input file) {
+    Bytes session(file.begin(), file.end());
+    constexpr std::size_t sumBytes = 4;
+    if (session.size() >= sumBytes) {
+        const std::size_t content = session.size() - sumBytes;
+        const std::uint32_t sum = link::rawSessionSum(Input(session).first(content));
+        for (unsigned i = 0; i < sumBytes; ++i)
+            session[content + i] = static_cast<std::uint8_t>(sum >> (8 * i));
+    }
+    std::string why;
+    const auto read = link::decodeRawSession(session, why);
+    mustHold((read == nullptr) == !why.empty(), "a refusal without a word");
+    if (read == nullptr) return;
+    mustHold(read->SampleCount <= core::maxSamples, "more samples than rows");
+    const link::Replay replay = link::replayDownload(*read);
+    const std::size_t rows = std::size_t{read->SampleCount} + 4;
+    mustHold(!replay.runFile || replay.runFile->size() >= rows * core::runRecordWidth,
+        "a run that lacks rows");
+}
+
 Reader lookerNamed(std::string_view name) {
     struct Row {
         std::string_view name;
@@ -227,7 +249,7 @@ Reader lookerNamed(std::string_view name) {
     for (const Row& row : {Row{"run", lookAtRun}, Row{"overlay", lookAtOverlay},
              Row{"index", lookAtIndex}, Row{"config", lookAtConfig}, Row{"info", lookAtInfo},
              Row{"times", lookAtTimes}, Row{"table", lookAtTable}, Row{"setup", lookAtSetup},
-             Row{"text", lookAtText}, Row{"serial", lookAtSerial}})
+             Row{"text", lookAtText}, Row{"serial", lookAtSerial}, Row{"raw", lookAtRaw}})
         if (row.name == name) return row.reader;
     return nullptr;
 }

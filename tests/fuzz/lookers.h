@@ -17,6 +17,8 @@ void lookAtSetup(Input file); // the vehicle's
 void lookAtText(Input file);
 // What a logger sends: the header, then a transfer in the mode that the first byte names.
 void lookAtSerial(Input bytes);
+// The raw session of a download, as a file whose check sum is right, and its replay.
+void lookAtRaw(Input file);
 
 // The entry point of this name ("run", "overlay" ...), or nothing.
 Reader lookerNamed(std::string_view name);
