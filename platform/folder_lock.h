@@ -21,8 +21,8 @@ class FolderLock {
 public:
     virtual ~FolderLock() = default;
     // Takes the folder until this object goes. Nothing where it is taken, and where a folder cannot
-    // have a lock, since nobody may write in it; else who holds it. The lock of a program that has
-    // died on this machine is taken over.
+    // have a lock, since nobody may write in it or the disk is full or fails; else who holds it.
+    // The lock of a program that has died on this machine is taken over, and one that names nobody.
     [[nodiscard]] virtual std::optional<FolderHolder> take(const std::string& folder) = 0;
 };
 

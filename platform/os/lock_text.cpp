@@ -1,5 +1,6 @@
 #include "platform/os/lock_text.h"
 
+#include <algorithm>
 #include <charconv>
 #include <sstream>
 
@@ -21,6 +22,10 @@ LockText lockTextIn(const std::string& content) {
     for (std::string* line : {&text.program, &text.host, &text.machine, &text.start})
         std::getline(in, *line);
     return text;
+}
+
+bool isWholeLock(const std::string& content) {
+    return std::count(content.begin(), content.end(), '\n') >= 5;
 }
 
 } // namespace kvo::platform_os

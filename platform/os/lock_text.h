@@ -17,5 +17,8 @@ struct LockText {
 std::string linesOf(const LockText& text);
 // Lines that are missing are empty; ends of lines may be those of any system.
 LockText lockTextIn(const std::string& content);
+// Whether all lines are there with their ends. Else it was cut off as it was written, and even a
+// number in it may be only the front of one.
+bool isWholeLock(const std::string& content);
 
 } // namespace kvo::platform_os

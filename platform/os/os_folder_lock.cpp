@@ -45,9 +45,17 @@ LockText ownText() {
         firstLineOf("/proc/sys/kernel/random/boot_id")};
 }
 
-LockText textOf(const std::string& path) {
+std::string contentOf(const std::string& path) {
     std::ifstream file(path);
-    return lockTextIn({std::istreambuf_iterator<char>(file), {}});
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+// Whether the open file is the one that has this name now.
+bool isAt(int file, const std::string& path) {
+    struct stat open {};
+    struct stat named {};
+    return fstat(file, &open) == 0 && stat(path.c_str(), &named) == 0 &&
+           open.st_dev == named.st_dev && open.st_ino == named.st_ino;
 }
 
 bool isHere(const LockText& text) {
@@ -65,12 +73,20 @@ bool isDead(const LockText& text) {
     return !program.empty() && !text.program.empty() && program != text.program;
 }
 
-// A lock whose program has died; while somebody else takes it over at the same time it stays.
-bool removeDead(const std::string& path) {
+// One that is not whole names nobody: its program was killed, or the power failed, as it was
+// written. A living one holds the file all the same, whatever the disk took of its text.
+bool isLeftOver(const std::string& content) {
+    return !isWholeLock(content) || isDead(lockTextIn(content));
+}
+
+// Removes a lock that nobody has any more; true too where it went by itself. While its program
+// lives, and while somebody else takes it over at the same time, it stays. What is removed is what
+// was looked at: another file of this name is held by whoever made it in between.
+bool removeLeftOver(const std::string& path) {
     const int file = open(path.c_str(), O_WRONLY | O_CLOEXEC);
-    if (file < 0) return false;
-    const bool removed =
-        flock(file, LOCK_EX | LOCK_NB) == 0 && isDead(textOf(path)) && unlink(path.c_str()) == 0;
+    if (file < 0) return errno == ENOENT;
+    const bool removed = flock(file, LOCK_EX | LOCK_NB) == 0 && isAt(file, path) &&
+                         isLeftOver(contentOf(path)) && unlink(path.c_str()) == 0;
     close(file);
     return removed;
 }
@@ -88,27 +104,40 @@ platform::DateTime changedOn(const std::string& path) {
 
 OsFolderLock::~OsFolderLock() {
     if (m_file < 0) return;
-    unlink(m_path.c_str());
+    // Somebody may have deleted it by hand, and another program have made its own.
+    if (isAt(m_file, m_path)) unlink(m_path.c_str());
     close(m_file);
 }
 
+// False with EEXIST where somebody else has one.
 bool OsFolderLock::create(const std::string& path) {
     m_file = open(path.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0644);
     if (m_file < 0) return false;
     m_path = path;
-    (void)flock(m_file, LOCK_EX | LOCK_NB); // says to others that it is in use
+    // Says to others that it is in use. Somebody who looked before that took the empty file for a
+    // left over one, holds it for the moment in which it is removed, and has the folder then.
+    (void)flock(m_file, LOCK_EX);
+    if (!isAt(m_file, path)) {
+        close(m_file);
+        m_file = -1;
+        errno = EEXIST;
+        return false;
+    }
     const std::string text = linesOf(ownText());
     // One that is not whole names nobody, and keeps others out all the same.
     (void)!write(m_file, text.data(), text.size());
+    (void)fsync(m_file);
     return true;
 }
 
 std::optional<platform::FolderHolder> OsFolderLock::take(const std::string& folder) {
     if (m_file >= 0) return {};
     const std::string path = folder + "/Kvo.lock";
+    // Any other failure means that there can be no lock: nobody may write here, or the disk is full
+    // or ill. The folder opens all the same, and what is written there tells why it fails.
     if (create(path) || errno != EEXIST) return {};
-    const LockText text = textOf(path);
-    if (isDead(text) && removeDead(path) && create(path)) return {};
+    if (removeLeftOver(path) && (create(path) || errno != EEXIST)) return {};
+    const LockText text = lockTextIn(contentOf(path));
     return platform::FolderHolder{
         text.program, text.host, text.process, changedOn(path), isHere(text)};
 }

@@ -35,5 +35,14 @@ TEST(LockText, ThatIsNotWholeNamesNobody) {
     EXPECT_EQ(lockTextIn("12\nkv").host, "");
 }
 
+TEST(LockText, IsWholeWithItsLastEnd) {
+    const std::string whole = linesOf({12, "kvo", "paddock", "", ""});
+    EXPECT_TRUE(isWholeLock(whole));
+    for (std::size_t length = 0; length < whole.size(); ++length)
+        EXPECT_FALSE(isWholeLock(whole.substr(0, length))) << length;
+    EXPECT_FALSE(isWholeLock(std::string(40, '\0'))); // as some disks come back from a power cut
+    EXPECT_TRUE(isWholeLock("12\r\nkvo\r\npaddock\r\n\r\n\r\n"));
+}
+
 } // namespace
 } // namespace kvo::platform_os

@@ -10,9 +10,15 @@
 #include <fstream>
 #include <iterator>
 #include <memory>
+#include <string>
+#include <vector>
 
 #if defined(__unix__) || defined(__APPLE__)
+#include <atomic>
+#include <fcntl.h>
+#include <sys/file.h>
 #include <sys/wait.h>
+#include <thread>
 #include <unistd.h>
 #endif
 
@@ -20,6 +26,7 @@ namespace kvo::platform_os {
 namespace {
 
 namespace fs = std::filesystem;
+using namespace std::string_literals;
 
 class FolderLock : public ::testing::Test {
 protected:
@@ -122,16 +129,71 @@ TEST_F(FolderLock, OneOfADeadProgramIsTakenOver) {
     }
 }
 
-// Nobody here can know of one on another machine, nor of one that names nobody.
+// Nobody here can know of one on another machine.
 TEST_F(FolderLock, OneThatNobodyKnowsOfStays) {
-    for (const std::string text : {"4194305\nkvo\npit-laptop\nanother-machine\nx\n", ""}) {
+    const std::string text = "4194305\nkvo\npit-laptop\nanother-machine\nx\n";
+    put(text);
+    OsFolderLock lock;
+    const auto holder = lock.take(m_place);
+    ASSERT_TRUE(holder);
+    EXPECT_EQ(content(), text);
+    EXPECT_FALSE(holder->here);
+}
+
+// As after a power cut or on a full disk: nobody is named, or only the front of a number.
+TEST_F(FolderLock, OneThatIsNotWholeIsTakenOver) {
+    const std::string process = ownLines()[0];
+    for (const std::string& text :
+        {std::string(), std::string(30, '\0'), process, "4194305\nkvo\npit-lap"s}) {
         put(text);
+        OsFolderLock lock;
+        EXPECT_FALSE(lock.take(m_place)) << text;
+        EXPECT_EQ(content().substr(0, process.size() + 1), process + '\n');
+    }
+}
+
+// The disk took nothing of its text, or it is just about to be written.
+TEST_F(FolderLock, OneThatIsNotWholeStaysWhileItsProgramLives) {
+    put("");
+    const int living = open(m_file.c_str(), O_RDWR | O_CLOEXEC);
+    ASSERT_EQ(flock(living, LOCK_EX | LOCK_NB), 0);
+    {
         OsFolderLock lock;
         const auto holder = lock.take(m_place);
         ASSERT_TRUE(holder);
-        EXPECT_EQ(content(), text);
-        EXPECT_EQ(holder->here, text.empty());
+        EXPECT_EQ(holder->process, 0);
+        EXPECT_TRUE(holder->here);
     }
+    EXPECT_TRUE(fs::exists(m_file));
+    close(living);
+    OsFolderLock next;
+    EXPECT_FALSE(next.take(m_place));
+}
+
+TEST_F(FolderLock, OfManyThatTakeALeftOverOneOnlyOneHasIt) {
+    for (int round = 0; round < 100; ++round) {
+        put("");
+        std::array<OsFolderLock, 4> locks;
+        std::atomic<int> holders = 0;
+        std::vector<std::thread> starts;
+        for (OsFolderLock& lock : locks)
+            starts.emplace_back([&] { holders += lock.take(m_place) ? 0 : 1; });
+        for (std::thread& start : starts) start.join();
+        ASSERT_EQ(holders, 1) << round;
+    }
+}
+
+TEST_F(FolderLock, TheEndOfAProgramLeavesTheLockOfAnother) {
+    OsFolderLock second;
+    {
+        OsFolderLock first;
+        ASSERT_FALSE(first.take(m_place));
+        fs::remove(m_file); // by hand, as the user is told for a program that nobody reaches
+        ASSERT_FALSE(second.take(m_place));
+    }
+    EXPECT_TRUE(fs::exists(m_file));
+    OsFolderLock third;
+    EXPECT_TRUE(third.take(m_place));
 }
 
 TEST_F(FolderLock, OneOfAKilledProgramIsTakenOver) {
