@@ -48,49 +48,67 @@ bool isThere(const fs::path& path) {
     return fs::exists(fs::symlink_status(path, error));
 }
 
-// The entry of `folder` that has this name in another case, the first in order; empty if none has.
+// The entry of `folder` that has this name in another case, the first in order; empty if none has,
+// and where the folder cannot be listed, which `error` says as an errno: then nobody knows.
 #ifndef _WIN32
 // Asked for every name that is new, in a folder that may hold years of runs: by the system's own
 // list, which makes no path of each entry.
-fs::path inAnotherCase(const fs::path& folder, const std::string& name) {
+fs::path inAnotherCase(const fs::path& folder, const std::string& name, int& error) {
     std::string best;
     DIR* const entries = ::opendir(folder.empty() ? "." : folder.c_str());
-    if (entries == nullptr) return {};
+    if (entries == nullptr) {
+        error = errno;
+        return {};
+    }
+    errno = 0; // the end of the list sets none
     while (const dirent* entry = ::readdir(entries)) {
         const std::string_view found(entry->d_name);
         if (sameButForCase(found, name) && (best.empty() || found < best)) best = found;
+        errno = 0;
     }
+    error = errno;
     ::closedir(entries);
-    return best.empty() ? fs::path() : folder / systemPath(best);
+    return best.empty() || error != 0 ? fs::path() : folder / systemPath(best);
 }
 #else
-fs::path inAnotherCase(const fs::path& folder, const std::string& name) {
-    std::error_code error;
+fs::path inAnotherCase(const fs::path& folder, const std::string& name, int& error) {
+    std::error_code why;
     std::string best;
     const fs::path shown = folder.empty() ? fs::path(".") : folder;
-    for (fs::directory_iterator it(shown, error), end; !error && it != end; it.increment(error)) {
+    for (fs::directory_iterator it(shown, why), end; !why && it != end; it.increment(why)) {
         std::string entry = pathText(it->path().filename());
         if (sameButForCase(entry, name) && (best.empty() || entry < best)) best = std::move(entry);
     }
-    return best.empty() ? fs::path() : folder / systemPath(best);
+    error = why ? errnoOf(why) : 0;
+    return best.empty() || error != 0 ? fs::path() : folder / systemPath(best);
 }
 #endif
 
+struct Place {
+    fs::path path;
+    // Why nobody can tell whether it is there in another case, an errno; 0 where that is known. Who
+    // made a new file then might put an empty list beside a full one.
+    int error = 0;
+};
+
 // The path as it stands on the disk: each part in the case that is there. What is not there at all
 // stays as it was given, with all that would lie in it.
-fs::path found(const std::string& path) {
+Place found(const std::string& path) {
     const fs::path given = systemPath(path);
-    if (isThere(given)) return given;
-    fs::path result;
+    if (isThere(given)) return {given, 0};
+    Place result;
     bool known = true;
     for (const fs::path& part : given) {
-        fs::path next = result / part;
+        fs::path next = result.path / part;
         if (known && !isThere(next)) {
-            fs::path other = inAnotherCase(result, pathText(part));
+            int error = 0;
+            fs::path other = inAnotherCase(result.path, pathText(part), error);
+            // In what is no folder there is nothing, in any case.
+            if (error != ENOENT && error != ENOTDIR) result.error = error;
             known = !other.empty();
             if (known) next = std::move(other);
         }
-        result = std::move(next);
+        result.path = std::move(next);
     }
     return result;
 }
@@ -196,7 +214,9 @@ fs::path temporaryBeside(const fs::path& target, int attempt) {
 }
 
 // Only plain files: opening a pipe or a device could wait for ever.
-ReadResult readPlace(const fs::path& place) {
+ReadResult readPlace(const Place& at) {
+    const fs::path& place = at.path;
+    if (at.error != 0) return unread(place, causeOfRead(at.error));
     std::error_code error;
     const fs::file_type type = fs::status(place, error).type();
     if (type == fs::file_type::not_found) return unread(place, causeOfRead(ENOENT));
@@ -228,7 +248,8 @@ ReadResult OsFiles::readOrReason(const std::string& path) const {
 
 ReadResult OsFiles::readAsNamed(const std::string& path) const {
     const fs::path given = systemPath(path);
-    return readPlace(found(pathText(given.parent_path())) / given.filename());
+    const Place folder = found(pathText(given.parent_path()));
+    return readPlace({folder.path / given.filename(), folder.error});
 }
 
 std::optional<Cause> OsFiles::fill(int file, const Bytes& content) {
@@ -276,7 +297,8 @@ WriteResult OsFiles::replace(const fs::path& target, const Bytes& content) {
 }
 
 WriteResult OsFiles::write(const std::string& path, const Bytes& content) {
-    fs::path target = found(path);
+    auto [target, unlisted] = found(path);
+    if (unlisted != 0) return failure(target, causeOfWrite(unlisted));
     // A name that was refused is no path; a file beside it would come to lie just anywhere.
     if (!target.has_filename()) return failure(target, causeOfWrite(ENOENT));
     if (auto refused = refusal(target); !refused) return refused;
@@ -290,7 +312,8 @@ WriteResult OsFiles::write(const std::string& path, const Bytes& content) {
 }
 
 WriteResult OsFiles::createEmpty(const std::string& path) {
-    const fs::path place = found(path);
+    const auto [place, unlisted] = found(path);
+    if (unlisted != 0) return failure(place, causeOfWrite(unlisted));
     if (!place.has_filename()) return failure(place, causeOfWrite(ENOENT));
     errno = 0;
     const int file = m_writer.create(place); // exclusively: never over something
@@ -302,7 +325,7 @@ WriteResult OsFiles::createEmpty(const std::string& path) {
 }
 
 bool OsFiles::linksElsewhere(const std::string& path) const {
-    const fs::path place = found(path);
+    const fs::path place = found(path).path;
     std::error_code error;
     if (!fs::is_symlink(place, error)) return false;
     const fs::path folder = place.has_parent_path() ? place.parent_path() : fs::path(".");
@@ -313,35 +336,37 @@ bool OsFiles::linksElsewhere(const std::string& path) const {
 }
 
 WriteResult OsFiles::replaceable(const std::string& path) const {
-    return refusal(found(path));
+    const auto [place, unlisted] = found(path);
+    return unlisted != 0 ? failure(place, causeOfWrite(unlisted)) : refusal(place);
 }
 
 std::optional<platform::DateTime> OsFiles::createdOn(const std::string& path) const {
-    const auto moment = createdAt(found(path));
+    const auto moment = createdAt(found(path).path);
     if (!moment) return {};
     return localTime(*moment);
 }
 
 bool OsFiles::exists(const std::string& path) const {
-    return isThere(found(path));
+    return isThere(found(path).path);
 }
 
 bool OsFiles::folderExists(const std::string& path) const {
-    return isFolder(found(path));
+    return isFolder(found(path).path);
 }
 
 WriteResult OsFiles::enterable(const std::string& folder) const {
-    const fs::path place = found(folder);
+    const Place at = found(folder);
+    const fs::path& place = at.path;
     const auto refused = [&place](FileFailure failure, const std::string& words) {
         return WriteResult{false, pathText(place) + "\n" + words, failure};
     };
     std::error_code error;
     const fs::file_type type = fs::status(place, error).type();
-    if (type == fs::file_type::not_found) return refused(FileFailure::noSuchPath, "is not there.");
-    if (type == fs::file_type::none) {
-        const Cause cause = causeOfRead(errnoOf(error));
+    if (at.error != 0 || type == fs::file_type::none) {
+        const Cause cause = causeOfRead(at.error != 0 ? at.error : errnoOf(error));
         return refused(cause.failure, "could not be opened.\n" + cause.words);
     }
+    if (type == fs::file_type::not_found) return refused(FileFailure::noSuchPath, "is not there.");
     if (type != fs::file_type::directory) return refused(FileFailure::other, "is no folder.");
     if (isForbidden(place, toEnter)) {
         return refused(
@@ -351,7 +376,8 @@ WriteResult OsFiles::enterable(const std::string& folder) const {
 }
 
 WriteResult OsFiles::writable(const std::string& folder) const {
-    const fs::path place = found(folder);
+    const auto [place, unlisted] = found(folder);
+    if (unlisted != 0) return failure(place, causeOfWrite(unlisted));
     std::error_code error;
     const fs::file_type type = fs::status(place, error).type();
     if (type != fs::file_type::directory)
@@ -364,7 +390,8 @@ WriteResult OsFiles::writable(const std::string& folder) const {
 }
 
 WriteResult OsFiles::makeFolder(const std::string& path) {
-    const fs::path place = found(path);
+    const auto [place, unlisted] = found(path);
+    if (unlisted != 0) return failure(place, causeOfWrite(unlisted));
     if (isFolder(place)) return {};
     if (isThere(place)) {
         return failure(place, {FileFailure::other, "There is a file of this name."});
@@ -378,7 +405,8 @@ WriteResult OsFiles::makeFolder(const std::string& path) {
 }
 
 WriteResult OsFiles::remove(const std::string& path) {
-    const fs::path place = found(path);
+    const auto [place, unlisted] = found(path);
+    if (unlisted != 0) return notDeleted(place, unlisted);
     std::error_code error;
     const fs::file_type type = fs::symlink_status(place, error).type();
     if (type == fs::file_type::not_found)
@@ -395,7 +423,7 @@ WriteResult OsFiles::remove(const std::string& path) {
 std::vector<std::string> OsFiles::list(const std::string& folder) const {
     std::vector<std::string> names;
     std::error_code error;
-    for (fs::directory_iterator it(found(folder), error), end; !error && it != end;
+    for (fs::directory_iterator it(found(folder).path, error), end; !error && it != end;
          it.increment(error)) {
         std::error_code unknown;
         if (it->is_regular_file(unknown)) names.push_back(pathText(it->path().filename()));
@@ -406,7 +434,7 @@ std::vector<std::string> OsFiles::list(const std::string& folder) const {
 
 std::optional<std::vector<std::string>> OsFiles::folders(const std::string& folder) const {
     std::error_code error;
-    fs::directory_iterator it(found(folder), error);
+    fs::directory_iterator it(found(folder).path, error);
     if (error) return {};
     std::vector<std::string> names;
     for (const fs::directory_iterator end; !error && it != end; it.increment(error)) {

@@ -242,6 +242,7 @@ TEST(OsFiles, TellAMissingFolderFromAMissingFile) {
     EXPECT_EQ(files.copy(folder / "run", folder / "none/run").failure, FileFailure::noSuchPath);
     EXPECT_EQ(files.write(folder / "run/inside", before).failure, FileFailure::noSuchPath);
     EXPECT_EQ(files.makeFolder(folder / "run/inside").failure, FileFailure::noSuchPath);
+    EXPECT_EQ(files.enterable(folder / "run/inside").failure, FileFailure::noSuchPath);
 }
 
 TEST(OsFiles, NeverReplaceAReadOnlyFileEvenForAnAdministrator) {
@@ -347,6 +348,39 @@ TEST(OsFiles, TellOfAFileThatMayNotBeRead) {
     for (const char* closed : {"Data", "Data/more"})
         EXPECT_EQ(files.enterable(folder / closed).failure, FileFailure::notPermitted) << closed;
     EXPECT_TRUE(files.enterable(folder.path().string()));
+}
+
+// What lies there in another case cannot be told from what is not there, and is not covered by a
+// new file; who knows the name as it stands goes on.
+TEST(OsFiles, TellOfAFolderThatCannotBeListed) {
+    constexpr auto unlisted = static_cast<fs::perms>(0333);
+    TemporaryFolder folder;
+    OsFiles files;
+    ASSERT_TRUE(files.makeFolder(folder / "Data"));
+    ASSERT_TRUE(files.write(folder / "Data/KVODATA.INI", before));
+    fs::permissions(folder / "Data/KVODATA.INI", static_cast<fs::perms>(0666));
+    fs::permissions(folder.path(), fs::perms::all);
+    fs::permissions(folder / "Data", unlisted);
+    {
+        const OrdinaryUser user;
+        const std::string path = folder / "Data/KvoData.Ini";
+        const auto refused = FileFailure::notPermitted;
+        const auto unread = files.readOrReason(path);
+        EXPECT_EQ(unread.failure, refused) << unread.message;
+        EXPECT_FALSE(unread);
+        for (const auto& result : {files.write(path, after), files.createEmpty(path),
+                 files.replaceable(path), files.remove(path), files.makeFolder(path),
+                 files.enterable(path), files.writable(path)}) {
+            EXPECT_FALSE(result);
+            EXPECT_EQ(result.failure, refused) << result.message;
+        }
+        EXPECT_EQ(files.readOrReason(folder / "Data/more/x").failure, refused);
+        EXPECT_EQ(files.readAsNamed(path).failure, FileFailure::notFound);
+        EXPECT_EQ(files.read(folder / "Data/KVODATA.INI"), before);
+        EXPECT_TRUE(files.write(folder / "Data/KVODATA.INI", after));
+    }
+    fs::permissions(folder / "Data", fs::perms::owner_all);
+    EXPECT_EQ(files.list(folder / "Data"), std::vector<std::string>{"KVODATA.INI"});
 }
 
 TEST(OsFiles, FindEachPartOfAPathWhateverItsCase) {
