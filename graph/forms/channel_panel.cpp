@@ -36,6 +36,10 @@ const std::array<GroupFacts, 4>& groups() {
     return all;
 }
 constexpr int exhaustGroup = 3;
+// Lines of cells take what room there is. What is more than they may have stays free at the foot,
+// so that full groups stand beside the others.
+constexpr int cellStretch = 100;
+constexpr int footStretch = 1;
 
 const GroupFacts& factsOf(int group) {
     return groups()[static_cast<std::size_t>(group)];
@@ -101,6 +105,7 @@ void ChannelPanel::makeGroup(QHBoxLayout& panels, int group) {
     made.grid->setContentsMargins(0, 0, 0, 0);
     made.grid->setHorizontalSpacing(graph::columnGapPx);
     made.grid->setVerticalSpacing(0);
+    made.grid->setRowStretch(graph::manyRows + 1, footStretch);
     QLabel* heading = headingLabel(QLatin1String(factsOf(group).heading));
     if (group == exhaustGroup) {
         Label15 = named(heading, "Label15");
@@ -211,7 +216,7 @@ void ChannelPanel::setRows(int rows) {
         one.columns = columnsOf(group, rows);
         for (const int channel : factsOf(group).channels) one.grid->removeWidget(&cell(channel));
         for (int line = 1; line <= graph::manyRows; ++line)
-            one.grid->setRowStretch(line, line <= rows ? 1 : 0);
+            one.grid->setRowStretch(line, line <= rows ? cellStretch : 0);
         placeCells(group);
         limitWidth(one);
     }

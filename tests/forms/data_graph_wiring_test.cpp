@@ -5,6 +5,7 @@
 #include "core/run_file.h"
 #include "core/run_info.h"
 #include "graph/forms/channel_cell.h"
+#include "graph/forms/channel_panel.h"
 #include "library/run_list.h"
 #include "tests/forms/support/form_test_main.h"
 #include "tests/forms/support/graph_window.h"
@@ -67,6 +68,26 @@ class DataGraphWiringTest : public QObject, private testing::GraphWindow {
 private slots:
     void init() { begin(); }
     void cleanup() { QCOMPARE(end(), QString()); }
+
+    void theGroupsStandOnOneLineInATallPanel() {
+        open(32);
+        auto& panel = part<ChannelPanel>("Frame3");
+        for (const int spare : {0, 9, 80}) {
+            panel.resize(panel.width(), panel.heightNeeded(panel.width()) + spare);
+            QCoreApplication::processEvents();
+            std::vector<int> tops;
+            for (const auto* label : panel.findChildren<QLabel*>()) {
+                if (label->text() == QLatin1String("Rpm") ||
+                    label->text() == QLatin1String("Derived"))
+                    tops.push_back(label->mapTo(&panel, QPoint()).y());
+            }
+            for (const char* first : {"Rpm", "Slip"})
+                tops.push_back(part<QWidget>(first).mapTo(&panel, QPoint()).y());
+            QCOMPARE(tops.size(), std::size_t(4));
+            QCOMPARE(tops[0], tops[1]);
+            QCOMPARE(tops[2], tops[3]);
+        }
+    }
 
     // --- What a load and a delete take along
 
