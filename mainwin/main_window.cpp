@@ -20,6 +20,7 @@
 #include <QFrame>
 #include <QLabel>
 #include <QScreen>
+#include <QToolBar>
 
 #include <array>
 
