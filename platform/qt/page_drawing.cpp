@@ -3,6 +3,8 @@
 #include "platform/qt/application.h"
 
 #include <QFontMetricsF>
+#include <QLineF>
+#include <QPaintEngine>
 #include <QPainter>
 #include <QPen>
 
@@ -29,12 +31,32 @@ QPen penOf(const PageLine& line) {
     return pen;
 }
 
+// The toolkit fills the outline of a whole line at once, and where that crosses itself, as a curve
+// of noise does, the time goes with the square of its points: seconds for one. So an image gets it
+// in pieces, which look the same; a dash goes on from one to the next.
+void paintInPieces(QPainter& painter, const QPolygonF& points) {
+    constexpr qsizetype steps = 16;
+    QPen pen = painter.pen();
+    const bool dashed = pen.style() == Qt::CustomDashLine;
+    qreal length = 0;
+    for (qsizetype from = 0; from + 1 < points.size(); from += steps) {
+        const qsizetype to = std::min(from + steps, points.size() - 1);
+        painter.drawPolyline(points.constData() + from, static_cast<int>(to - from + 1));
+        if (!dashed) continue;
+        for (qsizetype i = from; i < to; ++i) length += QLineF(points[i], points[i + 1]).length();
+        pen.setDashOffset(length / pen.widthF());
+        painter.setPen(pen);
+    }
+}
+
 class PagePainter {
 public:
-    explicit PagePainter(QPainter& painter) : m_painter(painter) {}
+    explicit PagePainter(QPainter& painter)
+        : m_painter(painter), m_isImage(painter.paintEngine()->type() == QPaintEngine::Raster) {}
 
     void operator()(const PageLine& line) {
         m_painter.setPen(penOf(line));
+        if (m_isImage) return paintInPieces(m_painter, line.points);
         m_painter.drawPolyline(line.points);
     }
     void operator()(const PageBox& box) { m_painter.fillRect(box.place, box.colour); }
@@ -51,6 +73,7 @@ public:
 
 private:
     QPainter& m_painter;
+    bool m_isImage; // no page description
 };
 
 } // namespace
