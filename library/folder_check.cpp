@@ -99,20 +99,13 @@ public:
     }
 
 private:
-    // A folder that is there and does not tell its files has more than none.
-    bool canBeListed(const std::string& folder, const std::string& path) {
-        if (m_files.folders(path)) return true;
-        const auto entered = m_files.enterable(path);
-        if (entered.failure == platform::FileFailure::noSuchPath) return false;
-        m_found.damaged.push_back(
-            {folder, entered ? "Its files cannot be listed." : entered.message});
-        return false;
-    }
-
     void checkFiles(const std::string& folder) {
         const std::string path =
             folder.empty() ? m_appFolder : core::joined(m_appFolder, folder, m_files);
-        if (!canBeListed(folder, path)) return;
+        if (std::string reason = whyUnlisted(path, m_files); !reason.empty()) {
+            m_found.damaged.push_back({folder, std::move(reason)});
+            return;
+        }
         for (const std::string& name : m_files.list(path)) {
             const std::string shown = folder.empty() ? name : core::joined(folder, name, m_files);
             if (core::isWriteLeftover(name)) {
@@ -173,6 +166,13 @@ private:
 };
 
 } // namespace
+
+std::string whyUnlisted(const std::string& folder, const platform::Files& files) {
+    if (files.folders(folder)) return {};
+    const auto entered = files.enterable(folder);
+    if (entered) return folder + "\ncannot be listed.";
+    return entered.failure == platform::FileFailure::noSuchPath ? std::string() : entered.message;
+}
 
 std::string runDamage(const platform::Bytes& content) {
     const auto line = core::decodeHeaderLine(core::runRecord(content, 1));

@@ -23,6 +23,10 @@ struct FolderFindings {
 // Reads every file of the folder, of Data and of Backup. Nothing is changed or created.
 FolderFindings checkFolder(const std::string& appFolder, const platform::Files& files);
 
+// Why the files of a folder cannot be told, for the user; empty where they can, and where there is
+// no such folder.
+std::string whyUnlisted(const std::string& folder, const platform::Files& files);
+
 // What is wrong with a run file's content; empty where nothing is.
 std::string runDamage(const platform::Bytes& content);
 // The same for the file of a run's notes. One that is empty was created by looking at its run.

@@ -20,7 +20,6 @@
 #include <QFrame>
 #include <QLabel>
 #include <QScreen>
-#include <QToolBar>
 
 #include <array>
 
@@ -287,7 +286,7 @@ void EnableMainMenus(bool on) {
 }
 
 bool mainMenusEnabled() {
-    return !isLoaded<VrnWin32>() || form<VrnWin32>().commands().toolbar().isEnabled();
+    return !isLoaded<VrnWin32>() || form<VrnWin32>().menusEnabled();
 }
 
 } // namespace kvo::forms

@@ -22,6 +22,7 @@ public:
 
     // The five main menus and the toolbar.
     void enableMenus(bool on);
+    bool menusEnabled() const { return m_menusEnabled; }
     // The picture of the vehicle that the configuration names now.
     void loadLogo();
     const platform_qt::Commands& commands() const { return m_commands; }
@@ -68,6 +69,7 @@ private:
     void Mnu_AboutVrn_Click();
 
     platform_qt::Commands m_commands;
+    bool m_menusEnabled = true;
     QWidget* m_inner = nullptr;
     QFrame* Line1 = nullptr;
     QLabel* Logo = nullptr;

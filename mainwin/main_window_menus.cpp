@@ -136,6 +136,7 @@ void VrnWin32::showRecent() {
 }
 
 void VrnWin32::enableMenus(bool on) {
+    m_menusEnabled = on;
     m_commands.setMenusEnabled(
         {"Mnu_File", "Mnu_Communications", "VrnTools", "Mnu_Setup", "Mnu_HelpList"}, on);
     m_commands.toolbar().setEnabled(on);

@@ -224,7 +224,7 @@ void openDoors() {
     all.showCalculator = [](int sum) { form<CalcForm>().showSum(sum); };
     all.showConversions = [] { form<Conversions>().showForMainWindow(); };
     all.openConversions = [] { form<Conversions>().showOverForm(); };
-    all.openPath = openDropped;
+    all.openDropped = openDropped;
     all.rememberRun = rememberRun;
     all.showAbout = [] { showModal(form<About>()); };
     all.showHelp = showHelp;

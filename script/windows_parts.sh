@@ -258,6 +258,20 @@ try_port() {
     echo "Downloads over the serial port: the same runs as on this system"
 }
 
+# Configures the preset $1 with the libraries in $2 and the options that follow, and builds it.
+cross_build() {
+    local preset=$1 prefixes=$2
+    shift 2
+    echo "Building for Windows"
+    cmake --preset "$preset" "-DCMAKE_PREFIX_PATH=$prefixes" "$@" >"$scratch/configure" 2>&1 ||
+        { cat "$scratch/configure"; fail "the build for Windows could not be configured"; }
+    cmake --build --preset "$preset" -j "$(nproc)" 2>&1 | ninja_progress "$scratch/build"
+    [ "${PIPESTATUS[0]}" = 0 ] || {
+        grep -A 12 -m 2 'FAILED:' "$scratch/build"
+        fail "the build for Windows failed"
+    }
+}
+
 # Everything below the forms: built for Windows and run under wine.
 try_core() {
     install_packages build test windows
@@ -265,14 +279,7 @@ try_core() {
     trap 'end_wine; rm -rf "$scratch"' EXIT
     unset DISPLAY WAYLAND_DISPLAY
     build_libraries || fail "the libraries of the tests could not be built"
-    echo "Building for Windows"
-    cmake --preset windows-core "-DCMAKE_PREFIX_PATH=$libraries" >"$scratch/configure" 2>&1 ||
-        { cat "$scratch/configure"; fail "the build for Windows could not be configured"; }
-    cmake --build --preset windows-core -j "$(nproc)" 2>&1 | ninja_progress "$scratch/build"
-    [ "${PIPESTATUS[0]}" = 0 ] || {
-        grep -A 12 -m 2 'FAILED:' "$scratch/build"
-        fail "the build for Windows failed"
-    }
+    cross_build windows-core "$libraries"
     echo "Building the tools for this system"
     build_preset core-only --target make_runs kvo_cli logger_simulator >"$scratch/build" 2>&1 ||
         { tail -n 20 "$scratch/build"; fail "the tools did not build"; }
@@ -392,15 +399,8 @@ try_app() {
     unset DISPLAY WAYLAND_DISPLAY
     build_libraries || fail "the libraries of the tests could not be built"
     app=$root/build/windows-app
-    echo "Building for Windows"
-    cmake --preset windows-app "-DCMAKE_PREFIX_PATH=$libraries;$(qt_prefix)" -DQT_HOST_PATH=/usr \
-        -DQT_HOST_PATH_CMAKE_DIR=/usr/lib/x86_64-linux-gnu/cmake >"$scratch/configure" 2>&1 ||
-        { cat "$scratch/configure"; fail "the build for Windows could not be configured"; }
-    cmake --build --preset windows-app -j "$(nproc)" 2>&1 | ninja_progress "$scratch/build"
-    [ "${PIPESTATUS[0]}" = 0 ] || {
-        grep -A 12 -m 2 'FAILED:' "$scratch/build"
-        fail "the build for Windows failed"
-    }
+    cross_build windows-app "$libraries;$(qt_prefix)" -DQT_HOST_PATH=/usr \
+        -DQT_HOST_PATH_CMAKE_DIR=/usr/lib/x86_64-linux-gnu/cmake
     echo "Building the same drive for this system"
     build_preset core-only --target logger_simulator >"$scratch/build" 2>&1 &&
         build_preset dev --target demo_drive >"$scratch/build" 2>&1 ||

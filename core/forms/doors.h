@@ -139,9 +139,10 @@ struct Doors {
     Door<void()> showConversions{"showConversions"};
     // The same over the form that asks for it, modal.
     Door<void()> openConversions{"openConversions"};
-    // Opens a path: a run of this folder in the graph window; one that lies elsewhere is offered
-    // for import, and a folder for a new start in it.
-    Door<void(const std::string&)> openPath{"openPath"};
+    // Opens what was dropped on a window, or only beeps while the main menus are off: a run of this
+    // folder goes to the graph window, one that lies elsewhere is offered for import, and a folder
+    // for a new start in it.
+    Door<void(const std::string&)> openDropped{"openDropped"};
     // A run is in the graph window: it is one of those that were open last. May be shut.
     Door<void(const std::string&)> rememberRun{"rememberRun"};
     // Name and version of the program, modal.

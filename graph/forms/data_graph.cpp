@@ -57,7 +57,7 @@ void DataGraph::makeControls() {
             if (hasRun() && button == Qt::LeftButton) m_scale.fitWhole();
         });
     connect(&m_cursor, &GraphCursor::marksChanged, this, &DataGraph::showState);
-    takeFileDrops(*this, [](const std::string& path) { doors().openPath(path); });
+    takeFileDrops(*this, [](const std::string& path) { doors().openDropped(path); });
     connect(m_panel, &ChannelPanel::heightChanged, this, &DataGraph::Form_Resize);
     setTabOrders();
     const QSize room = screen()->availableSize();

@@ -74,7 +74,7 @@ std::array<bool, doorCount> openOnes() {
         all.showCalculator.isOpen(),
         all.showConversions.isOpen(),
         all.openConversions.isOpen(),
-        all.openPath.isOpen(),
+        all.openDropped.isOpen(),
         all.rememberRun.isOpen(),
         all.endProgram.isOpen(),
         all.showAbout.isOpen(),

@@ -281,7 +281,7 @@ private slots:
         doors().showChosenRun = [](const auto&) {};
         auto& graph = open(32);
         Paths opened;
-        doors().openPath = [&opened](const std::string& path) { opened.push_back(path); };
+        doors().openDropped = [&opened](const std::string& path) { opened.push_back(path); };
         const std::string other = hostPath("/r\xC3\xA4"
                                            "d/x.12d");
         QVERIFY(dropOn(graph, {file(other)}));

@@ -139,10 +139,8 @@ int listRuns(const Command&, const command_line::Arguments& arguments, const Pla
     const auto index = place.look.readOrReason(core::indexPath(folder, place.look));
     if (!index && index.failure != platform::FileFailure::notFound) return fail(index.message);
     const std::string data = core::dataFolder(folder, place.look);
-    const auto entered = place.look.enterable(data);
-    if (!entered && entered.failure != platform::FileFailure::noSuchPath)
-        return fail(entered.message);
-    if (entered && !place.look.folders(data)) return fail(data + " cannot be listed");
+    if (const std::string why = library::whyUnlisted(data, place.look); !why.empty())
+        return fail(why);
     std::set<std::string> there;
     for (const std::string& name : place.look.list(data)) there.insert(core::upperCased(name));
     Json json = Json::array();

@@ -1,7 +1,6 @@
 #pragma once
-// A disk in memory under the paths of the system that the tests run on. The disk's own are parted
-// by
-// '/' and have no drive; on Windows the forms tell and are told "C:\kvo" for its "/kvo".
+// A disk in memory under the paths of the system that the tests run on. The disk's own have a '/'
+// between their parts and no drive; on Windows the forms tell and are told "C:\kvo" for its "/kvo".
 #include "platform/files.h"
 #include "tests/support/memory_files.h"
 
