@@ -43,6 +43,7 @@ struct Ruler {
     platform::PixelRect ground; // empty: the surface's own numbers are in view
     std::vector<int> ticks;     // y or x of the lines, at the inner edge of the ground
     std::vector<RulerText> texts;
+    friend bool operator==(const Ruler&, const Ruler&) = default;
 };
 
 struct Rulers {

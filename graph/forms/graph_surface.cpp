@@ -7,7 +7,6 @@
 #include "platform/qt/text.h"
 
 #include <QCoreApplication>
-#include <QFontMetrics>
 #include <QFrame>
 #include <QScrollBar>
 #include <QSignalBlocker>
@@ -136,12 +135,11 @@ void GraphSurface::showRulers(const graph::RulerScales& scales) {
 void GraphSurface::placeRulers() {
     const double ratio = devicePixelRatioF();
     const auto devicePx = [ratio](int px) { return qRound(px * ratio); };
-    const QFontMetrics letters(RulerStrip::font(graph::trendPoints, ratio));
+    m_letters.setFont(RulerStrip::font(graph::trendPoints, ratio));
     const graph::Rulers rulers = graph::makeRulers(m_rulerScales,
         {Trend->deviceSize(), {-devicePx(Trend->x()), -devicePx(Trend->y())},
             devicePx(Frame1->width()), devicePx(Frame1->height())},
-        {letters.height(),
-            [&](const std::string& text) { return letters.horizontalAdvance(shown(text)); }});
+        {m_letters.linePx(), [&](const std::string& text) { return m_letters.widthPx(text); }});
     m_heights->showRuler(rulers.heights, Trend->surface().backColor());
     m_times->showRuler(rulers.times, Trend->surface().backColor());
 }

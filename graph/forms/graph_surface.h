@@ -1,6 +1,7 @@
 #pragma once
 // The surface of the graph window with its frame and scroll bars: how large Trend is in each
 // setting, and which part of it is in view. The sizes come from graph/layout.
+#include "graph/forms/ruler_strip.h"
 #include "graph/forms/spoken_graph.h"
 #include "graph/layout.h"
 #include "graph/rulers.h"
@@ -11,8 +12,6 @@ class QFrame;
 class QScrollBar;
 
 namespace kvo::forms {
-
-class RulerStrip;
 
 class GraphSurface : public QWidget {
     Q_OBJECT
@@ -78,6 +77,7 @@ private:
     RulerStrip* m_heights = nullptr;
     RulerStrip* m_times = nullptr;
     graph::RulerScales m_rulerScales;
+    RulerLetterWidths m_letters;
     QScrollBar* HScroll = nullptr;
     QScrollBar* VScroll = nullptr;
 };

@@ -7,6 +7,7 @@
 #include "platform/qt/application.h"
 #include "platform/qt/text.h"
 
+#include <QFontMetrics>
 #include <QPainter>
 
 namespace kvo::forms {
@@ -20,9 +21,25 @@ constexpr Qt::GlobalColor edgeColour = Qt::gray; // seen on light and dark groun
 
 } // namespace
 
+void RulerLetterWidths::setFont(const QFont& font) {
+    if (font == m_font && m_linePx > 0) return;
+    m_font = font;
+    m_linePx = QFontMetrics(font).height();
+    m_widths.clear();
+}
+
+int RulerLetterWidths::widthPx(const std::string& text) {
+    const auto known = m_widths.find(text);
+    if (known != m_widths.end()) return known->second;
+    const int width = QFontMetrics(m_font).horizontalAdvance(shown(text));
+    m_widths.emplace(text, width);
+    return width;
+}
+
 RulerStrip::RulerStrip(Qt::Orientation orientation, QWidget* frame)
     : QWidget(frame), m_orientation(orientation) {
     setAttribute(Qt::WA_TransparentForMouseEvents);
+    setAttribute(Qt::WA_OpaquePaintEvent); // the surface behind it is not painted for nothing
     hide();
 }
 
@@ -33,6 +50,7 @@ QFont RulerStrip::font(float points, double pixelRatio) {
 }
 
 void RulerStrip::showRuler(const graph::Ruler& ruler, platform::Colour ground) {
+    const bool same = ruler == m_ruler && ground == m_ground;
     m_ruler = ruler;
     m_ground = ground;
     const platform::PixelRect& rect = ruler.ground;
@@ -42,17 +60,16 @@ void RulerStrip::showRuler(const graph::Ruler& ruler, platform::Colour ground) {
         rect.left / ratio, rect.top / ratio, rect.width() / ratio, rect.height() / ratio);
     setGeometry(place.toAlignedRect());
     setVisible(!rect.empty());
-    update();
+    if (!same) update();
 }
 
 void RulerStrip::paintEvent(QPaintEvent*) {
     QPainter painter(this);
+    painter.fillRect(this->rect(), QColor::fromRgb(platform::rgb32(m_ground)));
     const double ratio = devicePixelRatioF();
     painter.scale(1 / ratio, 1 / ratio);
     painter.translate(-qRound(x() * ratio), -qRound(y() * ratio));
     const platform::PixelRect& rect = m_ruler.ground;
-    const QRect ground(rect.left, rect.top, rect.width(), rect.height());
-    painter.fillRect(ground, QColor::fromRgb(platform::rgb32(m_ground)));
     const int thin = qMax(1, qRound(ratio));
     const int tick = qRound(tickPx * ratio);
     const bool upright = m_orientation == Qt::Vertical;

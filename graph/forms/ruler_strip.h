@@ -7,7 +7,24 @@
 #include <QFont>
 #include <QWidget>
 
+#include <map>
+#include <string>
+
 namespace kvo::forms {
+
+// How large the rulers' texts get. Each text is measured once for a font: while a hand scrolls, the
+// same ones come again at every step.
+class RulerLetterWidths {
+public:
+    void setFont(const QFont& font);
+    int linePx() const { return m_linePx; }
+    int widthPx(const std::string& text);
+
+private:
+    QFont m_font;
+    int m_linePx = 0;
+    std::map<std::string, int> m_widths;
+};
 
 class RulerStrip : public QWidget {
     Q_OBJECT

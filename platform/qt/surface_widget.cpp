@@ -21,6 +21,24 @@ namespace {
 // Beyond this a widget cannot grow; the surface then says that it has no memory.
 constexpr int largestSide = 1000000;
 
+// So far the image reaches beyond the view on the side to which it was scrolled, so that most steps
+// of scrolling find their part painted and move no pixel of the image.
+constexpr int aheadPx(int viewPx) {
+    return viewPx / 4;
+}
+
+PixelRect heldFor(
+    const PixelRect& view, const PixelRect& held, const platform::SurfaceSize& surface) {
+    const int x = aheadPx(view.width());
+    const int y = aheadPx(view.height());
+    PixelRect next = view;
+    if (view.left < held.left) next.left = std::max(0, view.left - x);
+    if (view.top < held.top) next.top = std::max(0, view.top - y);
+    if (view.right > held.right) next.right = std::min(surface.widthPx, view.right + x);
+    if (view.bottom > held.bottom) next.bottom = std::min(surface.heightPx, view.bottom + y);
+    return next;
+}
+
 } // namespace
 
 SurfaceWidget::SurfaceWidget(QWidget* parent) : QWidget(parent) {
@@ -113,33 +131,36 @@ QRect SurfaceWidget::widgetRect(const PixelRect& rect) const {
 }
 
 void SurfaceWidget::paintPart(const PixelRect& part) {
-    const ImagePart image{&m_image, m_view};
+    const ImagePart image{&m_image, m_held};
     const double ratio = devicePixelRatioF();
     paintWhole(image, part, m_surface.kept(), m_surface.backColor(), m_painted, ratio);
 }
 
-// Moves the pixels that stay in view and paints the strips that came in; false where nothing stays.
+// Sees to it that the image holds what a scrolled view shows: moves the pixels that stay and paints
+// the strips that came in; false where nothing stays or the image is too small.
 bool SurfaceWidget::scrollTo(const PixelRect& view) {
-    const PixelRect stays = intersection(view, m_view);
-    if (stays.empty() || view.width() != m_view.width() || view.height() != m_view.height()) {
+    if (intersection(view, m_held) == view) return true;
+    const PixelRect held = heldFor(view, m_held, m_painted);
+    const PixelRect stays = intersection(held, m_held);
+    if (stays.empty() || held.width() > m_image.width() || held.height() > m_image.height()) {
         return false;
     }
-    if (view == m_view) return true;
     const qsizetype stride = m_image.bytesPerLine();
     uchar* const bits = m_image.bits();
     const auto pixel = [&](const PixelRect& holder, int y) {
         return bits + (y - holder.top) * stride + (stays.left - holder.left) * 4;
     };
-    const bool upwards = view.top >= m_view.top;
+    const bool upwards = held.top >= m_held.top;
     for (int i = 0; i < stays.height(); ++i) {
         const int y = upwards ? stays.top + i : stays.bottom - 1 - i;
-        std::memmove(pixel(view, y), pixel(m_view, y), static_cast<std::size_t>(stays.width()) * 4);
+        std::memmove(pixel(held, y), pixel(m_held, y), static_cast<std::size_t>(stays.width()) * 4);
     }
-    m_view = view;
-    paintPart({view.left, view.top, view.right, stays.top});
-    paintPart({view.left, stays.bottom, view.right, view.bottom});
-    paintPart({view.left, stays.top, stays.left, stays.bottom});
-    paintPart({stays.right, stays.top, view.right, stays.bottom});
+    m_held = held;
+    ++m_stripPaints;
+    paintPart({held.left, held.top, held.right, stays.top});
+    paintPart({held.left, stays.bottom, held.right, held.bottom});
+    paintPart({held.left, stays.top, stays.left, stays.bottom});
+    paintPart({stays.right, stays.top, held.right, stays.bottom});
     return true;
 }
 
@@ -149,8 +170,8 @@ void SurfaceWidget::bringUpToDate(const PixelRect& view) {
     kept.seal();
     const bool same = m_painted == deviceSize() && m_generation == kept.generation() &&
                       m_ground == m_surface.backColor();
-    if (same && m_operations < kept.size() && !m_view.empty()) {
-        paintOperations({&m_image, m_view}, m_view, kept, m_operations, kept.size(), m_painted,
+    if (same && m_operations < kept.size() && !m_held.empty()) {
+        paintOperations({&m_image, m_held}, m_held, kept, m_operations, kept.size(), m_painted,
             devicePixelRatioF());
     }
     m_operations = kept.size();
@@ -158,8 +179,9 @@ void SurfaceWidget::bringUpToDate(const PixelRect& view) {
     m_painted = deviceSize();
     m_generation = kept.generation();
     m_ground = m_surface.backColor();
-    reserveImage(m_image, view.width(), view.height());
-    m_view = view;
+    reserveImage(m_image, std::min(view.width() + aheadPx(view.width()), m_painted.widthPx),
+        std::min(view.height() + aheadPx(view.height()), m_painted.heightPx));
+    m_held = view;
     paintPart(view);
     ++m_fullPaints;
 }
@@ -169,7 +191,7 @@ void SurfaceWidget::paintUpper(QPainter& painter, const PixelRect& part) {
     reserveImage(m_scratch, part.width(), part.height());
     for (int y = part.top; y < part.bottom; ++y) {
         std::memcpy(m_scratch.scanLine(y - part.top),
-            m_image.constScanLine(y - m_view.top) + (part.left - m_view.left) * 4,
+            m_image.constScanLine(y - m_held.top) + (part.left - m_held.left) * 4,
             static_cast<std::size_t>(part.width()) * 4);
     }
     paintOperations(
@@ -185,7 +207,7 @@ void SurfaceWidget::paintEvent(QPaintEvent* event) {
         paint(*event);
         m_unpainted = false;
     } catch (const std::bad_alloc&) {
-        m_view = {}; // nothing of the image counts
+        m_held = {}; // nothing of the image counts
         if (std::exchange(m_unpainted, true)) return;
         QTimer::singleShot(0, this, [] { throw std::bad_alloc(); });
     }
@@ -208,9 +230,9 @@ void SurfaceWidget::paint(const QPaintEvent& event) {
     // Device pixels from here on, so that each pixel of the image is one of the screen.
     painter.scale(1 / devicePixelRatioF(), 1 / devicePixelRatioF());
     for (const QRect& rect : event.region()) {
-        const PixelRect part = intersection(devicePart(rect), m_view);
+        const PixelRect part = intersection(devicePart(rect), m_held);
         painter.drawImage(QPoint(part.left, part.top), m_image,
-            QRect(part.left - m_view.left, part.top - m_view.top, part.width(), part.height()));
+            QRect(part.left - m_held.left, part.top - m_held.top, part.width(), part.height()));
         const PixelRect upperPart = intersection(part, onTop);
         if (!upperPart.empty()) paintUpper(painter, upperPart);
     }

@@ -26,6 +26,8 @@ public:
     platform::SurfaceSize deviceSize() const;
     // How often the kept picture has been painted from its beginning, for tests of the speed.
     int fullPaints() const { return m_fullPaints; }
+    // How often strips that a scroll brought in were painted, likewise.
+    int stripPaints() const { return m_stripPaints; }
 
 signals:
     // X and Y in the user scale.
@@ -64,9 +66,9 @@ private:
     void paintUpper(QPainter& painter, const platform::PixelRect& part);
 
     platform::DisplayListSurface m_surface;
-    QImage m_image;                  // the kept picture where it is in view
+    QImage m_image;                  // the kept picture in view and a little beside it
     QImage m_scratch;                // a piece of it with what lies on top
-    platform::PixelRect m_view;      // part of the surface that m_image holds
+    platform::PixelRect m_held;      // part of the surface that m_image holds
     platform::SurfaceSize m_painted; // surface it was painted for
     platform::Colour m_ground = 0;
     std::uint32_t m_generation = 0;
@@ -75,6 +77,7 @@ private:
     bool m_unpainted = false; // the last painting was broken off
     bool m_updating = false;  // an update of everything is on its way
     int m_fullPaints = 0;
+    int m_stripPaints = 0;
 };
 
 } // namespace kvo::platform_qt

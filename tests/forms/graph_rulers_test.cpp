@@ -106,6 +106,23 @@ private slots:
         }
     }
 
+    // The screen's own pixels, not a painting made for the test: a strip that is left as it was
+    // after a step would show.
+    void everyStepOfAScrollShowsOnTheScreen() {
+        open(32);
+        scrollFar();
+        QWidget& inFrame = part<QWidget>("Frame1");
+        if (inFrame.devicePixelRatioF() != 1) QSKIP("off-screen, the screen knows no scale factor");
+        for (int i = 0; i < 6; ++i) {
+            (i % 2 == 0 ? along() : down()).triggerAction(QAbstractSlider::SliderSingleStepAdd);
+            QCoreApplication::processEvents();
+            const QWidget& window = *inFrame.window();
+            const QImage screen = window.screen()->grabWindow(window.winId()).toImage();
+            const QRect place(inFrame.mapTo(&window, QPoint()), inFrame.size());
+            QCOMPARE(screen.copy(place).convertToFormat(QImage::Format_RGB32), frame());
+        }
+    }
+
     void theMouseReachesTheSurfaceThroughThem() {
         open(32);
         scrollFar();

@@ -145,6 +145,47 @@ private slots:
         QVERIFY(window.isRight());
     }
 
+    // The image reaches beyond the view after a scroll; what is drawn then is there too, and a
+    // larger view or one that turns back shows nothing stale.
+    void whatLiesAheadIsKeptRight() {
+        Window window;
+        drawCurves(*window.trend);
+        QVERIFY(window.isRight());
+        window.scrollTo(60, 40);
+        QVERIFY(window.isRight());
+        window.trend->surface().lineTo(700, 100, 0xFF00FF);
+        window.trend->surface().lineTo(10, 900, 0xFF00FF);
+        for (const QPoint at : {QPoint(100, 40), QPoint(150, 90), QPoint(149, 120), QPoint(40, 20),
+                 QPoint(10, 0), QPoint(1090, 790), QPoint(1100, 800), QPoint(1020, 740)}) {
+            window.scrollTo(at.x(), at.y());
+            QVERIFY2(window.isRight(), qPrintable(QStringLiteral("%1 %2").arg(at.x()).arg(at.y())));
+        }
+        window.frame.resize(440, 330);
+        QVERIFY(window.isRight());
+        window.scrollTo(900, 600);
+        QVERIFY(window.isRight());
+        window.frame.resize(300, 200);
+        window.scrollTo(920, 620);
+        QVERIFY(window.isRight());
+    }
+
+    // Steps inside of what was painted ahead paint nothing more.
+    void aStepBackAndForthPaintsNothingAnew() {
+        Window window;
+        drawCurves(*window.trend);
+        QVERIFY(window.isRight());
+        window.scrollTo(60, 0);
+        const int strips = window.trend->stripPaints();
+        for (const int x : {100, 61, 159, 60}) {
+            window.scrollTo(x, 0);
+            QVERIFY(window.isRight());
+        }
+        QCOMPARE(window.trend->stripPaints(), strips);
+        window.scrollTo(170, 0);
+        QVERIFY(window.isRight());
+        QCOMPARE(window.trend->stripPaints(), strips + 1);
+    }
+
     void timeLineIsShownAtOnceAndMovesAlone() {
         Window window;
         drawCurves(*window.trend);
