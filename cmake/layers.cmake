@@ -13,10 +13,11 @@ function(kvo_layer_files OUT PATTERN FOLDERS ALL_FOLDERS)
         list(APPEND result ${found})
     endforeach()
     list(FILTER result EXCLUDE REGEX "/main\\.cpp$")
-    # On Windows platform/os has the serial port, so that Qt's own is not needed there.
+    # On Windows platform/os has the serial port, so that Qt's own is not needed there, and the
+    # requests of another start.
     if(WIN32)
         list(FILTER result EXCLUDE REGEX
-            "/platform/qt/(qt_serial_port|serial_devices|open_failure)\\.(h|cpp)$")
+            "/platform/qt/(qt_serial_port|qt_show_requests|serial_devices|open_failure)\\.(h|cpp)$")
     endif()
     set(${OUT} ${result} PARENT_SCOPE)
 endfunction()

@@ -8,16 +8,17 @@
 #include "platform/qt/qt_dialogs.h"
 #include "platform/qt/qt_printer.h"
 #include "platform/qt/qt_settings.h"
-#include "platform/qt/qt_show_requests.h"
 #include "platform/qt/qt_yield.h"
 #include "platform/services.h"
 #ifdef _WIN32
 #include "platform/os/comm_port.h"
+#include "platform/os/window_show_requests.h"
 #include "platform/qt/mapi_mail.h"
 #include "platform/qt/port_watch.h"
 #else
 #include "platform/qt/qt_mail.h"
 #include "platform/qt/qt_serial_port.h"
+#include "platform/qt/qt_show_requests.h"
 #endif
 
 #include <functional>
@@ -44,16 +45,17 @@ private:
     platform_os::CommPort m_port;
     platform_qt::PortWatch m_activity{m_port};
     platform_qt::MapiMail m_mail;
+    platform_os::WindowShowRequests m_showRequests;
 #else
     platform_qt::QtSerialPort m_port;
     platform_qt::PortActivity& m_activity = m_port;
     platform_qt::QtMail m_mail;
+    platform_qt::QtShowRequests m_showRequests;
 #endif
     platform_qt::QtYield m_yield{m_activity};
     platform_qt::QtBrowser m_browser;
     platform_qt::QtPrinter m_printer{m_files};
     platform_os::OsFolderLock m_folderLock;
-    platform_qt::QtShowRequests m_showRequests;
     platform_qt::QtSettings m_settings;
 };
 

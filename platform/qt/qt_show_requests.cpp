@@ -5,7 +5,6 @@
 #include <QSocketNotifier>
 #include <QStandardPaths>
 
-#ifdef Q_OS_UNIX
 #include <array>
 #include <cstring>
 #include <optional>
@@ -13,11 +12,9 @@
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <unistd.h>
-#endif
 
 namespace kvo::platform_qt {
 
-#ifdef Q_OS_UNIX
 namespace {
 
 const std::string showWord = "show";         // a run's path stands behind it
@@ -34,7 +31,6 @@ std::optional<sockaddr_un> addressOf(const QString& path) {
 }
 
 } // namespace
-#endif
 
 QtShowRequests::QtShowRequests()
     : QtShowRequests(QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation)) {}
@@ -48,8 +44,6 @@ QtShowRequests::~QtShowRequests() {
 QString QtShowRequests::socketOf(std::int64_t process) const {
     return QStringLiteral("%1/kvo-%2.show").arg(m_socketFolder).arg(process);
 }
-
-#ifdef Q_OS_UNIX
 
 bool QtShowRequests::askToShow(const platform::FolderHolder& holder, const std::string& run) {
     const std::string words = showWord + run;
@@ -94,17 +88,5 @@ void QtShowRequests::closeSocket() {
     if (!m_socketPath.isEmpty()) QFile::remove(m_socketPath);
     m_socketPath.clear();
 }
-
-#else
-
-bool QtShowRequests::askToShow(const platform::FolderHolder&, const std::string&) {
-    return false;
-}
-
-void QtShowRequests::whenAsked(std::function<void(const std::string&)>) {}
-
-void QtShowRequests::closeSocket() {}
-
-#endif
 
 } // namespace kvo::platform_qt

@@ -1,6 +1,6 @@
 #pragma once
-// A program that is asked to show its window hears of it over a socket that only its user may write
-// to; a system without such sockets has none, and its windows are not brought to the front.
+// ShowRequests of a Unix: a program that is asked to show its window hears of it over a socket that
+// only its user may write to.
 #include "platform/show_requests.h"
 
 #include <QString>

@@ -21,7 +21,6 @@ class QtShowRequestsTest : public QObject {
 private slots:
     void init() { m_folder = std::make_unique<QTemporaryDir>(); }
 
-#ifdef Q_OS_UNIX
     void aRequestIsHeardAndOnlyWhileTheProgramLives() {
         QtShowRequests asking(m_folder->path());
         platform::FolderHolder holder;
@@ -74,7 +73,6 @@ private slots:
         holder.process = QCoreApplication::applicationPid();
         QVERIFY(!far.askToShow(holder, {}));
     }
-#endif
 };
 
 KVO_FORM_TEST_MAIN(QtShowRequestsTest)
