@@ -40,7 +40,7 @@ long secondOf(const platform::DateTime& moment) {
 std::string thinnedFile(const std::string& copy) {
     const std::size_t dot = copy.rfind('.');
     if (dot == std::string::npos || !isDigits(std::string_view(copy).substr(dot + 1))) return {};
-    const std::string name = copy.substr(0, dot);
+    std::string name = copy.substr(0, dot);
     static const std::set<std::string> thinned{"KvoData.Ini", "Kvo.Cfg", "KvoTimes", "VSetup.Dat"};
     if (thinned.contains(name)) return name;
     for (int channel = 1; channel <= AnalogTables::size; ++channel)

@@ -38,9 +38,6 @@ struct Services {
 };
 
 // The one set of services of the program.
-inline Services& services() {
-    static Services all;
-    return all;
-}
+Services& services();
 
 } // namespace kvo::platform

@@ -236,15 +236,34 @@ close_kvo() {
     wait_for eval '! titles | grep -qF Kvo' || return 0
 }
 
+is_over() { ! kill -0 "$1" 2>/dev/null; }
+
+# With the program of the folder $1 open, a start for the run $2 finds the folder taken, goes to the
+# first window, where the run opens, and ends.
+show_in_first() {
+    local first=$opened second i
+    open_kvo "$1" --last-folder "C:\\Jürgł runs\\Data\\$2"
+    second=$opened opened=$first
+    expect "a second start asks" wait_for shows_title '"Kvo"' || return 1
+    for ((i = 0; i < 20; i++)); do
+        is_over "$second" && break
+        xdotool key Return
+        sleep 1
+    done
+    expect "the second start ends" is_over "$second" &&
+        expect "the first window shows its run" wait_for shows_title "$2"
+}
+
 # A user's first day with the program in $1, a path of this system: it asks for a folder; a run is
 # opened as a click on it does, then the folder of the last time as a click on the program does.
 use_program() {
-    local run
+    local run other
     if [ ! -d "$runs" ]; then
         mkdir -p "$runs" && build/core-only/tools/make_runs "$runs" && cp packaging/Kvo.Cfg "$runs/" ||
             return 1
     fi
     run=$(find "$runs/Data" -name '*.??d' | LC_ALL=C sort | head -n 1)
+    other=$(find "$runs/Data" -name '*.??d' -printf '%f\n' | LC_ALL=C sort | tail -n 1)
     rm -f "$user/AppData/Roaming/Kvo/Kvo.ini"
     open_kvo "$1"
     expect "the first start offers a folder" wait_for shows_title "Welcome to Kvo" || return 1
@@ -262,7 +281,7 @@ use_program() {
     open_kvo "$1"
     expect "the last folder was opened" wait_for shows_title "DATA ACQUISITION SYSTEM" || return 1
     sleep 2
-    expect "the program stays" kill -0 "$opened" || return 1
+    expect "the program stays" kill -0 "$opened" && show_in_first "$1" "$other" || return 1
     close_kvo
     expect "the program's folder is as it was" is_whole "$1"
 }

@@ -81,7 +81,7 @@ void roundTo(Decimal& decimal, int places) {
         decimal.digits.insert(0, static_cast<std::size_t>(1 - decimal.whole), '0');
         decimal.whole = 1;
     }
-    const auto kept = static_cast<std::size_t>(decimal.whole + places);
+    const auto kept = static_cast<std::size_t>(std::ptrdiff_t{decimal.whole} + places);
     const bool up = kept < decimal.digits.size() && decimal.digits[kept] >= '5';
     decimal.digits.resize(kept, '0');
     if (!up) return;

@@ -150,7 +150,7 @@ ChannelCell::ChannelCell(const channels::ChannelFacts& facts, QWidget* parent)
     overlay->lower(); // the value label covers it
     overlay->setCovered(true);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
-    const QSize least = minimumSizeHint();
+    const QSize least = ChannelCell::minimumSizeHint();
     setMaximumSize(least.width() + graph::cellSparePx, least.height() + graph::cellGrowthPx);
 }
 

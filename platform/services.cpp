@@ -1,0 +1,10 @@
+#include "platform/services.h"
+
+namespace kvo::platform {
+
+Services& services() {
+    static Services all;
+    return all;
+}
+
+} // namespace kvo::platform
