@@ -126,16 +126,9 @@ make_installer() {
 # A home for wine that nobody else has, on a display of its own.
 begin_own_wine() {
     mkdir -p "$scratch/home"
-    Xvfb -displayfd 9 -screen 0 1366x768x24 -nolisten tcp -noreset 9>"$scratch/display" \
-        >"$scratch/xvfb" 2>&1 &
-    screen=$!
-    for ((i = 0; i < 100; i++)); do
-        [ -s "$scratch/display" ] && break
-        sleep 0.1
-    done
-    DISPLAY=:$(cat "$scratch/display")
+    begin_display
     # wine takes the folders of a user from his home.
-    export HOME=$scratch/home DISPLAY WINEPREFIX=$scratch/wine WINEDEBUG=-all \
+    export HOME=$scratch/home WINEPREFIX=$scratch/wine WINEDEBUG=-all \
         WINEDLLOVERRIDES='mscoree,mshtml=;winemenubuilder.exe=d' LC_ALL=C.UTF-8
     setsid /usr/lib/wine/wineserver64 -p >/dev/null 2>&1 </dev/null
     /usr/lib/wine/wine64 wineboot --init >"$scratch/boot" 2>&1 </dev/null &&
@@ -153,8 +146,7 @@ begin_own_wine() {
 
 end_own_wine() {
     end_wine
-    [ -z "${screen:-}" ] || kill "$screen" 2>/dev/null
-    [ -z "${screen:-}" ] || wait "$screen" 2>/dev/null
+    end_display
 }
 
 # What is on the disk and in the user's part of the registry, into the file $1, without what is
@@ -174,26 +166,6 @@ registry() { # KEY [VALUE]: what the user's key has, with [VALUE] only this
     tests/windows/under_wine reg query "HKCU\\$1" ${2:+/v "$2"} 2>/dev/null | tr -d '\r'
 }
 
-# Waits till the command "$@" is true, a minute at most.
-wait_for() {
-    local i
-    for ((i = 0; i < 600; i++)); do
-        "$@" && return 0
-        sleep 0.1
-    done
-    return 1
-}
-
-expect() { # WORDS COMMAND...
-    local words=$1
-    shift
-    "$@" && return 0
-    echo "not so: $words"
-    return 1
-}
-
-titles() { xwininfo -root -tree 2>/dev/null | grep -o '"[^"]*"' | sort -u; }
-shows_title() { titles | grep -qF "$1"; }
 remembers() { grep -aqF "$1" "$user/AppData/Roaming/Kvo/Kvo.ini" 2>/dev/null; }
 is_gone() { [ ! -e "$1" ]; }
 
@@ -236,21 +208,14 @@ close_kvo() {
     wait_for eval '! titles | grep -qF Kvo' || return 0
 }
 
-is_over() { ! kill -0 "$1" 2>/dev/null; }
-
 # With the program of the folder $1 open, a start for the run $2 finds the folder taken, goes to the
 # first window, where the run opens, and ends.
 show_in_first() {
-    local first=$opened second i
+    local first=$opened second
     open_kvo "$1" --last-folder "C:\\Jürgł runs\\Data\\$2"
     second=$opened opened=$first
     expect "a second start asks" wait_for shows_title '"Kvo"' || return 1
-    for ((i = 0; i < 20; i++)); do
-        is_over "$second" && break
-        xdotool key Return
-        sleep 1
-    done
-    expect "the second start ends" is_over "$second" &&
+    expect "the second start ends" press_enter_till is_over "$second" &&
         expect "the first window shows its run" wait_for shows_title "$2"
 }
 
@@ -319,7 +284,7 @@ installer() {
     local preset=${1:-windows-release} build
     build=$root/build/$preset
     build_qt
-    install_packages build test windows windows-qt windows-installer
+    install_packages build test windows windows-qt windows-display windows-installer
     make_scratch
     unset WINEPREFIX # a home of wine that is somebody's own
     trap 'end_own_wine; rm -rf "$scratch"' EXIT

@@ -380,6 +380,40 @@ try_drive() {
     echo "A cable that is pulled in the middle is told, and leaves no run"
 }
 
+# From the menu to the run in the graph with the folder $1: Enter at the date, at Start Download, at
+# each question and at the title that is offered.
+press_through_download() {
+    local program done=0
+    /usr/lib/wine/wine64 "$app/kvo.exe" "Z:${1//\//\\}" >"$scratch/kvo" 2>&1 </dev/null 7>&- &
+    program=$!
+    if expect "kvo.exe starts" wait_for shows_title "DATA ACQUISITION SYSTEM"; then
+        sleep 2
+        xdotool key alt+c
+        sleep 1
+        xdotool key d
+        sleep 1
+        expect "the run is in the graph" press_enter_till shows_title " Run: 1 " && done=1
+    fi
+    kill "$program" 2>/dev/null
+    wait "$program" 2>/dev/null
+    [ $done = 1 ]
+}
+
+# The program itself on a display, by its keys alone: the run file is that of the drive on this system.
+try_keys() {
+    local folder=$scratch/drive/keys status
+    mkdir -p "$folder" && cp packaging/Kvo.Cfg "$folder/" || return 1
+    # Where wine's own desktop is, its programs are.
+    end_wine
+    begin_display
+    begin_wine || return 1
+    with_logger com1 32 "" press_through_download "$folder"
+    status=$?
+    end_display
+    [ $status = 0 ] && cmp "$scratch"/drive/here/Data/*.*d "$folder"/Data/*.*d || return 1
+    echo "kvo.exe downloads the same run on a display, by keys alone"
+}
+
 # Where the system of a program's own folder is not, wine finds its libraries.
 windows_path() {
     local folder path=
@@ -393,9 +427,9 @@ windows_path() {
 # The program with its windows: built for Windows and driven under wine, off-screen.
 try_app() {
     build_qt
-    install_packages build test windows
+    install_packages build test windows windows-display
     make_scratch
-    trap 'end_wine; rm -rf "$scratch"' EXIT
+    trap 'end_wine; end_display; rm -rf "$scratch"' EXIT
     unset DISPLAY WAYLAND_DISPLAY
     build_libraries || fail "the libraries of the tests could not be built"
     app=$root/build/windows-app
@@ -414,7 +448,7 @@ try_app() {
     local bad=0
     try_forms || bad=1
     tests/windows/under_wine "$app/tests/vectors/kvo_vectors.exe" tests/vectors || bad=1
-    try_drive || bad=1
+    try_drive && try_keys || bad=1
     [ $bad = 0 ] || fail "not everything passed"
     echo "The windows pass under wine."
 }

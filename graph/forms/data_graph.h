@@ -24,7 +24,7 @@ namespace kvo::forms {
 class ChannelPanel;
 class GraphSurface;
 
-class DataGraph : public QMainWindow, private graph::CourseView {
+class DataGraph final : public QMainWindow, private graph::CourseView {
     Q_OBJECT
 
 public:

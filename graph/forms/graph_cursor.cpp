@@ -142,7 +142,7 @@ void GraphCursor::Label_DataChanel_Change(const QString& text) {
 
 QString GraphCursor::spokenName() const {
     if (!m_course.hasRun()) return QStringLiteral("Graph");
-    const QString name = QStringLiteral("Graph of ") + shown(m_course.runTitle());
+    QString name = QStringLiteral("Graph of ") + shown(m_course.runTitle());
     if (!m_course.overlayLoaded()) return name;
     return name + QStringLiteral(", overlay ") + shown(m_course.overlayTitle());
 }
