@@ -41,8 +41,8 @@ PrintedPanel::PrintedPanel(
 void PrintedPanel::makeColumns() {
     for (const PanelGroup& group : m_panel.groups) {
         const std::size_t count = group.cells.size();
-        const std::size_t columns = (count + mostRows - 1) / mostRows;
-        const std::size_t rows = columns > 0 ? (count + columns - 1) / columns : 0;
+        const std::size_t columns = std::max<std::size_t>((count + mostRows - 1) / mostRows, 1);
+        const std::size_t rows = std::max<std::size_t>((count + columns - 1) / columns, 1);
         for (std::size_t i = 0; i < count; ++i) {
             if (i % rows == 0) {
                 m_columns.emplace_back();

@@ -102,7 +102,7 @@ std::string pathOf(const CommandRow& row, const std::vector<CommandRow>& rows) {
         const auto above = std::ranges::find_if(
             rows, [&menu](const CommandRow& other) { return other.control == menu; });
         if (above == rows.end()) break;
-        path = plainCaption(*above) + (path.empty() ? "" : ", ") + path;
+        path.insert(0, plainCaption(*above) + (path.empty() ? "" : ", "));
         menu = above->menu;
     }
     return path;

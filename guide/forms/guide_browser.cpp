@@ -124,7 +124,7 @@ QVariant GuideBrowser::loadResource(int type, const QUrl& name) {
 }
 
 QImage GuideBrowser::fittingPicture(const QString& path) const {
-    const auto picture = QImage::fromData(bytesInProgram(path));
+    QImage picture = QImage::fromData(bytesInProgram(path));
     if (picture.width() <= m_room) return picture;
     const int width = qMin(picture.width(), qRound(m_room * devicePixelRatioF()));
     QImage fitting = picture.scaledToWidth(width, Qt::SmoothTransformation);

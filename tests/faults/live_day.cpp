@@ -1,9 +1,9 @@
 // A day of live display, its time sped: the memory in use does not grow.
 #include "platform/unanswered_dialogs.h"
+#include "tests/faults/heap_in_use.h"
 #include "tests/faults/proof.h"
 #include "tests/support/pit_rig.h"
 
-#include <malloc.h>
 
 namespace {
 
@@ -12,11 +12,6 @@ using namespace kvo::faults;
 
 constexpr long minuteTurns = 60'000L * platform::turnsPerMillisecond;
 constexpr long mostGrowth = 1'000'000; // bytes
-
-std::int64_t bytesInUse() {
-    const struct mallinfo2 now = mallinfo2();
-    return static_cast<std::int64_t>(now.uordblks + now.hblkhd);
-}
 
 // Counts the frames, and keeps none.
 class CountingView : public link::PitRunView {

@@ -7,6 +7,7 @@
 #include "platform/qt/form_kit.h"
 #include "platform/services.h"
 #include "platform/unanswered_dialogs.h"
+#include "tests/faults/heap_in_use.h"
 #include "tests/faults/proof.h"
 #include "tests/support/pit_rig.h"
 
@@ -16,7 +17,6 @@
 #include <algorithm>
 #include <clocale>
 #include <fstream>
-#include <malloc.h>
 #include <unistd.h>
 
 namespace {
@@ -26,11 +26,6 @@ using namespace kvo::faults;
 
 constexpr long minuteTurns = 60'000L * platform::turnsPerMillisecond;
 constexpr long mostGrowth = 1'000'000; // bytes
-
-std::int64_t bytesInUse() {
-    const struct mallinfo2 now = mallinfo2();
-    return static_cast<std::int64_t>(now.uordblks + now.hblkhd);
-}
 
 // Bytes of the program that are in memory.
 std::int64_t residentBytes() {

@@ -12,6 +12,7 @@
 #include "platform/qt/form_kit.h"
 #include "platform/qt/qt_dialogs.h"
 #include "platform/qt/qt_printer.h"
+#include "tests/faults/heap_in_use.h"
 #include "tests/faults/proof.h"
 #include "tests/forms/support/model_run.h"
 #include "tests/forms/support/test_program.h"
@@ -125,10 +126,12 @@ public:
         // Where it was: what it never opened it has not tried.
         for (const auto& [name, events] : m_windows)
             std::printf("%9lld %s\n", static_cast<long long>(events), name.c_str());
-        char finding[120];
+        char finding[200];
         std::snprintf(finding, sizeof finding,
-            "%zu kinds of window, %lld starts, longest event %.2f s of work", m_windows.size(),
-            static_cast<long long>(m_starts), m_longest);
+            "%zu kinds of window, %lld starts, longest event %.2f s of work, %.0f MB in use beside "
+            "the disk's",
+            m_windows.size(), static_cast<long long>(m_starts), m_longest,
+            static_cast<double>(faults::bytesInUse() - m_program.files.bytes()) / 1e6);
         return m_proof.end("monkey on all windows", m_done, "events", finding);
     }
 

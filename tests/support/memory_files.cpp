@@ -59,6 +59,13 @@ platform::ReadResult MemoryFiles::readAsNamed(const std::string& path) const {
     return {{}, path + ": No such file", FileFailure::notFound};
 }
 
+std::int64_t MemoryFiles::bytes() const {
+    std::int64_t all = 0;
+    for (const auto& [path, content] : m_files)
+        all += static_cast<std::int64_t>(content.capacity());
+    return all;
+}
+
 platform::ReadResult MemoryFiles::readOrReason(const std::string& path) const {
     const auto found = find(path);
     if (found == m_files.end()) {

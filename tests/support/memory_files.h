@@ -38,6 +38,8 @@ public:
     void put(const std::string& path, platform::Bytes content) {
         m_files[path] = std::move(content);
     }
+    // Of all files together.
+    std::int64_t bytes() const;
     int writes() const { return m_writes; }
     int removes() const { return m_removes; }
     // Files that were asked for under their very name.
