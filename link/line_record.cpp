@@ -198,7 +198,7 @@ std::string ReplayedLine::input() {
     catchUp();
     const std::size_t wanted =
         m_inputLen == 0 ? m_buffer.size() : static_cast<std::size_t>(m_inputLen);
-    const std::string taken = m_buffer.substr(0, wanted);
+    std::string taken = m_buffer.substr(0, wanted);
     m_buffer.erase(0, taken.size());
     return taken;
 }
