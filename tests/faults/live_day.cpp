@@ -4,7 +4,6 @@
 #include "tests/faults/proof.h"
 #include "tests/support/pit_rig.h"
 
-
 namespace {
 
 using namespace kvo;
