@@ -45,7 +45,7 @@ std::vector<std::string> recent(const char* list) {
     return settings != nullptr ? settings->list(list) : std::vector<std::string>();
 }
 
-void keepRecent(const char* list, std::vector<std::string> values) {
+void keepRecent(const char* list, const std::vector<std::string>& values) {
     if (platform::services().settings != nullptr)
         platform::services().settings->setList(list, values);
 }

@@ -131,7 +131,7 @@ void mailRuns() {
 }
 
 std::optional<std::string> browseFolder() {
-    const auto folder = form<Browser>().browse();
+    auto folder = form<Browser>().browse();
     unload<Browser>();
     return folder;
 }

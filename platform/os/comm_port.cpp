@@ -171,7 +171,7 @@ void CommPort::output(std::string_view bytes) {
 std::string CommPort::input() {
     const std::size_t wanted =
         m_inputLen > 0 ? static_cast<std::size_t>(m_inputLen) : m_received.size();
-    const std::string taken = m_received.substr(0, wanted);
+    std::string taken = m_received.substr(0, wanted);
     m_received.erase(0, taken.size());
     receive(); // a full buffer had no room for what waits in the driver
     return taken;
