@@ -23,7 +23,7 @@ constexpr int scratchRow = 1; // of the tables: the channel that is edited, whic
 constexpr double countsOfRange = 255;
 
 std::size_t smoothEntry(int channel) {
-    return static_cast<std::size_t>(16 + channel);
+    return 16 + static_cast<std::size_t>(channel);
 }
 
 // A list that has no such entry stays where it is.

@@ -199,7 +199,7 @@ std::string QtDialogs::inputBox(
     const QPointer<QDialog> box = new QDialog(questionParent());
     QLineEdit* edit = fillInputBox(*box, prompt, title, preset);
     const bool accepted = box->exec() == QDialog::Accepted && !box.isNull();
-    const std::string answer = accepted ? typed(edit->text()) : std::string();
+    std::string answer = accepted ? typed(edit->text()) : std::string();
     delete box.data();
     return answer;
 }

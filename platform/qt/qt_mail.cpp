@@ -75,7 +75,7 @@ int exitCodeOf(const QProcess& process) {
 // The program goes on alone; its end is told where it is a refusal.
 void leaveAlone(QProcess* process, const platform::Mail::RefusedLater& refusedLater) {
     QObject::connect(process, &QProcess::finished, process, [process, refusedLater] {
-        const MailResult result = resultOf(exitCodeOf(*process));
+        MailResult result = resultOf(exitCodeOf(*process));
         process->deleteLater();
         if (!result && refusedLater) refusedLater(result);
     });
@@ -98,7 +98,7 @@ MailResult handOver(const QString& program, const QString& address, int patience
         leaveAlone(process, refusedLater);
         return {};
     }
-    const MailResult result = resultOf(exitCodeOf(*process));
+    MailResult result = resultOf(exitCodeOf(*process));
     delete process;
     return result;
 }

@@ -14,7 +14,7 @@
 
 namespace kvo::platform_qt {
 
-class QtPrintJob : public platform::PrintJob {
+class QtPrintJob final : public platform::PrintJob {
 public:
     QtPrintJob(
         std::unique_ptr<PrintTarget> target, platform::Orientation firstPage, bool whitePaper);

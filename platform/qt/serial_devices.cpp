@@ -41,7 +41,7 @@ void sortSerialDevices(std::vector<SerialDevice>& devices) {
 
 QString deviceOfPort(int number, const QString& folder, const std::vector<SerialDevice>& devices) {
     if (number < 1 || number > 16) return {};
-    const QString link = QDir(folder).absoluteFilePath(QStringLiteral("COM%1").arg(number));
+    QString link = QDir(folder).absoluteFilePath(QStringLiteral("COM%1").arg(number));
     const QFileInfo info(link);
     if (info.isSymLink() || info.exists()) return link;
     const auto place = static_cast<std::size_t>(number - 1);
