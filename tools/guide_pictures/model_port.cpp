@@ -62,7 +62,7 @@ void ModelPort::output(std::string_view bytes) {
 std::string ModelPort::input() {
     const std::size_t wanted =
         m_inputLen == 0 ? m_buffer.size() : static_cast<std::size_t>(m_inputLen);
-    const std::string taken = m_buffer.substr(0, wanted);
+    std::string taken = m_buffer.substr(0, wanted);
     m_buffer.erase(0, taken.size());
     return taken;
 }

@@ -115,7 +115,7 @@ QImage daylight(Stage& stage) {
     choose(window, "Mnu_Colours(1)");
     choose(window, "Mnu_LineWidth(2)");
     key(window, Qt::Key_Right, Qt::ShiftModifier, 3);
-    const QImage taken = stage.picture(window);
+    QImage taken = stage.picture(window);
     choose(window, "Mnu_Colours(0)");
     choose(window, "Mnu_LineWidth(1)");
     return taken;
@@ -128,7 +128,7 @@ QImage exporting(Stage& stage) {
     auto& items = control<QMenu>(window, "Mnu_ExportMenu");
     window.menuBar()->setActiveAction(file.menuAction());
     file.setActiveAction(items.menuAction());
-    const QImage taken = stage.picture(window);
+    QImage taken = stage.picture(window);
     items.close();
     file.close();
     return taken;
