@@ -48,6 +48,7 @@ std::optional<Fault> parseFault(std::string_view text) {
 
 std::vector<std::string> faultNames() {
     std::vector<std::string> all;
+    all.reserve(std::size(names));
     for (const auto& entry : names)
         all.push_back(std::string(entry.name) +
                       (entry.number == nullptr ? std::string() : std::string("=") + entry.number));

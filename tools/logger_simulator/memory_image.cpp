@@ -102,7 +102,8 @@ platform::Bytes pitFrame(
 platform::Bytes memoryImage(const WireLayout& layout, std::uint32_t seed) {
     const Vehicle& vehicle = vehicleFor(layout.dataType);
     platform::Bytes all;
-    all.reserve(static_cast<std::size_t>(layout.samples * layout.sampleBytes));
+    all.reserve(
+        static_cast<std::size_t>(layout.samples) * static_cast<std::size_t>(layout.sampleBytes));
     int number = 0;
     for (const Moment& moment : makeRun(vehicle, layout.samples, layout.timeOffset, seed)) {
         const platform::Bytes one = sampleBytes(layout, vehicle, moment, ++number);

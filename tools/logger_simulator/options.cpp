@@ -49,7 +49,7 @@ std::optional<Options> optionsOf(const command_line::Arguments& arguments, std::
         if (name == "--unpaced") {
             options.paced = false;
         } else if (!takeValue(name, value, options)) {
-            error = name + " cannot be \"" + value + "\"";
+            error.assign(name).append(" cannot be \"").append(value).append("\"");
             return std::nullopt;
         }
     }
