@@ -192,7 +192,8 @@ private slots:
         QCOMPARE(state().Config.EngineColour, 0x123456);
         QVERIFY(toggle.isChecked());
         toggle.setFocus();
-        QTest::keyClick(&toggle, Qt::Key_C, Qt::ControlModifier);
+        for (const auto with : {Qt::ControlModifier, Qt::ShiftModifier})
+            QTest::keyClick(&toggle, Qt::Key_C, with);
         QTest::keyClick(&toggle, Qt::Key_Space);
         QVERIFY(!toggle.isChecked());
     }

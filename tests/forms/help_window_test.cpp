@@ -228,10 +228,10 @@ private slots:
         QCOMPARE(foundText(), QStringLiteral("Not found"));
         QVERIFY(form<HelpWindow>().isVisible());
         key(Qt::Key_F, Qt::ControlModifier); // selects what was typed
-        QTest::keyClicks(&word(), QStringLiteral("dialout"));
+        QTest::keyClicks(&word(), QStringLiteral("adapter"));
         QCOMPARE(foundText(), QString());
         key(Qt::Key_Return);
-        QCOMPARE(pages().textCursor().selectedText(), QStringLiteral("dialout"));
+        QCOMPARE(pages().textCursor().selectedText(), QStringLiteral("adapter"));
         const int first = pages().textCursor().position();
         std::vector<int> places{first};
         for (int i = 0; i < 50; ++i) {
@@ -239,7 +239,7 @@ private slots:
             if (pages().textCursor().position() == first) break;
             places.push_back(pages().textCursor().position());
         }
-        QVERIFY(places.size() < 50);
+        QVERIFY(places.size() > 2 && places.size() < 50);
         QCOMPARE(foundText(), QString());
         key(Qt::Key_F3, Qt::ShiftModifier); // before the first is the last
         QCOMPARE(pages().textCursor().position(), places.back());
@@ -251,8 +251,12 @@ private slots:
 
     void aWordThatIsNowhereLeavesThePlace() {
         shown("ports");
-        QTest::keyClicks(&word(), QStringLiteral("no such word"));
+        QTest::keyClicks(&word(), QStringLiteral("adapter"));
+        QCOMPARE(click("But_Next"), QString());
         const int before = pages().textCursor().position();
+        QVERIFY(before > 0);
+        word().clear();
+        QTest::keyClicks(&word(), QStringLiteral("no such word"));
         QCOMPARE(click("But_Next"), QString());
         QCOMPARE(pages().textCursor().position(), before);
         QCOMPARE(foundText(), QStringLiteral("Not found"));
