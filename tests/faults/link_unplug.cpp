@@ -117,7 +117,7 @@ struct Cut {
     Pull pull = {};
 };
 
-// The same in the order in which they are pulled, at most `most` of them.
+// Where all stations are cut, in the order of the pulls; at most `most` of them.
 std::vector<Cut> cuts(
     const std::vector<std::unique_ptr<Station>>& stations, bool all, std::int64_t most) {
     std::vector<Cut> result;
@@ -144,24 +144,28 @@ void pull(RealPort& real, Cut& cut, int watchMs, Proof& proof) {
     cut.pull = done.value_or(Pull{});
 }
 
-// Pulls what was late once more, when all others are done: what the machine did meanwhile does not
-// come back at the same byte, a delay of the program's own does. Gives the number of such pulls.
+std::string lateWords(const Cut& cut) {
+    char late[80];
+    std::snprintf(late, sizeof late, ": closed after %.1f ms, then %.2f %% of a core",
+        cut.pull.closeMs, cut.pull.core * 100);
+    return nameOf(*cut.station, cut.answers) + late;
+}
+
+// Pulls what was late up to three times more, when all others are done, and tells of it: what the
+// machine did meanwhile does not come back at the same byte, a delay of the program's own does.
+// Gives the number of such pulls.
 long pullLateAgain(RealPort& real, std::vector<Cut>& all, int watchMs, Proof& proof) {
     constexpr int rounds = 3;
     long again = 0;
     for (int round = 0; round < rounds; ++round) {
         for (Cut& cut : all) {
             if (cut.pull.isGood()) continue;
+            std::printf("%s\n", lateWords(cut).c_str());
             pull(real, cut, watchMs, proof);
             ++again;
         }
     }
-    for (const Cut& cut : all) {
-        char late[80];
-        std::snprintf(late, sizeof late, ": closed after %.1f ms, then %.2f %% of a core",
-            cut.pull.closeMs, cut.pull.core * 100);
-        proof.check(cut.pull.isGood(), nameOf(*cut.station, cut.answers) + late);
-    }
+    for (const Cut& cut : all) proof.check(cut.pull.isGood(), lateWords(cut));
     return again;
 }
 
